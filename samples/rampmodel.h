@@ -1,0 +1,10 @@
+#pragma once
+
+#include "samples/meshbuilder.h"
+
+namespace veldra::samples {
+
+/// A jump ramp of planks on a mound, and a poster above it: textures 128 and 512 wide.
+void BuildRamp(CMeshBuilder& mesh);
+
+}  // namespace veldra::samples

@@ -1,0 +1,125 @@
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <string>
+
+#include "samples/solids.h"
+#include "samples/truck.h"
+#include "samples/truckplan.h"
+
+namespace veldra::samples {
+
+namespace {
+
+constexpr int kSegments = 14;
+constexpr int kLugs = 12;  ///< on each half of the tread
+constexpr double kCarcassRadius = 73;
+constexpr double kRimRadius = 40;
+
+/// A place on the wheel: X outwards from its middle, RADIUS and ANGLE about its axle.
+SVec OnWheel(double x, double radius, double angle) {
+  return {x, radius * std::cos(angle), radius * std::sin(angle)};
+}
+
+double TurnOf(int part, int parts) {
+  return 2.0 * std::numbers::pi * part / parts;
+}
+
+/// A ring of the wheel's outline.
+struct SRing {
+  double x;
+  double radius;
+};
+
+/// The band between two rings as seen from the wheel's outer side, where the picture of the wheel lies over it.
+void AddBand(CMeshBuilder& mesh, const SRing& inner, const SRing& outer, bool mirrored) {
+  AddGrid(mesh, kSegments, 1, [&](int column, int row) {
+    const SRing& ring = row == 0 ? inner : outer;
+    const SVec at = OnWheel(ring.x, ring.radius, -TurnOf(column, kSegments));
+    // Seen from the right the truck's front is on the left; on the other side the other way round.
+    const double right = (mirrored ? 1.0 : -1.0) * at.z;
+    const double reach = 2.0 * (kCarcassRadius + 2.0);
+    return SCorner{at, {0.5 + right / reach, 0.5 - at.y / reach}};
+  });
+}
+
+void AddTread(CMeshBuilder& mesh, const SRing& right, const SRing& left) {
+  AddGrid(mesh, kSegments, 1, [&](int column, int row) {
+    const SRing& ring = row == 0 ? right : left;
+    return SCorner{OnWheel(ring.x, ring.radius, -TurnOf(column, kSegments)),
+                   {static_cast<double>(column % 2), row == 0 ? 1.0 : 0.55}};
+  });
+}
+
+/// One bar of the tread, slanting from the middle to the shoulder on the SIDE 1 or -1.
+void AddLug(CMeshBuilder& mesh, double angle, double side) {
+  constexpr double kSlant = 0.20;
+  constexpr double kHalfWidth = 0.12;
+  const auto place = [&](double x, double radius, double from_middle, double width) {
+    return OnWheel(side * x, radius, angle + from_middle * kSlant + side * width);
+  };
+  // Corners: middle and shoulder, each with its two edges, at the carcass and on top.
+  const SVec low[4] = {place(1, kCarcassRadius - 2, 1, kHalfWidth), place(32, kCarcassRadius - 6, 0, kHalfWidth),
+                       place(32, kCarcassRadius - 6, 0, -kHalfWidth), place(1, kCarcassRadius - 2, 1, -kHalfWidth)};
+  const SVec high[4] = {place(2, kTyreRadius, 1, kHalfWidth * 0.85), place(30, kTyreRadius - 2, 0, kHalfWidth * 0.85),
+                        place(30, kTyreRadius - 2, 0, -kHalfWidth * 0.85),
+                        place(2, kTyreRadius, 1, -kHalfWidth * 0.85)};
+  mesh.AddQuad({high[0], {0, 0}}, {high[1], {1, 0}}, {high[2], {1, 0.49}}, {high[3], {0, 0.49}});
+  for (int i = 0; i < 4; ++i) {
+    const int next = (i + 1) % 4;
+    mesh.AddQuad({low[i], {0, 1}}, {low[next], {1, 1}}, {high[next], {1, 0.53}}, {high[i], {0, 0.53}});
+  }
+}
+
+void AddTyre(CMeshBuilder& mesh, bool mirrored) {
+  const SRing rim = {24, kRimRadius};
+  const SRing bulge = {33, 58};
+  const SRing shoulder = {31, kCarcassRadius};
+  mesh.Use("WHEEL.RAW");
+  AddBand(mesh, rim, bulge, mirrored);
+  AddBand(mesh, bulge, shoulder, mirrored);
+  mesh.Use("TREAD.RAW");
+  const SRing inner_shoulder = {-31, kCarcassRadius};
+  const SRing inner_rim = {-26, kRimRadius};
+  AddTread(mesh, shoulder, inner_shoulder);
+  AddTread(mesh, inner_shoulder, inner_rim);
+  for (int i = 0; i < kLugs; ++i) {
+    AddLug(mesh, TurnOf(2 * i, 2 * kLugs), 1.0);
+    AddLug(mesh, TurnOf(2 * i + 1, 2 * kLugs), -1.0);
+  }
+}
+
+void AddRim(CMeshBuilder& mesh, bool mirrored) {
+  const SRing edge = {24, kRimRadius};
+  const SRing dish = {11, 33};
+  const SRing hub = {17, 13};
+  const SRing cap = {27, 8};
+  mesh.Use("WHEEL.RAW", kFaceShiny);
+  AddBand(mesh, dish, edge, mirrored);
+  AddBand(mesh, hub, dish, mirrored);
+  AddBand(mesh, cap, hub, mirrored);
+  mesh.Use("FRAME.RAW");
+  AddDisc(mesh, {cap.x, 0, 0}, {1, 0, 0}, cap.radius, kSegments);
+}
+
+void BuildWheel(CMeshBuilder& mesh, const std::string& name, double z, bool left) {
+  const int32_t first = mesh.FaceCount();
+  mesh.Place({left ? -kWheelTrack : kWheelTrack, kTyreRadius, z}, left);
+  AddTyre(mesh, left);
+  AddRim(mesh, left);
+  mesh.Use("TREAD.RAW");
+  AddDisc(mesh, {-26, 0, 0}, {-1, 0, 0}, kRimRadius, kSegments);
+  mesh.PlaceAtOrigin();
+  mesh.Group(name, first);
+}
+
+}  // namespace
+
+void BuildWheels(CMeshBuilder& mesh) {
+  BuildWheel(mesh, "front left wheel", kFrontAxle, true);
+  BuildWheel(mesh, "front right wheel", kFrontAxle, false);
+  BuildWheel(mesh, "rear left wheel", kRearAxle, true);
+  BuildWheel(mesh, "rear right wheel", kRearAxle, false);
+}
+
+}  // namespace veldra::samples

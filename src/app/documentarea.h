@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QMdiArea>
+
+namespace veldra {
+
+/// The main frame's area of documents; says how to begin while it is empty.
+class CDocumentArea : public QMdiArea {
+  Q_OBJECT
+
+ public:
+  explicit CDocumentArea(QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace veldra

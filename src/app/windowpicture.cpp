@@ -1,0 +1,70 @@
+#include "app/windowpicture.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QPixmap>
+#include <QTimer>
+#include <cstdio>
+
+#include "platform/files.h"
+
+namespace veldra {
+
+namespace {
+
+/// After the first frame, for layouts and status texts that follow from it.
+constexpr int kSettleMs = 150;
+
+}  // namespace
+
+CWindowPicture::CWindowPicture(CMainFrame& frame, const QStringList& files, const QString& picture, int deadline_ms)
+    : frame_(frame), files_(files), picture_(picture) {
+  QTimer::singleShot(deadline_ms, this, [this, deadline_ms] {
+    Fail(tr("nothing was drawn within %1 seconds").arg(deadline_ms / 1000.0));
+  });
+  QTimer::singleShot(0, this, [this] { OpenFiles(); });
+}
+
+void CWindowPicture::OpenFiles() {
+  for (const QString& file : files_) {
+    if (!frame_.OpenFile(file.toStdString())) {
+      Fail(tr("%1 could not be opened").arg(file));
+      return;
+    }
+  }
+  if (frame_.ActiveView() != nullptr) {
+    WaitForView(*frame_.ActiveView());
+  } else {
+    QTimer::singleShot(kSettleMs, this, [this] { Take(); });
+  }
+}
+
+void CWindowPicture::WaitForView(CTarnView& view) {
+  connect(&view, &CTarnView::DrawingFailed, this, [this, &view] { Fail(view.Fault()); });
+  const auto settle = [this] { QTimer::singleShot(kSettleMs, this, [this] { Take(); }); };
+  connect(&view, &CTarnView::FirstFrameDrawn, this, settle);
+  if (view.HasDrawn()) settle();
+}
+
+void CWindowPicture::Take() {
+  QByteArray png;
+  QBuffer buffer(&png);
+  if (!frame_.grab().save(&buffer, "PNG")) {
+    Fail(tr("the picture could not be made"));
+    return;
+  }
+  SError error;
+  const std::string_view bytes(png.constData(), static_cast<size_t>(png.size()));
+  if (!ReplaceFile(picture_.toStdString(), bytes, &error)) {
+    Fail(picture_ + ": " + QString::fromStdString(error.what));
+    return;
+  }
+  QApplication::exit(0);
+}
+
+void CWindowPicture::Fail(const QString& reason) {
+  std::fprintf(stderr, "veldra: %s\n", reason.toUtf8().constData());
+  QApplication::exit(1);
+}
+
+}  // namespace veldra

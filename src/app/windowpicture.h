@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QStringList>
+
+#include "app/mainfrm.h"
+
+namespace veldra {
+
+/// Opens FILES in FRAME, waits until the active model was drawn and saves a picture of the whole window as PICTURE (a
+/// PNG file). Without files the picture is of the empty window. Ends the event loop with exit code 0, or with 1 and a
+/// message on standard error when a file could not be opened or nothing was drawn within DEADLINE milliseconds.
+class CWindowPicture : public QObject {
+  Q_OBJECT
+
+ public:
+  static constexpr int kDeadlineMs = 60000;
+
+  CWindowPicture(CMainFrame& frame, const QStringList& files, const QString& picture, int deadline_ms = kDeadlineMs);
+
+ private:
+  void OpenFiles();
+  void WaitForView(CTarnView& view);
+  void Take();
+  void Fail(const QString& reason);
+
+  CMainFrame& frame_;
+  QStringList files_;
+  QString picture_;
+};
+
+}  // namespace veldra

@@ -1,0 +1,196 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/command.h"
+#include "cli/session.h"
+#include "cli/values.h"
+#include "model/appendmodel.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+/// One operation with its values, ready to be done. Returns the exit status.
+using EditStep = std::function<int(CSession&, CTarnDoc&)>;
+
+int StatusOf(CSession& session, const GeometryFault& fault) {
+  return fault.empty() ? kDone : session.Fail(fault);
+}
+
+template <void (CTarnDoc::*CenterModel)()>
+EditStep Centering(const std::string&) {
+  return [](CSession&, CTarnDoc& document) {
+    (document.*CenterModel)();
+    return kDone;
+  };
+}
+
+EditStep Scaling(const std::string& value) {
+  const auto factors = ParseNumbers(value, 3);
+  if (!factors) return {};
+  return [f = *factors](CSession& session, CTarnDoc& document) {
+    return StatusOf(session, Resize(document.Model(), SScope::All(), f[0], f[1], f[2]));
+  };
+}
+
+EditStep Translation(const std::string& value) {
+  const auto offsets = ParseIntegers(value, 3);
+  if (!offsets) return {};
+  return [o = *offsets](CSession&, CTarnDoc& document) {
+    Translate(document.Model(), SScope::All(), o[0], o[1], o[2]);
+    return kDone;
+  };
+}
+
+EditStep Rotation(const std::string& value) {
+  const size_t comma = value.find(',');
+  if (comma == std::string::npos) return {};
+  const auto axis = ParseAxis(value.substr(0, comma));
+  const auto angle = ParseNumbers(value.substr(comma + 1), 1);
+  if (!axis || !angle) return {};
+  return [axis = *axis, degrees = angle->front()](CSession& session, CTarnDoc& document) {
+    return StatusOf(session, Rotate(document.Model(), SScope::All(), axis, degrees, false));
+  };
+}
+
+EditStep Mirroring(const std::string& value) {
+  const auto axis = ParseAxis(value);
+  if (!axis) return {};
+  return [axis = *axis](CSession&, CTarnDoc& document) {
+    Mirror(document.Model(), SScope::All(), axis);
+    return kDone;
+  };
+}
+
+EditStep Merging(const std::string& value) {
+  const auto units = ParseInteger(value);
+  if (!units || *units < 0) return {};
+  return [units = *units](CSession& session, CTarnDoc& document) {
+    return session.Print(Format("Merged %d vertices\n", MergeVertices(document.Model(), units)));
+  };
+}
+
+EditStep DeletingUnused(const std::string&) {
+  return [](CSession& session, CTarnDoc& document) {
+    return session.Print(Format("Deleted %d vertices\n", document.DeleteAllUnused()));
+  };
+}
+
+const CBinFace* FindUntexturedFace(const CBinModel& model, uint32_t type) {
+  for (int32_t i = 0; i < model.FaceCount(); ++i) {
+    const CBinFace& face = model.Face(i);
+    if (face.Type() == type && face.Texture() == nullptr) return &face;
+  }
+  return nullptr;
+}
+
+int ReplaceType(CSession& session, CBinModel& model, uint32_t from, uint32_t to) {
+  const CBinFace* const bare = to == kFaceUntextured ? nullptr : FindUntexturedFace(model, from);
+  if (bare != nullptr) {
+    return session.Fail(Format("Face %d has no texture and cannot become type 0x%02X.", bare->Index(), to));
+  }
+  model.ReplaceFaceType(from, to);
+  return kDone;
+}
+
+EditStep ChangingType(const std::string& value) {
+  const std::vector<std::string> parts = SplitText(value, ',');
+  if (parts.size() != 2) return {};
+  const auto from = ParseInteger(parts[0]);
+  const auto to = ParseFaceType(parts[1], true);
+  if (!from || *from < 0 || !to) return {};
+  return [from = static_cast<uint32_t>(*from), to = *to](CSession& session, CTarnDoc& document) {
+    return ReplaceType(session, document.Model(), from, to);
+  };
+}
+
+EditStep Appending(const std::string& value) {
+  return [path = value](CSession& session, CTarnDoc& document) -> int {
+    const auto other = session.Open(path);
+    if (!other) return kFailed;
+    if (AppendModel(document.Model(), other->Model(), true)) return kDone;
+    return session.Fail(Format("\"%s\" could not be appended: the models are too large together.", path.c_str()));
+  };
+}
+
+struct SOperationRow {
+  const char* name;
+  const char* value;  ///< what the value looks like; null for an operation without one
+  const char* help;
+  EditStep (*step)(const std::string& value);  ///< gives an empty step when the value is malformed
+};
+
+constexpr SOperationRow kOperations[] = {
+    {"--center", nullptr, "Center on all axes", Centering<&CTarnDoc::CenterAll>},
+    {"--center-x", nullptr, "Center on the x axis", Centering<&CTarnDoc::CenterX>},
+    {"--center-y", nullptr, "Center on the y axis", Centering<&CTarnDoc::CenterY>},
+    {"--center-z", nullptr, "Center on the z axis", Centering<&CTarnDoc::CenterZ>},
+    {"--scale", "SX,SY,SZ", "Multiply the coordinates", Scaling},
+    {"--translate", "DX,DY,DZ", "Move by whole units", Translation},
+    {"--rotate", "x|y|z,DEGREES", "Turn about an axis", Rotation},
+    {"--mirror", "x|y|z", "Negate a coordinate; faces still face outwards", Mirroring},
+    {"--merge", "UNITS", "Merge vertices that lie within UNITS of each other", Merging},
+    {"--delete-unused", nullptr, "Delete the vertices that no face uses", DeletingUnused},
+    {"--face-type", "FROM,TO", "Give all faces of type FROM the type TO", ChangingType},
+    {"--append", "OTHER", "Add the vertices, faces and groups of another model", Appending},
+};
+
+struct SEditOptions {
+  std::string model;
+  std::string out;
+  std::vector<EditStep> steps;
+};
+
+int Edit(CSession& session, const SEditOptions& options) {
+  const auto document = session.Open(options.model);
+  if (!document) return kFailed;
+  for (const EditStep& step : options.steps) {
+    if (const int status = step(session, *document); status != kDone) return status;
+  }
+  document->SetReadOnly(false);  // OUT is what is written
+  return document->CheckWritable(options.out) && document->SaveMTM(options.out) ? kDone : kFailed;
+}
+
+void AddOperation(CLI::App& command, const SOperationRow& row) {
+  CLI::Option* const option = row.value == nullptr
+                                  ? command.add_flag(row.name, row.help)->disable_flag_override()
+                                  : command.add_option(row.name, row.help)->expected(1)->type_name(row.value);
+  option->take_all()->group("Operations");
+}
+
+/// The operations in the order in which they were typed; the parser keeps the values option by option.
+std::vector<EditStep> StepsInOrder(const CLI::App& command) {
+  std::vector<EditStep> steps;
+  std::map<const CLI::Option*, size_t> taken;
+  for (const CLI::Option* option : command.parse_order()) {
+    for (const SOperationRow& row : kOperations) {
+      if (option->get_name() != row.name) continue;
+      const std::string& value = option->results().at(taken[option]++);
+      steps.push_back(row.step(value));
+      if (!steps.back()) {
+        throw CLI::ValidationError(row.name, "\"" + value + "\" does not have the form " + row.value);
+      }
+    }
+  }
+  return steps;
+}
+
+}  // namespace
+
+void AddEditCommand(CLI::App& app, CommandRun& run) {
+  const auto options = std::make_shared<SEditOptions>();
+  CLI::App* const command =
+      app.add_subcommand("edit", "Do operations in the order given, then save as MTM model without the save checks");
+  command->add_option("MODEL", options->model, "Model file")->required();
+  command->add_option("OUT", options->out, "File to write")->required();
+  for (const SOperationRow& row : kOperations)
+    AddOperation(*command, row);
+  command->callback([command, options, &run] {
+    options->steps = StepsInOrder(*command);
+    if (options->steps.empty()) throw CLI::RequiredError("An operation");
+    run = [options](CSession& session) { return Edit(session, *options); };
+  });
+}
+
+}  // namespace veldra

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "platform/questions.h"
+#include "settings/coptools.h"
+
+namespace CLI {
+class App;
+}
+
+namespace veldra {
+
+/// What the options before the command say.
+struct SGlobalOptions {
+  std::string settings_file = kSettingsFileName;
+  std::string art_directory;          ///< "" for that of the settings
+  std::string palette;                ///< "" for that of the settings
+  EAnswer answer = EAnswer::kCancel;  ///< to every Yes/No and Yes/No/Cancel question
+  SUnknownFaceAnswer unknown_face;    ///< abort
+  std::string missing_texture;        ///< "" for none
+  int blank_texture = 0;              ///< 0 for none
+};
+
+/// Describes them to the parser, which fills OPTIONS.
+void AddGlobalOptions(CLI::App& app, SGlobalOptions& options);
+
+}  // namespace veldra

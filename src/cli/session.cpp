@@ -1,0 +1,77 @@
+#include "cli/session.h"
+
+#include <ostream>
+
+#include "cli/command.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "settings/coptools.h"
+
+namespace veldra {
+
+namespace {
+
+CSettings ReadSettings(const SGlobalOptions& options) {
+  SettingsMap texts;
+  CopTools::ReadCfgFile(options.settings_file, texts);
+  CSettings settings;
+  settings.Take(texts);
+  if (!options.art_directory.empty()) settings.art_dir = options.art_directory;
+  return settings;
+}
+
+/// The first of the two tables that can be read. Nobody is there to be asked for another.
+ColorTable DefaultColors(const std::string& given, const std::string& setting) {
+  for (const std::string& path : {given, setting}) {
+    if (path.empty()) continue;
+    if (const auto colors = ReadColorTable(path)) return *colors;
+  }
+  return GreyRamp();
+}
+
+}  // namespace
+
+CSession::CSession(const SGlobalOptions& options, std::ostream& out, std::ostream& err)
+    : questions_(options, err),
+      out_(out),
+      settings_(ReadSettings(options)),
+      textures_(questions_, DefaultColors(options.palette, settings_.defpal)) {}
+
+std::unique_ptr<CTarnDoc> CSession::Open(const std::string& path) {
+  auto document = std::make_unique<CTarnDoc>(SDocumentServices{questions_, textures_, settings_});
+  const int printed_before = questions_.PrintedCount();
+  SDiagnosis diagnosis;
+  if (document->OnOpenDocument(path, &diagnosis)) return document;
+  // Some faults show no box in the editor, where the user sees that nothing opens. A script needs the reason.
+  if (questions_.PrintedCount() == printed_before) {
+    questions_.Message({.text = path + ": " + diagnosis.Text(), .caption = kErrorCaption});
+  }
+  return nullptr;
+}
+
+int CSession::Fail(const std::string& text, const std::string& details) {
+  questions_.Message({.text = text, .caption = kErrorCaption, .icon = EIcon::kError, .details = details});
+  return kFailed;
+}
+
+int CSession::FailToWrite(const std::string& path, const std::string& reason) {
+  return Fail(Format("\"%s\" could not be written.", path.c_str()), reason);
+}
+
+int CSession::Print(std::string_view text) {
+  out_ << text << std::flush;
+  return out_ ? kDone : Fail("Standard output could not be written.");
+}
+
+int CSession::PrintOrWrite(std::string_view text, const std::string& out_path) {
+  if (out_path.empty()) return Print(text);
+  SError error;
+  if (CheckWritable(out_path) != kDone) return kFailed;
+  return ReplaceFile(out_path, text, &error) ? kDone : FailToWrite(out_path, error.what);
+}
+
+int CSession::CheckWritable(const std::string& path) {
+  return !FileExists(path) || IsWritable(path) ? kDone : FailToWrite(path, "It cannot be opened for writing.");
+}
+
+}  // namespace veldra

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "cli/cliquestions.h"
+#include "cli/globaloptions.h"
+#include "document/tarn2doc.h"
+#include "settings/settings.h"
+#include "textures/texturestore.h"
+
+namespace veldra {
+
+/// What a command works with: settings, colour table and textures as the options before it say, and the way to the
+/// user. The settings file is read and never written.
+class CSession {
+ public:
+  CSession(const SGlobalOptions& options, std::ostream& out, std::ostream& err);
+
+  CCliQuestions& Questions() { return questions_; }
+  const CSettings& Settings() const { return settings_; }
+  CTextureStore& Textures() { return textures_; }
+
+  /// Null when PATH cannot be loaded; the user has been told why.
+  std::unique_ptr<CTarnDoc> Open(const std::string& path);
+
+  /// Shows an error; returns kFailed.
+  int Fail(const std::string& text, const std::string& details = {});
+  int FailToWrite(const std::string& path, const std::string& reason);
+
+  // Each returns the exit status.
+  int Print(std::string_view text);
+  /// To the file OUT_PATH, which is replaced as a whole, or to standard output when it is "".
+  int PrintOrWrite(std::string_view text, const std::string& out_path);
+  /// kDone, or kFailed when there is a file at PATH that cannot be written to; the user has been told.
+  int CheckWritable(const std::string& path);
+
+ private:
+  CCliQuestions questions_;
+  std::ostream& out_;
+  CSettings settings_;
+  CTextureStore textures_;
+};
+
+}  // namespace veldra

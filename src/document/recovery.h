@@ -1,0 +1,105 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/binmodel.h"
+#include "platform/bytes.h"
+#include "platform/filelock.h"
+#include "platform/files.h"
+#include "textures/texturefinder.h"
+
+/// Copies of the documents with unsaved changes, so that nothing is lost when the program dies.
+namespace veldra {
+
+/// What a copy says about its document.
+struct SCopiedDocument {
+  uint32_t id = 0;              ///< tells the open documents of one program apart
+  std::string title = {};       ///< as in the window's title
+  std::string path = {};        ///< of the model file; "" while it was never saved
+  std::string states_key = {};  ///< of its earlier states (CEarlierStates), so that they are found again
+};
+
+/// A copy that a program left that is no longer there.
+struct SLeftover {
+  std::string session;  ///< the folder, within the recovery folder,
+  std::string file;     ///< and the file's name in it
+  SCopiedDocument document;
+  int64_t time = 0;   ///< when it was written: seconds since 1970, UTC
+  uint64_t size = 0;  ///< of the copy, in bytes
+  int32_t vertices = 0;
+  int32_t faces = 0;
+  std::string fault = {};  ///< "" or what is wrong with the copy; all but the names and the size is unknown then
+};
+
+/// The copies of one running program, in a folder of its own ("session") that carries a lock as long as the program
+/// lives, and those of programs that died. Nothing here throws, asks or waits; what goes wrong is returned or traced.
+///
+/// To take a leftover over: Load it, Save the document's own copy, then Discard the leftover, so that at every moment
+/// a copy is there.
+class CRecoveryFolder {
+ public:
+  /// DIRECTORY holds the sessions of all programs; the usual one lies in the UserDataDirectory. It need not be there.
+  CRecoveryFolder();
+  explicit CRecoveryFolder(std::string directory);
+  /// Takes the session's folder away unless copies are still in it; those are a later program's leftovers.
+  ~CRecoveryFolder();
+  CRecoveryFolder(const CRecoveryFolder&) = delete;
+  CRecoveryFolder& operator=(const CRecoveryFolder&) = delete;
+
+  /// Replaces the copy of DOCUMENT.id, whole or not at all: on failure the older copy is untouched. Refused while the
+  /// model is busy.
+  bool Save(const SCopiedDocument& document, const CBinModel& model, SError* error = nullptr);
+  /// The document was saved or closed. True when no copy is there afterwards.
+  bool Remove(uint32_t id);
+
+  /// The copies of dead programs, the newest first, damaged ones last. From here on, and while this program lives, no
+  /// other is offered them.
+  std::vector<SLeftover> Leftovers();
+  /// Fills the empty MODEL. False, MODEL empty, when the copy is damaged, gone, or a texture is missing.
+  bool Load(const SLeftover& leftover, CBinModel& model, CTextureFinder& textures, SDiagnosis* diagnosis = nullptr);
+  /// Deletes the copy, and the dead program's folder with its last one.
+  bool Discard(const SLeftover& leftover);
+
+ private:
+  bool Begin(SError* error);
+  void Adopt(const std::string& session);
+  std::string SessionPath(const std::string& session) const;
+
+  std::string directory_;
+  std::string session_;  ///< "" until there was something to save
+  CFileLock lock_;
+  std::map<std::string, CFileLock> adopted_;  ///< the dead programs' sessions, by name
+};
+
+/// When a document's next copy is due: once the user pauses, at the latest a minute after the first change that no copy
+/// has, and not more often than every ten seconds. The clock is passed in.
+class CRecoverySchedule {
+ public:
+  using Time = std::chrono::steady_clock::time_point;
+  static constexpr std::chrono::seconds kPause{5};      ///< without a change
+  static constexpr std::chrono::seconds kLongest{60};   ///< after the first change
+  static constexpr std::chrono::seconds kShortest{10};  ///< between two copies
+
+  void Changed(Time now);
+  /// A copy was made, or could not be: the next attempt waits its turn.
+  void Copied(Time now);
+  void Failed(Time now) { last_attempt_ = now; }
+  /// The document was saved: nothing is to be copied.
+  void Saved() { first_change_.reset(); }
+
+  /// Nothing: no copy is needed.
+  std::optional<Time> DueAt() const;
+  bool IsDue(Time now) const { return DueAt() && *DueAt() <= now; }
+
+ private:
+  std::optional<Time> first_change_;  ///< that is in no copy
+  Time last_change_;
+  std::optional<Time> last_attempt_;
+};
+
+}  // namespace veldra

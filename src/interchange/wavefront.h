@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "model/binmodel.h"
+#include "platform/files.h"
+
+namespace veldra {
+
+/// The model as Wavefront text: vertices with their integer coordinates, faces with 1-based corners, a quad as one face
+/// of four. Textures, types and groups have no place in it.
+std::string WavefrontText(const CBinModel& model);
+
+/// Writes it to PATH, replaced as a whole or not at all.
+bool ExportWavefront(const CBinModel& model, const std::string& path, SError* error);
+
+}  // namespace veldra

@@ -1,0 +1,363 @@
+#include <algorithm>
+#include <utility>
+
+#include "model/arrayedits.h"
+#include "model/binmodel.h"
+#include "model/normals.h"
+#include "platform/assert.h"
+#include "platform/questions.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr const char* kVertexInUseText = "Vertex is currently in use and cannot be deleted";
+constexpr const char* kAnimationInUseText = "Animation \"%s\" is currently\n in use and cannot be deleted.";
+
+SMessage Refusal(std::string text) {
+  return {.text = std::move(text), .icon = EIcon::kWarning};
+}
+
+}  // namespace
+
+void CBinModel::Clear() {
+  SModelChange change;
+  change.topology = !vertices_.empty() || !faces_.empty();
+  change.textures = !textures_.empty();
+  change.groups = !face_groups_.empty() || !vertex_groups_.empty();
+  faces_.clear();
+  vertices_.clear();
+  textures_.clear();
+  face_groups_.clear();
+  vertex_groups_.clear();
+  bounds_ = {};
+  scale_word_ = 0x10000;
+  if (change.Any()) Report(change);
+}
+
+void CBinModel::Reserve(size_t vertices, size_t faces) {
+  vertices_.reserve(vertices);
+  faces_.reserve(faces);
+}
+
+CBinVertex& CBinModel::AddVertex(const SPoint& position) {
+  Widen(position, vertices_.empty());
+  vertices_.push_back(std::make_unique<CBinVertex>(*this, position));
+  vertices_.back()->index_ = VertexCount() - 1;
+  Report({.topology = true});
+  return *vertices_.back();
+}
+
+CBinFace& CBinModel::AddFace(std::unique_ptr<CBinFace> face) {
+  VELDRA_ASSERT(face != nullptr && face->index_ < 0);
+  face->index_ = FaceCount();
+  Attach(*face);
+  faces_.push_back(std::move(face));
+  Report({.topology = true});
+  return *faces_.back();
+}
+
+CBinTexture& CBinModel::AddTexture(std::unique_ptr<CBinTexture> entry) {
+  VELDRA_ASSERT(entry != nullptr && entry->owner_ == this);
+  textures_.push_back(std::move(entry));
+  Report({.textures = true});
+  return *textures_.back();
+}
+
+bool CBinModel::DeleteTexture(CBinTexture& entry, CQuestions& questions) {
+  const int32_t index = TextureIndex(&entry);
+  VELDRA_ASSERT(index >= 0);
+  if (entry.use_count_ > 0) {
+    questions.Message(Refusal(Format(kAnimationInUseText, entry.name_.c_str())));
+    return false;
+  }
+  textures_.erase(textures_.begin() + std::ptrdiff_t{index});
+  Report({.textures = true});
+  return true;
+}
+
+// --- Bookkeeping -----------------------------------------------------------------------------------------------------
+
+void CBinModel::Attach(CBinFace& face) {
+  VELDRA_ASSERT(face.owner_ == this);
+  VELDRA_ASSERT(face.corners_[2] != nullptr);
+  RegisterCorners(face);
+  if (face.texture_ != nullptr) ++face.texture_->use_count_;
+}
+
+void CBinModel::RegisterCorners(CBinFace& face) {
+  for (CBinVertex* corner : face.Corners()) {
+    VELDRA_ASSERT(corner->owner_ == this && corner->index_ >= 0);
+    corner->faces_.Insert(&face);
+  }
+}
+
+void CBinModel::UnregisterCorners(CBinFace& face) {
+  for (CBinVertex* corner : face.Corners())
+    corner->faces_.Erase(&face);
+}
+
+/// Each vertex once, so that a vertex with many removed faces costs one pass over its set.
+void CBinModel::ForgetRemovedFaces(std::vector<CBinVertex*> vertices) {
+  std::sort(vertices.begin(), vertices.end(), std::less<>());
+  vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
+  for (CBinVertex* vertex : vertices)
+    vertex->faces_.EraseRemoved();
+}
+
+void CBinModel::RenumberVertices(size_t first) {
+  for (size_t i = first; i < vertices_.size(); ++i)
+    vertices_[i]->index_ = static_cast<int32_t>(i);
+}
+
+void CBinModel::RenumberFaces(size_t first) {
+  for (size_t i = first; i < faces_.size(); ++i)
+    faces_[i]->index_ = static_cast<int32_t>(i);
+}
+
+// --- Faces -----------------------------------------------------------------------------------------------------------
+
+void CBinModel::InsertFaces(Faces faces, int32_t position) {
+  VELDRA_ASSERT(!busy_);
+  VELDRA_ASSERT(!faces.empty());
+  VELDRA_ASSERT(position >= 0 && position <= FaceCount());
+  for (const auto& face : faces) {
+    VELDRA_ASSERT(face != nullptr && face->index_ < 0);
+    Attach(*face);
+    const SPoint normal = CalcFaceNormal(*face);
+    face->SetStored(normal, CalcMagic(*face, normal));
+  }
+  ShiftMembers(face_groups_, position, static_cast<int32_t>(faces.size()));
+  MoveIn(faces_, std::move(faces), position);
+  RenumberFaces(static_cast<size_t>(position));
+  Report({.topology = true, .groups = !face_groups_.empty()});
+}
+
+void CBinModel::RemoveFaces(std::span<const int32_t> indices) {
+  VELDRA_ASSERT(IsAscendingBelow(indices, faces_.size()));
+  if (indices.empty()) return;
+  RemapMembers(face_groups_, MapWithout(indices, faces_.size()));
+  const Faces removed = MoveOut(faces_, indices);
+  std::vector<CBinVertex*> corners;
+  for (const auto& face : removed) {
+    face->index_ = -1;
+    corners.insert(corners.end(), face->Corners().begin(), face->Corners().end());
+    if (face->texture_ != nullptr) {
+      VELDRA_ASSERT(face->texture_->use_count_ > 0);
+      --face->texture_->use_count_;
+    }
+  }
+  ForgetRemovedFaces(std::move(corners));
+  RenumberFaces(static_cast<size_t>(indices.front()));
+  Report({.topology = true, .groups = !face_groups_.empty()});
+}
+
+void CBinModel::RemoveFaces(int32_t position, int32_t count) {
+  VELDRA_ASSERT(position >= 0 && count >= 0 && count <= FaceCount() - position);
+  RemoveFaces(Range(position, count));
+}
+
+void CBinModel::SetFaceCorners(int32_t index, std::span<CBinVertex* const> corners) {
+  CBinFace& face = Face(index);
+  UnregisterCorners(face);
+  face.index_ = -1;
+  face.SetCorners(corners);
+  face.index_ = index;
+  RegisterCorners(face);
+  Report({.topology = true});
+}
+
+void CBinModel::SetFaceTexture(int32_t index, CBinTexture* texture) {
+  CBinFace& face = Face(index);
+  VELDRA_ASSERT(texture == nullptr || TextureIndex(texture) >= 0);
+  if (face.texture_ == texture) return;
+  if (face.texture_ != nullptr) --face.texture_->use_count_;
+  if (texture != nullptr) ++texture->use_count_;
+  face.texture_ = texture;
+  Report({.faces = true});
+}
+
+void CBinModel::TurnFacesRound(std::span<const int32_t> indices) {
+  for (const int32_t index : indices) {
+    CBinFace& face = Face(index);
+    const std::ptrdiff_t count = face.CornerCount();
+    std::reverse(face.corners_.begin() + 1, face.corners_.begin() + count);
+    std::reverse(face.tex_coords_.begin() + 1, face.tex_coords_.begin() + count);
+  }
+  if (!indices.empty()) Report({.topology = true});
+}
+
+int32_t CBinModel::ReplaceFaceType(uint32_t from, uint32_t to) {
+  int32_t count = 0;
+  for (const auto& face : faces_) {
+    if (face->type_ != from) continue;
+    face->type_ = to;
+    ++count;
+  }
+  if (count > 0) Report({.faces = true});
+  return count;
+}
+
+int32_t CBinModel::ReplaceFaceTypesAbove(uint32_t limit, uint32_t to) {
+  int32_t count = 0;
+  for (const auto& face : faces_) {
+    if (face->type_ <= limit) continue;
+    face->type_ = to;
+    ++count;
+  }
+  if (count > 0) Report({.faces = true});
+  return count;
+}
+
+void CBinModel::ReportFacesChanged() {
+  Report({.faces = true});
+}
+
+// --- Vertices --------------------------------------------------------------------------------------------------------
+
+void CBinModel::InsertVertices(Vertices vertices, int32_t position) {
+  VELDRA_ASSERT(position >= -1 && position <= VertexCount());
+  if (vertices.empty()) return;
+  bool first = vertices_.empty();
+  for (const auto& vertex : vertices) {
+    VELDRA_ASSERT(vertex != nullptr && vertex->owner_ == this && vertex->index_ < 0);
+    Widen(vertex->position_, first);
+    first = false;
+  }
+  if (position < 0) {
+    PutBack(std::move(vertices));
+  } else {
+    ShiftMembers(vertex_groups_, position, static_cast<int32_t>(vertices.size()));
+    MoveIn(vertices_, std::move(vertices), position);
+  }
+  RenumberVertices(0);
+  Report({.topology = true, .groups = !vertex_groups_.empty()});
+}
+
+void CBinModel::PutBack(Vertices vertices) {
+  Vertices merged;
+  merged.reserve(vertices_.size() + vertices.size());
+  std::vector<int32_t> map;
+  map.reserve(vertices_.size());
+  const auto take_own = [&](size_t below) {
+    while (map.size() < std::min(below, vertices_.size())) {
+      auto& own = vertices_[map.size()];
+      map.push_back(static_cast<int32_t>(merged.size()));
+      merged.push_back(std::move(own));
+    }
+  };
+  for (auto& vertex : vertices) {
+    const auto place = static_cast<size_t>(-1 - vertex->index_);
+    VELDRA_ASSERT(place >= map.size() && place <= vertices_.size());
+    take_own(place);
+    merged.push_back(std::move(vertex));
+  }
+  take_own(vertices_.size());
+  RemapMembers(vertex_groups_, map);
+  vertices_ = std::move(merged);
+}
+
+CBinModel::Vertices CBinModel::TakeVertices(std::span<const int32_t> indices) {
+  VELDRA_ASSERT(IsAscendingBelow(indices, vertices_.size()));
+  VELDRA_ASSERT(AreUnused(indices));
+  if (indices.empty()) return {};
+  RemapMembers(vertex_groups_, MapWithout(indices, vertices_.size()));
+  Vertices taken = MoveOut(vertices_, indices);
+  for (size_t k = 0; k < taken.size(); ++k)
+    taken[k]->index_ = -1 - (indices[k] - static_cast<int32_t>(k));
+  RenumberVertices(static_cast<size_t>(indices.front()));
+  RecomputeBounds();
+  Report({.topology = true, .groups = !vertex_groups_.empty()});
+  return taken;
+}
+
+bool CBinModel::AreUnused(std::span<const int32_t> indices) const {
+  return std::all_of(indices.begin(), indices.end(), [this](int32_t index) { return Vertex(index).Faces().Empty(); });
+}
+
+bool CBinModel::DeleteVertices(std::span<const int32_t> indices, CQuestions& questions) {
+  if (!AreUnused(indices)) {
+    questions.Message(Refusal(kVertexInUseText));
+    return false;
+  }
+  TakeVertices(indices);
+  return true;
+}
+
+bool CBinModel::DeleteVertices(int32_t position, int32_t count, CQuestions& questions) {
+  VELDRA_ASSERT(position >= 0 && count >= 0 && count <= VertexCount() - position);
+  return DeleteVertices(Range(position, count), questions);
+}
+
+std::vector<int32_t> CBinModel::UnusedVertices() const {
+  std::vector<int32_t> unused;
+  for (const auto& vertex : vertices_) {
+    if (vertex->faces_.Empty()) unused.push_back(vertex->index_);
+  }
+  return unused;
+}
+
+int32_t CBinModel::DeleteUnusedVertices() {
+  return static_cast<int32_t>(TakeVertices(UnusedVertices()).size());
+}
+
+void CBinModel::SetVertexPosition(int32_t index, const SPoint& position) {
+  SetVertexPositions({&index, 1}, {&position, 1});
+}
+
+void CBinModel::SetVertexPositions(std::span<const int32_t> indices, std::span<const SPoint> positions) {
+  VELDRA_ASSERT(indices.size() == positions.size());
+  for (size_t i = 0; i < indices.size(); ++i)
+    Vertex(indices[i]).position_ = positions[i];
+  if (indices.empty()) return;
+  RecomputeBounds();
+  Report({.positions = true});
+}
+
+// --- Whole-model rebuilding ------------------------------------------------------------------------------------------
+
+std::pair<CBinModel::Vertices, CBinModel::Faces> CBinModel::TakeAll() {
+  for (const auto& entry : textures_)
+    entry->use_count_ = 0;
+  Report({.topology = true});
+  return {std::exchange(vertices_, {}), std::exchange(faces_, {})};
+}
+
+void CBinModel::Adopt(CBinFace& face, std::span<CBinVertex* const> corners, CBinTexture* texture) {
+  VELDRA_ASSERT(!IsValid(&face));
+  VELDRA_ASSERT(corners.size() == 3 || corners.size() == 4);
+  std::array<CBinVertex*, 4> all = {};
+  std::copy(corners.begin(), corners.end(), all.begin());
+  face.owner_ = this;
+  face.corners_ = all;
+  face.texture_ = texture;
+}
+
+void CBinModel::Rebuild(Vertices vertices, Faces faces, std::span<const int32_t> vertex_map,
+                        std::span<const int32_t> face_map) {
+  TakeAll();
+  vertices_ = std::move(vertices);
+  faces_ = std::move(faces);
+  // One walk each: a large model is far from the processor, and each walk fetches it again.
+  if (vertices_.empty()) RecomputeBounds();
+  for (size_t i = 0; i < vertices_.size(); ++i) {
+    CBinVertex& vertex = *vertices_[i];
+    vertex.owner_ = this;
+    vertex.index_ = static_cast<int32_t>(i);
+    vertex.faces_.Clear();
+    Widen(vertex.position_, i == 0);
+  }
+  for (size_t i = 0; i < faces_.size(); ++i) {
+    CBinFace& face = *faces_[i];
+    face.owner_ = this;
+    face.index_ = static_cast<int32_t>(i);
+    VELDRA_ASSERT(face.texture_ == nullptr || face.texture_->owner_ == this);
+    Attach(face);
+  }
+  if (!vertex_map.empty()) RemapMembers(vertex_groups_, vertex_map);
+  if (!face_map.empty()) RemapMembers(face_groups_, face_map);
+  Report({.topology = true, .groups = !face_groups_.empty() || !vertex_groups_.empty()});
+}
+
+}  // namespace veldra

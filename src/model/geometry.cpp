@@ -1,0 +1,188 @@
+#include "model/geometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <numbers>
+#include <numeric>
+
+#include "platform/assert.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr char kAxisNames[] = {'x', 'y', 'z'};
+constexpr SPoint kAxisUnits[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+
+int32_t SPoint::*Coordinate(EAxis axis) {
+  constexpr int32_t SPoint::*kMembers[] = {&SPoint::x, &SPoint::y, &SPoint::z};
+  return kMembers[static_cast<size_t>(axis)];
+}
+
+/// What the mark at each index says, as ascending indices.
+std::vector<int32_t> MarkedIndices(const std::vector<bool>& marks) {
+  std::vector<int32_t> indices;
+  for (size_t i = 0; i < marks.size(); ++i) {
+    if (marks[i]) indices.push_back(static_cast<int32_t>(i));
+  }
+  return indices;
+}
+
+/// A position before it is truncated.
+using SExactPoint = std::array<double, 3>;
+
+/// Moves VERTICES to the truncated results of MOVE, or none of them when one does not fit.
+GeometryFault MoveTruncated(CBinModel& model, std::span<const int32_t> vertices,
+                            const std::function<SExactPoint(const SPoint&)>& move) {
+  std::vector<SPoint> positions(vertices.size());
+  for (size_t i = 0; i < vertices.size(); ++i) {
+    const SExactPoint exact = move(model.Vertex(vertices[i]).Position());
+    for (size_t axis = 0; axis < 3; ++axis) {
+      const auto whole = TryTruncate(exact[axis]);
+      if (!whole) {
+        return Format("Vertex %d would get %c = %.10g, which does not fit in 32 bits.", vertices[i], kAxisNames[axis],
+                      exact[axis]);
+      }
+      positions[i].*Coordinate(static_cast<EAxis>(axis)) = *whole;
+    }
+  }
+  if (!vertices.empty()) model.SetVertexPositions(vertices, positions);
+  return "";
+}
+
+struct SSineCosine {
+  double sine;
+  double cosine;
+};
+
+/// Multiples of 30 degrees are taken from a table: the library's sine of 180 degrees is not 0 and that of 30 degrees
+/// is a little below 1/2, which truncation would turn into a whole unit.
+SSineCosine SineCosine(double angle, bool radians) {
+  constexpr double kClose = 1e-12;  // radians
+  const double half_root = std::sqrt(3.0) / 2;
+  const double sines[12] = {0, 0.5, half_root, 1, half_root, 0.5, 0, -0.5, -half_root, -1, -half_root, -0.5};
+  const double to_radians = radians ? 1.0 : std::numbers::pi / 180;
+  const double step = radians ? std::numbers::pi / 6 : 30.0;
+  const double rest = std::remainder(angle, step);
+  if (!(std::abs(rest * to_radians) <= kClose)) return {std::sin(angle * to_radians), std::cos(angle * to_radians)};
+  const double turn = std::fmod(std::round((angle - rest) / step), 12.0);
+  const auto twelfth = static_cast<size_t>(turn < 0 ? turn + 12 : turn);
+  return {sines[twelfth], sines[(twelfth + 3) % 12]};
+}
+
+/// Faces of which every corner is among VERTICES.
+std::vector<int32_t> FacesWithin(const CBinModel& model, std::span<const int32_t> vertices) {
+  std::vector<bool> inside(static_cast<size_t>(model.VertexCount()));
+  for (const int32_t index : vertices)
+    inside[static_cast<size_t>(index)] = true;
+  std::vector<int32_t> faces;
+  for (int32_t i = 0; i < model.FaceCount(); ++i) {
+    const auto corners = model.Face(i).Corners();
+    const auto is_inside = [&](const CBinVertex* corner) { return inside[static_cast<size_t>(corner->Index())]; };
+    if (std::all_of(corners.begin(), corners.end(), is_inside)) faces.push_back(i);
+  }
+  return faces;
+}
+
+}  // namespace
+
+std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope) {
+  const auto count = static_cast<size_t>(model.VertexCount());
+  if (scope.kind == SScope::EKind::kAll) {
+    std::vector<int32_t> all(count);
+    std::iota(all.begin(), all.end(), 0);
+    return all;
+  }
+  std::vector<bool> marks(count);
+  for (const int32_t index : scope.selection) {
+    if (scope.kind == SScope::EKind::kSelectedVertices) {
+      marks[static_cast<size_t>(model.Vertex(index).Index())] = true;
+      continue;
+    }
+    for (const CBinVertex* corner : model.Face(index).Corners())
+      marks[static_cast<size_t>(corner->Index())] = true;
+  }
+  return MarkedIndices(marks);
+}
+
+GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz) {
+  return MoveTruncated(model, VerticesInScope(model, scope), [=](const SPoint& p) {
+    return SExactPoint{p.x * sx, p.y * sy, p.z * sz};
+  });
+}
+
+void Translate(CBinModel& model, const SScope& scope, int32_t dx, int32_t dy, int32_t dz) {
+  TranslateVertices(model, VerticesInScope(model, scope), dx, dy, dz, true);
+}
+
+void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int32_t dx, int32_t dy, int32_t dz,
+                       bool forward) {
+  if (vertices.empty() || (dx == 0 && dy == 0 && dz == 0)) return;
+  const SPoint by = forward ? SPoint{dx, dy, dz} : SPoint{WrapNegate(dx), WrapNegate(dy), WrapNegate(dz)};
+  std::vector<SPoint> positions;
+  positions.reserve(vertices.size());
+  for (const int32_t index : vertices) {
+    const SPoint& from = model.Vertex(index).Position();
+    positions.push_back({WrapAdd(from.x, by.x), WrapAdd(from.y, by.y), WrapAdd(from.z, by.z)});
+  }
+  model.SetVertexPositions(vertices, positions);
+}
+
+GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians) {
+  const auto [s, c] = SineCosine(angle, radians);
+  return MoveTruncated(model, VerticesInScope(model, scope), [=, sine = s, cosine = c](const SPoint& p) -> SExactPoint {
+    switch (axis) {
+      case EAxis::kX:
+        return {static_cast<double>(p.x), p.y * cosine - p.z * sine, p.y * sine + p.z * cosine};
+      case EAxis::kY:
+        return {p.x * cosine + p.z * sine, static_cast<double>(p.y), p.z * cosine - p.x * sine};
+      default:
+        return {p.x * cosine - p.y * sine, p.x * sine + p.y * cosine, static_cast<double>(p.z)};
+    }
+  });
+}
+
+void Mirror(CBinModel& model, const SScope& scope, EAxis axis) {
+  const std::vector<int32_t> vertices = VerticesInScope(model, scope);
+  if (vertices.empty()) return;
+  std::vector<SPoint> positions;
+  positions.reserve(vertices.size());
+  for (const int32_t index : vertices) {
+    SPoint position = model.Vertex(index).Position();
+    position.*Coordinate(axis) = WrapNegate(position.*Coordinate(axis));
+    positions.push_back(position);
+  }
+  const std::vector<int32_t> turned = FacesWithin(model, vertices);
+  model.SetVertexPositions(vertices, positions);
+  if (!turned.empty()) model.TurnFacesRound(turned);
+}
+
+void Center(CBinModel& model, EAxis axis) {
+  const auto coordinate = Coordinate(axis);
+  const SBounds& bounds = model.Bounds();
+  const int64_t sum = int64_t{bounds.min.*coordinate} + bounds.max.*coordinate;
+  // The only half that does not fit, 2^31, comes round to where it belongs.
+  const auto offset = static_cast<int32_t>(static_cast<uint32_t>(-sum / 2));
+  const SPoint& unit = kAxisUnits[static_cast<size_t>(axis)];
+  Translate(model, SScope::All(), WrapMultiply(unit.x, offset), WrapMultiply(unit.y, offset),
+            WrapMultiply(unit.z, offset));
+}
+
+int32_t Distance(const CBinVertex& a, const CBinVertex& b) {
+  VELDRA_ASSERT(&a.Owner() == &b.Owner());
+  const int32_t dx = WrapSubtract(a.Position().x, b.Position().x);
+  const int32_t dy = WrapSubtract(a.Position().y, b.Position().y);
+  const int32_t dz = WrapSubtract(a.Position().z, b.Position().z);
+  const int32_t sum = WrapAdd(WrapAdd(WrapMultiply(dx, dx), WrapMultiply(dy, dy)), WrapMultiply(dz, dz));
+  return sum < 0 ? std::numeric_limits<int32_t>::max() : static_cast<int32_t>(std::sqrt(sum));
+}
+
+bool IsSamePosition(const CBinVertex& a, const CBinVertex& b) {
+  return a.Position() == b.Position();
+}
+
+}  // namespace veldra

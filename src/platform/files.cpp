@@ -1,0 +1,295 @@
+#include "platform/files.h"
+
+#include <algorithm>
+#include <chrono>
+#include <new>
+#include <utility>
+
+#include "platform/assert.h"
+#include "platform/files_system.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+/// One write call takes at most this much.
+constexpr size_t kPiece = size_t{1} << 20;
+/// A read that finds more than the file's length said goes on with this much.
+constexpr size_t kFirstGrowth = 4096;
+/// Names of temporary files that are tried before giving up.
+constexpr int kNameAttempts = 100;
+
+FileFault& CurrentFault() {
+  static FileFault fault;
+  return fault;
+}
+
+int Fault(std::string_view operation, const std::string& path) {
+  return CurrentFault() ? CurrentFault()(operation, path) : 0;
+}
+
+bool Fail(SError* error, std::string what) {
+  if (error != nullptr) error->what = std::move(what);
+  return false;
+}
+
+bool Fail(SError* error, int number) {
+  return Fail(error, disk::ErrorText(number));
+}
+
+const char* NotAFileText(disk::EKind kind) {
+  return kind == disk::EKind::kDirectory ? "is a folder" : "is not a file";
+}
+
+class COpenFile {
+ public:
+  COpenFile() = default;
+  ~COpenFile() { Close(); }
+  COpenFile(const COpenFile&) = delete;
+  COpenFile& operator=(const COpenFile&) = delete;
+
+  int Close() {
+    const disk::Handle open = std::exchange(handle, disk::kNoHandle);
+    return open == disk::kNoHandle ? 0 : disk::Close(open);
+  }
+
+  disk::Handle handle = disk::kNoHandle;
+};
+
+/// Bytes that grow without being zeroed first.
+struct SBuffer {
+  std::unique_ptr<uint8_t[]> data;
+  size_t size = 0;
+  size_t capacity = 0;
+
+  std::span<uint8_t> Free() { return {data.get() + size, capacity - size}; }
+  void Grow(size_t new_capacity) {
+    auto grown = std::make_unique_for_overwrite<uint8_t[]>(new_capacity);
+    std::copy_n(data.get(), size, grown.get());
+    data = std::move(grown);
+    capacity = new_capacity;
+  }
+};
+
+/// Reads until the end, whatever the length was when the file was opened: it may be written meanwhile.
+bool ReadToEnd(disk::Handle handle, SBuffer& buffer, size_t limit, SError* error) {
+  for (;;) {
+    uint8_t beyond = 0;
+    const bool full = buffer.size == buffer.capacity;
+    size_t count = 0;
+    const int number = disk::Read(handle, full ? std::span<uint8_t>(&beyond, 1) : buffer.Free(), count);
+    if (number != 0) return Fail(error, number);
+    if (count == 0) return true;
+    if (!full) {
+      buffer.size += count;
+      continue;
+    }
+    if (buffer.size >= limit) return Fail(error, Format("is longer than %zu bytes", limit));
+    buffer.Grow(std::min(limit, buffer.capacity + std::max(buffer.capacity, kFirstGrowth)));
+    buffer.data[buffer.size++] = beyond;
+  }
+}
+
+bool ReadInto(SBuffer& buffer, const std::string& path, size_t limit, SError* error) {
+  COpenFile file;
+  disk::SStatus status;
+  const int number = disk::OpenToRead(path, file.handle, status);
+  if (number != 0) return Fail(error, number);
+  if (status.kind != disk::EKind::kFile) return Fail(error, NotAFileText(status.kind));
+  if (status.length > limit) return Fail(error, Format("is longer than %zu bytes", limit));
+  buffer.Grow(static_cast<size_t>(status.length));
+  return ReadToEnd(file.handle, buffer, limit, error);
+}
+
+/// A name that no other program, and no other file of this one, is likely to have in mind.
+std::string TemporaryName() {
+  const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
+  return Format(".veldra-%x-%llx.tmp", disk::ProcessNumber(), static_cast<unsigned long long>(ticks));
+}
+
+}  // namespace
+
+void SetFileFault(FileFault fault) {
+  CurrentFault() = std::move(fault);
+}
+
+std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error, size_t limit) try {
+  SBuffer buffer;
+  if (!ReadInto(buffer, disk::SystemPath(path), limit, error)) return std::nullopt;
+  return CFileBytes(std::move(buffer.data), buffer.size);
+} catch (const std::bad_alloc&) {
+  Fail(error, "not enough memory");
+  return std::nullopt;
+}
+
+bool ReplaceFile(std::string_view path, std::span<const uint8_t> bytes, SError* error) {
+  CReplacement replacement(path);
+  return replacement.Open(error) && replacement.Write(bytes, error) && replacement.Finish(error) &&
+         replacement.Commit(error);
+}
+
+bool ReplaceFile(std::string_view path, std::string_view text, SError* error) {
+  return ReplaceFile(path, {reinterpret_cast<const uint8_t*>(text.data()), text.size()}, error);
+}
+
+struct CReplacement::SState {
+  enum class EStep { kClosed, kOpen, kFinished, kFailed };
+
+  std::string path;       ///< as given
+  std::string target;     ///< with links followed
+  std::string temporary;  ///< "" when there is none
+  bool replaces = false;  ///< the target was there before
+  COpenFile file;
+  EStep step = EStep::kClosed;
+
+  bool FindTarget(SError* error);
+  bool CreateTemporary(SError* error);
+  bool KeepPermissions(SError* error);
+  bool WritePiece(std::span<const uint8_t>& left, SError* error);
+  int Fault(std::string_view operation) const { return veldra::Fault(operation, temporary); }
+  void Discard();
+  /// Notes the step REACHED, or the failure when it did not go WELL; returns WELL.
+  bool After(EStep reached, bool well);
+};
+
+bool CReplacement::SState::FindTarget(SError* error) {
+  const int number = disk::FollowLinks(disk::SystemPath(path), target);
+  if (number != 0) return Fail(error, number);
+  const disk::EKind kind = disk::Status(target).kind;
+  if (kind == disk::EKind::kNothing) return true;
+  replaces = true;
+  if (kind != disk::EKind::kFile) return Fail(error, NotAFileText(kind));
+  const int refusal = disk::CheckReplaceable(target);
+  return refusal == 0 || Fail(error, refusal);
+}
+
+bool CReplacement::SState::CreateTemporary(SError* error) {
+  int number = 0;
+  for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
+    const std::string candidate = JoinPath(disk::FolderAbove(target), TemporaryName());
+    number = veldra::Fault("open", candidate);
+    if (number == 0) number = disk::CreateNew(candidate, !replaces, file.handle);
+    if (number == 0) {
+      temporary = candidate;
+      return true;
+    }
+    if (!disk::IsAlreadyThere(number)) break;
+  }
+  return Fail(error, number);
+}
+
+bool CReplacement::SState::KeepPermissions(SError* error) {
+  const int number = replaces ? disk::CopyPermissions(target, file.handle) : 0;
+  return number == 0 || Fail(error, number);
+}
+
+bool CReplacement::SState::WritePiece(std::span<const uint8_t>& left, SError* error) {
+  size_t count = 0;
+  int number = Fault("write");
+  if (number == 0) number = disk::Write(file.handle, left.first(std::min(left.size(), kPiece)), count);
+  if (number != 0) return Fail(error, number);
+  if (count == 0) return Fail(error, "nothing more could be written");
+  left = left.subspan(count);
+  return true;
+}
+
+void CReplacement::SState::Discard() {
+  file.Close();
+  if (!temporary.empty()) disk::Remove(std::exchange(temporary, {}));
+}
+
+bool CReplacement::SState::After(EStep reached, bool well) {
+  step = well ? reached : EStep::kFailed;
+  if (!well) Discard();
+  return well;
+}
+
+CReplacement::CReplacement(std::string_view path) : state_(std::make_unique<SState>()) {
+  state_->path = path;
+}
+
+CReplacement::~CReplacement() {
+  state_->Discard();
+}
+
+bool CReplacement::Open(SError* error) {
+  SState& state = *state_;
+  VELDRA_ASSERT(state.step == SState::EStep::kClosed);
+  return state.After(SState::EStep::kOpen,
+                     state.FindTarget(error) && state.CreateTemporary(error) && state.KeepPermissions(error));
+}
+
+bool CReplacement::Write(std::span<const uint8_t> bytes, SError* error) {
+  SState& state = *state_;
+  VELDRA_ASSERT(state.step == SState::EStep::kOpen);
+  while (!bytes.empty()) {
+    if (!state.WritePiece(bytes, error)) return state.After(SState::EStep::kFailed, false);
+  }
+  return true;
+}
+
+bool CReplacement::Finish(SError* error) {
+  SState& state = *state_;
+  VELDRA_ASSERT(state.step == SState::EStep::kOpen);
+  int number = state.Fault("sync");
+  if (number == 0) number = disk::Sync(state.file.handle);
+  if (number == 0) number = state.Fault("close");
+  if (number == 0) number = state.file.Close();
+  return state.After(SState::EStep::kFinished, number == 0 || Fail(error, number));
+}
+
+bool CReplacement::Commit(SError* error) {
+  SState& state = *state_;
+  VELDRA_ASSERT(state.step == SState::EStep::kFinished);
+  int number = veldra::Fault("rename", state.target);
+  if (number == 0) number = disk::Rename(state.temporary, state.target);
+  if (number != 0) return state.After(SState::EStep::kFailed, Fail(error, number));
+  state.temporary.clear();
+  state.step = SState::EStep::kClosed;
+  // From here on the new file is the file; a folder that cannot be flushed is no reason to call that a failure.
+  disk::SyncDirectory(disk::FolderAbove(state.target));
+  return true;
+}
+
+bool FileExists(std::string_view path) {
+  return disk::Status(disk::SystemPath(path)).kind != disk::EKind::kNothing;
+}
+
+bool IsFile(std::string_view path) {
+  return disk::Status(disk::SystemPath(path)).kind == disk::EKind::kFile;
+}
+
+bool IsDirectory(std::string_view path) {
+  return disk::Status(disk::SystemPath(path)).kind == disk::EKind::kDirectory;
+}
+
+std::optional<uint64_t> FileLength(std::string_view path) {
+  const disk::SStatus status = disk::Status(disk::SystemPath(path));
+  return status.kind == disk::EKind::kFile ? std::optional<uint64_t>(status.length) : std::nullopt;
+}
+
+bool RemoveFile(std::string_view path) {
+  return disk::Remove(disk::SystemPath(path)) == 0;
+}
+
+bool MakeDirectories(std::string_view path) {
+  // Upwards to the first folder that is there, then down again.
+  std::vector<std::string> missing;
+  std::string folder = disk::SystemPath(path);
+  while (!folder.empty() && disk::Status(folder).kind == disk::EKind::kNothing) {
+    missing.push_back(folder);
+    std::string above = disk::FolderAbove(folder);
+    if (above.size() >= folder.size()) return false;
+    folder = std::move(above);
+  }
+  for (auto each = missing.rbegin(); each != missing.rend(); ++each) {
+    // A name that ends in a separator was made with the one before.
+    const int number = disk::MakeDirectory(*each);
+    if (number != 0 && !disk::IsAlreadyThere(number)) return false;
+  }
+  return IsDirectory(path);
+}
+
+}  // namespace veldra

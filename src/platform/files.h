@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The only place that touches the disk. Paths are UTF-8 with either separator. No exceptions; an operation that can
+/// fail says so in its result and, where a reason helps the user, in SError ("disk full", "permission denied").
+namespace veldra {
+
+struct SError {
+  std::string what;
+};
+
+/// A file's bytes, owned; not zeroed before they are read.
+class CFileBytes {
+ public:
+  CFileBytes() = default;
+  CFileBytes(std::unique_ptr<uint8_t[]> data, size_t size) : data_(std::move(data)), size_(size) {}
+  std::span<const uint8_t> View() const { return {data_.get(), size_}; }
+  std::string_view Text() const { return {reinterpret_cast<const char*>(data_.get()), size_}; }
+
+ private:
+  std::unique_ptr<uint8_t[]> data_;
+  size_t size_ = 0;
+};
+
+inline constexpr size_t kLargestFile = size_t{0x7FFFFFFF};
+
+/// Reads the whole of a regular file; refused when it is longer than LIMIT bytes.
+std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error = nullptr, size_t limit = kLargestFile);
+
+/// Replaces PATH by BYTES: a temporary file beside it is written, flushed to the disk and renamed over it, so that at
+/// every moment either the whole old file or the whole new one is there. Links are followed and the old file's
+/// permissions kept. On failure the old file is untouched and the temporary one removed.
+bool ReplaceFile(std::string_view path, std::span<const uint8_t> bytes, SError* error = nullptr);
+bool ReplaceFile(std::string_view path, std::string_view text, SError* error = nullptr);
+
+/// ReplaceFile in steps, for several files that belong together: write and Finish all of them, then Commit each.
+class CReplacement {
+ public:
+  explicit CReplacement(std::string_view path);
+  ~CReplacement();  ///< removes the temporary file when Commit was not reached
+  CReplacement(const CReplacement&) = delete;
+  CReplacement& operator=(const CReplacement&) = delete;
+
+  bool Open(SError* error);
+  bool Write(std::span<const uint8_t> bytes, SError* error);
+  bool Finish(SError* error);  ///< flushed and closed: only the renaming is left
+  bool Commit(SError* error);
+
+ private:
+  struct SState;
+  std::unique_ptr<SState> state_;
+};
+
+/// "Its attributes can be read": files and folders both exist.
+bool FileExists(std::string_view path);
+bool IsFile(std::string_view path);
+bool IsDirectory(std::string_view path);
+std::optional<uint64_t> FileLength(std::string_view path);
+/// Opens for reading and writing. A file whose permissions let nobody write is not writable, whoever asks.
+bool IsWritable(std::string_view path);
+bool RemoveFile(std::string_view path);
+/// Makes the folder and those above it; true when it is there afterwards.
+bool MakeDirectories(std::string_view path);
+std::vector<std::string> ListDirectory(std::string_view path);  ///< names, sorted; without "." and ".."
+std::string CurrentDirectory();
+/// Absolute and without "." and ".." parts, links left alone.
+std::string AbsolutePath(std::string_view path);
+
+/// The path under which the game file exists, whatever the case of its name on a case-sensitive disk: PATH itself when
+/// it exists, else the entry that differs in letter case only (the first in byte order); "" when there is none. Folders
+/// along the way are found the same way.
+std::string FindAnyCase(std::string_view path);
+
+/// Test seam: called before each call that changes the disk ("open", "write", "sync", "close", "rename") with the path
+/// it is about; a result other than 0 makes that call fail as if the system had returned this error number.
+using FileFault = std::function<int(std::string_view operation, std::string_view path)>;
+void SetFileFault(FileFault fault);
+
+}  // namespace veldra

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// What the two systems' halves offer to files.cpp. Unless said otherwise a function returns the system's error number,
+/// 0 for success. Paths are those that SystemPath returned.
+namespace veldra::disk {
+
+using Handle = intptr_t;
+inline constexpr Handle kNoHandle = -1;
+
+enum class EKind { kNothing, kFile, kDirectory, kOther };
+
+struct SStatus {
+  EKind kind = EKind::kNothing;
+  uint64_t length = 0;  ///< in bytes, for kFile
+};
+
+/// The reason as the user reads it.
+std::string ErrorText(int number);
+bool IsAlreadyThere(int number);
+
+/// PATH as the other functions take it; "", which exists nowhere, when no file can have this name.
+std::string SystemPath(std::string_view path);
+/// The folder that PATH lies in, as SystemPath would return it; "" for the current one, and a root for itself.
+std::string FolderAbove(const std::string& path);
+/// Follows links.
+SStatus Status(const std::string& path);
+/// Where a file of this name really lies: PATH with the links it names followed, even to a file that is not there yet.
+int FollowLinks(const std::string& path, std::string& target);
+
+/// Never waits for the other end of a pipe.
+int OpenToRead(const std::string& path, Handle& handle, SStatus& status);
+/// A file that is not there yet; what is there is never opened. FOR_ALL: with the permissions of any new file, else
+/// closed to others until CopyPermissions says more.
+int CreateNew(const std::string& path, bool for_all, Handle& handle);
+/// COUNT is 0 at the end of the file, and may be smaller than asked for before it.
+int Read(Handle handle, std::span<uint8_t> buffer, size_t& count);
+int Write(Handle handle, std::span<const uint8_t> bytes, size_t& count);
+int Sync(Handle handle);
+int Close(Handle handle);
+
+/// Whether an existing file may be replaced, by its own permissions rather than its folder's.
+int CheckReplaceable(const std::string& path);
+/// Gives the file that is open the owner and permissions of the file PATH.
+int CopyPermissions(const std::string& path, Handle handle);
+/// FROM takes the place of TO, in one step.
+int Rename(const std::string& from, const std::string& to);
+/// Makes renames in DIRECTORY last, as far as the system can.
+void SyncDirectory(const std::string& directory);
+int Remove(const std::string& path);
+int MakeDirectory(const std::string& path);
+
+/// Tells this process's temporary files from those of others.
+unsigned ProcessNumber();
+
+}  // namespace veldra::disk

@@ -1,0 +1,85 @@
+#include "platform/paths.h"
+
+#include <algorithm>
+
+namespace veldra {
+
+namespace {
+
+constexpr std::string_view kSeparators = "\\/";
+
+#ifdef _WIN32
+constexpr char kSystemSeparator = '\\';
+#else
+constexpr char kSystemSeparator = '/';
+#endif
+
+bool IsSeparator(char c) {
+  return kSeparators.find(c) != std::string_view::npos;
+}
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// How many characters of PATH name the root it starts at: 1 for "/", 3 for "C:\", else 0.
+size_t RootLength(std::string_view path) {
+  if (!path.empty() && IsSeparator(path[0])) return 1;
+  return path.size() >= 3 && IsLetter(path[0]) && path[1] == ':' && IsSeparator(path[2]) ? 3 : 0;
+}
+
+size_t FileNameStart(std::string_view path) {
+  const size_t separator = path.find_last_of(kSeparators);
+  return separator == std::string_view::npos ? 0 : separator + 1;
+}
+
+/// Position of the last "." of the file name; npos when there is none.
+size_t ExtensionDot(std::string_view path) {
+  const size_t dot = path.rfind('.');
+  return dot != std::string_view::npos && dot >= FileNameStart(path) ? dot : std::string_view::npos;
+}
+
+}  // namespace
+
+std::string FileNamePart(std::string_view path) {
+  return std::string(path.substr(FileNameStart(path)));
+}
+
+std::string DirectoryPart(std::string_view path) {
+  const size_t name = FileNameStart(path);
+  if (name == 0) return {};
+  return std::string(path.substr(0, std::max(name - 1, RootLength(path))));
+}
+
+std::string ExtensionPart(std::string_view path) {
+  const size_t dot = ExtensionDot(path);
+  return dot == std::string_view::npos ? std::string() : std::string(path.substr(dot + 1));
+}
+
+std::string ChangeExtension(std::string_view path, std::string_view extension) {
+  std::string changed(path.substr(0, ExtensionDot(path)));
+  changed += '.';
+  changed += extension;
+  return changed;
+}
+
+std::string JoinPath(std::string_view directory, std::string_view name) {
+  if (directory.empty()) return std::string(name);
+  std::string path(directory);
+  if (!IsSeparator(path.back())) path += kSystemSeparator;
+  const size_t start = name.find_first_not_of(kSeparators);
+  if (start != std::string_view::npos) path += name.substr(start);
+  return path;
+}
+
+bool IsAbsolutePath(std::string_view path) {
+  return RootLength(path) > 0;
+}
+
+std::string NativePath(std::string_view path) {
+  std::string native(path);
+  if (kSystemSeparator == '/') std::replace(native.begin(), native.end(), '\\', '/');
+  return native;
+}
+
+}  // namespace veldra

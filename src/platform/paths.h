@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Paths are UTF-8 on every system, and both "\" and "/" separate: settings and archives bring the game's paths to
+/// systems that write them otherwise.
+namespace veldra {
+
+/// Everything after the last separator, or the whole path.
+std::string FileNamePart(std::string_view path);
+/// Everything before the last separator ("/" and "C:\" keep theirs), or "".
+std::string DirectoryPart(std::string_view path);
+/// The extension without its ".", as written; "" when the file name has none.
+std::string ExtensionPart(std::string_view path);
+/// PATH with everything from the last "." of its file name replaced by "." and EXTENSION; a name without "." gets one.
+std::string ChangeExtension(std::string_view path, std::string_view extension);
+/// DIRECTORY and NAME with one separator between them; NAME alone when DIRECTORY is empty.
+std::string JoinPath(std::string_view directory, std::string_view name);
+/// Starts at a root of the file system or a drive.
+bool IsAbsolutePath(std::string_view path);
+/// PATH as this system's calls take it: on systems that separate with "/", every "\" becomes one.
+std::string NativePath(std::string_view path);
+
+}  // namespace veldra

@@ -1,0 +1,154 @@
+#include <algorithm>
+
+#include "platform/png_codec.h"
+#include "platform/text.h"
+#include "platform/windows_system.h"
+// Needs the one above.
+#include <wincodec.h>
+
+namespace veldra::png_codec {
+
+namespace {
+
+constexpr UINT kPixelWidth = 4;
+
+/// Holds a COM object and lets go of it.
+template <typename Interface>
+class CComObject {
+ public:
+  CComObject() = default;
+  ~CComObject() {
+    if (object_ != nullptr) object_->Release();
+  }
+  CComObject(const CComObject&) = delete;
+  CComObject& operator=(const CComObject&) = delete;
+
+  Interface* operator->() const { return object_; }
+  Interface* Get() const { return object_; }
+  Interface** Receive() { return &object_; }
+
+ private:
+  Interface* object_ = nullptr;
+};
+
+/// COM, for as long as this lives; other parts of the program may have started it already, in their way.
+class CComUse {
+ public:
+  CComUse() : started_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
+  ~CComUse() {
+    if (started_) CoUninitialize();
+  }
+  CComUse(const CComUse&) = delete;
+  CComUse& operator=(const CComUse&) = delete;
+
+ private:
+  bool started_;
+};
+
+/// Steps that are done one after the other until the first that fails.
+class CSteps {
+ public:
+  template <typename Step>
+  CSteps& Then(Step step) {
+    if (SUCCEEDED(result_)) result_ = step();
+    return *this;
+  }
+  bool Well(SError* error) const {
+    if (FAILED(result_) && error != nullptr)
+      error->what = Format("the system's PNG library refuses (error %08lx)", static_cast<unsigned long>(result_));
+    return SUCCEEDED(result_);
+  }
+
+ private:
+  HRESULT result_ = S_OK;
+};
+
+HRESULT CreateFactory(CComObject<IWICImagingFactory>& factory) {
+  return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
+                          reinterpret_cast<void**>(factory.Receive()));
+}
+
+/// The library's blue, green, red, alpha and our red, green, blue, alpha, one to the other.
+void SwapRedAndBlue(std::vector<uint8_t>& pixels) {
+  for (size_t i = 0; i + 2 < pixels.size(); i += kPixelWidth)
+    std::swap(pixels[i], pixels[i + 2]);
+}
+
+UINT RowWidth(const SImage& image) {
+  return static_cast<UINT>(image.width) * kPixelWidth;
+}
+
+HRESULT TakeBytes(IStream* stream, std::vector<uint8_t>& bytes) {
+  STATSTG status;
+  HGLOBAL memory = nullptr;
+  HRESULT result = stream->Stat(&status, STATFLAG_NONAME);
+  if (SUCCEEDED(result)) result = GetHGlobalFromStream(stream, &memory);
+  if (FAILED(result)) return result;
+  const auto* data = static_cast<const uint8_t*>(GlobalLock(memory));
+  if (data == nullptr) return E_OUTOFMEMORY;
+  bytes.assign(data, data + status.cbSize.QuadPart);
+  GlobalUnlock(memory);
+  return S_OK;
+}
+
+}  // namespace
+
+bool Decode(std::span<const uint8_t> png, SImage& image, SError* error) {
+  const CComUse com;
+  CComObject<IWICImagingFactory> factory;
+  CComObject<IWICStream> stream;
+  CComObject<IWICBitmapDecoder> decoder;
+  CComObject<IWICBitmapFrameDecode> frame;
+  CComObject<IWICFormatConverter> converter;
+  CSteps steps;
+  steps.Then([&] { return CreateFactory(factory); })
+      .Then([&] { return factory->CreateStream(stream.Receive()); })
+      .Then([&] {
+        // The interface takes no const pointer, but a decoder only reads.
+        return stream->InitializeFromMemory(const_cast<BYTE*>(png.data()), static_cast<DWORD>(png.size()));
+      })
+      .Then([&] { return factory->CreateDecoder(GUID_ContainerFormatPng, nullptr, decoder.Receive()); })
+      .Then([&] { return decoder->Initialize(stream.Get(), WICDecodeMetadataCacheOnDemand); })
+      .Then([&] { return decoder->GetFrame(0, frame.Receive()); })
+      .Then([&] { return factory->CreateFormatConverter(converter.Receive()); })
+      .Then([&] {
+        return converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone, nullptr, 0,
+                                     WICBitmapPaletteTypeCustom);
+      })
+      .Then([&] {
+        return converter->CopyPixels(nullptr, RowWidth(image), static_cast<UINT>(image.rgba.size()), image.rgba.data());
+      });
+  SwapRedAndBlue(image.rgba);
+  return steps.Well(error);
+}
+
+bool Encode(const SImage& image, std::vector<uint8_t>& png, SError* error) {
+  const CComUse com;
+  CComObject<IWICImagingFactory> factory;
+  CComObject<IStream> stream;
+  CComObject<IWICBitmapEncoder> encoder;
+  CComObject<IWICBitmapFrameEncode> frame;
+  std::vector<uint8_t> pixels = image.rgba;
+  SwapRedAndBlue(pixels);
+  WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGRA;
+  CSteps steps;
+  steps.Then([&] { return CreateFactory(factory); })
+      .Then([&] { return CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive()); })
+      .Then([&] { return factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive()); })
+      .Then([&] { return encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache); })
+      .Then([&] { return encoder->CreateNewFrame(frame.Receive(), nullptr); })
+      .Then([&] { return frame->Initialize(nullptr); })
+      .Then([&] { return frame->SetSize(static_cast<UINT>(image.width), static_cast<UINT>(image.height)); })
+      .Then([&] { return frame->SetPixelFormat(&format); })
+      .Then([&] { return IsEqualGUID(format, GUID_WICPixelFormat32bppBGRA) ? S_OK : E_NOTIMPL; })
+      .Then([&] {
+        return frame->WritePixels(static_cast<UINT>(image.height), RowWidth(image), static_cast<UINT>(pixels.size()),
+                                  pixels.data());
+      })
+      .Then([&] { return frame->Commit(); })
+      .Then([&] { return encoder->Commit(); })
+      .Then([&] { return TakeBytes(stream.Get(), png); });
+  return steps.Well(error);
+}
+
+}  // namespace veldra::png_codec

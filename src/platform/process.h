@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veldra {
+
+/// The program's arguments in UTF-8, its own name left out. (Windows hands main() another encoding.)
+std::vector<std::string> CommandLineArguments(int argc, char** argv);
+
+std::optional<std::string> EnvironmentVariable(const std::string& name);
+
+/// Makes standard output take bytes as they are (Windows would turn "\n" into two).
+void SetBinaryStandardOutput();
+
+}  // namespace veldra

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veldra {
+
+inline constexpr const char* kCaption = "Veldra";
+inline constexpr const char* kErrorCaption = "Veldra - Error";
+
+enum class EIcon { kNone, kInformation, kWarning, kError, kQuestion };
+enum class EAnswer { kYes, kNo, kCancel };
+
+/// A message box. DETAILS says what and where for those who want to know (a byte offset, the system's reason).
+struct SMessage {
+  std::string text;
+  std::string caption = kCaption;
+  EIcon icon = EIcon::kInformation;
+  std::string details = {};
+};
+
+struct SFileFilter {
+  std::string label;    ///< "MTM Texture *.raw"
+  std::string pattern;  ///< "*.raw"
+};
+
+struct SFilePrompt {
+  std::string title;
+  std::vector<SFileFilter> filters;
+  std::string directory;          ///< where it opens
+  std::string name;               ///< offered file name, when saving
+  std::string default_extension;  ///< without ".", added to a name typed without one
+};
+
+struct SSavePath {
+  std::string path;
+  size_t filter = 0;  ///< position in SFilePrompt::filters
+};
+
+/// What to do with a face record of a type that nobody knows.
+struct SUnknownFaceAnswer {
+  enum class EChoice { kIgnore, kAbort, kChange } choice = EChoice::kAbort;
+  uint32_t type = 0;  ///< for kChange: one of the known face types
+};
+
+struct SUnusedVerticesAnswer {
+  enum class EChoice { kDelete, kSaveAnyway, kCancel } choice = EChoice::kCancel;
+  bool dont_show_again = false;
+};
+
+/// What stands in for a texture that is not found.
+struct STextureAnswer {
+  enum class EChoice { kGiveUp, kFile, kBlank } choice = EChoice::kGiveUp;
+  std::string path = {};  ///< for kFile
+  int width = 0;          ///< for kBlank: 64, 128, 256 or 512
+};
+
+/// A long operation on the way. Destroyed when it ends.
+class CProgress {
+ public:
+  virtual ~CProgress() = default;
+  /// DONE of TOTAL steps. Returns false when the user wants it stopped; the operation then undoes what it did and
+  /// reports failure.
+  virtual bool Step(uint64_t done, uint64_t total) = 0;
+};
+
+/// Everything that logic wants to know from the user. Texts stand beside the code that asks; this only shows them.
+/// Three implementations: dialogs (editor), options (command line), a script (tests).
+class CQuestions {
+ public:
+  virtual ~CQuestions() = default;
+
+  virtual void Message(const SMessage& message) = 0;
+  virtual EAnswer AskYesNo(const SMessage& question) = 0;  ///< never kCancel
+  virtual EAnswer AskYesNoCancel(const SMessage& question) = 0;
+  virtual std::optional<std::string> AskOpenFile(const SFilePrompt& prompt) = 0;
+  virtual std::optional<SSavePath> AskSaveFile(const SFilePrompt& prompt) = 0;
+
+  virtual SUnknownFaceAnswer AskUnknownFace(uint32_t type) = 0;
+  virtual SUnusedVerticesAnswer AskUnusedVertices() = 0;
+  /// Shows MESSAGE, then offers another file; asked again while the answer cannot be loaded.
+  virtual STextureAnswer AskTexture(const SMessage& message, const SFilePrompt& prompt) = 0;
+  /// The Hellbender scale factor, OFFERED filled in; nothing when cancelled.
+  virtual std::optional<double> AskScaleFactor(double offered) = 0;
+
+  /// Never null. TITLE says what is under way; CANCELLABLE only where stopping leaves nothing half done.
+  virtual std::unique_ptr<CProgress> BeginWork(const std::string& title, bool cancellable) = 0;
+};
+
+}  // namespace veldra

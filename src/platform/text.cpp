@@ -1,0 +1,143 @@
+#include "platform/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+#include <limits>
+
+namespace veldra {
+
+namespace {
+
+constexpr char UpperLetter(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char LowerLetter(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// Takes one leading sign off TEXT; true for "-".
+bool TakeSign(std::string_view& text) {
+  if (text.empty() || (text[0] != '+' && text[0] != '-')) return false;
+  const bool negative = text[0] == '-';
+  text.remove_prefix(1);
+  return negative;
+}
+
+template <typename Value, typename... Options>
+std::optional<Value> ParseWhole(std::string_view text, Options... options) {
+  Value value{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, options...);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+/// Length of the valid UTF-8 sequence at the start of TEXT (not empty); 0 when there is none.
+size_t Utf8SequenceLength(std::string_view text) {
+  const auto byte = [&](size_t i) { return static_cast<uint8_t>(text[i]); };
+  const uint8_t lead = byte(0);
+  if (lead < 0x80) return 1;
+  const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return 0;
+  for (size_t i = 1; i < length; ++i)
+    if ((byte(i) & 0xC0) != 0x80) return 0;
+  const bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
+  const bool surrogate = lead == 0xED && byte(1) >= 0xA0;
+  const bool beyond_unicode = lead == 0xF4 && byte(1) >= 0x90;
+  return overlong || surrogate || beyond_unicode ? 0 : length;
+}
+
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const size_t length = Utf8SequenceLength(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string Format(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  std::string text = FormatList(format, arguments);
+  va_end(arguments);
+  return text;
+}
+
+std::string FormatList(const char* format, va_list arguments) {
+  va_list again;
+  va_copy(again, arguments);
+  const int length = std::vsnprintf(nullptr, 0, format, again);
+  va_end(again);
+  if (length <= 0) return {};
+  std::string text(static_cast<size_t>(length), '\0');
+  // The zero behind the characters belongs to the string and may be written as zero.
+  std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+  return text;
+}
+
+std::string UpperCase(std::string_view text) {
+  std::string upper(text);
+  std::transform(upper.begin(), upper.end(), upper.begin(), UpperLetter);
+  return upper;
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), LowerLetter);
+  return lower;
+}
+
+bool EqualNoCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return UpperLetter(x) == UpperLetter(y); });
+}
+
+std::string_view Trim(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\n\v\f\r";
+  const size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::optional<int32_t> ParseInteger(std::string_view text) {
+  const bool negative = TakeSign(text);
+  const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+  if (hexadecimal) text.remove_prefix(2);
+  const auto magnitude = ParseWhole<uint32_t>(text, hexadecimal ? 16 : 10);
+  if (!magnitude) return std::nullopt;
+  const int64_t value = negative ? -int64_t{*magnitude} : int64_t{*magnitude};
+  if (value != static_cast<int32_t>(value)) return std::nullopt;
+  return static_cast<int32_t>(value);
+}
+
+std::optional<double> ParseNumber(std::string_view text) {
+  const bool negative = TakeSign(text);
+  // from_chars would take a second sign.
+  if (text.starts_with('-')) return std::nullopt;
+  const auto magnitude = ParseWhole<double>(text);
+  if (!magnitude || !std::isfinite(*magnitude)) return std::nullopt;
+  return negative ? -*magnitude : *magnitude;
+}
+
+std::string ToUtf8(std::string_view text) {
+  if (IsUtf8(text)) return std::string(text);
+  std::string utf8;
+  utf8.reserve(text.size() * 2);
+  for (const char c : text) {
+    const auto code = static_cast<uint8_t>(c);
+    if (code < 0x80) {
+      utf8 += c;
+    } else {
+      utf8 += static_cast<char>(0xC0 | (code >> 6));
+      utf8 += static_cast<char>(0x80 | (code & 0x3F));
+    }
+  }
+  return utf8;
+}
+
+}  // namespace veldra

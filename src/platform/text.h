@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdarg>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// Marks a printf-style function, TEXT and FIRST being the positions of its format and first argument. MinGW's
+// compiler takes "printf" for Microsoft's, though its library's printf is the standard one ("%zu").
+#if defined(__MINGW32__) && !defined(__clang__)
+#define VELDRA_PRINTF(text, first) [[gnu::format(gnu_printf, text, first)]]
+#else
+#define VELDRA_PRINTF(text, first) [[gnu::format(printf, text, first)]]
+#endif
+
+namespace veldra {
+
+/// printf into a string.
+VELDRA_PRINTF(1, 2) std::string Format(const char* format, ...);
+VELDRA_PRINTF(1, 0) std::string FormatList(const char* format, va_list arguments);
+
+/// ASCII letters only, so that the result does not depend on the locale; other bytes stay.
+std::string UpperCase(std::string_view text);
+std::string LowerCase(std::string_view text);
+bool EqualNoCase(std::string_view a, std::string_view b);
+
+/// Without the white space (blank, \t, \n, \v, \f, \r) at both ends.
+std::string_view Trim(std::string_view text);
+
+/// The whole of TEXT as a number, "." as decimal point whatever the locale; nothing when anything else stands in it, or
+/// when it does not fit. A leading "+" is taken. ParseInteger reads 0x... as hexadecimal.
+std::optional<int32_t> ParseInteger(std::string_view text);
+std::optional<double> ParseNumber(std::string_view text);
+
+/// TEXT as valid UTF-8: unchanged when it is, else its bytes taken as Latin-1, as the game's tools wrote names.
+std::string ToUtf8(std::string_view text);
+
+}  // namespace veldra

@@ -1,0 +1,44 @@
+#include "platform/userfolders.h"
+
+#include <filesystem>
+
+#include "platform/files_system.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/trace.h"
+#include "platform/userfolders_system.h"
+
+namespace veldra {
+
+namespace {
+
+std::string ChooseDataDirectory() {
+  const auto chosen = EnvironmentVariable("VELDRA_DATA");
+  if (chosen && !chosen->empty()) return AbsolutePath(*chosen);
+  const std::string usual = disk::SystemDataDirectory();
+  if (!usual.empty()) return usual;
+  std::error_code fault;
+  return JoinPath(std::filesystem::temp_directory_path(fault).string(), "veldra");
+}
+
+}  // namespace
+
+std::string UserDataDirectory() {
+  std::string directory = ChooseDataDirectory();
+  if (!MakeDirectories(directory)) Trace(">> UserDataDirectory(): %s cannot be made\n", directory.c_str());
+  return directory;
+}
+
+bool RemoveEmptyFolder(std::string_view path) {
+  return disk::RemoveFolder(disk::SystemPath(path)) == 0;
+}
+
+bool RenameFile(std::string_view from, std::string_view to, SError* error) {
+  const std::string target = disk::SystemPath(to);
+  const int number = disk::Rename(disk::SystemPath(from), target);
+  if (number == 0) disk::SyncDirectory(DirectoryPart(target));
+  if (number != 0 && error != nullptr) error->what = disk::ErrorText(number);
+  return number == 0;
+}
+
+}  // namespace veldra

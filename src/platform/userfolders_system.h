@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace veldra::disk {
+
+/// The folder for the program's data as the system and the user's settings have it; "" when they name none.
+std::string SystemDataDirectory();
+/// 0 or the system's error number.
+int RemoveFolder(const std::string& path);
+
+}  // namespace veldra::disk

@@ -1,0 +1,28 @@
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/userfolders.h"
+#include "platform/userfolders_system.h"
+#include "platform/windows_system.h"
+
+namespace veldra {
+
+namespace disk {
+
+std::string SystemDataDirectory() {
+  const auto data = EnvironmentVariable("LOCALAPPDATA");
+  return data && IsAbsolutePath(*data) ? JoinPath(*data, "Veldra") : "";
+}
+
+int RemoveFolder(const std::string& path) {
+  return RemoveDirectoryW(ToWide(path).c_str()) != 0 ? 0 : static_cast<int>(GetLastError());
+}
+
+}  // namespace disk
+
+std::string ComparablePath(std::string_view path) {
+  std::wstring wide = ToWide(AbsolutePath(path));
+  CharUpperBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  return FromWide(wide);
+}
+
+}  // namespace veldra

@@ -1,0 +1,24 @@
+#pragma once
+
+// Before <windows.h>, whose macro of that name would rename our ReplaceFile.
+#include "platform/files.h"
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+#undef ReplaceFile
+
+#include <string>
+#include <string_view>
+
+namespace veldra {
+
+/// UTF-8 to UTF-16; bytes that are no UTF-8 are taken as Latin-1.
+std::wstring ToWide(std::string_view text);
+std::string FromWide(std::wstring_view text);
+
+}  // namespace veldra

@@ -1,0 +1,107 @@
+#include "settings/coptools.h"
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+#include "platform/filelock.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/registry.h"
+#include "platform/text.h"
+#include "platform/trace.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr size_t kLargestSettingsFile = size_t{16} << 20;
+constexpr const char* kLockSuffix = ".lock";
+constexpr std::chrono::milliseconds kLongestWait{2000};
+
+struct SLine {
+  std::string key;
+  std::string value;
+};
+
+std::vector<SLine> SplitLines(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  std::vector<SLine> lines;
+  while (!text.empty()) {
+    const size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (line.empty()) continue;
+    const size_t blank = line.find(' ');
+    lines.push_back({std::string(line.substr(0, blank)),
+                     ToUtf8(blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1))});
+  }
+  return lines;
+}
+
+/// Nothing when there is a file that cannot be read: what it holds would be lost.
+std::optional<std::vector<SLine>> PresentLines(const std::string& path) {
+  if (!FileExists(path)) return std::vector<SLine>();
+  const auto bytes = ReadWholeFile(path, nullptr, kLargestSettingsFile);
+  return bytes ? std::optional(SplitLines(bytes->Text())) : std::nullopt;
+}
+
+/// Makes the rows of SETTINGS that nobody changed since AS_READ what LINES say.
+void TakeUnchanged(const std::vector<SLine>& lines, const CSettings& as_read, CSettings& settings) {
+  const CSettings own = settings;
+  for (const SLine& line : lines) {
+    const SSettingRow* const row = FindSettingRow(line.key);
+    if (row != nullptr && ToSettingText(*row, own) == ToSettingText(*row, as_read))
+      SetFromText(*row, line.value, settings);
+  }
+}
+
+/// With AS_READ null every key is the program's own.
+bool Write(const std::string& path, CSettings settings, const CSettings* as_read) {
+  const auto lines = PresentLines(path);
+  if (!lines) return false;
+  if (as_read != nullptr) TakeUnchanged(*lines, *as_read, settings);
+  std::string text;
+  for (const auto& [key, value] : settings.Texts())
+    text += key + ' ' + value + '\n';
+  for (const SLine& line : *lines) {
+    if (FindSettingRow(line.key) == nullptr) text += line.key + ' ' + line.value + '\n';
+  }
+  return ReplaceFile(path, text);
+}
+
+}  // namespace
+
+void CopTools::ReadCfgFile(const std::string& path, SettingsMap& map) {
+  const auto bytes = ReadWholeFile(path, nullptr, kLargestSettingsFile);
+  if (!bytes) return;
+  for (const SLine& line : SplitLines(bytes->Text())) {
+    map[line.key] = line.value;
+    Trace("CopTools::ReadCfgFile(%s) : Set '%s' to '%s'\n", path.c_str(), line.key.c_str(), line.value.c_str());
+  }
+}
+
+bool CopTools::WriteCfgFile(const std::string& path, const CSettings& settings) {
+  return Write(path, settings, nullptr);
+}
+
+bool CopTools::WriteCfgFile(const std::string& path, const CSettings& settings, const CSettings& as_read) {
+  // Where no lock is to be had the settings are still worth writing.
+  CFileLock lock;
+  SError error;
+  if (lock.Lock(path + kLockSuffix, kLongestWait, &error) != ELockResult::kTaken)
+    Trace("CopTools::WriteCfgFile(%s) : no lock: %s\n", path.c_str(), error.what.c_str());
+  const bool is_written = Write(path, settings, &as_read);
+  lock.ReleaseAndRemove();
+  return is_written;
+}
+
+std::string CopTools::InstallationDirectory() {
+  const auto registered = ReadMachineRegistry(R"(SOFTWARE\Microsoft\Monster Truck Madness\1.0)", "InstalledTo");
+  if (!registered) return ".";
+  return RegistryPathToNative(*registered).value_or(".");
+}
+
+}  // namespace veldra

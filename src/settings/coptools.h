@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "settings/settings.h"
+
+namespace veldra {
+
+/// Reading and writing the settings file, and where the game is.
+class CopTools {
+ public:
+  /// Each line is split at its first blank into key and value; a later line overrides an earlier one. MAP stays as it
+  /// is when the file does not exist or cannot be opened. Line ends LF or CR LF.
+  static void ReadCfgFile(const std::string& path, SettingsMap& map);
+
+  /// Replaces the file by SETTINGS, whole or not at all. A key in the old file that the table does not know keeps its
+  /// line behind them.
+  static bool WriteCfgFile(const std::string& path, const CSettings& settings);
+  /// The same for a program that is not alone: AS_READ is what it took from the file, so only the keys that differ from
+  /// it are its own work and the others keep the value that the file has now. Programs that write at once take turns.
+  static bool WriteCfgFile(const std::string& path, const CSettings& settings, const CSettings& as_read);
+
+  /// The game's folder as its installer registered it, as a path of this system; "." when it did not.
+  static std::string InstallationDirectory();
+};
+
+inline constexpr const char* kSettingsFileName = "Veldra.cfg";
+
+}  // namespace veldra

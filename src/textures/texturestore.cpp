@@ -1,0 +1,181 @@
+#include "textures/texturestore.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <optional>
+
+#include "platform/assert.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr uint64_t kLargestRaw = 512 * 512;
+/// Far more than any colour table with its trailer: what is longer is no colour table.
+constexpr size_t kLargestAct = size_t{1} << 20;
+/// Colours all of whose parts are below it count as transparent black.
+constexpr uint8_t kOpaqueFrom = 9;
+
+// Texels are put together as numbers whose low byte comes first in memory: every machine that Veldra is built for.
+static_assert(std::endian::native == std::endian::little);
+
+/// The 256 colours, first byte lowest. The 3-byte ones have nothing in their fourth byte.
+struct STexelTables {
+  std::array<uint32_t, 256> rgba;
+  std::array<uint32_t, 256> rgb;
+  std::array<uint32_t, 256> bgr;
+};
+
+STexelTables MakeTables(const ColorTable& colors) {
+  STexelTables tables;
+  for (size_t i = 0; i < 256; ++i) {
+    const uint32_t red = colors[i * 3];
+    const uint32_t green = colors[i * 3 + 1];
+    const uint32_t blue = colors[i * 3 + 2];
+    const uint32_t alpha = std::max({red, green, blue}) >= kOpaqueFrom ? 255 : 0;
+    tables.rgb[i] = red | green << 8 | blue << 16;
+    tables.bgr[i] = blue | green << 8 | red << 16;
+    tables.rgba[i] = tables.rgb[i] | alpha << 24;
+  }
+  return tables;
+}
+
+/// Where a row of texels goes in the three layouts.
+struct SDestination {
+  uint8_t* rgba;
+  uint8_t* rgb;
+  uint8_t* bgr;
+};
+
+/// One row, two texels at a time (a texture's width is even). A pair of 3-byte texels is stored as eight bytes, which
+/// is one instruction; the next pair overwrites the last two. Only the image's last pair has no room for them.
+void DecodeRow(std::span<const uint8_t> row, const STexelTables& tables, bool is_last, SDestination to) {
+  const auto write_pair = [&](size_t i, size_t width) {
+    const uint8_t left = row[i];
+    const uint8_t right = row[i + 1];
+    const uint64_t rgb = tables.rgb[left] | uint64_t{tables.rgb[right]} << 24;
+    const uint64_t bgr = tables.bgr[left] | uint64_t{tables.bgr[right]} << 24;
+    std::memcpy(to.rgba + i * 4, &tables.rgba[left], 4);
+    std::memcpy(to.rgba + i * 4 + 4, &tables.rgba[right], 4);
+    std::memcpy(to.rgb + i * 3, &rgb, width);
+    std::memcpy(to.bgr + i * 3, &bgr, width);
+  };
+  const size_t last_pair = row.size() - 2;
+  for (size_t i = 0; i < last_pair; i += 2)
+    write_pair(i, 8);
+  write_pair(last_pair, is_last ? 6 : 8);
+}
+
+void Tell(CQuestions& questions, const char* text, std::string details) {
+  questions.Message({.text = text, .caption = kErrorCaption, .icon = EIcon::kError, .details = std::move(details)});
+}
+
+/// The file's bytes when their number is that of a texture; otherwise the user has been told.
+std::optional<CFileBytes> ReadRaw(const std::string& path, CQuestions& questions) {
+  // Asked before anything is read: a file of any length can bear a texture's name.
+  const auto length = FileLength(path);
+  if (length && TextureSizeOfLength(*length) == 0) {
+    Tell(questions, "Error: Unsupported texture size.",
+         Format("%s is %llu bytes long; a texture has 4096, 16384, 65536 or 262144.", path.c_str(),
+                static_cast<unsigned long long>(*length)));
+    return std::nullopt;
+  }
+  SError error;
+  auto bytes = ReadWholeFile(path, &error, kLargestRaw);
+  if (bytes && TextureSizeOfLength(bytes->View().size()) != 0) return bytes;
+  Tell(questions, "Error: Texture cannot be read.",
+       Format("%s: %s", path.c_str(), bytes ? "its length changed meanwhile" : error.what.c_str()));
+  return std::nullopt;
+}
+
+}  // namespace
+
+int TextureSizeOfLength(uint64_t length) {
+  for (const int size : kTextureSizes) {
+    if (length == static_cast<uint64_t>(size) * static_cast<uint64_t>(size)) return size;
+  }
+  return 0;
+}
+
+CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_colors)
+    : questions_(questions), default_colors_(default_colors) {}
+
+const STextureImage* CTextureStore::GetTexture(const std::string& path) {
+  const auto stored = images_.find(path);
+  return stored != images_.end() ? stored->second.get() : LoadTexture(path);
+}
+
+const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
+  VELDRA_ASSERT(!images_.contains(path));
+  if (!FileExists(path)) return nullptr;
+  const auto bytes = ReadRaw(path, questions_);
+  if (!bytes) return nullptr;
+
+  auto image = std::make_unique<STextureImage>();
+  image->path = path;
+  image->name = FileNamePart(path);
+  image->size = TextureSizeOfLength(bytes->View().size());
+  const auto colors = ReadColorTable(ChangeExtension(path, "ACT"));
+  DecodeTexture(bytes->View(), colors ? *colors : default_colors_, *image);
+  return Store(std::move(image));
+}
+
+const STextureImage* CTextureStore::GetBlankTexture(const std::string& path, int width) {
+  VELDRA_ASSERT(std::ranges::find(kTextureSizes, width) != kTextureSizes.end());
+  const auto stored = images_.find(path);
+  if (stored != images_.end()) return stored->second.get();
+
+  auto image = std::make_unique<STextureImage>();
+  image->path = path;
+  image->name = FileNamePart(path);
+  image->size = width;
+  const auto texels = static_cast<size_t>(width) * static_cast<size_t>(width);
+  image->rgba.resize(texels * 4);
+  image->rgb.resize(texels * 3);
+  image->bgr.resize(texels * 3);
+  return Store(std::move(image));
+}
+
+const STextureImage* CTextureStore::Store(std::unique_ptr<STextureImage> image) {
+  const std::string path = image->path;
+  return images_.try_emplace(path, std::move(image)).first->second.get();
+}
+
+void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, STextureImage& image) {
+  const auto size = static_cast<size_t>(image.size);
+  VELDRA_ASSERT(size > 0 && size % 2 == 0 && indices.size() == size * size);
+  const STexelTables tables = MakeTables(colors);
+  image.rgba.resize(indices.size() * 4);
+  image.rgb.resize(indices.size() * 3);
+  image.bgr.resize(indices.size() * 3);
+  // The rows of rgb and bgr in ascending order, so that a row's overhanging bytes fall where the next one begins.
+  for (size_t row = 0; row < size; ++row) {
+    const size_t file_row = size - row - 1;
+    const SDestination to = {image.rgba.data() + file_row * size * 4, image.rgb.data() + row * size * 3,
+                             image.bgr.data() + row * size * 3};
+    DecodeRow(indices.subspan(file_row * size, size), tables, row + 1 == size, to);
+  }
+}
+
+std::optional<ColorTable> ReadColorTable(std::string_view path) {
+  const std::string found = FindAnyCase(path);
+  if (found.empty()) return std::nullopt;
+  const auto bytes = ReadWholeFile(found, nullptr, kLargestAct);
+  ColorTable colors;
+  if (!bytes || bytes->View().size() < colors.size()) return std::nullopt;
+  std::ranges::copy(bytes->View().first(colors.size()), colors.begin());
+  return colors;
+}
+
+ColorTable GreyRamp() {
+  ColorTable colors;
+  for (size_t i = 0; i < colors.size(); ++i)
+    colors[i] = static_cast<uint8_t>(i / 3);
+  return colors;
+}
+
+}  // namespace veldra

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/questions.h"
+
+namespace veldra {
+
+/// A colour table: 256 entries of red, green, blue, as an ACT file holds them.
+using ColorTable = std::array<uint8_t, 768>;
+
+/// Edge lengths of the square textures that the game takes.
+inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
+
+/// The edge length of a RAW file of LENGTH bytes, or 0 when no texture has that length.
+int TextureSizeOfLength(uint64_t length);
+
+/// A loaded texture in the layouts that its users want. Owned by the store, valid as long as the store.
+struct STextureImage {
+  std::string path;           ///< full path of the RAW file as it was asked for: the store's key
+  std::string name;           ///< the file-name part of the path, extension kept
+  int32_t size = 0;           ///< edge length in texels
+  std::vector<uint8_t> rgba;  ///< size × size × 4, rows in file order; near-black texels have alpha 0, others 255
+  std::vector<uint8_t> rgb;   ///< size × size × 3, last file row first
+  std::vector<uint8_t> bgr;   ///< rgb with red and blue exchanged
+};
+
+/// Loads textures and keeps each under its path, so that one named by several faces or models is read once. One store
+/// serves the whole application.
+class CTextureStore {
+ public:
+  /// QUESTIONS shows the error messages; DEFAULT_COLORS stands in for a texture's missing ACT file.
+  CTextureStore(CQuestions& questions, const ColorTable& default_colors);
+
+  /// The texture stored under PATH, loaded when it is not there yet. Null when that fails. Paths that differ in letter
+  /// case only are two keys.
+  const STextureImage* GetTexture(const std::string& path);
+
+  /// Loads a texture that is not in the store yet (else a programming error). Null without a message when no file is at
+  /// PATH; null after "Error: Unsupported texture size." when its length is that of no texture. The ACT file is found
+  /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
+  const STextureImage* LoadTexture(const std::string& path);
+
+  /// A black, fully transparent texture of WIDTH (a member of kTextureSizes) stored under PATH; the stored one when
+  /// there is one already.
+  const STextureImage* GetBlankTexture(const std::string& path, int width);
+
+ private:
+  const STextureImage* Store(std::unique_ptr<STextureImage> image);
+
+  CQuestions& questions_;
+  ColorTable default_colors_;
+  std::map<std::string, std::unique_ptr<STextureImage>> images_;
+};
+
+/// Fills the three layouts of IMAGE from size × size texel INDICES and COLORS.
+void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, STextureImage& image);
+
+/// The first 768 bytes of an ACT file; nothing when it cannot be read or is shorter. The file is found in any case.
+std::optional<ColorTable> ReadColorTable(std::string_view path);
+/// Entry k is (k, k, k): stands in where no colour table can be read at all.
+ColorTable GreyRamp();
+
+}  // namespace veldra

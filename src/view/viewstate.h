@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+#include "settings/settings.h"
+
+namespace veldra {
+
+enum class ERenderMode : int32_t { kVertices = 0, kWireframe = 1, kSolid = 2, kTextured = 3 };
+
+/// Turned about Z first, then Y, then X, in degrees: with Z 0 a model that stands upright stays so, seen from around it
+/// (Y) and from above (X).
+struct SRotation {
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+};
+
+/// How one view shows its model. Drawing depends on nothing else.
+struct SViewState {
+  ERenderMode mode = ERenderMode::kTextured;
+  bool only_3d = false;  ///< the window's tools are hidden; drawing is the same
+  bool axes = false;
+  bool vertices = false;           ///< markers at the vertices; the mode of vertices only has them anyway
+  bool high_quality = true;        ///< textures filtered, else their nearest texel
+  bool spherical_markers = false;  ///< vertex markers as spheres, else as points
+  bool transparency = false;       ///< faces of the transparent types let near-black texels through
+  bool follow_current_face = false;
+  SRotation rotation;
+  double zoom = 1.0;         ///< 1 fits a ball of diameter `extent` about the bounds' centre into the smaller side
+  double zoom_step = 0.125;  ///< what Zoom In and Zoom Out change; exact in binary, so that steps add up
+  double extent = 1.0;       ///< model units
+  double pan_x = 0.0;        ///< in parts of the smaller side of the window, to the right
+  double pan_y = 0.0;        ///< up
+  SColor background;
+
+  /// A new view's state. A render mode that does not exist becomes the textured one.
+  static SViewState FromSettings(const CSettings& settings);
+
+  /// Sets the mode and nothing else, except that vertices only switches the vertex markers on.
+  void ChooseMode(ERenderMode chosen);
+  void ZoomIn() { zoom += zoom_step; }
+  /// Never below one step.
+  void ZoomOut();
+  /// The whole model, whatever its rotation, at zoom 1 and without pan. BOUNDS: minimum x, y, z, maximum x, y, z. The
+  /// extent is twice the largest absolute value among them, or the diagonal of their box where that is longer: the
+  /// corners of a centred box lie farther out than its sides. A model far from the origin is shown small.
+  void ZoomToFit(const int32_t (&bounds)[6]);
+};
+
+}  // namespace veldra

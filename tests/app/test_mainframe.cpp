@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QToolBar>
+#include <QToolButton>
+#include <QtTest>
+
+#include "app/commandicons.h"
+#include "app/dialogdriver.h"
+#include "app/editorfixture.h"
+#include "app/qtquestions.h"
+#include "app/windowplace.h"
+
+namespace veldra::testing {
+
+TEST_F(CEditorTest, WindowPlaceIsRemembered) {
+  Start();
+  EXPECT_EQ(frame->size(), QSize(1200, 800));
+  frame->setGeometry(60, 50, 900, 640);
+  Settle();
+  EXPECT_TRUE(frame->close());
+  settings = app->Settings();
+  Start();
+  EXPECT_EQ(frame->geometry(), QRect(60, 50, 900, 640));
+
+  QMainWindow window;
+  CSettings far_away = settings;
+  far_away.main_window_tl = 20000;
+  far_away.main_window_br = 21000 | (900 << 16);
+  RestoreWindowPlace(window, far_away);
+  EXPECT_EQ(window.size(), QSize(1200, 800));
+
+  // A corner left of and above the first screen.
+  window.setGeometry(-30, -20, 700, 500);
+  CSettings negative = settings;
+  RememberWindowPlace(window, negative);
+  window.setGeometry(0, 0, 500, 400);
+  RestoreWindowPlace(window, negative);
+  EXPECT_EQ(window.geometry(), QRect(-30, -20, 700, 500));
+
+  CSettings unwanted = settings;
+  unwanted.save_main_state = 0;
+  RememberWindowPlace(window, unwanted);
+  EXPECT_EQ(unwanted.main_window_tl, settings.main_window_tl);
+}
+
+TEST_F(CEditorTest, ChildWindowsOpenAsTheLastOneClosed) {
+  Start();
+  ASSERT_TRUE(frame->OpenFile(WriteModel("a.bin")));
+  EXPECT_TRUE(frame->ActiveChild()->isMaximized());
+  frame->ActiveChild()->showNormal();
+  Do(ECommand::kFileClose);
+  ASSERT_TRUE(frame->OpenFile(WriteModel("a.bin")));
+  EXPECT_FALSE(frame->ActiveChild()->isMaximized());
+}
+
+TEST_F(CEditorTest, ToolBarButtonsHaveIconsAndDoTheCommand) {
+  CTarnView& view = StartWith(WriteModel("a.bin"));
+  auto* bar = frame->findChild<QToolBar*>("toolBar");
+  for (const ECommand id : ToolBarCommands()) {
+    if (id == ECommand::kNone) continue;
+    EXPECT_FALSE(frame->Action(id)->icon().isNull()) << CommandRow(id).name;
+  }
+  QTest::mouseClick(bar->widgetForAction(frame->Action(ECommand::kViewWireframe)), Qt::LeftButton);
+  EXPECT_EQ(view.State().mode, ERenderMode::kWireframe);
+}
+
+TEST_F(CEditorTest, IconsFollowThePalette) {
+  const QPalette before = QApplication::palette();
+  const auto brightness_of = [](const QColor& window, const QColor& text) {
+    QPalette palette;
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::ButtonText, text);
+    QApplication::setPalette(palette);
+    const QImage icon = CommandIcon("wireframe").pixmap(24, 24).toImage();
+    int darkest = 255;
+    int lightest = 0;
+    for (int y = 0; y < icon.height(); ++y) {
+      for (int x = 0; x < icon.width(); ++x) {
+        if (icon.pixelColor(x, y).alpha() < 200) continue;
+        darkest = std::min(darkest, icon.pixelColor(x, y).lightness());
+        lightest = std::max(lightest, icon.pixelColor(x, y).lightness());
+      }
+    }
+    return std::pair(darkest, lightest);
+  };
+  EXPECT_LT(brightness_of(Qt::white, Qt::black).second, 40);
+  EXPECT_GT(brightness_of(Qt::black, Qt::white).first, 215);
+  QApplication::setPalette(before);
+}
+
+TEST_F(CEditorTest, BackgroundColorIsOfTheActiveViewAlone) {
+  CTarnView& first = StartWith(WriteModel("a.bin"));
+  ASSERT_TRUE(frame->OpenFile(WriteModel("b.bin")));
+  CTarnView& second = *frame->ActiveView();
+  WaitUntilDrawn(second);
+  const SColor before = first.State().background;
+  CDialogDriver driver;
+  driver.On("backgroundColor", [](QWidget& dialog) {
+    auto& colors = dynamic_cast<QColorDialog&>(dialog);
+    QColorDialog::setCustomColor(3, QColor(1, 2, 3));
+    colors.setCurrentColor(QColor(200, 100, 50));
+    ClickButton(dialog, "OK");
+  });
+  Do(ECommand::kViewBackground);
+  EXPECT_EQ(second.State().background, (SColor{200, 100, 50}));
+  EXPECT_EQ(Picture(second).pixelColor(2, 2), QColor(200, 100, 50));
+  EXPECT_EQ(first.State().background, before);
+  EXPECT_EQ(app->Settings().custom_colors[3], (SColor{1, 2, 3}));
+}
+
+TEST_F(CEditorTest, RealDialogsAnswerTheQuestionBeforeChangesAreLost) {
+  CQtQuestions dialogs;
+  Start(&dialogs);
+  dialogs.SetParent(frame.get());
+  ASSERT_TRUE(frame->OpenFile(WriteModel("m.bin", {.shift_x = 50})));
+  Do(ECommand::kModelCenterX);
+  CDialogDriver driver;
+  driver.On("messageBox", [](QWidget& box) {
+    EXPECT_EQ(dynamic_cast<QMessageBox&>(box).text(), "Save changes to m.bin?");
+    QTest::keyClick(&box, Qt::Key_Escape);
+  });
+  Do(ECommand::kFileClose);
+  EXPECT_EQ(frame->Children().size(), 1);
+  driver.Click("messageBox", "Yes");
+  Do(ECommand::kFileClose);
+  EXPECT_EQ(frame->Children().size(), 0);
+  ASSERT_TRUE(frame->OpenFile(folder.File("m.bin")));
+  EXPECT_EQ(frame->ActiveDocument()->Model().Bound(0), -1000);
+
+  driver.Click("about", "OK");
+  Do(ECommand::kHelpAbout);
+}
+
+TEST_F(CEditorTest, SaveAsThroughTheFileDialogTakesTheVariantFromItsFilter) {
+  CQtQuestions dialogs;
+  Start(&dialogs);
+  dialogs.SetParent(frame.get());
+  ASSERT_TRUE(frame->OpenFile(WriteModel("m.bin")));
+  CDialogDriver driver;
+  driver.On("saveFile", [](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Save Document As");
+    auto* types = Child<QComboBox>(dialog, "fileTypeCombo");
+    ASSERT_EQ(types->count(), 3);
+    EXPECT_EQ(types->itemText(0), "MTM Model *.bin");
+    EXPECT_EQ(types->itemText(2), "Hellbender Bin *.bin");
+    types->setCurrentIndex(2);
+    emit types->textActivated(types->currentText());
+    auto* name = Child<QLineEdit>(dialog, "fileNameEdit");
+    EXPECT_EQ(name->text(), "m.bin");
+    QTest::mouseDClick(name, Qt::LeftButton);
+    name->selectAll();
+    QTest::keyClicks(name, "hell");
+    QTest::keyClick(name, Qt::Key_Return);
+  });
+  driver.On("scaleFactor", [](QWidget& dialog) {
+    auto* factor = Child<QLineEdit>(dialog, "factor");
+    factor->selectAll();
+    QTest::keyClicks(factor, "2");
+    QTest::keyClick(factor, Qt::Key_Return);
+  });
+  Do(ECommand::kFileSaveAs);
+  const std::string saved = ReadTestFile(folder.File("hell.bin"));
+  ASSERT_GT(saved.size(), 8u);
+  EXPECT_EQ(saved.substr(4, 4), std::string("\0\0\2\0", 4));
+}
+
+}  // namespace veldra::testing

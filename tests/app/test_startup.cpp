@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include "app/editorfixture.h"
+#include "app/recentfiles.h"
+#include "app/scalefactor.h"
+#include "app/startup.h"
+#include "app/tarn2.h"
+#include "platform/paths.h"
+#include "settings/coptools.h"
+#include "support/scriptedquestions.h"
+#include "support/testfiles.h"
+
+namespace veldra {
+
+using testing::CScriptedQuestions;
+using testing::CTempFolder;
+using testing::TestPalette;
+
+namespace {
+
+constexpr const char* kAskedAgain = "Error loading default palette.\nPlease select another.";
+
+std::string NotFound(const std::string& name) {
+  return "Default Palette not found!\nPlease locate ART\\" + name + " in the MTM2 directory.\n";
+}
+
+}  // namespace
+
+TEST(StartUp, PaletteIsAskedForUntilOneLoads) {
+  const CTempFolder folder;
+  const std::string good = folder.Write("Art/Good.Act", TestPalette());
+  const std::string too_short = folder.Write("short.act", std::vector<uint8_t>(767, 1));
+  const std::string missing = folder.File("no/METALCR2.ACT");
+  const std::string on_windows = "C:\\Program Files\\Microsoft Games\\ART\\METALCR2.ACT";
+  const struct {
+    const char* what;
+    std::string setting;
+    std::vector<std::optional<std::string>> chosen;
+    std::vector<std::string> messages;
+    std::optional<std::string> used;
+  } cases[] = {
+      {"good", good, {}, {}, good},
+      {"other letter case", folder.File("ART\\GOOD.ACT"), {}, {}, folder.File("ART\\GOOD.ACT")},
+      {"missing, then good", on_windows, {good}, {NotFound("METALCR2.ACT"), kAskedAgain}, good},
+      {"missing, then cancelled", missing, {std::nullopt}, {NotFound("METALCR2.ACT"), kAskedAgain}, std::nullopt},
+      {"short, then good", too_short, {good}, {kAskedAgain}, good},
+      {"folder, then short, then cancelled", folder.Path(), {too_short, std::nullopt}, {kAskedAgain, kAskedAgain}, {}},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.what);
+    folder.Write("Veldra.cfg", "DEFPAL " + row.setting + "\nBINDIR /with two blanks/x\nBINDIR /the later one\nJUNK\n");
+    CScriptedQuestions questions;
+    for (const auto& choice : row.chosen)
+      questions.OnOpenFile("Select Default Palette", choice);
+    const auto startup = StartUp(folder.Path(), questions);
+    EXPECT_EQ(questions.TakeMessageTexts(), row.messages);
+    ASSERT_EQ(startup.has_value(), row.used.has_value());
+    if (!startup) continue;
+    EXPECT_EQ(startup->settings.defpal, *row.used);
+    EXPECT_EQ(startup->settings.bin_dir, "/the later one");
+    EXPECT_EQ(startup->default_colors[3 * 7], 7);
+    EXPECT_EQ(startup->default_colors[3 * 7 + 2], 248);
+  }
+}
+
+TEST(StartUp, SettingsAreWrittenBackToTheFileTheyCameFrom) {
+  const CTempFolder folder;
+  const std::string palette = folder.Write("p.act", TestPalette());
+  folder.Write("Veldra.cfg", "DEFPAL nowhere.act\nARTDIR " + folder.Path() + "\n");
+  CScriptedQuestions questions;
+  questions.OnOpenFile("Select Default Palette", palette);
+  auto startup = StartUp(folder.Path(), questions);
+  ASSERT_TRUE(startup.has_value());
+  CTarn2App app(std::move(*startup), questions);
+  app.Settings().render_mode = 1;
+  EXPECT_TRUE(app.SaveSettings());
+  const std::string text = testing::ReadTestFile(folder.File("Veldra.cfg"));
+  EXPECT_NE(text.find("DEFPAL " + palette + "\n"), std::string::npos);
+  EXPECT_NE(text.find("RENDERMODE 1\n"), std::string::npos);
+  questions.TakeMessageTexts();
+}
+
+TEST(RecentFiles, KeepTheLatestFirstAndEachOnce) {
+  CRecentFiles files;
+  for (int i = 0; i < 10; ++i)
+    files.Add("f" + std::to_string(i));
+  files.Add("f5");
+  files.Remove("f8");
+  EXPECT_EQ(files.Paths(), (std::vector<std::string>{"f5", "f9", "f7", "f6", "f4", "f3", "f2"}));
+  files.Set({"a", "b", "a", ""});
+  EXPECT_EQ(files.Paths(), (std::vector<std::string>{"a", "b"}));
+}
+
+TEST(ScaleFactor, TakesWhatTheFileCanHold) {
+  for (const char* good : {"1", " 0.5 ", "-2.25", "32767.9999", "-32768", "0.0000153", "1e3"})
+    EXPECT_EQ(ScaleFactorFault(good), "") << good;
+  for (const char* bad : {"", "x", "1,5", "1 2", "0", "0.00001", "-0.00001", "32768", "-32769", "nan", "inf", "1e999"})
+    EXPECT_NE(ScaleFactorFault(bad), "") << bad;
+}
+
+}  // namespace veldra

@@ -1,0 +1,113 @@
+#include <filesystem>
+
+#include "document/documentfixture.h"
+#include "platform/files.h"
+
+namespace veldra::testing {
+namespace {
+
+class COpenDocumentTest : public CDocumentTest {
+ protected:
+  std::string WriteGoodModel(const std::string& name) {
+    CTarnDoc document(Services());
+    FillGood(document.Model());
+    EXPECT_TRUE(document.SaveMTM(folder.File(name)));
+    folder.Write("GOOD.RAW", std::string(64 * 64, '\0'));
+    return folder.File(name);
+  }
+
+  static void MakeReadOnly(const std::string& path, bool read_only) {
+    namespace fs = std::filesystem;
+    const fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    fs::permissions(path, read_only ? write : fs::perms::owner_write,
+                    read_only ? fs::perm_options::remove : fs::perm_options::add);
+  }
+};
+
+class CRecorder : public CDocumentObserver {
+ public:
+  void OnDocumentChanged(const CTarnDoc&, const SModelChange&) override { ++changes; }
+  void OnDocumentStateChanged(const CTarnDoc& document) override {
+    ++states;
+    if (leaves) const_cast<CTarnDoc&>(document).RemoveObserver(this);
+  }
+  int changes = 0;
+  int states = 0;
+  bool leaves = false;
+};
+
+TEST_F(COpenDocumentTest, TakesPathAndModelAndIsNotModified) {
+  const std::string path = WriteGoodModel("truck.bin");
+  CTarnDoc document(Services());
+  CRecorder recorder;
+  document.AddObserver(&recorder);
+  ASSERT_TRUE(document.OnOpenDocument(path));
+  EXPECT_EQ(document.Path(), path);
+  EXPECT_EQ(document.Title(), "truck.bin");
+  EXPECT_EQ(document.Model().FaceCount(), 1);
+  EXPECT_FALSE(document.IsModified());
+  EXPECT_FALSE(document.IsReadOnly());
+  EXPECT_EQ(recorder.changes, 1) << "the whole model, once";
+  EXPECT_EQ(recorder.states, 1);
+
+  document.CenterX();
+  EXPECT_TRUE(document.IsModified());
+  ASSERT_TRUE(document.OnOpenDocument(path));
+  EXPECT_FALSE(document.IsModified()) << "read anew";
+  EXPECT_EQ(document.Model().FaceCount(), 1);
+}
+
+TEST_F(COpenDocumentTest, FileThatMayNotBeWrittenOpensReadOnly) {
+  const std::string path = WriteGoodModel("truck.bin");
+  MakeReadOnly(path, true);
+  CTarnDoc document(Services());
+  ASSERT_TRUE(document.OnOpenDocument(path));
+  EXPECT_TRUE(document.IsReadOnly());
+  MakeReadOnly(path, false);
+}
+
+TEST_F(COpenDocumentTest, PathWithoutFileIsReported) {
+  CTarnDoc document(Services());
+  for (const std::string& path : {folder.File("missing.bin"), folder.Path(), std::string()}) {
+    SDiagnosis diagnosis;
+    EXPECT_FALSE(document.OnOpenDocument(path, &diagnosis));
+    ASSERT_EQ(questions.Messages().size(), 1U);
+    EXPECT_EQ(questions.Messages()[0].caption, "Veldra - Error");
+    EXPECT_FALSE(questions.Messages()[0].details.empty());
+    EXPECT_FALSE(diagnosis.Empty());
+    ExpectOnlyMessage("\"" + path + "\" could not be opened.");
+  }
+}
+
+TEST_F(COpenDocumentTest, FailedLoadLeavesAnEmptyDocument) {
+  const std::string good = WriteGoodModel("good.bin");
+  const std::string bad = folder.Write("bad.bin", std::string("\x14\0\0\0", 4));
+  CTarnDoc document(Services());
+  ASSERT_TRUE(document.OnOpenDocument(good));
+  document.SetReadOnly(true);
+  SDiagnosis diagnosis;
+  EXPECT_FALSE(document.OnOpenDocument(bad, &diagnosis));
+  ExpectOnlyMessage("Model is currupt and cannot be loaded");
+  EXPECT_FALSE(diagnosis.Empty());
+  EXPECT_EQ(document.Path(), "");
+  EXPECT_EQ(document.Model().VertexCount(), 0);
+  EXPECT_FALSE(document.IsModified());
+  EXPECT_FALSE(document.IsReadOnly());
+}
+
+TEST_F(COpenDocumentTest, ObserverMayLeaveWhileItIsTold) {
+  CTarnDoc document(Services());
+  CRecorder leaving;
+  CRecorder staying;
+  leaving.leaves = true;
+  document.AddObserver(&leaving);
+  document.AddObserver(&staying);
+  document.SetModified(true);
+  document.SetModified(true);
+  document.SetModified(false);
+  EXPECT_EQ(leaving.states, 1);
+  EXPECT_EQ(staying.states, 2) << "told of changes only";
+}
+
+}  // namespace
+}  // namespace veldra::testing

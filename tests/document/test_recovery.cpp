@@ -1,0 +1,241 @@
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "document/modelcopy.h"
+#include "document/recovery.h"
+#include "platform/paths.h"
+#include "platform/userfolders.h"
+#include "support/richmodel.h"
+
+namespace veldra::testing {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class RecoveryTest : public ::testing::Test {
+ protected:
+  RecoveryTest() {
+    CRichModelMaker(one_, textures_, 1).Make(30, 40);
+    CRichModelMaker(two_, textures_, 2).Make(50, 60);
+  }
+
+  std::string Directory() const { return folder_.File("recovery"); }
+  /// Copies whose program is no longer there: it ended without removing them.
+  void LeaveBehind(const std::vector<std::pair<SCopiedDocument, const CBinModel*>>& copies) {
+    CRecoveryFolder dead(Directory());
+    for (const auto& [document, model] : copies)
+      ASSERT_TRUE(dead.Save(document, *model));
+  }
+  void ExpectLoads(CRecoveryFolder& folder, const SLeftover& leftover, const CBinModel& expected) {
+    CBinModel model;
+    SDiagnosis diagnosis;
+    ASSERT_TRUE(folder.Load(leftover, model, textures_.Finder(), &diagnosis)) << diagnosis.Text();
+    ExpectEqualModels(expected, model);
+  }
+  std::string PathOf(const SLeftover& leftover) const {
+    return JoinPath(JoinPath(Directory(), leftover.session), leftover.file);
+  }
+
+  CTempFolder folder_;
+  CTextureSet textures_;
+  CBinModel one_;
+  CBinModel two_;
+};
+
+TEST_F(RecoveryTest, CopiesOfADeadProgramAreFoundLoadedAndDiscarded) {
+  LeaveBehind({{{7, "truck.bin", "C:\\models\\truck.bin", "key"}, &two_}, {{8, "Untitled1"}, &one_}});
+  CRecoveryFolder folder(Directory());
+  auto leftovers = folder.Leftovers();
+  ASSERT_EQ(leftovers.size(), 2u);
+  if (leftovers[0].document.title == "Untitled1") std::swap(leftovers[0], leftovers[1]);
+  EXPECT_EQ(leftovers[0].document.title, "truck.bin");
+  EXPECT_EQ(leftovers[0].document.path, "C:\\models\\truck.bin");
+  EXPECT_EQ(leftovers[0].document.states_key, "key");
+  EXPECT_EQ(leftovers[0].faces, 60);
+  EXPECT_EQ(leftovers[0].size, FileLength(PathOf(leftovers[0])));
+  EXPECT_NEAR(static_cast<double>(leftovers[0].time), static_cast<double>(PresentTime()), 3600);
+  ExpectLoads(folder, leftovers[0], two_);
+  ExpectLoads(folder, leftovers[1], one_);
+
+  EXPECT_TRUE(folder.Discard(leftovers[0]));
+  EXPECT_EQ(folder.Leftovers().size(), 1u);
+  EXPECT_TRUE(folder.Discard(leftovers[1]));
+  EXPECT_EQ(ListDirectory(Directory()), std::vector<std::string>());
+}
+
+TEST_F(RecoveryTest, NothingOfALivingProgramIsTouched) {
+  auto living = std::make_unique<CRecoveryFolder>(Directory());
+  ASSERT_TRUE(living->Save({1, "one"}, one_));
+  CRecoveryFolder other(Directory());
+  EXPECT_TRUE(other.Leftovers().empty());
+  EXPECT_TRUE(living->Leftovers().empty());
+
+  living.reset();
+  ASSERT_EQ(other.Leftovers().size(), 1u);
+  // Who was offered them first keeps them, until it ends itself.
+  auto third = std::make_unique<CRecoveryFolder>(Directory());
+  EXPECT_TRUE(third->Leftovers().empty());
+  EXPECT_EQ(other.Leftovers().size(), 1u);
+  EXPECT_FALSE(third->Discard(other.Leftovers()[0]));
+}
+
+TEST_F(RecoveryTest, TheNewestCopyCountsAndASavedDocumentHasNone) {
+  {
+    CRecoveryFolder dead(Directory());
+    ASSERT_TRUE(dead.Save({1, "first"}, one_));
+    ASSERT_TRUE(dead.Save({2, "saved"}, one_));
+    ASSERT_TRUE(dead.Save({1, "second"}, two_));
+    EXPECT_TRUE(dead.Remove(2));
+    EXPECT_TRUE(dead.Remove(3));
+  }
+  CRecoveryFolder folder(Directory());
+  const auto leftovers = folder.Leftovers();
+  ASSERT_EQ(leftovers.size(), 1u);
+  EXPECT_EQ(leftovers[0].document.title, "second");
+  ExpectLoads(folder, leftovers[0], two_);
+}
+
+TEST_F(RecoveryTest, ACleanEndLeavesNothingBehind) {
+  {
+    CRecoveryFolder folder(Directory());
+    EXPECT_FALSE(IsDirectory(Directory())) << "made before there was anything to save";
+    ASSERT_TRUE(folder.Save({1, "one"}, one_));
+    EXPECT_TRUE(folder.Remove(1));
+  }
+  EXPECT_EQ(ListDirectory(Directory()), std::vector<std::string>());
+}
+
+TEST_F(RecoveryTest, DamagedAndForeignFilesStandInNobodysWay) {
+  LeaveBehind({{{1, "good"}, &one_}, {{2, "cut"}, &one_}, {{3, "changed"}, &two_}, {{4, "emptied"}, &two_}});
+  const std::string session = JoinPath(Directory(), ListDirectory(Directory()).at(0));
+  std::string cut = ReadTestFile(JoinPath(session, "document-2.copy"));
+  ASSERT_TRUE(ReplaceFile(JoinPath(session, "document-2.copy"), std::string_view(cut).substr(0, cut.size() / 2)));
+  std::string changed = ReadTestFile(JoinPath(session, "document-3.copy"));
+  changed[changed.size() / 2] = static_cast<char>(changed[changed.size() / 2] ^ 1);
+  ASSERT_TRUE(ReplaceFile(JoinPath(session, "document-3.copy"), changed));
+  ASSERT_TRUE(ReplaceFile(JoinPath(session, "document-4.copy"), std::string_view()));
+  ASSERT_TRUE(MakeDirectories(JoinPath(session, "document-5.copy")));
+  ASSERT_TRUE(ReplaceFile(JoinPath(session, "letter.txt"), std::string_view("x")));
+  ASSERT_TRUE(ReplaceFile(JoinPath(session, ".veldra-1-2.tmp"), std::string_view("half")));
+  folder_.Write("recovery/session-file", "x");
+  folder_.Write("recovery/other/document-1.copy", "x");
+  ASSERT_TRUE(MakeDirectories(folder_.File("recovery/session-x/lock")));
+
+  CRecoveryFolder folder(Directory());
+  const auto leftovers = folder.Leftovers();
+  ASSERT_EQ(leftovers.size(), 5u);
+  EXPECT_EQ(leftovers[0].document.title, "good");
+  ExpectLoads(folder, leftovers[0], one_);
+  for (size_t i = 1; i < leftovers.size(); ++i) {
+    EXPECT_NE(leftovers[i].fault, "") << leftovers[i].file;
+    CBinModel model;
+    SDiagnosis diagnosis;
+    EXPECT_FALSE(folder.Load(leftovers[i], model, textures_.Finder(), &diagnosis));
+    EXPECT_NE(diagnosis.what, "");
+  }
+}
+
+TEST_F(RecoveryTest, EveryDamageToACopyIsNoticed) {
+  const std::vector<uint8_t> good = WriteModelCopy({.title = "t", .path = "p", .states_key = "", .time = 1}, one_);
+  CBinModel same;
+  ASSERT_TRUE(ReadModelCopy(good, same, textures_.Finder()));
+  const auto expect_refused = [&](std::span<const uint8_t> bytes) {
+    const auto block = std::make_unique<uint8_t[]>(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), block.get());
+    SDiagnosis diagnosis;
+    CBinModel model;
+    EXPECT_FALSE(ReadCopyLabel({block.get(), bytes.size()}, &diagnosis));
+    EXPECT_FALSE(ReadModelCopy({block.get(), bytes.size()}, model, textures_.Finder(), &diagnosis));
+    EXPECT_NE(diagnosis.what, "");
+    EXPECT_EQ(model.VertexCount(), 0);
+  };
+  for (size_t length = 0; length < good.size(); ++length)
+    expect_refused(std::span(good).first(length));
+  std::mt19937 random(3);
+  for (int round = 0; round < 2000; ++round) {
+    std::vector<uint8_t> bytes = good;
+    bytes[random() % bytes.size()] ^= static_cast<uint8_t>(1 + random() % 255);
+    expect_refused(bytes);
+  }
+}
+
+TEST_F(RecoveryTest, AFailedCopyKeepsTheOlderOne) {
+  for (const std::string failing : {"open", "write", "sync", "close", "rename"}) {
+    SCOPED_TRACE(failing);
+    {
+      CRecoveryFolder dead(Directory());
+      ASSERT_TRUE(dead.Save({1, "old"}, one_));
+      SetFileFault([&](std::string_view operation, std::string_view) { return operation == failing ? ENOSPC : 0; });
+      SError error;
+      EXPECT_FALSE(dead.Save({1, "new"}, two_, &error));
+      EXPECT_NE(error.what, "");
+      SetFileFault(nullptr);
+    }
+    CRecoveryFolder folder(Directory());
+    const auto leftovers = folder.Leftovers();
+    ASSERT_EQ(leftovers.size(), 1u);
+    EXPECT_EQ(leftovers[0].document.title, "old");
+    ExpectLoads(folder, leftovers[0], one_);
+    EXPECT_TRUE(folder.Discard(leftovers[0]));
+  }
+}
+
+TEST_F(RecoveryTest, ABusyModelAndAFolderThatCannotBeAreRefused) {
+  CRecoveryFolder folder(Directory());
+  SError error;
+  {
+    const CBinModel::CBusy busy(one_);
+    EXPECT_FALSE(folder.Save({1, "one"}, one_, &error));
+    EXPECT_EQ(error.what, "the model is being worked on");
+  }
+  error = {};
+  CRecoveryFolder nowhere(folder_.Write("file", "x"));
+  EXPECT_FALSE(nowhere.Save({1, "one"}, one_, &error));
+  EXPECT_NE(error.what, "");
+  EXPECT_TRUE(nowhere.Leftovers().empty());
+}
+
+TEST_F(RecoveryTest, GoesOnWhenItsFolderIsTidiedAway) {
+  CRecoveryFolder folder(Directory());
+  ASSERT_TRUE(folder.Save({1, "one"}, one_));
+  const std::string session = JoinPath(Directory(), ListDirectory(Directory()).at(0));
+  ASSERT_TRUE(RemoveFile(JoinPath(session, "document-1.copy")));
+  if (!RemoveFile(JoinPath(session, "lock"))) GTEST_SKIP() << "this system keeps files that are open";
+  ASSERT_TRUE(RemoveEmptyFolder(session));
+  EXPECT_TRUE(folder.Save({1, "one"}, one_));
+  EXPECT_EQ(ListDirectory(Directory()).size(), 1u);
+}
+
+TEST(RecoverySchedule, SaysWhenACopyIsDue) {
+  const CRecoverySchedule::Time start{1000s};
+  CRecoverySchedule schedule;
+  EXPECT_FALSE(schedule.DueAt());
+  schedule.Changed(start);
+  EXPECT_EQ(schedule.DueAt(), start + 5s);
+  schedule.Changed(start + 4s);
+  EXPECT_EQ(schedule.DueAt(), start + 9s);
+  EXPECT_FALSE(schedule.IsDue(start + 8s));
+  EXPECT_TRUE(schedule.IsDue(start + 9s));
+  for (auto time = 5s; time <= 58s; time += 1s)
+    schedule.Changed(start + time);
+  EXPECT_EQ(schedule.DueAt(), start + 60s) << "who never pauses gets a copy all the same";
+
+  schedule.Copied(start + 60s);
+  EXPECT_FALSE(schedule.DueAt());
+  schedule.Changed(start + 61s);
+  EXPECT_EQ(schedule.DueAt(), start + 70s) << "not more often than every ten seconds";
+  schedule.Failed(start + 70s);
+  EXPECT_EQ(schedule.DueAt(), start + 80s);
+  schedule.Saved();
+  EXPECT_FALSE(schedule.DueAt());
+}
+
+}  // namespace
+
+}  // namespace veldra::testing

@@ -1,0 +1,231 @@
+#include <cerrno>
+#include <cmath>
+
+#include "document/documentfixture.h"
+#include "platform/files.h"
+
+namespace veldra::testing {
+namespace {
+
+constexpr const char* kHellbenderFaces =
+    "This BIN model uses a face type\nthat is not recognized by Hellbender.\nConvert BIN to Hellbender face types?";
+
+class CSaveDocumentTest : public CDocumentTest {
+ protected:
+  ~CSaveDocumentTest() override { SetFileFault({}); }
+};
+
+TEST_F(CSaveDocumentTest, SaveAsWritesTheVariantOfTheChosenFilter) {
+  const struct {
+    size_t filter;
+    uint32_t type;
+    uint32_t scale;
+  } cases[] = {
+      {0, kFaceTransparentMtm2, 0x10000}, {1, kFaceTransparentMtm, 0x10000}, {2, kFaceTransparentMtm2, 0x8000}};
+  for (const auto& c : cases) {
+    const std::string path = folder.File("variant" + std::to_string(c.filter) + ".bin");
+    CTarnDoc document(Services());
+    document.Model().SetScaleWord(0x4000);
+    AddTriangle(document.Model(), -10, 10, &AddTexture(document.Model(), "GOOD.RAW", 64), kFaceTransparentMtm2);
+    questions.OnSaveFile("Save Document As", SSavePath{path, c.filter});
+    if (c.filter == 2) questions.OnScaleFactor(0.25, 0.5).OnYesNoCancel(kHellbenderFaces, EAnswer::kNo);
+    ASSERT_TRUE(document.Save()) << "without a path it is Save as";
+    EXPECT_EQ(FaceTypeAt(path), c.type);
+    EXPECT_EQ(ScaleWordAt(path), c.scale);
+    EXPECT_TRUE(IsFile(path + ".info"));
+    EXPECT_EQ(document.Path(), path);
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(document.Model().Face(0).Type(), kFaceTransparentMtm2) << "saving changes no model";
+  }
+  EXPECT_EQ(settings.scale_factor, 0.5);
+}
+
+TEST_F(CSaveDocumentTest, DefaultDirectoryTakesAllSavesButThoseToAGivenPath) {
+  const std::string models = folder.File("models");
+  ASSERT_TRUE(MakeDirectories(models));
+  ASSERT_TRUE(MakeDirectories(folder.File("elsewhere")));
+  const std::string chosen = folder.File("elsewhere/truck.bin");
+  const std::string redirected = folder.File("models/truck.bin");
+  settings.save_to_def_dir = 1;
+  CTarnDoc document(Services());
+  FillGood(document.Model());
+
+  questions.OnSaveFile("", SSavePath{chosen, 0});
+  ASSERT_TRUE(document.SaveAs()) << "BINDIR is no folder yet, so the rule does not hold";
+  EXPECT_EQ(document.Path(), chosen);
+  settings.bin_dir = models + "/";
+  ASSERT_TRUE(document.Save());
+  EXPECT_EQ(document.Path(), redirected);
+  ASSERT_TRUE(RemoveFile(redirected));
+  questions.OnSaveFile("", SSavePath{chosen, 0});
+  ASSERT_TRUE(document.SaveAs());
+  EXPECT_EQ(document.Path(), redirected);
+  ASSERT_TRUE(document.SaveAsVariant(chosen, EModelVariant::kMtm));
+  EXPECT_EQ(document.Path(), chosen);
+}
+
+TEST_F(CSaveDocumentTest, NameOfADocumentOpenReadOnlyElsewhereIsRefused) {
+  const std::string taken = folder.Write("taken.bin", "old");
+  SDocumentServices services = Services();
+  services.is_open_read_only_elsewhere = [&](const CTarnDoc&, const std::string& path) { return path == taken; };
+  CTarnDoc document(services);
+  FillGood(document.Model());
+  document.SetReadOnly(true);
+  questions.OnSaveFile("", SSavePath{taken, 0});
+  EXPECT_FALSE(document.SaveAs());
+  ExpectOnlyMessage("Cannot save as that name.The file has been opened as read-only");
+  EXPECT_EQ(ReadTestFile(taken), "old");
+  EXPECT_TRUE(document.IsReadOnly());
+}
+
+TEST_F(CSaveDocumentTest, ReadOnlyDocumentIsSavedUnderANewNameOnly) {
+  const std::string old_path = folder.File("old.bin");
+  const std::string new_path = folder.File("new.bin");
+  CTarnDoc document(Services());
+  FillGood(document.Model());
+  ASSERT_TRUE(document.SaveMTM(old_path));
+  document.SetReadOnly(true);
+  document.CenterX();
+  const std::string before = ReadTestFile(old_path);
+  questions.OnSaveFile("Save Document As", SSavePath{new_path, 0});
+  ASSERT_TRUE(document.Save());
+  EXPECT_FALSE(document.IsReadOnly());
+  EXPECT_EQ(document.Path(), new_path);
+  EXPECT_EQ(ReadTestFile(old_path), before);
+  EXPECT_NE(ReadTestFile(new_path), before);
+}
+
+TEST_F(CSaveDocumentTest, FailedWriteKeepsFileAndState) {
+  const std::string path = folder.File("truck.bin");
+  for (const char* operation : {"open", "write", "sync", "rename"}) {
+    SCOPED_TRACE(operation);
+    CTarnDoc document(Services());
+    FillGood(document.Model());
+    ASSERT_TRUE(document.SaveMTM(path));
+    const std::string before = ReadTestFile(path);
+    document.CenterX();
+    document.SetReadOnly(true);
+    SetFileFault([&](std::string_view called, std::string_view) { return called == operation ? ENOSPC : 0; });
+    EXPECT_FALSE(document.SaveAsVariant(path, EModelVariant::kMtm));
+    SetFileFault({});
+    ASSERT_EQ(questions.Messages().size(), 1U);
+    EXPECT_EQ(questions.Messages()[0].caption, "Veldra - Error");
+    EXPECT_FALSE(questions.Messages()[0].details.empty());
+    ExpectOnlyMessage("Model could not be saved.");
+    EXPECT_EQ(ReadTestFile(path), before);
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_TRUE(document.IsReadOnly()) << "nothing was written under a new name";
+    EXPECT_EQ(ListDirectory(folder.Path()), (std::vector<std::string>{"truck.bin", "truck.bin.info"}));
+  }
+}
+
+TEST_F(CSaveDocumentTest, NameTooLongForTheFileIsReportedAndNothingWritten) {
+  CTarnDoc document(Services());
+  AddTriangle(document.Model(), -1, 1, &AddTexture(document.Model(), "A_NAME_OF_21_LETTERS.RAW", 64));
+  EXPECT_FALSE(document.SaveMTM(folder.File("long.bin")));
+  ASSERT_EQ(questions.Messages().size(), 1U);
+  EXPECT_NE(questions.Messages()[0].details.find("A_NAME_OF_21_LETTERS.RAW"), std::string::npos);
+  ExpectOnlyMessage("Model could not be saved.");
+  EXPECT_FALSE(FileExists(folder.File("long.bin")));
+}
+
+TEST_F(CSaveDocumentTest, HellbenderOffersTheLastFactorElseTheModels) {
+  const std::string path = folder.File("hell.bin");
+  CTarnDoc document(Services());
+  FillGood(document.Model());
+  document.Model().SetScaleWord(0x18000);
+  questions.OnScaleFactor(1.5, std::nullopt);
+  EXPECT_FALSE(document.SaveHellbender(path));
+  EXPECT_FALSE(FileExists(path));
+  EXPECT_EQ(settings.scale_factor, 0.0) << "cancelled";
+
+  settings.scale_factor = 3.0;
+  questions.OnScaleFactor(3.0, 0.1);
+  EXPECT_TRUE(document.SaveHellbender(path));
+  EXPECT_EQ(ScaleWordAt(path), 6553U) << "0.1 x 65536 = 6553.6, truncated";
+  EXPECT_EQ(settings.scale_factor, 0.1);
+  EXPECT_EQ(document.Model().ScaleWord(), 0x18000);
+}
+
+TEST_F(CSaveDocumentTest, FactorWithoutAPlaceInTheFileIsRefused) {
+  const std::string path = folder.File("hell.bin");
+  CTarnDoc document(Services());
+  FillGood(document.Model());
+  for (const double factor : {32768.0, -40000.0, std::nan(""), HUGE_VAL}) {
+    questions.OnScaleFactor(1.0, factor);
+    EXPECT_FALSE(document.SaveHellbender(path));
+    EXPECT_EQ(questions.TakeMessageTexts().size(), 1U);
+    EXPECT_EQ(settings.scale_factor, 0.0);
+  }
+  EXPECT_FALSE(FileExists(path));
+}
+
+TEST_F(CSaveDocumentTest, HellbenderFaceTypesAreConvertedOnYesOnly) {
+  const struct {
+    uint32_t type;
+    bool asked;
+    EAnswer answer;
+    bool saved;
+    uint32_t type_after;
+  } cases[] = {{kFaceTransparentMtm2, true, EAnswer::kYes, true, kFaceTextured},
+               {kFaceTransparentMtm2, true, EAnswer::kNo, true, kFaceTransparentMtm2},
+               {kFaceTransparentMtm2, true, EAnswer::kCancel, false, kFaceTransparentMtm2},
+               {kFaceTransparentMtm, false, EAnswer::kNo, true, kFaceTransparentMtm}};
+  for (const auto& c : cases) {
+    const std::string path = folder.File("hell.bin");
+    RemoveFile(path);
+    settings.scale_factor = 0.0;
+    CTarnDoc document(Services());
+    AddTriangle(document.Model(), -10, 10, &AddTexture(document.Model(), "GOOD.RAW", 64), c.type);
+    questions.OnScaleFactor(1.0, 1.0);
+    if (c.asked) questions.OnYesNoCancel(kHellbenderFaces, c.answer);
+    EXPECT_EQ(document.SaveHellbender(path), c.saved);
+    EXPECT_EQ(FileExists(path), c.saved);
+    if (c.saved) {
+      EXPECT_EQ(FaceTypeAt(path), c.type_after);
+    }
+    EXPECT_EQ(document.Model().Face(0).Type(), c.type_after);
+  }
+}
+
+TEST_F(CSaveDocumentTest, BackdropThatCouldNotBeReadBackIsAskedFor) {
+  const std::string path = folder.File("backdrop.bin");
+  CTarnDoc document(Services());
+  AddTriangle(document.Model(), -10, 10, nullptr, kFaceUntextured);
+  const char* const question =
+      "Face 0 has no texture, so the backdrop cannot be opened again.\nWould you like to save anyway?";
+  questions.OnYesNo(question, EAnswer::kNo).OnYesNo(question, EAnswer::kYes);
+  EXPECT_FALSE(document.SaveBackdrop(path));
+  EXPECT_FALSE(FileExists(path));
+  EXPECT_TRUE(document.SaveBackdrop(path));
+  EXPECT_TRUE(FileExists(path));
+
+  CTarnDoc textured_first(Services());
+  FillGood(textured_first.Model());
+  AddTriangle(textured_first.Model(), -10, 10, nullptr, kFaceUntextured);
+  folder.Write("GOOD.RAW", std::string(64 * 64, '\0'));
+  ASSERT_TRUE(textured_first.SaveBackdrop(path)) << "not asked: the second face takes the first one's texture";
+  EXPECT_TRUE(document.OnOpenDocument(path));
+  EXPECT_EQ(document.Model().FaceCount(), 2);
+  ExpectNoMessages();
+}
+
+TEST_F(CSaveDocumentTest, ShinyFacesBringVertexNormalsToAllButBackdrops) {
+  const std::string path = folder.File("shiny.bin");
+  const size_t first_tag = 20 + 3 * 12;
+  for (const uint32_t type : {kFaceShiny, kFaceTextured}) {
+    CTarnDoc document(Services());
+    AddTriangle(document.Model(), -10, 10, &AddTexture(document.Model(), "GOOD.RAW", 64), type);
+    questions.OnScaleFactor(1.0, 1.0);
+    settings.scale_factor = 0.0;
+    EXPECT_TRUE(document.SaveMTM(path));
+    EXPECT_EQ(WordAt(path, first_tag) == 0x03, type == kFaceShiny);
+    EXPECT_TRUE(document.SaveHellbender(path));
+    EXPECT_EQ(WordAt(path, first_tag) == 0x03, type == kFaceShiny);
+    EXPECT_TRUE(document.SaveBackdrop(path));
+    EXPECT_EQ(WordAt(path, first_tag), 0x0DU);
+  }
+}
+
+}  // namespace
+}  // namespace veldra::testing

@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <stdexcept>
+
+#include "platform/assert.h"
+#include "platform/bytes.h"
+
+namespace veldra {
+namespace {
+
+const std::vector<uint8_t> kBytes = {0x01, 0x02, 0x83, 0xFF, 0xFE, 0xFF, 0xFF, 0xFF,
+                                     0x00, 0x00, 0x80, 0xBF, 'A',  'B',  0,    'C'};
+
+TEST(ByteReader, ReadsLittleEndian) {
+  CByteReader reader(kBytes);
+  EXPECT_EQ(reader.ReadU8(), 0x01);
+  EXPECT_EQ(reader.ReadU16(), 0x8302);
+  reader.Seek(3);
+  EXPECT_EQ(reader.ReadU8(), 0xFF);
+  EXPECT_EQ(reader.ReadI32(), -2);
+  EXPECT_EQ(reader.ReadF32(), -1.0F);
+  EXPECT_EQ(reader.ReadFixedText(4), "AB");
+  EXPECT_TRUE(reader.AtEnd());
+  EXPECT_FALSE(reader.Failed());
+}
+
+TEST(ByteReader, LatchesTheFirstFailureWhereItHappened) {
+  CByteReader reader(kBytes);
+  reader.Seek(13);
+  EXPECT_EQ(reader.ReadU32(), 0U);
+  EXPECT_TRUE(reader.Failed());
+  EXPECT_EQ(reader.Position(), 13U);
+  // One byte would be there, but what it means is unknown by now.
+  EXPECT_EQ(reader.ReadU8(), 0);
+  EXPECT_TRUE(reader.ReadBytes(1).empty());
+  reader.Seek(0);
+  EXPECT_EQ(reader.Position(), 13U);
+  EXPECT_EQ((SDiagnosis{reader.Position(), "cut short"}.Text()), "at byte 13: cut short");
+}
+
+TEST(ByteReader, RefusesSizesThatWouldWrap) {
+  constexpr size_t kMost = std::numeric_limits<size_t>::max();
+  CByteReader reader(kBytes);
+  EXPECT_TRUE(reader.Holds(4, 4));
+  EXPECT_FALSE(reader.Holds(5, 4));
+  EXPECT_FALSE(reader.Holds(kMost / 4 + 2, 4));
+  EXPECT_FALSE(reader.Holds(kMost, kMost));
+  reader.ReadU8();
+  EXPECT_TRUE(reader.ReadBytes(kMost).empty());
+  EXPECT_TRUE(reader.Failed());
+  EXPECT_FALSE(reader.Holds(0, 4)) << "nothing can be read behind a failure";
+
+  CByteReader seeker(kBytes);
+  seeker.Seek(kBytes.size());
+  EXPECT_FALSE(seeker.Failed());
+  seeker.Seek(kBytes.size() + 1);
+  EXPECT_TRUE(seeker.Failed());
+}
+
+TEST(ByteWriter, WritesWhatTheReaderReads) {
+  CByteWriter writer;
+  writer.WriteU8(0x01);
+  writer.WriteU16(0x8302);
+  writer.WriteU8(0xFF);
+  writer.WriteI32(-2);
+  writer.WriteU32(0xBF800000);
+  writer.WriteFixedText("AB", 3);
+  writer.WriteText("C");
+  EXPECT_EQ(std::vector<uint8_t>(writer.Bytes().begin(), writer.Bytes().end()), kBytes);
+}
+
+TEST(ByteWriter, AssertsThatFixedTextFits) {
+  const AssertHandler earlier =
+      SetAssertHandler([](const char* condition, const char*, int) { throw std::logic_error(condition); });
+  CByteWriter writer;
+  EXPECT_NO_THROW(writer.WriteFixedText("ABCD", 4));
+  EXPECT_THROW(writer.WriteFixedText("ABCDE", 4), std::logic_error);
+  SetAssertHandler(earlier);
+}
+
+}  // namespace
+}  // namespace veldra

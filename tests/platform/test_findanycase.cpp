@@ -1,0 +1,73 @@
+#include <gtest/gtest.h>
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "support/testfiles.h"
+
+namespace veldra {
+namespace {
+
+using testing::CTempFolder;
+
+TEST(FindAnyCase, FindsWhatIsThereUnderAnyCase) {
+  const CTempFolder folder;
+  folder.Write("Art/Metal.RAW", "");
+  EXPECT_EQ(FindAnyCase(folder.File("Art/Metal.RAW")), folder.File("Art/Metal.RAW"));
+  EXPECT_TRUE(IsFile(FindAnyCase(folder.File("ART\\METAL.raw"))));
+  EXPECT_EQ(FindAnyCase(folder.File("ART/METAL.ra")), "");
+  EXPECT_EQ(FindAnyCase(folder.File("ART/METAL.raw/x")), "");
+  EXPECT_EQ(FindAnyCase(""), "");
+}
+
+#ifndef _WIN32
+
+TEST(FindAnyCase, PrefersTheExactNameThenByteOrder) {
+  const CTempFolder folder;
+  folder.Write("art/B.raw", "");
+  folder.Write("ART/b.RAW", "");
+  folder.Write("ART/b.raw", "");
+  folder.Write("Art/only", "");
+  folder.Write("ART/sub/x", "");
+  const struct {
+    const char* asked;
+    const char* found;
+  } kCases[] = {
+      {"ART/B.RAW", "ART/b.RAW"},
+      {"ART\\b.raw", "ART/b.raw"},
+      {"art/b.raw", "art/B.raw"},
+      {"aRT/b.raw", "ART/b.raw"},
+      {"art/ONLY", "Art/only"},  // art and ART have none
+      {"aRt/SUB/../B.RAW", "ART/sub/../b.RAW"},
+      {"aRt//./SUB/", "ART//./sub/"},
+      {"aRt/ONLY/", ""},
+      {"art/../none", ""},
+  };
+  for (const auto& each : kCases) {
+    const std::string found = *each.found != '\0' ? folder.File(each.found) : "";
+    EXPECT_EQ(FindAnyCase(folder.File(each.asked)), found) << each.asked;
+  }
+}
+
+TEST(FindAnyCase, TakesRelativePaths) {
+  const CTempFolder folder;
+  folder.Write("Some Folder/x", "");
+  std::string up;
+  for (const char c : CurrentDirectory())
+    if (c == '/') up += "../";
+  EXPECT_EQ(FindAnyCase(up + folder.File("SOME folder/X").substr(1)), up + folder.File("Some Folder/x").substr(1));
+}
+
+TEST(FindAnyCase, EndsSoonOnPathsFullOfAlternatives) {
+  const CTempFolder folder;
+  folder.Write("a/x", "");
+  folder.Write("A/x", "");
+  std::string path = folder.Path();
+  for (int i = 0; i < 300; ++i)
+    path += "/a/..";
+  EXPECT_EQ(FindAnyCase(path + "/none"), "");
+}
+
+#endif
+
+}  // namespace
+}  // namespace veldra

@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/filelock.h"
+#include "support/testfiles.h"
+
+#ifndef _WIN32
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+namespace veldra {
+
+namespace {
+
+using namespace std::chrono_literals;
+using testing::CTempFolder;
+using testing::ReadTestFile;
+
+TEST(FileLock, OneHolderAtATime) {
+  const CTempFolder folder;
+  const std::string path = folder.File("lock");
+  CFileLock first;
+  CFileLock second;
+  SError error;
+  EXPECT_EQ(first.TryLock(path), ELockResult::kTaken);
+  EXPECT_EQ(second.TryLock(path, &error), ELockResult::kBusy);
+  EXPECT_NE(error.what, "");
+  EXPECT_FALSE(second.IsHeld());
+  EXPECT_EQ(second.Lock(path, 30ms), ELockResult::kBusy);
+
+  CFileLock moved(std::move(first));
+  EXPECT_EQ(second.TryLock(path), ELockResult::kBusy);
+  moved.Release();
+  EXPECT_EQ(second.TryLock(path), ELockResult::kTaken);
+  second = CFileLock();
+  EXPECT_EQ(moved.TryLock(path), ELockResult::kTaken);
+}
+
+TEST(FileLock, TwoFilesAreTwoLocks) {
+  const CTempFolder folder;
+  CFileLock first;
+  CFileLock second;
+  EXPECT_EQ(first.TryLock(folder.File("one")), ELockResult::kTaken);
+  EXPECT_EQ(second.TryLock(folder.File("two")), ELockResult::kTaken);
+}
+
+TEST(FileLock, RemovedFilesLetNobodyPast) {
+  const CTempFolder folder;
+  const std::string path = folder.File("lock");
+  CFileLock lock;
+  ASSERT_EQ(lock.TryLock(path), ELockResult::kTaken);
+  lock.ReleaseAndRemove();
+  EXPECT_FALSE(lock.IsHeld());
+  EXPECT_FALSE(FileExists(path));
+
+  // Holders that take the file away while others wait for it.
+  constexpr int kThreads = 4;
+  constexpr int kTurns = 500;
+  std::atomic<int> holders = 0;
+  std::atomic<int> turns = 0;
+  const auto work = [&](int number) {
+    for (int turn = 0; turn < kTurns; ++turn) {
+      CFileLock own;
+      while (own.TryLock(path) == ELockResult::kBusy)
+        std::this_thread::yield();
+      if (!own.IsHeld()) return;
+      EXPECT_EQ(++holders, 1);
+      std::this_thread::sleep_for(50us);
+      ++turns;
+      --holders;
+      if ((turn + number) % 4 != 0) own.ReleaseAndRemove();
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int number = 0; number < kThreads; ++number)
+    threads.emplace_back(work, number);
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_EQ(turns, kThreads * kTurns);
+}
+
+TEST(FileLock, FailsWithAReasonWhereNoFileCanBe) {
+  const CTempFolder folder;
+  folder.Write("file", "");
+  for (const char* name : {"missing/lock", "file/lock", ""}) {
+    CFileLock lock;
+    SError error;
+    EXPECT_EQ(lock.Lock(*name == '\0' ? "" : folder.File(name), 10s, &error), ELockResult::kFailed) << name;
+    EXPECT_NE(error.what, "") << name;
+  }
+}
+
+#ifndef _WIN32
+
+TEST(FileLock, ADeadProgramHoldsNothing) {
+  const CTempFolder folder;
+  const std::string path = folder.File("lock");
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    CFileLock lock;
+    const char result = lock.TryLock(path) == ELockResult::kTaken ? 'y' : 'n';
+    if (write(ready[1], &result, 1) != 1) _exit(1);
+    for (;;)
+      pause();
+  }
+  char result = 0;
+  ASSERT_EQ(read(ready[0], &result, 1), 1);
+  EXPECT_EQ(result, 'y');
+  CFileLock lock;
+  EXPECT_EQ(lock.TryLock(path), ELockResult::kBusy);
+  kill(child, SIGKILL);
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  EXPECT_EQ(lock.TryLock(path), ELockResult::kTaken);
+  close(ready[0]);
+  close(ready[1]);
+}
+
+TEST(FileLock, ProgramsTakeTurns) {
+  constexpr int kPrograms = 4;
+  constexpr int kTurns = 25;
+  const CTempFolder folder;
+  const std::string counter = folder.Write("counter", "0");
+  std::vector<pid_t> children;
+  for (int program = 0; program < kPrograms; ++program) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child > 0) {
+      children.push_back(child);
+      continue;
+    }
+    for (int turn = 0; turn < kTurns; ++turn) {
+      CFileLock lock;
+      if (lock.Lock(folder.File("lock"), 60s) != ELockResult::kTaken) _exit(1);
+      const auto text = ReadWholeFile(counter);
+      if (!text || !ReplaceFile(counter, std::to_string(std::stoi(std::string(text->Text())) + 1))) _exit(2);
+      if (turn % 3 == program % 3) lock.ReleaseAndRemove();
+    }
+    _exit(0);
+  }
+  for (const pid_t child : children) {
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+  EXPECT_EQ(ReadTestFile(counter), std::to_string(kPrograms * kTurns));
+}
+
+#endif
+
+}  // namespace
+
+}  // namespace veldra

@@ -1,0 +1,183 @@
+#include "samples/workspace.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <map>
+#include <set>
+
+#include "model/binfile.h"
+#include "platform/paths.h"
+#include "settings/coptools.h"
+#include "support/scriptedquestions.h"
+#include "support/testfiles.h"
+
+namespace veldra {
+namespace {
+
+using testing::CScriptedQuestions;
+using ::testing::HasSubstr;
+using ::testing::UnorderedElementsAre;
+
+/// Made once for all tests; the models are read through the settings that the workspace brings along.
+class SampleWorkspace : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    folder_ = std::make_unique<testing::CTempFolder>();
+    CScriptedQuestions questions;
+    SError error;
+    ASSERT_TRUE(samples::WriteWorkspace(folder_->Path(), questions, &error)) << error.what;
+    ASSERT_TRUE(questions.Messages().empty());
+  }
+  static void TearDownTestSuite() { folder_.reset(); }
+
+  SampleWorkspace() {
+    SettingsMap map;
+    CopTools::ReadCfgFile(folder_->File(kSettingsFileName), map);
+    settings_.Take(map);
+  }
+
+  bool Load(CBinModel& model, const char* name) {
+    CTextureFinder finder(store_, questions_, settings_.art_dir);
+    const SLoadContext context = {finder, questions_, settings_.texture_size_msg != 0};
+    return LoadBinFile(model, JoinPath(settings_.bin_dir, name), context);
+  }
+
+  static inline std::unique_ptr<testing::CTempFolder> folder_;
+  CSettings settings_;
+  CScriptedQuestions questions_;
+  CTextureStore store_{questions_, ReadColorTable(settings_.defpal).value_or(ColorTable{})};
+};
+
+/// Faces that share an edge pass it in opposite directions when they look to the same side. "" or the edge where a
+/// neighbour is turned.
+std::string TurnedNeighbours(const CBinModel& model, const CBinGroup& group) {
+  std::map<std::pair<int32_t, int32_t>, int> forward;
+  for (const int32_t index : group.Members()) {
+    const auto corners = model.Face(index).Corners();
+    for (size_t k = 0; k < corners.size(); ++k) {
+      ++forward[{corners[k]->Index(), corners[(k + 1) % corners.size()]->Index()}];
+    }
+  }
+  for (const auto& [edge, count] : forward) {
+    const auto back = forward.find({edge.second, edge.first});
+    if (count > 1 && count != (back == forward.end() ? 0 : back->second)) {
+      return std::to_string(edge.first) + " to " + std::to_string(edge.second);
+    }
+  }
+  return "";
+}
+
+/// Positive when the faces look away from MIDDLE, on the whole.
+double VolumeAbout(const SPoint& middle, const CBinModel& model, const CBinGroup& group) {
+  const auto from_middle = [&middle](const CBinVertex* vertex) {
+    const SPoint& at = vertex->Position();
+    return std::array<double, 3>{double(at.x) - middle.x, double(at.y) - middle.y, double(at.z) - middle.z};
+  };
+  double volume = 0.0;
+  for (const int32_t index : group.Members()) {
+    const CBinFace& face = model.Face(index);
+    for (int k = 1; k + 1 < face.CornerCount(); ++k) {
+      const auto a = from_middle(face.Corner(0));
+      const auto b = from_middle(face.Corner(k));
+      const auto c = from_middle(face.Corner(k + 1));
+      volume +=
+          a[0] * (b[1] * c[2] - b[2] * c[1]) + a[1] * (b[2] * c[0] - b[0] * c[2]) + a[2] * (b[0] * c[1] - b[1] * c[0]);
+    }
+  }
+  return volume / 6.0;
+}
+
+TEST_F(SampleWorkspace, HoldsItsFoldersAndTexturesOfAllSizesWithTheirTables) {
+  EXPECT_THAT(ListDirectory(folder_->Path()), UnorderedElementsAre("ART", "MODELS", "TRUCK", "Veldra.cfg"));
+  EXPECT_THAT(ListDirectory(folder_->File("MODELS")),
+              UnorderedElementsAre("RAMP.BIN", "RAMP.BIN.info", "TRUCK.BIN", "TRUCK.BIN.info"));
+  std::set<int> sizes;
+  for (const std::string& name : ListDirectory(settings_.art_dir)) {
+    EXPECT_LE(name.size(), 12u) << name;
+    const std::string path = JoinPath(settings_.art_dir, name);
+    if (ExtensionPart(name) != "RAW") continue;
+    sizes.insert(TextureSizeOfLength(FileLength(path).value_or(0)));
+    EXPECT_EQ(FileLength(ChangeExtension(path, "ACT")), 768u) << name;
+  }
+  EXPECT_THAT(sizes, UnorderedElementsAre(64, 128, 256, 512));
+  EXPECT_EQ(FileLength(settings_.defpal), 768u);
+}
+
+TEST_F(SampleWorkspace, TheTruckLoadsWithoutAnyQuestion) {
+  CBinModel truck;
+  ASSERT_TRUE(Load(truck, "TRUCK.BIN"));
+  EXPECT_TRUE(questions_.Messages().empty());
+  EXPECT_EQ(truck.CheckInvariants(), "");
+  EXPECT_GT(truck.FaceCount(), 500);
+  for (const uint32_t type : {0x11u, 0x18u, 0x19u, 0x29u, 0x33u})
+    EXPECT_TRUE(truck.HasFaceType(type)) << type;
+  const CBinTexture* beacon = truck.FindTexture("BEACON", ETextureKind::kAnimated);
+  ASSERT_NE(beacon, nullptr);
+  EXPECT_EQ(beacon->Frames().size(), 4u);
+  EXPECT_GT(beacon->UseCount(), 0);
+  for (int axis = 0; axis < 3; ++axis)
+    EXPECT_LE(std::abs(truck.Bound(axis) + truck.Bound(axis + 3)), 1) << axis;
+  EXPECT_TRUE(truck.UnusedVertices().empty());
+  for (const char* group : {"body", "hood", "cab", "bed", "windows", "chassis", "front left wheel", "beacon"}) {
+    EXPECT_NE(truck.FindGroup(EGroupKind::kFaces, group), nullptr) << group;
+    EXPECT_NE(truck.FindGroup(EGroupKind::kVertices, group), nullptr) << group;
+  }
+}
+
+TEST_F(SampleWorkspace, NothingIsInsideOut) {
+  CBinModel truck;
+  ASSERT_TRUE(Load(truck, "TRUCK.BIN"));
+  for (const CBinGroup& group : truck.FaceGroups()) {
+    EXPECT_EQ(TurnedNeighbours(truck, group), "") << group.Name();
+    if (group.Name() == "bed") continue;  // seen from its inside
+    const SBounds bounds = *truck.BoundsOfFaces(group.Members());
+    const SPoint middle = {(bounds.min.x + bounds.max.x) / 2, (bounds.min.y + bounds.max.y) / 2,
+                           (bounds.min.z + bounds.max.z) / 2};
+    EXPECT_GT(VolumeAbout(middle, truck, group), 0.0) << group.Name();
+  }
+}
+
+TEST_F(SampleWorkspace, NoLetteringIsMirrored) {
+  CBinModel truck;
+  ASSERT_TRUE(Load(truck, "TRUCK.BIN"));
+  int lettered = 0;
+  for (int32_t i = 0; i < truck.FaceCount(); ++i) {
+    const CBinFace& face = truck.Face(i);
+    const bool has_letters =
+        face.Texture() != nullptr && (face.Texture()->Name() == "SIDES.RAW" || face.Texture()->Name() == "ENDS.RAW" ||
+                                      face.Texture()->Name() == "WHEEL.RAW");
+    if (!has_letters) continue;
+    ++lettered;
+    // Counter-clockwise corners stay so in the texture, whose v grows downwards.
+    const STexCoord a = face.TexCoord(0), b = face.TexCoord(1), c = face.TexCoord(2);
+    EXPECT_LE((b.u - a.u) * (c.v - a.v) - (b.v - a.v) * (c.u - a.u), 1e-3) << "face " << i;
+  }
+  EXPECT_GT(lettered, 100);
+}
+
+TEST_F(SampleWorkspace, TheRampAsksOnceAboutItsTextureSizes) {
+  questions_.OnYesNo("texture size not supported by MTM2", EAnswer::kYes);
+  CBinModel ramp;
+  ASSERT_TRUE(Load(ramp, "RAMP.BIN"));
+  EXPECT_EQ(ramp.CheckInvariants(), "");
+  std::set<int> widths;
+  for (int32_t i = 0; i < ramp.TextureCount(); ++i)
+    widths.insert(ramp.Texture(i).Width());
+  EXPECT_THAT(widths, UnorderedElementsAre(128, 512));
+  EXPECT_LE(std::abs(ramp.Bound(1) + ramp.Bound(4)), 1);
+}
+
+TEST(SampleWorkspaceFailure, SaysWhatCannotBeWritten) {
+  const testing::CTempFolder folder;
+  const std::string in_the_way = folder.Write("ART", "a file where a folder should be");
+  CScriptedQuestions questions;
+  SError error;
+  EXPECT_FALSE(samples::WriteWorkspace(folder.Path(), questions, &error));
+  EXPECT_THAT(error.what, HasSubstr("ART"));
+}
+
+}  // namespace
+}  // namespace veldra

@@ -1,0 +1,53 @@
+#include "support/testfiles.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra::testing {
+
+CTempFolder::CTempFolder() {
+  static std::atomic<int> counter{0};
+  const auto ticks = static_cast<long long>(std::chrono::steady_clock::now().time_since_epoch().count());
+  path_ = JoinPath(std::filesystem::temp_directory_path().string(), Format("veldra-test-%lld-%d", ticks, counter++));
+  EXPECT_TRUE(MakeDirectories(path_));
+}
+
+CTempFolder::~CTempFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(std::filesystem::path(path_), ignored);
+}
+
+std::string CTempFolder::File(std::string_view name) const {
+  return JoinPath(path_, name);
+}
+
+std::string CTempFolder::Write(std::string_view name, std::string_view content) const {
+  const std::string path = File(name);
+  EXPECT_TRUE(MakeDirectories(DirectoryPart(path)));
+  SError error;
+  EXPECT_TRUE(ReplaceFile(path, content, &error)) << path << ": " << error.what;
+  return path;
+}
+
+std::string CTempFolder::Write(std::string_view name, const std::vector<uint8_t>& content) const {
+  return Write(name, std::string_view(reinterpret_cast<const char*>(content.data()), content.size()));
+}
+
+std::string ReadTestFile(const std::string& path) {
+  SError error;
+  const auto bytes = ReadWholeFile(path, &error);
+  if (!bytes) {
+    ADD_FAILURE() << path << ": " << error.what;
+    return "";
+  }
+  return std::string(bytes->Text());
+}
+
+}  // namespace veldra::testing

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldra::testing {
+
+/// A folder of its own for one test, gone with the object.
+class CTempFolder {
+ public:
+  CTempFolder();
+  ~CTempFolder();
+  CTempFolder(const CTempFolder&) = delete;
+  CTempFolder& operator=(const CTempFolder&) = delete;
+
+  const std::string& Path() const { return path_; }
+  std::string File(std::string_view name) const;
+  /// Writes a file there, folders of NAME included, and returns its path.
+  std::string Write(std::string_view name, std::string_view content) const;
+  std::string Write(std::string_view name, const std::vector<uint8_t>& content) const;
+
+ private:
+  std::string path_;
+};
+
+/// The file's bytes; a missing file fails the test and gives "".
+std::string ReadTestFile(const std::string& path);
+
+}  // namespace veldra::testing

@@ -1,0 +1,79 @@
+#include "textures/texturefinder.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "support/scriptedquestions.h"
+#include "support/testfiles.h"
+
+namespace veldra {
+namespace {
+
+using testing::CScriptedQuestions;
+using testing::CTempFolder;
+using EChoice = STextureAnswer::EChoice;
+
+class TextureFinder : public ::testing::Test {
+ protected:
+  std::string WriteRaw(const std::string& name, size_t length = 4096) {
+    return folder_.Write(name, std::vector<uint8_t>(length, 9));
+  }
+
+  CTempFolder folder_;
+  CScriptedQuestions questions_;
+  CTextureStore store_{questions_, GreyRamp()};
+  CTextureFinder finder_{store_, questions_, folder_.File("ART")};
+};
+
+TEST_F(TextureFinder, FindsFilesInAnyCaseUnderTheirPathOnDisk) {
+  WriteRaw("ART/road.Raw");
+  const STextureImage* image = finder_.Find("ROAD.RAW");
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(finder_.Find("Road.raw"), image);
+  EXPECT_TRUE(EqualNoCase(image->name, "ROAD.RAW"));
+  EXPECT_TRUE(IsFile(image->path));
+  EXPECT_EQ(store_.GetTexture(image->path), image);
+}
+
+TEST_F(TextureFinder, TheFilePickedStandsInUntilOneCanBeLoaded) {
+  const std::string other = WriteRaw("elsewhere/OTHER.RAW");
+  const std::string broken = WriteRaw("elsewhere/BROKEN.RAW", 4097);
+  const std::string text = "Texture ROAD.RAW not found. Please select another texture.";
+  questions_.OnTexture(text, {EChoice::kFile, folder_.File("elsewhere/NONE.RAW")})
+      .OnTexture(text, {EChoice::kFile, broken})
+      .OnTexture(text, {EChoice::kFile, other});
+  const STextureImage* image = finder_.Find("ROAD.RAW");
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(image->name, "OTHER.RAW");
+  EXPECT_EQ(questions_.TakeMessageTexts(), std::vector<std::string>{"Error: Unsupported texture size."});
+  EXPECT_EQ(finder_.Find("road.raw"), image) << "asked once";
+}
+
+TEST_F(TextureFinder, GivingUpIsRememberedForThisLoad) {
+  questions_.OnTexture("GONE.RAW", {EChoice::kGiveUp}).OnTexture("GONE.RAW", {EChoice::kBlank, "", 256});
+  EXPECT_EQ(finder_.Find("GONE.RAW"), nullptr);
+  EXPECT_EQ(finder_.Find("GONE.RAW"), nullptr);
+  CTextureFinder next_load(store_, questions_, folder_.File("ART"));
+  const STextureImage* blank = next_load.Find("GONE.RAW");
+  ASSERT_NE(blank, nullptr);
+  EXPECT_EQ(blank->size, 256);
+  EXPECT_EQ(blank->path, JoinPath(folder_.File("ART"), "GONE.RAW"));
+}
+
+TEST_F(TextureFinder, AnUnloadableFileIsReportedAndThenAskedFor) {
+  WriteRaw("ART/BROKEN.RAW", 5000);
+  questions_.OnTexture("BROKEN.RAW", {EChoice::kGiveUp});
+  EXPECT_EQ(finder_.Find("BROKEN.RAW"), nullptr);
+  EXPECT_EQ(questions_.TakeMessageTexts(), std::vector<std::string>{"Error: Unsupported texture size."});
+}
+
+TEST_F(TextureFinder, AnEmptyNameIsNoTexture) {
+  WriteRaw("ART/ROAD.RAW");
+  questions_.OnTexture("Texture  not found", {EChoice::kGiveUp});
+  EXPECT_EQ(finder_.Find(""), nullptr);
+}
+
+}  // namespace
+}  // namespace veldra

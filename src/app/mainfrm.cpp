@@ -76,8 +76,7 @@ void CMainFrame::MakeReadyForOpenGL() {
   (new QOpenGLWidget(this))->hide();
 }
 
-// --- Documents
-// --------------------------------------------------------------------------------------------------------
+// --- Documents -----------------------------------------------------------------------------------------------------
 
 bool CMainFrame::OpenFile(const std::string& path) {
   const auto open = app_.FindDocument(path);
@@ -137,8 +136,7 @@ QList<CChildFrame*> CMainFrame::Children() const {
   return children;
 }
 
-// --- Commands
-// ---------------------------------------------------------------------------------------------------------
+// --- Commands ------------------------------------------------------------------------------------------------------
 
 void CMainFrame::Run(const SCommandRow& row) {
   if (const auto* own = std::get_if<void (CMainFrame::*)()>(&row.handler)) {
@@ -240,8 +238,7 @@ void CMainFrame::FillWindowList() {
   }
 }
 
-// --- State
-// ------------------------------------------------------------------------------------------------------------
+// --- State ---------------------------------------------------------------------------------------------------------
 
 void CMainFrame::RefreshCommands() {
   if (refresh_is_due_) return;

@@ -264,7 +264,17 @@ void CTarnDoc::CenterAll() {
 }
 
 int32_t CTarnDoc::DeleteAllUnused() {
-  return model_.DeleteUnusedVertices();
+  CBinModel::Vertices deleted = model_.TakeVertices(model_.UnusedVertices());
+  const auto count = static_cast<int32_t>(deleted.size());
+  if (count == 0) return 0;
+  std::vector<CBinVertex*> vertices;
+  for (const auto& vertex : deleted)
+    vertices.push_back(vertex.get());
+  if (CHistory::RecordVertexChange(history_, vertices, false)) {
+    for (auto& vertex : deleted)
+      static_cast<void>(vertex.release());  // the history's now
+  }
+  return count;
 }
 
 void CTarnDoc::OnModelChanged(const CBinModel&, const SModelChange& change) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "document/history.h"
 #include "model/binfile.h"
 #include "model/binmodel.h"
 #include "platform/bytes.h"
@@ -15,6 +16,9 @@
 namespace veldra {
 
 class CTarnDoc;
+
+/// Actions that a document's history holds at most.
+inline constexpr int32_t kHistoryDepth = 100;
 
 /// What the question of AskUnusedVertices says; its choices are kDeleteUnusedChoice and those after it.
 inline constexpr const char* kUnusedVerticesText =
@@ -63,12 +67,12 @@ class CTarnDoc : private CModelObserver {
   bool IsReadOnly() const { return read_only_; }
   void SetReadOnly(bool read_only);
   const CSettings& Settings() const { return services_.settings; }
+  CHistory& History() { return history_; }
 
   void AddObserver(CDocumentObserver* observer);
   void RemoveObserver(CDocumentObserver* observer);
 
-  // --- File
-  // -----------------------------------------------------------------------------------------------------------
+  // --- File --------------------------------------------------------------------------------------------------------
   /// Fills the document from PATH. On failure the user has been told and the document is empty; DIAGNOSIS (may be null)
   /// says more.
   bool OnOpenDocument(const std::string& path, SDiagnosis* diagnosis = nullptr);
@@ -97,8 +101,7 @@ class CTarnDoc : private CModelObserver {
   /// Another open document has PATH and is read-only.
   bool IsOpenReadOnlyElsewhere(const std::string& path) const;
 
-  // --- Commands on the whole model
-  // ------------------------------------------------------------------------------------
+  // --- Commands on the whole model ---------------------------------------------------------------------------------
   void CenterX();
   void CenterY();
   void CenterZ();
@@ -122,6 +125,7 @@ class CTarnDoc : private CModelObserver {
 
   SDocumentServices services_;
   CBinModel model_;
+  CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   std::string path_;
   mutable int untitled_number_ = 0;  ///< 0 until the title is first asked for
   bool modified_ = false;

@@ -120,8 +120,6 @@ class CBinModel {
   bool DeleteVertices(std::span<const int32_t> indices, CQuestions& questions);
   bool DeleteVertices(int32_t position, int32_t count, CQuestions& questions);
   std::vector<int32_t> UnusedVertices() const;
-  /// Deletes every vertex that no face uses; returns how many.
-  int32_t DeleteUnusedVertices();
 
   /// Refused with "Animation "%s" is currently\n in use and cannot be deleted." while a face uses it.
   bool DeleteTexture(CBinTexture& entry, CQuestions& questions);
@@ -157,8 +155,7 @@ class CBinModel {
   /// free number from 2 appended ("hood 2"). Returns the names that they have now, in order.
   std::vector<std::string> AddGroups(EGroupKind kind, Groups groups);
 
-  // --- Whole-model rebuilding, for operations that touch everything
-  // ----------------------------------------------------
+  // --- Whole-model rebuilding, for operations that touch everything ------------------------------------------------
   /// Replaces both arrays and recomputes indices, face sets, use counts and bounds. VERTEX_MAP and FACE_MAP give for
   /// each old index the new one or -1; groups follow them (two members that fall together count once). An empty map
   /// leaves its groups as they are. Vertices and faces of another model become this one's; their textures must be this

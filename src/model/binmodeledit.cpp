@@ -298,10 +298,6 @@ std::vector<int32_t> CBinModel::UnusedVertices() const {
   return unused;
 }
 
-int32_t CBinModel::DeleteUnusedVertices() {
-  return static_cast<int32_t>(TakeVertices(UnusedVertices()).size());
-}
-
 void CBinModel::SetVertexPosition(int32_t index, const SPoint& position) {
   SetVertexPositions({&index, 1}, {&position, 1});
 }

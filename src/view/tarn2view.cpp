@@ -169,8 +169,7 @@ void CTarnView::SetBackground(const SColor& color) {
   Changed();
 }
 
-// --- Drawing
-// ----------------------------------------------------------------------------------------------------------
+// --- Drawing -------------------------------------------------------------------------------------------------------
 
 void CTarnView::initializeGL() {
   connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { DropGraphics(); });
@@ -183,8 +182,11 @@ void CTarnView::paintGL() {
   if (!fault_.isEmpty() || document_->Model().IsBusy()) return;
   const double ratio = devicePixelRatioF();
   const double seconds = IsPlaying() ? static_cast<double>(play_time_.elapsed()) / 1000.0 : 0.0;
-  renderer_->Draw(document_->Model(), state_, static_cast<int>(width() * ratio), static_cast<int>(height() * ratio),
-                  seconds);
+  renderer_->Draw(document_->Model(), state_,
+                  {.width = static_cast<int>(width() * ratio),
+                   .height = static_cast<int>(height() * ratio),
+                   .seconds = seconds,
+                   .pixel_ratio = ratio});
   if (has_drawn_) return;
   has_drawn_ = true;
   emit FirstFrameDrawn();
@@ -233,8 +235,7 @@ void CTarnView::OnDocumentChanged(const CTarnDoc& document, const SModelChange&)
   update();
 }
 
-// --- Input
-// ------------------------------------------------------------------------------------------------------------
+// --- Input ---------------------------------------------------------------------------------------------------------
 
 void CTarnView::keyPressEvent(QKeyEvent* event) {
   const auto row = std::find_if(std::begin(kViewKeys), std::end(kViewKeys),

@@ -171,8 +171,8 @@ TEST_F(CBinModelTest, UsedVerticesAreNotDeleted) {
   model.RemoveFaces(0, 2);
   EXPECT_TRUE(model.DeleteVertices(Indices{2}, questions));
   EXPECT_THAT(builder.Corners(0), ElementsAre(0, 1, 2));
-  EXPECT_EQ(model.DeleteUnusedVertices(), 2);
-  EXPECT_EQ(model.DeleteUnusedVertices(), 0);
+  EXPECT_EQ(model.TakeVertices(model.UnusedVertices()).size(), 2U);
+  EXPECT_TRUE(model.UnusedVertices().empty());
   EXPECT_EQ(model.Bounds(), (SBounds{{0, 0, -3}, {30, 1, 0}})) << "recomputed";
 }
 
@@ -191,7 +191,7 @@ TEST_F(CBinModelTest, BoundsFollowTheVertices) {
   CBinModel emptied;
   emptied.AddVertex({5, 6, 7});
   EXPECT_EQ(emptied.Bounds(), (SBounds{{5, 6, 7}, {5, 6, 7}}));
-  emptied.DeleteUnusedVertices();
+  emptied.TakeVertices(emptied.UnusedVertices());
   EXPECT_EQ(emptied.Bounds(), (SBounds{{0, 0, 0}, {5, 6, 7}}));
   emptied.RecomputeMinima(1);
   emptied.AddVertex({-1, 1, 1});

@@ -93,6 +93,7 @@ void CMeshBuilder::AddFace(std::span<const SCorner> corners) {
 
   auto face = std::make_unique<CBinFace>(model_);
   std::vector<CBinVertex*> vertices;
+  vertices.reserve(kept.size());
   for (const SCorner& corner : kept)
     vertices.push_back(VertexAt(corner.at));
   face->SetCorners(vertices);

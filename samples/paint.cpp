@@ -43,8 +43,9 @@ SRgb PaintPixel(int x, int y, int size, const Painter& painter) {
   SRgb sum;
   int holes = 0;
   for (int i = 0; i < kPointsAcross * kPointsAcross; ++i) {
+    const int row = i / kPointsAcross;
     const double u = (x + (i % kPointsAcross + 0.5) / kPointsAcross) / size;
-    const double v = (y + (i / kPointsAcross + 0.5) / kPointsAcross) / size;
+    const double v = (y + (row + 0.5) / kPointsAcross) / size;
     const SRgb point = painter(u, v);
     if (point.is_hole) {
       ++holes;

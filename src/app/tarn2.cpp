@@ -51,7 +51,7 @@ bool CTarn2App::MayClose(CTarnDoc& document) {
 
 std::string CTarn2App::ModelDirectory() const {
   if (!recent_files_.Paths().empty()) {
-    const std::string last = DirectoryPart(recent_files_.Paths().front());
+    std::string last = DirectoryPart(recent_files_.Paths().front());
     if (IsDirectory(last)) return last;
   }
   const std::string installed = JoinPath(startup_.installation_directory, "MODELS");

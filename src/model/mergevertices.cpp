@@ -164,7 +164,7 @@ class CMerge {
   struct SFaceChange {
     bool removed = false;
     bool corners = false;
-    int8_t dropped = -1;  ///< which corner of the quad went
+    int32_t dropped = -1;  ///< which corner of the quad went
   };
 
   bool IsInvolved(const Polygon& polygon) const;
@@ -230,7 +230,7 @@ void CMerge::ReplaceCorner(int32_t face, int32_t member, int32_t seed) {
     *corner = seed;
     change.corners = true;
   } else if (CornerCount(polygon) == 4) {
-    change.dropped = static_cast<int8_t>(corner - polygon.begin());
+    change.dropped = static_cast<int32_t>(corner - polygon.begin());
     std::rotate(corner, corner + 1, polygon.end());
     polygon[3] = -1;
   } else {

@@ -15,7 +15,7 @@ namespace {
 std::string ChooseDataDirectory() {
   const auto chosen = EnvironmentVariable("VELDRA_DATA");
   if (chosen && !chosen->empty()) return AbsolutePath(*chosen);
-  const std::string usual = disk::SystemDataDirectory();
+  std::string usual = disk::SystemDataDirectory();
   if (!usual.empty()) return usual;
   std::error_code fault;
   return JoinPath(std::filesystem::temp_directory_path(fault).string(), "veldra");

@@ -51,7 +51,7 @@ int RemoveFolder(const std::string& path) {
 
 std::string ComparablePath(std::string_view path) {
   const std::string absolute = AbsolutePath(path);
-  const std::string real = RealPath(absolute);
+  std::string real = RealPath(absolute);
   if (!real.empty()) return real;
   const std::string folder = RealPath(DirectoryPart(absolute));
   return folder.empty() ? absolute : JoinPath(folder, FileNamePart(absolute));

@@ -65,9 +65,9 @@ bool Write(const std::string& path, CSettings settings, const CSettings* as_read
   if (as_read != nullptr) TakeUnchanged(*lines, *as_read, settings);
   std::string text;
   for (const auto& [key, value] : settings.Texts())
-    text += key + ' ' + value + '\n';
+    text.append(key).append(" ").append(value).append("\n");
   for (const SLine& line : *lines) {
-    if (FindSettingRow(line.key) == nullptr) text += line.key + ' ' + line.value + '\n';
+    if (FindSettingRow(line.key) == nullptr) text.append(line.key).append(" ").append(line.value).append("\n");
   }
   return ReplaceFile(path, text);
 }

@@ -14,7 +14,7 @@ namespace veldra {
 
 namespace {
 
-constexpr uint64_t kLargestRaw = 512 * 512;
+constexpr uint64_t kLargestRaw = uint64_t{512} * 512;
 /// Far more than any colour table with its trailer: what is longer is no colour table.
 constexpr size_t kLargestAct = size_t{1} << 20;
 /// Colours all of whose parts are below it count as transparent black.

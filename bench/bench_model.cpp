@@ -12,6 +12,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/unattendedquestions.h"
 #include "wavymodel.h"
 
 namespace veldra::bench {
@@ -19,27 +20,6 @@ namespace veldra::bench {
 namespace {
 
 constexpr int kSpacing = 20;
-
-/// Nothing is asked while benchmarks run: every answer is the one that gives up.
-class CNoQuestions : public CQuestions {
- public:
-  void Message(const SMessage& message) override { std::fprintf(stderr, "%s\n", message.text.c_str()); }
-  EAnswer AskYesNo(const SMessage&) override { return EAnswer::kNo; }
-  EAnswer AskYesNoCancel(const SMessage&) override { return EAnswer::kCancel; }
-  std::optional<std::string> AskOpenFile(const SFilePrompt&) override { return std::nullopt; }
-  std::optional<SSavePath> AskSaveFile(const SFilePrompt&) override { return std::nullopt; }
-  SUnknownFaceAnswer AskUnknownFace(uint32_t) override { return {}; }
-  SUnusedVerticesAnswer AskUnusedVertices() override { return {}; }
-  STextureAnswer AskTexture(const SMessage&, const SFilePrompt&) override { return {}; }
-  std::optional<double> AskScaleFactor(double) override { return std::nullopt; }
-  std::unique_ptr<CProgress> BeginWork(const std::string&, bool) override { return std::make_unique<CProgressOf>(); }
-
- private:
-  class CProgressOf : public CProgress {
-   public:
-    bool Step(uint64_t, uint64_t) override { return true; }
-  };
-};
 
 /// Ends the run: figures of something that failed mean nothing.
 void Require(bool done, const char* what) {
@@ -95,7 +75,7 @@ const std::string& FileOf(int side) {
 
 double Load(int side) {
   const std::string& path = FileOf(side);
-  static CNoQuestions questions;
+  static CUnattendedQuestions questions;
   static CTextureStore store(questions, GreyRamp());
   CTextureFinder finder(store, questions, Folder().Path());
   CBinModel model;

@@ -1,8 +1,10 @@
 #include "app/qtquestions.h"
 
 #include <QApplication>
-#include <QFileDialog>
+#include <QCheckBox>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include "app/qtprogress.h"
 #include "app/scalefactordlg.h"
@@ -58,6 +60,15 @@ size_t FilterIndex(const SFilePrompt& prompt, const QString& selected) {
   return 0;
 }
 
+void SetDirectory(QFileDialog& dialog, const std::string& wanted, const QString& last_directory) {
+  const std::string directory = FindAnyCase(wanted);
+  if (IsDirectory(directory)) {
+    dialog.setDirectory(QString::fromStdString(NativePath(directory)));
+  } else if (!last_directory.isEmpty()) {
+    dialog.setDirectory(last_directory);
+  }
+}
+
 void SetUp(QFileDialog& dialog, const SFilePrompt& prompt, const QString& last_directory) {
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   QStringList filters;
@@ -65,12 +76,17 @@ void SetUp(QFileDialog& dialog, const SFilePrompt& prompt, const QString& last_d
     filters.append(NameFilter(filter));
   dialog.setNameFilters(filters);
   dialog.setDefaultSuffix(QString::fromStdString(prompt.default_extension));
-  const std::string directory = FindAnyCase(prompt.directory);
-  if (IsDirectory(directory)) {
-    dialog.setDirectory(QString::fromStdString(NativePath(directory)));
-  } else if (!last_directory.isEmpty()) {
-    dialog.setDirectory(last_directory);
-  }
+  SetDirectory(dialog, prompt.directory, last_directory);
+}
+
+/// The systems' own dialogs have no place for it, so Qt's stands in.
+QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  auto* box = new QCheckBox(QObject::tr("Open as &read-only"), &dialog);
+  box->setObjectName("readOnly");
+  if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+    grid->addWidget(box, grid->rowCount(), 0, 1, grid->columnCount());
+  return box;
 }
 
 }  // namespace
@@ -95,15 +111,59 @@ EAnswer CQtQuestions::AskYesNoCancel(const SMessage& question) {
   return pressed == QMessageBox::No ? EAnswer::kNo : EAnswer::kCancel;
 }
 
-std::optional<std::string> CQtQuestions::AskOpenFile(const SFilePrompt& prompt) {
+EReplaceAnswer CQtQuestions::AskReplace(const SMessage& question) {
+  const CNormalCursor cursor;
+  QMessageBox box(BoxIcon(question.icon), QString::fromStdString(question.caption),
+                  QString::fromStdString(question.text), QMessageBox::NoButton, Parent());
+  box.setObjectName("YesToAll");
+  box.setTextFormat(Qt::PlainText);
+  const std::pair<QAbstractButton*, EReplaceAnswer> answers[] = {
+      {box.addButton(QStringLiteral("&Yes"), QMessageBox::YesRole), EReplaceAnswer::kYes},
+      {box.addButton(QStringLiteral("Yes To &All"), QMessageBox::YesRole), EReplaceAnswer::kYesToAll},
+      {box.addButton(QStringLiteral("&No"), QMessageBox::NoRole), EReplaceAnswer::kNo}};
+  QPushButton* cancel = box.addButton(QStringLiteral("&Cancel"), QMessageBox::RejectRole);
+  box.setEscapeButton(cancel);
+  box.exec();
+  for (const auto& [button, answer] : answers)
+    if (box.clickedButton() == button) return answer;
+  return EReplaceAnswer::kCancel;
+}
+
+std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode) {
   const CNormalCursor cursor;
   QFileDialog dialog(Parent(), QString::fromStdString(prompt.title));
   dialog.setObjectName("openFile");
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
-  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setFileMode(mode);
   SetUp(dialog, prompt, last_directory_);
+  const QCheckBox* read_only = prompt.offers_read_only ? AddReadOnlyBox(dialog) : nullptr;
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   last_directory_ = dialog.directory().absolutePath();
+  SOpenFiles files;
+  files.read_only = read_only != nullptr && read_only->isChecked();
+  for (const QString& path : dialog.selectedFiles())
+    files.paths.push_back(path.toStdString());
+  return files;
+}
+
+std::optional<std::string> CQtQuestions::AskOpenFile(const SFilePrompt& prompt) {
+  const auto files = RunOpenDialog(prompt, QFileDialog::ExistingFile);
+  if (!files) return std::nullopt;
+  return files->paths.front();
+}
+
+std::optional<SOpenFiles> CQtQuestions::AskOpenFiles(const SFilePrompt& prompt) {
+  return RunOpenDialog(prompt, QFileDialog::ExistingFiles);
+}
+
+std::optional<std::string> CQtQuestions::AskFolder(const std::string& title, const std::string& directory) {
+  const CNormalCursor cursor;
+  QFileDialog dialog(Parent(), QString::fromStdString(title));
+  dialog.setObjectName("openFolder");
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  SetDirectory(dialog, directory, last_directory_);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   return dialog.selectedFiles().constFirst().toStdString();
 }
 

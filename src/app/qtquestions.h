@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileDialog>
 #include <QPointer>
 #include <QWidget>
 
@@ -16,7 +17,10 @@ class CQtQuestions : public CQuestions {
   void Message(const SMessage& message) override;
   EAnswer AskYesNo(const SMessage& question) override;
   EAnswer AskYesNoCancel(const SMessage& question) override;
+  EReplaceAnswer AskReplace(const SMessage& question) override;
   std::optional<std::string> AskOpenFile(const SFilePrompt& prompt) override;
+  std::optional<SOpenFiles> AskOpenFiles(const SFilePrompt& prompt) override;
+  std::optional<std::string> AskFolder(const std::string& title, const std::string& directory) override;
   std::optional<SSavePath> AskSaveFile(const SFilePrompt& prompt) override;
   SUnknownFaceAnswer AskUnknownFace(uint32_t type) override;
   SUnusedVerticesAnswer AskUnusedVertices() override;
@@ -26,6 +30,7 @@ class CQtQuestions : public CQuestions {
 
  private:
   QWidget* Parent() const;
+  std::optional<SOpenFiles> RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode);
 
   QPointer<QWidget> parent_;
   QString last_directory_;  ///< where a file was picked last

@@ -4,17 +4,9 @@
 
 #include "document/tarn2doc.h"
 #include "platform/text.h"
+#include "platform/unattendedquestions.h"
 
 namespace veldra {
-
-namespace {
-
-class CSilentProgress : public CProgress {
- public:
-  bool Step(uint64_t, uint64_t) override { return true; }
-};
-
-}  // namespace
 
 void CCliQuestions::Print(const SMessage& message) {
   ++printed_count_;
@@ -33,8 +25,23 @@ EAnswer CCliQuestions::AskYesNoCancel(const SMessage& question) {
   return options_.answer;
 }
 
+EReplaceAnswer CCliQuestions::AskReplace(const SMessage& question) {
+  Print(question);
+  return replace_answer_;
+}
+
 std::optional<std::string> CCliQuestions::AskOpenFile(const SFilePrompt& prompt) {
   Print({.text = prompt.title});
+  return std::nullopt;
+}
+
+std::optional<SOpenFiles> CCliQuestions::AskOpenFiles(const SFilePrompt& prompt) {
+  Print({.text = prompt.title});
+  return std::nullopt;
+}
+
+std::optional<std::string> CCliQuestions::AskFolder(const std::string& title, const std::string&) {
+  Print({.text = title});
   return std::nullopt;
 }
 
@@ -78,7 +85,7 @@ std::optional<double> CCliQuestions::AskScaleFactor(double offered) {
 }
 
 std::unique_ptr<CProgress> CCliQuestions::BeginWork(const std::string&, bool) {
-  return std::make_unique<CSilentProgress>();
+  return std::make_unique<CUnseenProgress>();
 }
 
 }  // namespace veldra

@@ -18,13 +18,18 @@ class CCliQuestions : public CQuestions {
 
   /// The answer to AskScaleFactor; until it is set, what is offered is taken.
   void SetScaleFactor(double factor) { scale_factor_ = factor; }
+  /// The answer to AskReplace; until it is set, cancel.
+  void SetReplaceAnswer(EReplaceAnswer answer) { replace_answer_ = answer; }
   /// Messages and questions so far.
   int PrintedCount() const { return printed_count_; }
 
   void Message(const SMessage& message) override { Print(message); }
   EAnswer AskYesNo(const SMessage& question) override;
   EAnswer AskYesNoCancel(const SMessage& question) override;
+  EReplaceAnswer AskReplace(const SMessage& question) override;
   std::optional<std::string> AskOpenFile(const SFilePrompt& prompt) override;
+  std::optional<SOpenFiles> AskOpenFiles(const SFilePrompt& prompt) override;
+  std::optional<std::string> AskFolder(const std::string& title, const std::string& directory) override;
   std::optional<SSavePath> AskSaveFile(const SFilePrompt& prompt) override;
   SUnknownFaceAnswer AskUnknownFace(uint32_t type) override;
   SUnusedVerticesAnswer AskUnusedVertices() override;
@@ -38,6 +43,7 @@ class CCliQuestions : public CQuestions {
   const SGlobalOptions& options_;
   std::ostream& err_;
   std::optional<double> scale_factor_;
+  EReplaceAnswer replace_answer_ = EReplaceAnswer::kCancel;
   std::set<std::string> replaced_textures_;  ///< requests that were answered with the stand-in file
   int printed_count_ = 0;
 };

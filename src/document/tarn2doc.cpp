@@ -279,7 +279,7 @@ int32_t CTarnDoc::DeleteAllUnused() {
 
 void CTarnDoc::OnModelChanged(const CBinModel&, const SModelChange& change) {
   NotifyChange(change);
-  SetModified(true);
+  if (change.Any()) SetModified(true);
 }
 
 std::string CTarnDoc::SavePath(const std::string& path) const {

@@ -37,6 +37,7 @@ void SModelChange::Add(const SModelChange& other) {
   faces |= other.faces;
   textures |= other.textures;
   groups |= other.groups;
+  selection |= other.selection;
 }
 
 CBinModel::CBusy::CBusy(CBinModel& model) : model_(model), changing_(&model) {
@@ -54,7 +55,7 @@ CBinModel::CBusy::~CBusy() {
   if (changing_ == nullptr) return;
   const SModelChange change = changing_->pending_;
   changing_->pending_ = {};
-  if (change.Any()) changing_->Report(change);
+  if (change.Any() || change.selection) changing_->Report(change);
 }
 
 void CBinModel::Report(const SModelChange& change) {
@@ -63,6 +64,7 @@ void CBinModel::Report(const SModelChange& change) {
     return;
   }
   if (change.IsDrawn()) ++revision_;
+  if (change.selection || change.topology) ++selection_revision_;
   if (observer_ != nullptr) observer_->OnModelChanged(*this, change);
 }
 

@@ -17,6 +17,7 @@ class CQuestions;
 
 /// What an operation changed.
 struct SModelChange {
+  /// What a file would hold is different.
   bool Any() const { return positions || topology || faces || textures || groups; }
   bool IsDrawn() const { return positions || topology || faces || textures; }
   void Add(const SModelChange& other);
@@ -26,6 +27,7 @@ struct SModelChange {
   bool faces = false;      ///< face types, texture coordinates or which texture a face has
   bool textures = false;   ///< the texture entries
   bool groups = false;
+  bool selection = false;  ///< which vertices and faces are selected
 };
 
 /// Told after each operation that changed the model; the document is one.
@@ -155,6 +157,16 @@ class CBinModel {
   /// free number from 2 appended ("hood 2"). Returns the names that they have now, in order.
   std::vector<std::string> AddGroups(EGroupKind kind, Groups groups);
 
+  // --- Selection ----------------------------------------------------------------------------------------------------
+  // Part of no file. New vertices and faces are not selected; the others keep their mark wherever they move.
+  std::vector<int32_t> Selected(EGroupKind kind) const;  ///< ascending indices of the selected faces or vertices
+  int32_t SelectedCount(EGroupKind kind) const;
+  void Select(EGroupKind kind, std::span<const int32_t> indices, bool selected);
+  void SelectAll(EGroupKind kind, bool selected);
+  void InvertSelection(EGroupKind kind);
+  /// Grows with every change of the selection.
+  uint64_t SelectionRevision() const { return selection_revision_; }
+
   // --- Whole-model rebuilding, for operations that touch everything ------------------------------------------------
   /// Replaces both arrays and recomputes indices, face sets, use counts and bounds. VERTEX_MAP and FACE_MAP give for
   /// each old index the new one or -1; groups follow them (two members that fall together count once). An empty map
@@ -197,6 +209,7 @@ class CBinModel {
   void RenumberFaces(size_t first);
   void Widen(const SPoint& position, bool first);
   void Report(const SModelChange& change);
+  void ReportSelection();
   std::string FaceFault() const;
   std::string VertexFault() const;
   std::string TextureFault() const;
@@ -215,6 +228,7 @@ class CBinModel {
   int32_t scale_word_ = 0x10000;
   CModelObserver* observer_ = nullptr;
   uint64_t revision_ = 0;
+  uint64_t selection_revision_ = 0;
   mutable bool busy_ = false;
   SModelChange pending_;  ///< changes made while busy
 };

@@ -84,12 +84,14 @@ class CBinVertex {
   const SPoint& Position() const { return position_; }
   int32_t Index() const { return index_ < 0 ? -1 : index_; }  ///< position in the model's vertex array; -1 outside it
   const CFaceSet& Faces() const { return faces_; }
+  bool IsSelected() const { return selected_; }
 
  private:
   friend class CBinModel;
   CBinModel* owner_;
   SPoint position_;
-  int32_t index_ = -1;  ///< outside the array: -1 minus the place it had among the vertices that stayed
+  bool selected_ = false;  ///< here rather than in a list of indices, so that it goes where the vertex goes
+  int32_t index_ = -1;     ///< outside the array: -1 minus the place it had among the vertices that stayed
   CFaceSet faces_;
 };
 
@@ -158,6 +160,7 @@ class CBinFace {
   bool HasCorner(const CBinVertex* vertex) const;
   CBinTexture* Texture() const { return texture_; }  ///< null only for type 0x19
   const STexCoord& TexCoord(int k) const { return tex_coords_[static_cast<size_t>(k)]; }
+  bool IsSelected() const { return selected_; }
 
   const SPoint& StoredNormal() const { return stored_normal_; }  ///< as last read from a file
   int32_t StoredMagic() const { return stored_magic_; }          ///< likewise
@@ -185,6 +188,7 @@ class CBinFace {
   mutable SUnitNormal unit_normal_;  ///< derived from the corners by whoever computes the normal
   SPoint stored_normal_;
   int32_t stored_magic_ = 0;
+  bool selected_ = false;
 };
 
 /// Both have the same corners in the same cyclic order; the first corner may differ.

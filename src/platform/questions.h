@@ -14,6 +14,8 @@ inline constexpr const char* kErrorCaption = "Veldra - Error";
 
 enum class EIcon { kNone, kInformation, kWarning, kError, kQuestion };
 enum class EAnswer { kYes, kNo, kCancel };
+/// The answers of the prompt "YesToAll", with the numbers that its buttons have always had.
+enum class EReplaceAnswer { kCancel = 2, kYes = 6, kNo = 7, kYesToAll = 26 };
 
 /// A message box. DETAILS says what and where for those who want to know (a byte offset, the system's reason).
 struct SMessage {
@@ -34,6 +36,13 @@ struct SFilePrompt {
   std::string directory;          ///< where it opens
   std::string name;               ///< offered file name, when saving
   std::string default_extension;  ///< without ".", added to a name typed without one
+  bool offers_read_only = false;  ///< AskOpenFiles only: a check box beside the files
+};
+
+/// Files picked to be opened.
+struct SOpenFiles {
+  std::vector<std::string> paths;  ///< never empty
+  bool read_only = false;          ///< the user wants them opened so; only where the prompt offers it
 };
 
 struct SSavePath {
@@ -69,7 +78,8 @@ class CProgress {
 };
 
 /// Everything that logic wants to know from the user. Texts stand beside the code that asks; this only shows them.
-/// Three implementations: dialogs (editor), options (command line), a script (tests).
+/// Three implementations: dialogs (editor), options (command line), a script (tests); unattendedquestions.h is for
+/// programs with nobody to ask.
 class CQuestions {
  public:
   virtual ~CQuestions() = default;
@@ -77,7 +87,13 @@ class CQuestions {
   virtual void Message(const SMessage& message) = 0;
   virtual EAnswer AskYesNo(const SMessage& question) = 0;  ///< never kCancel
   virtual EAnswer AskYesNoCancel(const SMessage& question) = 0;
+  /// Yes, yes to this and all later ones, no, or cancel all.
+  virtual EReplaceAnswer AskReplace(const SMessage& question) = 0;
   virtual std::optional<std::string> AskOpenFile(const SFilePrompt& prompt) = 0;
+  /// One or more files.
+  virtual std::optional<SOpenFiles> AskOpenFiles(const SFilePrompt& prompt) = 0;
+  /// A folder that exists; DIRECTORY is where the prompt opens.
+  virtual std::optional<std::string> AskFolder(const std::string& title, const std::string& directory) = 0;
   virtual std::optional<SSavePath> AskSaveFile(const SFilePrompt& prompt) = 0;
 
   virtual SUnknownFaceAnswer AskUnknownFace(uint32_t type) = 0;

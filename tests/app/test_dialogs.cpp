@@ -12,7 +12,7 @@
 #include <QRadioButton>
 #include <QtTest>
 
-#include "app/dialogdriver.h"
+#include "support/dialogdriver.h"
 #include "app/qtquestions.h"
 #include "support/testfiles.h"
 

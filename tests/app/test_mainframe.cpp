@@ -9,7 +9,7 @@
 #include <QtTest>
 
 #include "app/commandicons.h"
-#include "app/dialogdriver.h"
+#include "support/dialogdriver.h"
 #include "app/editorfixture.h"
 #include "app/qtquestions.h"
 #include "app/windowplace.h"

@@ -37,6 +37,21 @@ CScriptedQuestions& CScriptedQuestions::OnYesNoCancel(std::string text, EAnswer 
   return *this;
 }
 
+CScriptedQuestions& CScriptedQuestions::OnReplace(std::string text, EReplaceAnswer answer) {
+  expected_.push_back({.kind = "replace", .text = std::move(text), .replace = answer});
+  return *this;
+}
+
+CScriptedQuestions& CScriptedQuestions::OnOpenFiles(std::string text, std::optional<SOpenFiles> answer) {
+  expected_.push_back({.kind = "open files", .text = std::move(text), .files = std::move(answer)});
+  return *this;
+}
+
+CScriptedQuestions& CScriptedQuestions::OnFolder(std::string text, std::optional<std::string> answer) {
+  expected_.push_back({.kind = "folder", .text = std::move(text), .path = std::move(answer)});
+  return *this;
+}
+
 CScriptedQuestions& CScriptedQuestions::OnOpenFile(std::string text, std::optional<std::string> answer) {
   expected_.push_back({.kind = "open file", .text = std::move(text), .path = std::move(answer)});
   return *this;
@@ -85,6 +100,18 @@ EAnswer CScriptedQuestions::AskYesNo(const SMessage& question) {
 
 EAnswer CScriptedQuestions::AskYesNoCancel(const SMessage& question) {
   return Next("yes/no/cancel", question.text).answer;
+}
+
+EReplaceAnswer CScriptedQuestions::AskReplace(const SMessage& question) {
+  return Next("replace", question.text).replace;
+}
+
+std::optional<SOpenFiles> CScriptedQuestions::AskOpenFiles(const SFilePrompt& prompt) {
+  return Next("open files", prompt.title).files;
+}
+
+std::optional<std::string> CScriptedQuestions::AskFolder(const std::string& title, const std::string&) {
+  return Next("folder", title).path;
 }
 
 std::optional<std::string> CScriptedQuestions::AskOpenFile(const SFilePrompt& prompt) {

@@ -18,6 +18,9 @@ class CScriptedQuestions : public CQuestions {
   /// The next question must contain TEXT (in its message or prompt title) and gets the answer.
   CScriptedQuestions& OnYesNo(std::string text, EAnswer answer);
   CScriptedQuestions& OnYesNoCancel(std::string text, EAnswer answer);
+  CScriptedQuestions& OnReplace(std::string text, EReplaceAnswer answer);
+  CScriptedQuestions& OnOpenFiles(std::string text, std::optional<SOpenFiles> answer);
+  CScriptedQuestions& OnFolder(std::string text, std::optional<std::string> answer);
   CScriptedQuestions& OnOpenFile(std::string text, std::optional<std::string> answer);
   CScriptedQuestions& OnSaveFile(std::string text, std::optional<SSavePath> answer);
   CScriptedQuestions& OnUnknownFace(uint32_t type, SUnknownFaceAnswer answer);
@@ -34,7 +37,10 @@ class CScriptedQuestions : public CQuestions {
   void Message(const SMessage& message) override;
   EAnswer AskYesNo(const SMessage& question) override;
   EAnswer AskYesNoCancel(const SMessage& question) override;
+  EReplaceAnswer AskReplace(const SMessage& question) override;
   std::optional<std::string> AskOpenFile(const SFilePrompt& prompt) override;
+  std::optional<SOpenFiles> AskOpenFiles(const SFilePrompt& prompt) override;
+  std::optional<std::string> AskFolder(const std::string& title, const std::string& directory) override;
   std::optional<SSavePath> AskSaveFile(const SFilePrompt& prompt) override;
   SUnknownFaceAnswer AskUnknownFace(uint32_t type) override;
   SUnusedVerticesAnswer AskUnusedVertices() override;
@@ -53,6 +59,8 @@ class CScriptedQuestions : public CQuestions {
     SUnusedVerticesAnswer unused = {};
     STextureAnswer texture = {};
     std::optional<double> number = {};
+    EReplaceAnswer replace = EReplaceAnswer::kCancel;
+    std::optional<SOpenFiles> files = {};
   };
   SExpected Next(const std::string& kind, const std::string& text);
 

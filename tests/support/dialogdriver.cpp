@@ -1,4 +1,4 @@
-#include "app/dialogdriver.h"
+#include "support/dialogdriver.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "view/displaylist.h"
 #include "view/modelgeometry.h"
+#include "view/modelpicker.h"
 #include "view/modelrenderer.h"
 #include "wavymodel.h"
 
@@ -18,6 +19,8 @@ namespace {
 constexpr int kSpacing = 10;
 /// So small that filling pixels costs nothing beside the vertices.
 constexpr int kPictureSide = 16;
+/// What picking looks at; still small enough that clearing it costs nothing beside the vertices.
+constexpr int kWindowSide = 256;
 /// Vertices at a time, as the renderer hands them over.
 constexpr size_t kPortion = 16384;
 
@@ -41,7 +44,7 @@ struct SDrawing {
 /// One context for all: made current once, never gone before the program ends.
 void NeedContext() {
   SError error;
-  static const auto context = CMemoryGlContext::Create(kPictureSide, kPictureSide, &error);
+  static const auto context = CMemoryGlContext::Create(kWindowSide, kWindowSide, &error);
   if (context != nullptr) return;
   std::fprintf(stderr, "no drawing: %s\n", error.what.c_str());
   std::exit(1);
@@ -94,6 +97,50 @@ double DriversFirstFrame(const SDrawing& d) {
   });
 }
 
+/// Half a million faces that fill a window.
+struct SWindow {
+  static constexpr int kTiles = 707;
+
+  SWindow() : drawing(kTiles) {
+    NeedContext();
+    drawing.state.rotation = {60, 20, 0};
+    drawing.state.vertices = true;
+    Draw();
+  }
+  void Draw() {
+    renderer.Draw(drawing.wavy.model, drawing.state, kWindowSide, kWindowSide);
+    glFinish();
+  }
+  void Pick() {
+    const CViewCamera camera(drawing.state, drawing.wavy.model.Bounds(), kWindowSide, kWindowSide);
+    if (!picker.Pick(drawing.wavy.model, drawing.state, camera, 1.0, kWindowSide / 2, kWindowSide / 2)) std::abort();
+  }
+  void Turn() { drawing.state.rotation.y += 0.01; }
+
+  SDrawing drawing;
+  CModelRenderer renderer;
+  CModelPicker picker;
+};
+
+SWindow& Window() {
+  static SWindow window;
+  return window;
+}
+
+void AddPickingComparisons() {
+  const auto frame = [] {
+    Window().Turn();
+    return Seconds([] { Window().Draw(); });
+  };
+  Compare("pick 500k, view just turned",
+          [] {
+            Window().Turn();
+            return Seconds([] { Window().Pick(); });
+          },
+          {{"one drawn frame", frame, 0.4}});
+  Compare("pick 500k again", [] { return Seconds([] { Window().Pick(); }); }, {{"one drawn frame", frame, 0.1}});
+}
+
 }  // namespace
 
 void AddRendererComparisons() {
@@ -110,6 +157,7 @@ void AddRendererComparisons() {
     Compare(Format("first frame %s", label), [get] { return FirstFrame(get()); },
             {{"the driver's share", [get] { return DriversFirstFrame(get()); }, 2}});
   }
+  AddPickingComparisons();
 }
 
 }  // namespace veldra::bench

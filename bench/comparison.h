@@ -36,6 +36,8 @@ void CompareWith(const std::string& name, Work work, const std::string& other, d
 /// other programs on the machine can only make them longer.
 void RunComparisons(int argc, char** argv);
 
+void AddArchiveComparisons();
+void AddInterchangeComparisons();
 void AddModelComparisons();
 void AddTextureComparisons();
 void AddRendererComparisons();

@@ -3,7 +3,9 @@
 int main(int argc, char** argv) {
   veldra::bench::AddTextureComparisons();
   veldra::bench::AddModelComparisons();
+  veldra::bench::AddInterchangeComparisons();
   veldra::bench::AddRendererComparisons();
+  veldra::bench::AddArchiveComparisons();
   veldra::bench::RunComparisons(argc, argv);
   return 0;
 }

@@ -1,8 +1,13 @@
+#include <array>
 #include <cstdio>
 
+#include "archive/poddocument.h"
+#include "archive/stockfiles.h"
 #include "fuzzquestions.h"
+#include "interchange/wavefront.h"
 #include "model/infofile.h"
 #include "platform/paths.h"
+#include "truck/truck.h"
 
 /// Writes the seeds of the fuzz targets below a folder: make_fuzz_corpus FOLDER.
 
@@ -30,6 +35,93 @@ void Fill(CBinModel& model, CTextureFinder& finder) {
   model.AddGroup(EGroupKind::kVertices, "rim", {});
 }
 
+/// Every key, with two lights and all sounds.
+std::string TruckText() {
+  CTruck truck;
+  truck.name = "Truck";
+  truck.tire_base_name = "TIRE";
+  truck.scrape_points[0] = {1.5, -2.0, 1e20};
+  truck.wave_files = {"A.WAV", "b.wav", "C.WAV"};
+  truck.AddLight();
+  truck.lights[static_cast<size_t>(truck.AddLight())].cone_texture = "CONE.RAW";
+  return truck.FileText();
+}
+
+/// Good and bad entries, a trailing name, folders.
+std::vector<uint8_t> PodBytes() {
+  const std::pair<std::string, std::string> entries[] = {
+      {{"ART\\SKY.RAW\0PAL", 15}, "sky"}, {"..\\X.TXT", "up"}, {"A/B\\C.D", ""}, {"CON.BIN", "far"}};
+  CByteWriter writer;
+  writer.WriteU32(static_cast<uint32_t>(std::size(entries)));
+  writer.WriteFixedText("A comment", kPodCommentSize);
+  size_t offset = kPodHeaderSize + kPodRecordSize * std::size(entries);
+  for (const auto& [name, content] : entries) {
+    writer.WriteFixedText(name, kPodNameSize);
+    writer.WriteU32(static_cast<uint32_t>(content.size()));
+    writer.WriteU32(static_cast<uint32_t>(content == "far" ? 100000 : offset));
+    offset += content.size();
+  }
+  for (const auto& [name, content] : entries)
+    writer.WriteText(content);
+  return {writer.Bytes().begin(), writer.Bytes().end()};
+}
+
+void WriteChunk(CByteWriter& out, uint16_t id, std::span<const uint8_t> data) {
+  out.WriteU16(id);
+  out.WriteU32(static_cast<uint32_t>(6 + data.size()));
+  out.WriteBytes(data);
+}
+
+/// DATA, made by FILL, as a chunk.
+template <typename Fill>
+std::vector<uint8_t> Chunk(uint16_t id, const Fill& fill) {
+  CByteWriter data;
+  fill(data);
+  CByteWriter chunk;
+  WriteChunk(chunk, id, data.Bytes());
+  return {chunk.Bytes().begin(), chunk.Bytes().end()};
+}
+
+/// A mesh of one triangle, a material, a lamp, keyframes.
+std::vector<uint8_t> StudioBytes() {
+  const auto vertices = Chunk(0x4110, [](CByteWriter& out) {
+    out.WriteU16(3);
+    for (const uint32_t bits : {0U, 0U, 0U, 0x3F800000U, 0U, 0U, 0U, 0xBF800000U, 0x7F800000U})
+      out.WriteU32(bits);
+  });
+  const auto faces = Chunk(0x4120, [](CByteWriter& out) {
+    for (const uint16_t value : std::to_array<uint16_t>({1, 0, 1, 2, 7}))
+      out.WriteU16(value);
+    WriteChunk(out, 0x4150, std::vector<uint8_t>(4));
+  });
+  const auto object = [](const char* name, uint16_t id, const std::vector<uint8_t>& data) {
+    return Chunk(0x4000, [&](CByteWriter& out) {
+      out.WriteText(name);
+      out.WriteU8(0);
+      WriteChunk(out, id, data);
+    });
+  };
+  const auto mesh = Chunk(0x4100, [&](CByteWriter& out) {
+    out.WriteBytes(vertices);
+    out.WriteBytes(faces);
+  });
+  const auto editor = Chunk(0x3D3D, [&](CByteWriter& out) {
+    WriteChunk(out, 0xAFFF, Chunk(0xA200, [](CByteWriter& map) { WriteChunk(map, 0xA300, {}); }));
+    out.WriteBytes(object("Box", 0x4100, {mesh.begin() + 6, mesh.end()}));
+    out.WriteBytes(object("Lamp", 0x4600, std::vector<uint8_t>(12)));
+  });
+  return Chunk(0x4D4D, [&](CByteWriter& out) {
+    WriteChunk(out, 0x0002, std::vector<uint8_t>{3, 0, 0, 0});
+    out.WriteBytes(editor);
+    WriteChunk(out, 0xB000, std::vector<uint8_t>(9));
+  });
+}
+
+constexpr std::string_view kWaveText =
+    "# Lines of every kind\r\nmtllib a.mtl\no Box\nv 0 0 0\nv 1e2 0 0 1 0 0\nv 100 +1.5E1 0\nv 9 9 9 # 4\nv -.5 60 0\n"
+    "vt 0.5 .25\nvt -1 2\nvn 0 0 1\ng left right\nusemtl red\nf 1/1/1 2/2/1 3/1/1\nf -1 -2 -3 \\\n -4\ng\nf 1 2 4 3 5\n"
+    "f 1//1 2//1 5//1 3//1 4//1 5//1\nl 1 2\ns off\nnewmtl red\nmap_Kd -s 1 1 road.png\nf 1 2 3 4 5 1 2 3 4 5";
+
 bool Write(const std::string& folder, const char* name, std::span<const uint8_t> bytes) {
   SError error;
   if (MakeDirectories(folder) && ReplaceFile(JoinPath(folder, name), bytes, &error)) return true;
@@ -55,10 +147,22 @@ int main(int argc, char** argv) {
   SaveBin(CBinModel(), {}, empty);
   CByteWriter info;
   info.WriteText(WriteInfo(model, AnimationNamesInFileOrder(model)));
+  CByteWriter truck;
+  truck.WriteText(TruckText());
+
+  CByteWriter wave;
+  wave.WriteText(kWaveText);
+  CByteWriter exported;
+  exported.WriteText(WavefrontText(model));
 
   const std::string models = JoinPath(argv[1], "binfile");
-  const bool is_written = Write(models, "full", full.Bytes()) && Write(models, "backdrop", backdrop.Bytes()) &&
-                          Write(models, "empty", empty.Bytes()) &&
-                          Write(JoinPath(argv[1], "info"), "full", info.Bytes());
+  const bool is_written =
+      Write(models, "full", full.Bytes()) && Write(models, "backdrop", backdrop.Bytes()) &&
+      Write(models, "empty", empty.Bytes()) && Write(JoinPath(argv[1], "info"), "full", info.Bytes()) &&
+      Write(JoinPath(argv[1], "3ds"), "full", StudioBytes()) && Write(JoinPath(argv[1], "obj"), "full", wave.Bytes()) &&
+      Write(JoinPath(argv[1], "obj"), "export", exported.Bytes()) &&
+      Write(JoinPath(argv[1], "pod"), "full", PodBytes()) &&
+      Write(JoinPath(argv[1], "pod"), "stock", PodZipFilesResource()) &&
+      Write(JoinPath(argv[1], "trk"), "full", truck.Bytes());
   return is_written ? 0 : 1;
 }

@@ -144,6 +144,21 @@ SRgb PaintBeacon(double u, double v, double turn) {
   return Scale(Mix({238, 112, 8}, {255, 248, 200}, flash * 1.2), ribs);
 }
 
+/// The light that lies on a beam: warm along its middle, faint at its rim.
+SRgb PaintCone(double u, double v) {
+  const double beam = std::sin(kPi * u) * (1.0 - 0.6 * v);
+  return Mix({120, 104, 60}, {255, 246, 196}, beam);
+}
+
+/// A lamp's glow with four rays, on nothing.
+SRgb PaintGlow(double u, double v) {
+  const double x = u * 2.0 - 1.0;
+  const double y = v * 2.0 - 1.0;
+  const double rays = std::exp(-18.0 * std::abs(x * y));
+  const double glow = std::exp(-3.5 * std::hypot(x, y)) * (0.7 + 0.6 * rays);
+  return glow < 0.12 ? kHole : Mix({150, 110, 40}, {255, 255, 240}, glow * 1.4);
+}
+
 SRgb PaintDirt(double u, double v) {
   const double lumps = TilingFractal(u * 6.0, v * 6.0, 6, 5, 60);
   const SRgb soil = Mix({88, 58, 32}, {176, 134, 84}, lumps * 1.4 - 0.2);
@@ -184,12 +199,12 @@ SRgb PaintPoster(double u, double v) {
 
 std::vector<STextureDesign> TextureDesigns() {
   std::vector<STextureDesign> designs = {
-      {"SIDES.RAW", 256, PaintSides},  {"TOP.RAW", 256, PaintTop},    {"ENDS.RAW", 256, PaintEnds},
-      {"WHEEL.RAW", 256, PaintWheel},  {"TREAD.RAW", 64, PaintTread}, {"CHROME.RAW", 64, PaintChrome},
-      {"GLASS.RAW", 64, PaintGlass},   {"FLAP.RAW", 64, PaintFlap},   {"FRAME.RAW", 64, PaintFrame},
-      {"SHOCK.RAW", 64, PaintShock},   {"PLATE.RAW", 64, PaintPlate}, {"SEAT.RAW", 64, PaintSeat},
-      {"LAMP.RAW", 64, PaintLamp},     {"DIRT.RAW", 128, PaintDirt},  {"PLANKS.RAW", 128, PaintPlanks},
-      {"POSTER.RAW", 512, PaintPoster}};
+      {"SIDES.RAW", 256, PaintSides}, {"TOP.RAW", 256, PaintTop},       {"ENDS.RAW", 256, PaintEnds},
+      {"WHEEL.RAW", 256, PaintWheel}, {"TREAD.RAW", 64, PaintTread},    {"CHROME.RAW", 64, PaintChrome},
+      {"GLASS.RAW", 64, PaintGlass},  {"FLAP.RAW", 64, PaintFlap},      {"FRAME.RAW", 64, PaintFrame},
+      {"SHOCK.RAW", 64, PaintShock},  {"PLATE.RAW", 64, PaintPlate},    {"SEAT.RAW", 64, PaintSeat},
+      {"LAMP.RAW", 64, PaintLamp},    {"MKCONE.RAW", 64, PaintCone},    {"MKGLOW.RAW", 64, PaintGlow},
+      {"DIRT.RAW", 128, PaintDirt},   {"PLANKS.RAW", 128, PaintPlanks}, {"POSTER.RAW", 512, PaintPoster}};
   for (int frame = 0; frame < 4; ++frame) {
     designs.push_back({Format("BEACON%d.RAW", frame + 1), 64,
                        [frame](double u, double v) { return PaintBeacon(u, v, frame / 4.0); }});

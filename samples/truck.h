@@ -15,4 +15,9 @@ void BuildWheels(CMeshBuilder& mesh);
 void BuildGlass(CMeshBuilder& mesh);
 void BuildMudFlaps(CMeshBuilder& mesh);
 
+// For the truck file, whose parts are models of their own that the game moves.
+void BuildFrame(CMeshBuilder& mesh);                          ///< the chassis without what hangs from it
+void BuildAxle(CMeshBuilder& mesh);                           ///< with its middle on x and z
+void BuildTire(CMeshBuilder& mesh, int segments, bool left);  ///< with its rim, about the origin
+
 }  // namespace veldra::samples

@@ -116,6 +116,16 @@ void BuildChassis(CMeshBuilder& mesh) {
   mesh.Group("chassis", first);
 }
 
+void BuildFrame(CMeshBuilder& mesh) {
+  const int32_t first = mesh.FaceCount();
+  AddFrame(mesh);
+  mesh.Group("frame", first);
+}
+
+void BuildAxle(CMeshBuilder& mesh) {
+  AddAxle(mesh, 0);
+}
+
 void BuildTrim(CMeshBuilder& mesh) {
   const int32_t first = mesh.FaceCount();
   mesh.Use("CHROME.RAW", kFaceShiny);

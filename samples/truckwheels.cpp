@@ -11,8 +11,8 @@ namespace veldra::samples {
 
 namespace {
 
-constexpr int kSegments = 14;
-constexpr int kLugs = 12;  ///< on each half of the tread
+constexpr int kSegments = 14;  ///< of the wheels that the truck model itself has
+constexpr int kLugs = 12;      ///< on each half of the tread
 constexpr double kCarcassRadius = 73;
 constexpr double kRimRadius = 40;
 
@@ -32,10 +32,10 @@ struct SRing {
 };
 
 /// The band between two rings as seen from the wheel's outer side, where the picture of the wheel lies over it.
-void AddBand(CMeshBuilder& mesh, const SRing& inner, const SRing& outer, bool mirrored) {
-  AddGrid(mesh, kSegments, 1, [&](int column, int row) {
+void AddBand(CMeshBuilder& mesh, int segments, const SRing& inner, const SRing& outer, bool mirrored) {
+  AddGrid(mesh, segments, 1, [&](int column, int row) {
     const SRing& ring = row == 0 ? inner : outer;
-    const SVec at = OnWheel(ring.x, ring.radius, -TurnOf(column, kSegments));
+    const SVec at = OnWheel(ring.x, ring.radius, -TurnOf(column, segments));
     // Seen from the right the truck's front is on the left; on the other side the other way round.
     const double right = (mirrored ? 1.0 : -1.0) * at.z;
     const double reach = 2.0 * (kCarcassRadius + 2.0);
@@ -43,10 +43,10 @@ void AddBand(CMeshBuilder& mesh, const SRing& inner, const SRing& outer, bool mi
   });
 }
 
-void AddTread(CMeshBuilder& mesh, const SRing& right, const SRing& left) {
-  AddGrid(mesh, kSegments, 1, [&](int column, int row) {
+void AddTread(CMeshBuilder& mesh, int segments, const SRing& right, const SRing& left) {
+  AddGrid(mesh, segments, 1, [&](int column, int row) {
     const SRing& ring = row == 0 ? right : left;
-    return SCorner{OnWheel(ring.x, ring.radius, -TurnOf(column, kSegments)),
+    return SCorner{OnWheel(ring.x, ring.radius, -TurnOf(column, segments)),
                    {static_cast<double>(column % 2), row == 0 ? 1.0 : 0.55}};
   });
 }
@@ -71,49 +71,57 @@ void AddLug(CMeshBuilder& mesh, double angle, double side) {
   }
 }
 
-void AddTyre(CMeshBuilder& mesh, bool mirrored) {
+void AddTyre(CMeshBuilder& mesh, int segments, int lugs, bool mirrored) {
   const SRing rim = {24, kRimRadius};
   const SRing bulge = {33, 58};
   const SRing shoulder = {31, kCarcassRadius};
   mesh.Use("WHEEL.RAW");
-  AddBand(mesh, rim, bulge, mirrored);
-  AddBand(mesh, bulge, shoulder, mirrored);
+  AddBand(mesh, segments, rim, bulge, mirrored);
+  AddBand(mesh, segments, bulge, shoulder, mirrored);
   mesh.Use("TREAD.RAW");
   const SRing inner_shoulder = {-31, kCarcassRadius};
   const SRing inner_rim = {-26, kRimRadius};
-  AddTread(mesh, shoulder, inner_shoulder);
-  AddTread(mesh, inner_shoulder, inner_rim);
-  for (int i = 0; i < kLugs; ++i) {
-    AddLug(mesh, TurnOf(2 * i, 2 * kLugs), 1.0);
-    AddLug(mesh, TurnOf(2 * i + 1, 2 * kLugs), -1.0);
+  AddTread(mesh, segments, shoulder, inner_shoulder);
+  AddTread(mesh, segments, inner_shoulder, inner_rim);
+  for (int i = 0; i < lugs; ++i) {
+    AddLug(mesh, TurnOf(2 * i, 2 * lugs), 1.0);
+    AddLug(mesh, TurnOf(2 * i + 1, 2 * lugs), -1.0);
   }
 }
 
-void AddRim(CMeshBuilder& mesh, bool mirrored) {
+void AddRim(CMeshBuilder& mesh, int segments, bool mirrored) {
   const SRing edge = {24, kRimRadius};
   const SRing dish = {11, 33};
   const SRing hub = {17, 13};
   const SRing cap = {27, 8};
   mesh.Use("WHEEL.RAW", kFaceShiny);
-  AddBand(mesh, dish, edge, mirrored);
-  AddBand(mesh, hub, dish, mirrored);
-  AddBand(mesh, cap, hub, mirrored);
+  AddBand(mesh, segments, dish, edge, mirrored);
+  AddBand(mesh, segments, hub, dish, mirrored);
+  AddBand(mesh, segments, cap, hub, mirrored);
   mesh.Use("FRAME.RAW");
-  AddDisc(mesh, {cap.x, 0, 0}, {1, 0, 0}, cap.radius, kSegments);
+  AddDisc(mesh, {cap.x, 0, 0}, {1, 0, 0}, cap.radius, segments);
+}
+
+void BuildWheelAt(CMeshBuilder& mesh, const SVec& place, int segments, int lugs, bool left) {
+  mesh.Place(place, left);
+  AddTyre(mesh, segments, lugs, left);
+  AddRim(mesh, segments, left);
+  mesh.Use("TREAD.RAW");
+  AddDisc(mesh, {-26, 0, 0}, {-1, 0, 0}, kRimRadius, segments);
+  mesh.PlaceAtOrigin();
 }
 
 void BuildWheel(CMeshBuilder& mesh, const std::string& name, double z, bool left) {
   const int32_t first = mesh.FaceCount();
-  mesh.Place({left ? -kWheelTrack : kWheelTrack, kTyreRadius, z}, left);
-  AddTyre(mesh, left);
-  AddRim(mesh, left);
-  mesh.Use("TREAD.RAW");
-  AddDisc(mesh, {-26, 0, 0}, {-1, 0, 0}, kRimRadius, kSegments);
-  mesh.PlaceAtOrigin();
+  BuildWheelAt(mesh, {left ? -kWheelTrack : kWheelTrack, kTyreRadius, z}, kSegments, kLugs, left);
   mesh.Group(name, first);
 }
 
 }  // namespace
+
+void BuildTire(CMeshBuilder& mesh, int segments, bool left) {
+  BuildWheelAt(mesh, {}, segments, segments * 3 / 4, left);
+}
 
 void BuildWheels(CMeshBuilder& mesh) {
   BuildWheel(mesh, "front left wheel", kFrontAxle, true);

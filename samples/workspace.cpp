@@ -1,11 +1,19 @@
 #include "samples/workspace.h"
 
+#include <functional>
+
+#include "archive/podwriter.h"
+#include "archive/stockfiles.h"
 #include "model/binfile.h"
 #include "model/geometry.h"
+#include "packing/packtruck.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "samples/rampmodel.h"
+#include "samples/sounds.h"
 #include "samples/textures.h"
 #include "samples/truck.h"
+#include "samples/truckfile.h"
 #include "settings/coptools.h"
 
 namespace veldra::samples {
@@ -18,11 +26,12 @@ struct SFolders {
   std::string art = JoinPath(root, "ART");
   std::string models = JoinPath(root, "MODELS");
   std::string trucks = JoinPath(root, "TRUCK");
+  std::string sounds = JoinPath(root, "SOUND");
   std::string palette = JoinPath(art, "METALCR2.ACT");
 };
 
 bool MakeFolders(const SFolders& folders, SError* error) {
-  for (const std::string& folder : {folders.art, folders.models, folders.trucks}) {
+  for (const std::string& folder : {folders.art, folders.models, folders.trucks, folders.sounds}) {
     if (MakeDirectories(folder)) continue;
     error->what = folder + ": the folder cannot be made";
     return false;
@@ -48,9 +57,21 @@ void BuildTruck(CMeshBuilder& mesh) {
   BuildGlass(mesh);
 }
 
-/// Builds one model with the textures of the workspace and saves it as the editor does.
-bool WriteModel(const SFolders& folders, const char* name, void (*build)(CMeshBuilder&), CTextureStore& store,
-                CQuestions& questions, SError* error) {
+/// Without what the game moves by itself: wheels, axles and shocks.
+void BuildTruckBody(CMeshBuilder& mesh) {
+  BuildFrame(mesh);
+  BuildBody(mesh);
+  BuildCab(mesh);
+  BuildBed(mesh);
+  BuildTrim(mesh);
+  BuildMudFlaps(mesh);
+  BuildGlass(mesh);
+}
+
+/// Builds one model with the textures of the workspace and saves it as the editor does. MIDDLE (may be null) becomes
+/// the place that centring made its origin.
+bool WriteModel(const SFolders& folders, const std::string& name, const std::function<void(CMeshBuilder&)>& build,
+                CTextureStore& store, CQuestions& questions, SError* error, SPoint* middle = nullptr) {
   CBinModel model;
   CTextureFinder finder(store, questions, folders.art);
   CMeshBuilder mesh(model, finder);
@@ -59,13 +80,44 @@ bool WriteModel(const SFolders& folders, const char* name, void (*build)(CMeshBu
     error->what = "texture " + mesh.MissingTexture() + " cannot be loaded";
     return false;
   }
+  const SPoint before = model.Vertex(0).Position();
   for (const EAxis axis : {EAxis::kX, EAxis::kY, EAxis::kZ})
     Center(model, axis);
+  const SPoint after = model.Vertex(0).Position();
+  if (middle != nullptr) *middle = {before.x - after.x, before.y - after.y, before.z - after.z};
   const SSaveOptions options = {.vertex_normals = model.HasFaceType(kFaceShiny)};
   return SaveBinFile(model, options, JoinPath(folders.models, name), error);
 }
 
-bool WriteSettings(const SFolders& folders, SError* error) {
+/// The truck for the game: models, sounds and truck file.
+bool WriteTruck(const SFolders& folders, CTextureStore& store, CQuestions& questions, SError* error) {
+  SPoint middle;
+  if (!WriteModel(folders, kTruckBodyModel, BuildTruckBody, store, questions, error, &middle) ||
+      !WriteModel(folders, kTruckAxleModel, BuildAxle, store, questions, error))
+    return false;
+  for (const int segments : {8, 10, 16}) {
+    for (const bool left : {true, false}) {
+      const std::string name = Format("%s%02d%s.BIN", kTruckTireBase, segments, left ? "L" : "R");
+      const auto build = [&](CMeshBuilder& mesh) { BuildTire(mesh, segments, left); };
+      if (!WriteModel(folders, name, build, store, questions, error)) return false;
+    }
+  }
+  for (const SSoundDesign& design : SoundDesigns())
+    if (!ReplaceFile(JoinPath(folders.sounds, design.name), EngineSound(design), error)) return false;
+  return SampleTruck(middle).Save(JoinPath(folders.trucks, kTruckFileName), error);
+}
+
+bool WriteTruckArchive(const SFolders& folders, const CSettings& settings, CQuestions& questions, SError* error) {
+  const std::string truck = JoinPath(folders.trucks, kTruckFileName);
+  const CStockFiles stock;
+  const STruckPackPlan plan = PlanTruckPack(truck, PlacesForTruck(truck, settings, ""), stock);
+  for (const STruckPackRow* lacking : plan.Lacking(false))
+    error->what = LackingText(*lacking) + ", is not there";
+  return plan.Lacking(false).empty() &&
+         CreatePod(questions, JoinPath(folders.root, kTruckArchiveName), plan.Sources(false));
+}
+
+CSettings WorkspaceSettings(const SFolders& folders) {
   CSettings settings;
   settings.defpal = folders.palette;
   settings.art_dir = folders.art;
@@ -73,6 +125,10 @@ bool WriteSettings(const SFolders& folders, SError* error) {
   settings.trk_dir = folders.trucks;
   settings.pod_dir = folders.root;
   settings.pod_dest_dir = folders.root;
+  return settings;
+}
+
+bool WriteSettings(const SFolders& folders, const CSettings& settings, SError* error) {
   const std::string path = JoinPath(folders.root, kSettingsFileName);
   if (CopTools::WriteCfgFile(path, settings)) return true;
   error->what = path + ": the settings cannot be written";
@@ -84,9 +140,12 @@ bool WriteSettings(const SFolders& folders, SError* error) {
 bool WriteWorkspace(const std::string& directory, CQuestions& questions, SError* error) {
   const SFolders folders = {.root = AbsolutePath(directory)};
   if (!MakeFolders(folders, error) || !WriteTextures(folders, error)) return false;
+  const CSettings settings = WorkspaceSettings(folders);
   CTextureStore store(questions, DefaultColors());
   return WriteModel(folders, "TRUCK.BIN", BuildTruck, store, questions, error) &&
-         WriteModel(folders, "RAMP.BIN", BuildRamp, store, questions, error) && WriteSettings(folders, error);
+         WriteModel(folders, "RAMP.BIN", BuildRamp, store, questions, error) &&
+         WriteTruck(folders, store, questions, error) && WriteTruckArchive(folders, settings, questions, error) &&
+         WriteSettings(folders, settings, error);
 }
 
 }  // namespace veldra::samples

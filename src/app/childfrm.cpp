@@ -7,7 +7,7 @@
 namespace veldra {
 
 CChildFrame::CChildFrame(CTarn2App& app, const std::shared_ptr<CTarnDoc>& document)
-    : app_(app), document_(document), view_(new CTarnView(document)) {
+    : app_(app), document_(document), view_(new CTarnView(document)), path_(document->Path()) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName("childFrame");
   setWidget(view_);
@@ -22,9 +22,18 @@ CChildFrame::~CChildFrame() {
   document_->RemoveObserver(this);
 }
 
+QString CChildFrame::Name() const {
+  const QString title = QString::fromStdString(document_->Title());
+  return number_ == 0 ? title : QStringLiteral("%1:%2").arg(title).arg(number_);
+}
+
+void CChildFrame::SetViewNumber(int number) {
+  number_ = number;
+  UpdateTitle();
+}
+
 void CChildFrame::UpdateTitle() {
-  const QString read_only = document_->IsReadOnly() ? tr(" (Read-Only)") : QString();
-  setWindowTitle(QString::fromStdString(document_->Title()) + read_only + "[*]");
+  setWindowTitle(Name() + (document_->IsReadOnly() ? tr(" (Read-Only)") : QString()) + "[*]");
   setWindowModified(document_->IsModified());
 }
 
@@ -35,6 +44,9 @@ void CChildFrame::OnDocumentChanged(const CTarnDoc&, const SModelChange&) {
 void CChildFrame::OnDocumentStateChanged(const CTarnDoc&) {
   UpdateTitle();
   emit DocumentChanged();
+  if (path_ == document_->Path()) return;
+  path_ = document_->Path();
+  emit DocumentMoved();
 }
 
 bool CChildFrame::IsOnlyViewOfDocument() const {
@@ -50,6 +62,7 @@ void CChildFrame::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
+  if (IsOnlyViewOfDocument()) app_.LetGo(*document_);
   if (app_.Settings().save_child_state != 0) app_.Settings().child_window_max = isMaximized() ? 1 : 0;
   QMdiSubWindow::closeEvent(event);
 }

@@ -18,10 +18,16 @@ class CChildFrame : public QMdiSubWindow, private CDocumentObserver {
 
   CTarnView& View() const { return *view_; }
   CTarnDoc& Document() const { return *document_; }
+  /// The document's title, with the window's number where it has one.
+  QString Name() const;
+  /// 0: the document's only window.
+  void SetViewNumber(int number);
 
  signals:
   /// The document's content or state changed.
   void DocumentChanged();
+  /// The document has another path.
+  void DocumentMoved();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -35,6 +41,8 @@ class CChildFrame : public QMdiSubWindow, private CDocumentObserver {
   CTarn2App& app_;
   std::shared_ptr<CTarnDoc> document_;
   CTarnView* view_;  ///< the window's widget
+  int number_ = 0;
+  std::string path_;  ///< the document's, as it was last
 };
 
 }  // namespace veldra

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kIconSide = 22;
 
-/// A key that the view handles is only shown: text behind a tab stands where a menu shows keys.
+/// A key of the 3D view is no shortcut of the action: text behind a tab stands where a menu shows keys.
 QString MenuText(const SCommandRow& row) {
   const QString text = QString::fromUtf8(row.text);
   return *row.view_key == '\0' ? text : text + '\t' + QString::fromUtf8(row.view_key);
@@ -29,7 +29,7 @@ CCommandActions::CCommandActions(QMainWindow& window, Runner run) : window_(wind
     if (row.is_choice) choices->addAction(action);
   }
   for (const SMenuRow& row : MenuRows())
-    MakeMenu(row);
+    if (row.submenu == ECommand::kNone) MakeMenu(*window.menuBar()->addMenu(QString::fromUtf8(row.title)), row);
   MakeToolBar();
 }
 
@@ -49,25 +49,29 @@ QAction* CCommandActions::MakeAction(const SCommandRow& row) {
   return action;
 }
 
-void CCommandActions::MakeMenu(const SMenuRow& menu_row) {
-  QMenu* menu = window_.menuBar()->addMenu(QString::fromUtf8(menu_row.title));
-  menu->setObjectName(QString::fromUtf8(menu_row.name));
+void CCommandActions::MakeMenu(QMenu& menu, const SMenuRow& menu_row) {
+  menu.setObjectName(QString::fromUtf8(menu_row.name));
   for (const ECommand id : menu_row.commands) {
     if (id == ECommand::kNone) {
-      menu->addSeparator();
+      menu.addSeparator();
     } else if (id == ECommand::kWindowList) {
-      list_menus_[id] = menu;
+      list_menus_[id] = &menu;
     } else if (id == ECommand::kFileRecent) {
-      const SCommandRow& row = CommandRow(id);
-      QMenu* list = menu->addMenu(QString::fromUtf8(row.text));
-      list->setObjectName(QString::fromUtf8(row.name));
-      list->menuAction()->setStatusTip(StatusText(row));
-      list_menus_[id] = list;
-      actions_[id] = list->menuAction();
+      MakeListMenu(menu, CommandRow(id));
+    } else if (const SMenuRow* submenu = FindSubmenu(id)) {
+      MakeMenu(*menu.addMenu(QString::fromUtf8(submenu->title)), *submenu);
     } else {
-      menu->addAction(actions_.at(id));
+      menu.addAction(actions_.at(id));
     }
   }
+}
+
+void CCommandActions::MakeListMenu(QMenu& menu, const SCommandRow& row) {
+  QMenu* list = menu.addMenu(QString::fromUtf8(row.text));
+  list->setObjectName(QString::fromUtf8(row.name));
+  list->menuAction()->setStatusTip(StatusText(row));
+  list_menus_[row.id] = list;
+  actions_[row.id] = list->menuAction();
 }
 
 void CCommandActions::MakeToolBar() {

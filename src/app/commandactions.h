@@ -28,7 +28,8 @@ class CCommandActions {
 
  private:
   QAction* MakeAction(const SCommandRow& row);
-  void MakeMenu(const SMenuRow& row);
+  void MakeMenu(QMenu& menu, const SMenuRow& menu_row);
+  void MakeListMenu(QMenu& menu, const SCommandRow& row);
   void MakeToolBar();
 
   QMainWindow& window_;

@@ -1,5 +1,6 @@
 #include "app/documentarea.h"
 
+#include <QEvent>
 #include <QPainter>
 
 namespace veldra {
@@ -9,6 +10,11 @@ CDocumentArea::CDocumentArea(QWidget* parent) : QMdiArea(parent) {
   setBackground(palette().brush(QPalette::Dark));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void CDocumentArea::changeEvent(QEvent* event) {
+  QMdiArea::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) setBackground(palette().brush(QPalette::Dark));
 }
 
 void CDocumentArea::paintEvent(QPaintEvent* event) {

@@ -12,6 +12,7 @@ class CDocumentArea : public QMdiArea {
   explicit CDocumentArea(QWidget* parent = nullptr);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 };
 

@@ -10,6 +10,7 @@
 #include "app/programoptions.h"
 #include "app/qtquestions.h"
 #include "app/startup.h"
+#include "app/unsavedwork.h"
 #include "app/windowpicture.h"
 #include "platform/files.h"
 
@@ -22,25 +23,48 @@ void NameProgram() {
   QCoreApplication::setApplicationVersion(VELDRA_VERSION);
 }
 
-/// Qt itself falls over when a window with an OpenGL view comes to be drawn where there is no OpenGL at all.
+/// Qt itself falls over when a window with an OpenGL view comes to be drawn where there is no OpenGL at all. The
+/// context that all views share is made with the application.
 bool HasOpenGl() {
-  QOpenGLContext probe;
-  return probe.create();
+  const QOpenGLContext* shared = QOpenGLContext::globalShareContext();
+  return shared != nullptr && shared->isValid();
+}
+
+bool IsAttended(const SProgramOptions& options) {
+  return options.picture.isEmpty() && !options.quit_when_drawn;
+}
+
+void OpenFiles(CMainFrame& frame, CUnsavedWork& unsaved, const SProgramOptions& options) {
+  for (const QString& file : options.files)
+    frame.OpenFile(file.toStdString(), options.read_only);
+  unsaved.OfferLeftovers();
+}
+
+/// For measuring: opens the files and ends the program, without more ado, once the active one is on the screen.
+void QuitWhenDrawn(CMainFrame& frame, const SProgramOptions& options) {
+  for (const QString& file : options.files)
+    frame.OpenFile(file.toStdString(), options.read_only);
+  const CTarnView* view = frame.ActiveView();
+  if (view == nullptr || !view->Fault().isEmpty()) std::_Exit(EXIT_FAILURE);
+  QObject::connect(view, &CTarnView::DrawingFailed, [] { std::_Exit(EXIT_FAILURE); });
+  QObject::connect(view, &CTarnView::frameSwapped, [view] {
+    if (view->HasDrawn()) std::_Exit(EXIT_SUCCESS);
+  });
 }
 
 /// Until the main window closes. What runs first in the event loop opens the files.
 int RunWindow(CTarn2App& app, CQtQuestions& dialogs, const SProgramOptions& options) {
   CMainFrame frame(app);
   dialogs.SetParent(&frame);
+  CUnsavedWork unsaved(frame);
   frame.show();
   QGuiApplication::setQuitOnLastWindowClosed(true);
   std::unique_ptr<CWindowPicture> picture;
   if (!options.picture.isEmpty()) {
-    picture = std::make_unique<CWindowPicture>(frame, options.files, options.picture);
+    picture = std::make_unique<CWindowPicture>(frame, options.files, options.picture, options.commands);
   } else {
     QTimer::singleShot(0, &frame, [&] {
-      for (const QString& file : options.files)
-        frame.OpenFile(file.toStdString());
+      options.quit_when_drawn ? QuitWhenDrawn(frame, options) : OpenFiles(frame, unsaved, options);
     });
   }
   return QApplication::exec();
@@ -49,7 +73,7 @@ int RunWindow(CTarn2App& app, CQtQuestions& dialogs, const SProgramOptions& opti
 int Run(const SProgramOptions& options) {
   CQtQuestions dialogs;
   CPrintedQuestions printed;
-  CQuestions& questions = options.picture.isEmpty() ? static_cast<CQuestions&>(dialogs) : printed;
+  CQuestions& questions = IsAttended(options) ? static_cast<CQuestions&>(dialogs) : printed;
   // The dialogs of start-up close before there is a main window, which is no reason to quit.
   QGuiApplication::setQuitOnLastWindowClosed(false);
   auto startup = StartUp(CurrentDirectory(), questions);
@@ -76,6 +100,9 @@ int main(int argc, char** argv) {
     ParseProgramOptions(application);
     return 0;
   }
+  // Views keep what they have drawn when their window becomes part of another, and none is drawn before it has its
+  // size.
+  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   const QApplication application(argc, argv);
   QApplication::setWindowIcon(ProgramIcon());
   return Run(ParseProgramOptions(application));

@@ -11,13 +11,13 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QUrl>
-#include <algorithm>
 
 #include "app/commandicons.h"
+#include "app/fileopeners.h"
+#include "app/filewatch.h"
 #include "app/windowplace.h"
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/text.h"
+#include "view/editcommands.h"
+#include "view/keyboarddlg.h"
 
 namespace veldra {
 
@@ -27,15 +27,11 @@ constexpr int kMessageMs = 6000;
 constexpr const char* kRecentFilesKey = "recentFiles";
 constexpr const char* kToolBarsKey = "mainWindow/toolBars";
 
-QStringList ModelFiles(const QMimeData& data) {
+QStringList FilesToOpen(const QMimeData& data) {
   QStringList files;
   for (const QUrl& url : data.urls())
-    if (url.isLocalFile() && url.fileName().endsWith(".bin", Qt::CaseInsensitive)) files.append(url.toLocalFile());
+    if (url.isLocalFile() && FindFileOpener(url.fileName().toStdString()) != nullptr) files.append(url.toLocalFile());
   return files;
-}
-
-QString Counted(int32_t count, const char* one, const char* many) {
-  return QStringLiteral("%L1 %2").arg(count).arg(count == 1 ? one : many);
 }
 
 /// Where windows keep what is theirs alone, apart from the settings file.
@@ -45,29 +41,28 @@ QSettings WindowSettings() {
 
 }  // namespace
 
-CMainFrame::CMainFrame(CTarn2App& app) : app_(app), area_(new CDocumentArea), counts_(new QLabel) {
+CMainFrame::CMainFrame(CTarn2App& app)
+    : app_(app), area_(new CDocumentArea), counts_(new QLabel), docks_(new CToolDocks(*this, app.Settings())) {
   setObjectName("mainFrame");
   setWindowTitle(tr("Veldra"));
   setWindowIcon(ProgramIcon());
   setAcceptDrops(true);
   setCentralWidget(area_);
   MakeReadyForOpenGL();
-  actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
+  MakeCommands();
   counts_->setObjectName("modelCounts");
   counts_->setContentsMargins(8, 0, 8, 0);
   statusBar()->addPermanentWidget(counts_);
-  connect(area_, &QMdiArea::subWindowActivated, this, [this] { RefreshCommands(); });
-  connect(actions_->ListMenu(ECommand::kFileRecent), &QMenu::aboutToShow, this, [this] { FillRecentFiles(); });
-  connect(actions_->ListMenu(ECommand::kWindowList), &QMenu::aboutToShow, this, [this] { FillWindowList(); });
   ReadWindowState();
+  area_->setFocus();  // and not the first field of a tool window
   Refresh();
 }
 
 CMainFrame::~CMainFrame() {
-  // The child windows must not report to a frame that is half gone.
-  area_->disconnect(this);
-  for (CChildFrame* child : Children())
-    delete child;
+  windows_->disconnect(this);
+  docks_->disconnect(this);
+  windows_.reset();
+  app_.SetPictureMaker({});
 }
 
 /// A window that gets its first OpenGL view while it is shown is made anew by Qt, which flickers and loses the focus.
@@ -76,110 +71,54 @@ void CMainFrame::MakeReadyForOpenGL() {
   (new QOpenGLWidget(this))->hide();
 }
 
-// --- Documents -----------------------------------------------------------------------------------------------------
-
-bool CMainFrame::OpenFile(const std::string& path) {
-  const auto open = app_.FindDocument(path);
-  if (open != nullptr) {
-    for (CChildFrame* child : Children())
-      if (&child->Document() == open.get()) area_->setActiveSubWindow(child);
-    return true;
-  }
-  const auto document = app_.OpenDocument(path);
-  RefreshCommands();
-  if (document == nullptr) {
-    if (!FileExists(path)) app_.RecentFiles().Remove(AbsolutePath(path));
-    return false;
-  }
-  AddView(document);
-  Say(tr("Opened %1").arg(QString::fromStdString(document->Title())));
-  return true;
-}
-
-CChildFrame& CMainFrame::AddView(const std::shared_ptr<CTarnDoc>& document) {
-  QMdiSubWindow* earlier = area_->currentSubWindow();
-  const bool maximized = earlier != nullptr ? earlier->isMaximized() : app_.Settings().child_window_max != 0;
-  auto* child = new CChildFrame(app_, document);
-  area_->addSubWindow(child);
-  connect(child, &CChildFrame::DocumentChanged, this, [this] { RefreshCommands(); });
-  connect(child, &QObject::destroyed, this, [this] { RefreshCommands(); });
-  connect(&child->View(), &CTarnView::StateChanged, this, [this] { RefreshCommands(); });
-  child->resize(area_->viewport()->size() * 2 / 3);
-  if (maximized) {
-    child->showMaximized();
-  } else {
-    child->show();
-  }
-  if (earlier != nullptr && app_.Settings().open_inactive != 0) area_->setActiveSubWindow(earlier);
-  return *child;
-}
-
-CChildFrame* CMainFrame::ActiveChild() const {
-  // Not activeSubWindow(), which is none while a dialog or another program is in front.
-  return qobject_cast<CChildFrame*>(area_->currentSubWindow());
-}
-
-CTarnView* CMainFrame::ActiveView() const {
-  const CChildFrame* child = ActiveChild();
-  return child != nullptr ? &child->View() : nullptr;
-}
-
-CTarnDoc* CMainFrame::ActiveDocument() const {
-  const CChildFrame* child = ActiveChild();
-  return child != nullptr ? &child->Document() : nullptr;
-}
-
-QList<CChildFrame*> CMainFrame::Children() const {
-  QList<CChildFrame*> children;
-  for (QMdiSubWindow* window : area_->subWindowList())
-    if (auto* child = qobject_cast<CChildFrame*>(window)) children.append(child);
-  return children;
+void CMainFrame::MakeCommands() {
+  auto* view_keys = new CViewKeys([this](const SCommandRow& row) { Run(row); },
+                                  [this](const SCommandRow& row) { return IsEnabled(row, CommandState()); }, this);
+  windows_ = std::make_unique<CDocumentWindows>(app_, *area_, view_keys);
+  files_ = std::make_unique<CFileCommands>(*this);
+  models_ = std::make_unique<CModelCommands>(*this);
+  tools_ = std::make_unique<CToolCommands>(*this);
+  actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
+  new CFileWatch(app_, *windows_, this);
+  app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
+  connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
+  connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
+  QMenu* recent = actions_->ListMenu(ECommand::kFileRecent);
+  connect(recent, &QMenu::aboutToShow, this, [this, recent] { files_->ListRecentIn(*recent); });
+  QMenu* window_list = actions_->ListMenu(ECommand::kWindowList);
+  connect(window_list, &QMenu::aboutToShow, this, [this, window_list] { windows_->ListIn(*window_list); });
 }
 
 // --- Commands ------------------------------------------------------------------------------------------------------
 
 void CMainFrame::Run(const SCommandRow& row) {
-  if (const auto* own = std::get_if<void (CMainFrame::*)()>(&row.handler)) {
+  const auto& handler = row.handler;
+  if (const auto* own = std::get_if<void (CMainFrame::*)()>(&handler)) {
     (this->**own)();
-  } else if (const auto* view = std::get_if<void (CTarnView::*)()>(&row.handler)) {
-    if (ActiveView() != nullptr) (ActiveView()->**view)();
-  } else if (const auto* document = std::get_if<void (CTarnDoc::*)()>(&row.handler)) {
-    if (ActiveDocument() != nullptr) (ActiveDocument()->**document)();
+  } else if (const auto* file = std::get_if<void (CFileCommands::*)()>(&handler)) {
+    (*files_.*(*file))();
+  } else if (const auto* model = std::get_if<void (CModelCommands::*)()>(&handler)) {
+    (*models_.*(*model))();
+  } else if (const auto* window = std::get_if<void (CDocumentWindows::*)()>(&handler)) {
+    (*windows_.*(*window))();
+  } else if (const auto* dock = std::get_if<void (CToolDocks::*)()>(&handler)) {
+    (docks_->**dock)();
+  } else if (const auto* tool = std::get_if<void (CToolCommands::*)()>(&handler)) {
+    (*tools_.*(*tool))();
+  } else if (CTarnView* view = ActiveView()) {
+    RunOn(*view, row);
   }
   RefreshCommands();
 }
 
-void CMainFrame::AskAndOpen() {
-  const auto path = app_.Questions().AskOpenFile(
-      {.title = "Open",
-       .filters = {{.label = "MTM Model *.bin", .pattern = "*.bin"}, {.label = "All Files *.*", .pattern = "*.*"}},
-       .directory = app_.ModelDirectory(),
-       .name = {},
-       .default_extension = "bin"});
-  if (path) OpenFile(*path);
-}
-
-void CMainFrame::CloseActive() {
-  if (CChildFrame* child = ActiveChild()) child->close();
-}
-
-void CMainFrame::SaveActive() {
-  ReportSaved(ActiveDocument()->Save());
-}
-
-void CMainFrame::SaveActiveAs() {
-  ReportSaved(ActiveDocument()->SaveAs());
-}
-
-void CMainFrame::ReportSaved(bool saved) {
-  if (!saved) return;
-  app_.RecentFiles().Add(ActiveDocument()->Path());
-  Say(tr("Saved %1").arg(QString::fromStdString(ActiveDocument()->Path())));
-}
-
-void CMainFrame::DeleteUnused() {
-  const int32_t deleted = ActiveDocument()->DeleteAllUnused();
-  Say(deleted == 0 ? tr("No unused vertices") : tr("Deleted %1").arg(Counted(deleted, "vertex", "vertices")));
+void CMainFrame::RunOn(CTarnView& view, const SCommandRow& row) {
+  if (const auto* own = std::get_if<void (CTarnView::*)()>(&row.handler)) {
+    (view.**own)();
+  } else if (const auto* edit = std::get_if<void (CEditCommands::*)()>(&row.handler)) {
+    (view.EditCommands().**edit)();
+  } else if (const auto* document = std::get_if<void (CTarnDoc::*)()>(&row.handler)) {
+    (view.Document().**document)();
+  }
 }
 
 void CMainFrame::AskBackground() {
@@ -199,6 +138,10 @@ void CMainFrame::AskBackground() {
     colors[i] = to_color(QColorDialog::customColor(static_cast<int>(i)));
 }
 
+void CMainFrame::ShowKeyboard() {
+  CKeyboardDialog(app_.Settings(), app_.Questions(), this).exec();
+}
+
 void CMainFrame::About() {
   QMessageBox box(this);
   box.setObjectName("about");
@@ -208,34 +151,6 @@ void CMainFrame::About() {
   box.setInformativeText(tr("An editor for the 3D models of Monster Truck Madness 2.\n\nRuns on Qt %1.")
                              .arg(QString::fromUtf8(qVersion())));
   box.exec();
-}
-
-void CMainFrame::FillRecentFiles() {
-  QMenu* menu = actions_->ListMenu(ECommand::kFileRecent);
-  menu->clear();
-  int number = 0;
-  for (const std::string& path : app_.RecentFiles().Paths()) {
-    const QString text = QString::fromStdString(path).replace('&', "&&");
-    QAction* action = menu->addAction(QStringLiteral("&%1 %2").arg(++number).arg(text));
-    action->setStatusTip(tr("Open this document"));
-    connect(action, &QAction::triggered, this, [this, path] { OpenFile(path); });
-  }
-}
-
-void CMainFrame::FillWindowList() {
-  QMenu* menu = actions_->ListMenu(ECommand::kWindowList);
-  qDeleteAll(window_actions_);
-  window_actions_.clear();
-  int number = 0;
-  for (CChildFrame* child : Children()) {
-    const QString title = QString::fromStdString(child->Document().Title()).replace('&', "&&");
-    QAction* action = menu->addAction(QStringLiteral("&%1 %2").arg(++number).arg(title));
-    action->setCheckable(true);
-    action->setChecked(child == ActiveChild());
-    action->setStatusTip(StatusText(CommandRow(ECommand::kWindowList)));
-    connect(action, &QAction::triggered, child, [this, child] { area_->setActiveSubWindow(child); });
-    window_actions_.append(action);
-  }
 }
 
 // --- State ---------------------------------------------------------------------------------------------------------
@@ -248,11 +163,15 @@ void CMainFrame::RefreshCommands() {
 }
 
 SCommandState CMainFrame::CommandState() const {
-  return {.document = ActiveDocument(), .view = ActiveView(), .has_recent_files = !app_.RecentFiles().Paths().empty()};
+  return {.document = ActiveDocument(),
+          .view = ActiveView(),
+          .has_recent_files = !app_.RecentFiles().Paths().empty(),
+          .docks = docks_};
 }
 
 void CMainFrame::Refresh() {
   refresh_is_due_ = false;
+  docks_->Follow(ActiveView());
   actions_->Refresh(CommandState());
   RefreshStatus();
 }
@@ -276,7 +195,7 @@ void CMainFrame::Say(const QString& text) {
 void CMainFrame::ReadWindowState() {
   RestoreWindowPlace(*this, app_.Settings());
   const QSettings kept = WindowSettings();
-  restoreState(kept.value(kToolBarsKey).toByteArray());
+  docks_->Restore(kept.value(kToolBarsKey).toByteArray());
   std::vector<std::string> paths;
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
@@ -284,9 +203,10 @@ void CMainFrame::ReadWindowState() {
 }
 
 void CMainFrame::WriteWindowState() {
+  windows_->RememberState();
   RememberWindowPlace(*this, app_.Settings());
   QSettings kept = WindowSettings();
-  kept.setValue(kToolBarsKey, saveState());
+  kept.setValue(kToolBarsKey, docks_->Keep());
   QStringList paths;
   for (const std::string& path : app_.RecentFiles().Paths())
     paths.append(QString::fromStdString(path));
@@ -294,29 +214,32 @@ void CMainFrame::WriteWindowState() {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-  QList<const CTarnDoc*> asked;
-  for (CChildFrame* child : Children()) {
-    if (asked.contains(&child->Document())) continue;
-    asked.append(&child->Document());
-    if (!app_.MayClose(child->Document())) {
-      event->ignore();
-      return;
-    }
+  if (!MayCloseAll() || !tools_->CloseWindows()) {
+    event->ignore();
+    return;
   }
-  const CChildFrame* active = ActiveChild();
-  if (active != nullptr && app_.Settings().save_child_state != 0)
-    app_.Settings().child_window_max = active->isMaximized() ? 1 : 0;
+  for (CTarnDoc* document : windows_->Documents())
+    app_.LetGo(*document);
   WriteWindowState();
   event->accept();
 }
 
+bool CMainFrame::MayCloseAll() {
+  for (CTarnDoc* document : windows_->Documents()) {
+    if (!document->IsModified()) continue;
+    windows_->Activate(*document);
+    if (!app_.MayClose(*document)) return false;
+  }
+  return true;
+}
+
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
-  if (!ModelFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  if (!FilesToOpen(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
 void CMainFrame::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  const QStringList files = ModelFiles(*event->mimeData());
+  const QStringList files = FilesToOpen(*event->mimeData());
   // Opening may ask; the program that the files came from must not wait for the answers.
   QMetaObject::invokeMethod(
       this,

@@ -5,14 +5,19 @@
 #include <memory>
 #include <string>
 
-#include "app/childfrm.h"
 #include "app/commandactions.h"
-#include "app/documentarea.h"
+#include "app/documentwindows.h"
+#include "app/filecommands.h"
+#include "app/modelcommands.h"
 #include "app/tarn2.h"
+#include "app/toolcommands.h"
+#include "app/tooldocks.h"
+#include "app/viewkeys.h"
 
 namespace veldra {
 
-/// The main window: documents in child windows, and the commands on them.
+/// The main window: the area of documents with menus, tool bar and status bar, and the dispatch of commands to those
+/// who carry them out.
 class CMainFrame : public QMainWindow {
   Q_OBJECT
 
@@ -20,30 +25,33 @@ class CMainFrame : public QMainWindow {
   explicit CMainFrame(CTarn2App& app);
   ~CMainFrame() override;
 
-  /// Opens PATH in a window of its own, or activates the window that shows it. False when it could not be opened; the
-  /// user has been told then.
-  bool OpenFile(const std::string& path);
-  /// Another view of DOCUMENT.
-  CChildFrame& AddView(const std::shared_ptr<CTarnDoc>& document);
+  CTarn2App& App() { return app_; }
+  CDocumentWindows& Windows() { return *windows_; }
+  CFileCommands& Files() { return *files_; }
+  CModelCommands& Models() { return *models_; }
+  CToolDocks& Docks() { return *docks_; }
+  CToolCommands& Tools() { return *tools_; }
 
-  CChildFrame* ActiveChild() const;
-  CTarnView* ActiveView() const;
-  CTarnDoc* ActiveDocument() const;
-  QList<CChildFrame*> Children() const;
+  /// Opens PATH by its type. False when it could not be opened; the user has been told then.
+  bool OpenFile(const std::string& path, bool read_only = false) { return files_->OpenFile(path, read_only); }
+  CChildFrame* ActiveChild() const { return windows_->Active(); }
+  CTarnView* ActiveView() const { return windows_->ActiveView(); }
+  CTarnDoc* ActiveDocument() const { return windows_->ActiveDocument(); }
+  QList<CChildFrame*> Children() const { return windows_->Children(); }
   QAction* Action(ECommand id) const { return actions_->Action(id); }
   /// Brings menus, tool bar and status bar up to date, once after all that happens in this turn of the event loop.
   void RefreshCommands();
+  /// In the status bar, for a while.
+  void Say(const QString& text);
+  /// Asks about each document with unsaved changes, and saves where the user wants it. False: something stays open.
+  bool MayCloseAll();
+  /// What the settings keep of the windows.
+  void WriteWindowState();
 
   // What the command table calls.
-  void AskAndOpen();
-  void CloseActive();
-  void SaveActive();
-  void SaveActiveAs();
   void Exit() { close(); }
   void AskBackground();
-  void DeleteUnused();
-  void CascadeWindows() { area_->cascadeSubWindows(); }
-  void TileWindows() { area_->tileSubWindows(); }
+  void ShowKeyboard();
   void About();
 
  protected:
@@ -53,22 +61,23 @@ class CMainFrame : public QMainWindow {
 
  private:
   void MakeReadyForOpenGL();
+  void MakeCommands();
   void Run(const SCommandRow& row);
+  void RunOn(CTarnView& view, const SCommandRow& row);
   void Refresh();
   void RefreshStatus();
   SCommandState CommandState() const;
-  void FillRecentFiles();
-  void FillWindowList();
-  void Say(const QString& text);
-  void ReportSaved(bool saved);
   void ReadWindowState();
-  void WriteWindowState();
 
   CTarn2App& app_;
   CDocumentArea* area_;
   QLabel* counts_;
+  CToolDocks* docks_;
+  std::unique_ptr<CDocumentWindows> windows_;
+  std::unique_ptr<CFileCommands> files_;
+  std::unique_ptr<CModelCommands> models_;
+  std::unique_ptr<CToolCommands> tools_;
   std::unique_ptr<CCommandActions> actions_;
-  QList<QAction*> window_actions_;
   bool refresh_is_due_ = false;
 };
 

@@ -24,9 +24,21 @@ SProgramOptions ParseProgramOptions(const QCoreApplication& application) {
       "question goes to standard error.",
       "PNG");
   parser.addOption(picture);
-  parser.addPositionalArgument("FILE", "Model files to open.", "[FILE...]");
+  const QCommandLineOption command("command", "Before the picture, carry out a command of the menus (may be repeated).",
+                                   "NAME");
+  parser.addOption(command);
+  const QCommandLineOption read_only("read-only", "Open the files as read-only.");
+  parser.addOption(read_only);
+  QCommandLineOption quit_when_drawn("quit-when-drawn", "Exit as soon as the model is drawn: for measuring.");
+  quit_when_drawn.setFlags(QCommandLineOption::HiddenFromHelp);
+  parser.addOption(quit_when_drawn);
+  parser.addPositionalArgument("FILE", "Files to open.", "[FILE...]");
   parser.process(application);
-  return {.files = parser.positionalArguments(), .picture = parser.value(picture)};
+  return {.files = parser.positionalArguments(),
+          .picture = parser.value(picture),
+          .commands = parser.values(command),
+          .read_only = parser.isSet(read_only),
+          .quit_when_drawn = parser.isSet(quit_when_drawn)};
 }
 
 }  // namespace veldra

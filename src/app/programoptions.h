@@ -6,8 +6,11 @@
 namespace veldra {
 
 struct SProgramOptions {
-  QStringList files;  ///< models to open
-  QString picture;    ///< PNG file for a picture of the window; empty: none
+  QStringList files;     ///< to open
+  QString picture;       ///< PNG file for a picture of the window; empty: none
+  QStringList commands;  ///< to carry out before it
+  bool read_only = false;
+  bool quit_when_drawn = false;  ///< the program ends as soon as the active model was drawn; nothing is asked
 };
 
 /// True when the arguments only ask for a text, for which no display is needed.

@@ -12,6 +12,7 @@
 #include "app/unusedverticesdlg.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "ui/pathfield.h"
 
 namespace veldra {
 
@@ -43,19 +44,11 @@ QMessageBox::StandardButton RunBox(const SMessage& message, QMessageBox::Standar
   return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
-/// Qt hides what stands in brackets, so that a filter shows as its label alone.
-QString NameFilter(const SFileFilter& filter) {
-  const QString pattern = filter.pattern == "*.*" ? QStringLiteral("*") : QString::fromStdString(filter.pattern);
-  const QString upper = pattern.toUpper();
-  return QStringLiteral("%1 (%2)").arg(QString::fromStdString(filter.label),
-                                       upper == pattern ? pattern : pattern + ' ' + upper);
-}
-
 /// SELECTED is a filter as it was set or, from Qt's own dialog, as it is shown.
 size_t FilterIndex(const SFilePrompt& prompt, const QString& selected) {
   for (size_t i = 0; i < prompt.filters.size(); ++i) {
     const SFileFilter& filter = prompt.filters[i];
-    if (selected == NameFilter(filter) || selected == QString::fromStdString(filter.label)) return i;
+    if (selected == FileDialogFilter(filter) || selected == QString::fromStdString(filter.label)) return i;
   }
   return 0;
 }
@@ -73,7 +66,7 @@ void SetUp(QFileDialog& dialog, const SFilePrompt& prompt, const QString& last_d
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   QStringList filters;
   for (const SFileFilter& filter : prompt.filters)
-    filters.append(NameFilter(filter));
+    filters.append(FileDialogFilter(filter));
   dialog.setNameFilters(filters);
   dialog.setDefaultSuffix(QString::fromStdString(prompt.default_extension));
   SetDirectory(dialog, prompt.directory, last_directory);

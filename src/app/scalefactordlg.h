@@ -1,27 +1,20 @@
 #pragma once
 
-#include <QDialog>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
+#include "ui/fielddialog.h"
 
 namespace veldra {
 
 /// Asks for the Hellbender scale factor and says what is wrong with it while one types.
-class CScaleFactorDialog : public QDialog {
+class CScaleFactorDialog : public CFieldDialog {
   Q_OBJECT
 
  public:
   CScaleFactorDialog(double offered, QWidget* parent);
   /// Once accepted.
-  double Factor() const;
+  double Factor() const { return factor_->Value().value_or(1.0); }
 
  private:
-  void Check();
-
-  QLineEdit* factor_;
-  QLabel* fault_;
-  QDialogButtonBox* buttons_;
+  CNumberField* factor_;
 };
 
 }  // namespace veldra

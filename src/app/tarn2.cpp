@@ -1,16 +1,46 @@
 #include "app/tarn2.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
 
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/process.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
 
 namespace veldra {
 
+namespace {
+
+constexpr int kRecoveryTickMs = 1000;
+
+/// For tests: how much faster than the wall's the clock of the recovery copies runs.
+int RecoverySpeed() {
+  static const int speed = [] {
+    const auto text = EnvironmentVariable("VELDRA_RECOVERY_SPEED");
+    return text ? std::clamp(std::atoi(text->c_str()), 1, 1000) : 1;
+  }();
+  return speed;
+}
+
+CRecoveryKeeper::Time RecoveryTime() {
+  static const auto start = std::chrono::steady_clock::now();
+  return start + (std::chrono::steady_clock::now() - start) * RecoverySpeed();
+}
+
+}  // namespace
+
 CTarn2App::CTarn2App(SStartup startup, CQuestions& questions)
-    : startup_(std::move(startup)), questions_(questions), textures_(questions, startup_.default_colors) {}
+    : startup_(std::move(startup)),
+      questions_(questions),
+      textures_(questions, startup_.default_colors),
+      recovery_(recovery_folder_, RecoveryTime) {}
+
+int CTarn2App::RecoveryTickMs() const {
+  return std::max(1, kRecoveryTickMs / RecoverySpeed());
+}
 
 std::vector<std::shared_ptr<CTarnDoc>> CTarn2App::OpenDocuments() {
   std::erase_if(documents_, [](const std::weak_ptr<CTarnDoc>& document) { return document.expired(); });
@@ -27,12 +57,41 @@ std::shared_ptr<CTarnDoc> CTarn2App::FindDocument(const std::string& path) {
   return nullptr;
 }
 
-std::shared_ptr<CTarnDoc> CTarn2App::OpenDocument(const std::string& path) {
-  auto document = std::make_shared<CTarnDoc>(Services());
-  if (!document->OnOpenDocument(AbsolutePath(path))) return nullptr;
+std::shared_ptr<CTarnDoc> CTarn2App::MakeDocument() {
+  return std::make_shared<CTarnDoc>(Services());
+}
+
+std::shared_ptr<CTarnDoc> CTarn2App::Take(std::shared_ptr<CTarnDoc> document) {
   documents_.push_back(document);
-  recent_files_.Add(document->Path());
+  recovery_.Watch(*document);
   return document;
+}
+
+std::shared_ptr<CTarnDoc> CTarn2App::NewDocument() {
+  return Take(MakeDocument());
+}
+
+std::shared_ptr<CTarnDoc> CTarn2App::OpenDocument(const std::string& path, bool read_only) {
+  auto document = MakeDocument();
+  if (!document->OnOpenDocument(AbsolutePath(path), read_only)) return nullptr;
+  recent_files_.Add(document->Path());
+  return Take(std::move(document));
+}
+
+std::shared_ptr<CTarnDoc> CTarn2App::OpenEarlierState(const CTarnDoc& document, uint64_t id) {
+  const std::string key = document.StatesKey();
+  auto opened = MakeDocument();
+  const auto read = [&](CBinModel& model, CTextureFinder& textures, SDiagnosis& diagnosis) {
+    return earlier_states_.Open(key, id, model, textures, &diagnosis);
+  };
+  if (!opened->OpenCopy({.title = document.Title() + " (earlier state)", .modified = true}, read)) return nullptr;
+  return Take(std::move(opened));
+}
+
+std::shared_ptr<CTarnDoc> CTarn2App::OpenLeftover(const SLeftover& leftover) {
+  auto document = MakeDocument();
+  if (!recovery_.TakeOver(leftover, *document)) return nullptr;
+  return Take(std::move(document));
 }
 
 bool CTarn2App::MayClose(CTarnDoc& document) {
@@ -47,6 +106,16 @@ bool CTarn2App::MayClose(CTarnDoc& document) {
       break;
   }
   return false;
+}
+
+void CTarn2App::LetGo(CTarnDoc& document, bool stays_open) {
+  recovery_.Closed(document);
+  if (stays_open) recovery_.Watch(document);
+}
+
+void CTarn2App::SettingsChanged(const std::vector<std::string>& keys) {
+  if (std::find(keys.begin(), keys.end(), "DEFPAL") == keys.end()) return;
+  if (const auto colors = ReadColorTable(startup_.settings.defpal)) textures_.SetDefaultColors(*colors);
 }
 
 std::string CTarn2App::ModelDirectory() const {
@@ -70,12 +139,14 @@ bool CTarn2App::SaveSettings() {
 }
 
 SDocumentServices CTarn2App::Services() {
-  return {.questions = questions_,
-          .textures = textures_,
-          .settings = startup_.settings,
-          .is_open_read_only_elsewhere = [this](const CTarnDoc& asking, const std::string& path) {
-            return IsOpenReadOnlyElsewhere(asking, path);
-          }};
+  return {
+      .questions = questions_,
+      .textures = textures_,
+      .settings = startup_.settings,
+      .is_open_read_only_elsewhere = [this](const CTarnDoc& asking,
+                                            const std::string& path) { return IsOpenReadOnlyElsewhere(asking, path); },
+      .earlier_states = &earlier_states_,
+      .make_picture = [this](const CTarnDoc& document) { return make_picture_ ? make_picture_(document) : SImage(); }};
 }
 
 bool CTarn2App::IsOpenReadOnlyElsewhere(const CTarnDoc& asking, const std::string& path) {

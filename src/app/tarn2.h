@@ -1,11 +1,14 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/recentfiles.h"
 #include "app/startup.h"
+#include "document/earlierstates.h"
+#include "document/recoverykeeper.h"
 #include "document/tarn2doc.h"
 
 namespace veldra {
@@ -14,6 +17,8 @@ namespace veldra {
 /// belongs to the views that show it and is gone with the last of them.
 class CTarn2App {
  public:
+  using PictureMaker = std::function<SImage(const CTarnDoc& document)>;
+
   CTarn2App(SStartup startup, CQuestions& questions);
   CTarn2App(const CTarn2App&) = delete;
   CTarn2App& operator=(const CTarn2App&) = delete;
@@ -22,14 +27,34 @@ class CTarn2App {
   CQuestions& Questions() { return questions_; }
   CTextureStore& Textures() { return textures_; }
   CRecentFiles& RecentFiles() { return recent_files_; }
+  const CEarlierStates& EarlierStates() const { return earlier_states_; }
+  CRecoveryKeeper& Recovery() { return recovery_; }
+  /// How often the recovery keeper wants to be called.
+  int RecoveryTickMs() const;
   const std::string& InstallationDirectory() const { return startup_.installation_directory; }
+  const std::string& SettingsPath() const { return startup_.settings_path; }
+  /// Of textures without a colour table of their own.
+  const ColorTable& DefaultColors() const { return startup_.default_colors; }
+
+  /// Who makes the small pictures of the earlier states.
+  void SetPictureMaker(PictureMaker make_picture) { make_picture_ = std::move(make_picture); }
 
   /// The open document of PATH, or null.
   std::shared_ptr<CTarnDoc> FindDocument(const std::string& path);
+  /// An empty one without a path.
+  std::shared_ptr<CTarnDoc> NewDocument();
   /// Loads PATH into a new document. Null when that fails; the user has been told then.
-  std::shared_ptr<CTarnDoc> OpenDocument(const std::string& path);
+  std::shared_ptr<CTarnDoc> OpenDocument(const std::string& path, bool read_only = false);
+  /// The earlier state ID of DOCUMENT as a document without a path. Null when that fails; the user has been told then.
+  std::shared_ptr<CTarnDoc> OpenEarlierState(const CTarnDoc& document, uint64_t id);
+  /// What an earlier program left unsaved as a document. Null when that fails; the user has been told then.
+  std::shared_ptr<CTarnDoc> OpenLeftover(const SLeftover& leftover);
   /// Asks what to do with unsaved changes, and does it. False: the document stays open.
   bool MayClose(CTarnDoc& document);
+  /// The user has consented to losing what is unsaved in DOCUMENT. With STAYS_OPEN it may still be worked on.
+  void LetGo(CTarnDoc& document, bool stays_open = false);
+  /// Preferences were changed under these keys.
+  void SettingsChanged(const std::vector<std::string>& keys);
   /// Where a dialog for model files opens.
   std::string ModelDirectory() const;
 
@@ -38,6 +63,9 @@ class CTarn2App {
 
  private:
   SDocumentServices Services();
+  std::shared_ptr<CTarnDoc> MakeDocument();
+  /// Keeps DOCUMENT, which was filled, among the open ones.
+  std::shared_ptr<CTarnDoc> Take(std::shared_ptr<CTarnDoc> document);
   bool IsOpenReadOnlyElsewhere(const CTarnDoc& asking, const std::string& path);
   std::vector<std::shared_ptr<CTarnDoc>> OpenDocuments();
 
@@ -45,6 +73,10 @@ class CTarn2App {
   CQuestions& questions_;
   CTextureStore textures_;
   CRecentFiles recent_files_;
+  CEarlierStates earlier_states_;
+  CRecoveryFolder recovery_folder_;
+  CRecoveryKeeper recovery_;
+  PictureMaker make_picture_;
   std::vector<std::weak_ptr<CTarnDoc>> documents_;
 };
 

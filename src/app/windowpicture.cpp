@@ -14,11 +14,14 @@ namespace {
 
 /// After the first frame, for layouts and status texts that follow from it.
 constexpr int kSettleMs = 150;
+/// For a window that a command opens.
+constexpr int kCommandMs = 700;
 
 }  // namespace
 
-CWindowPicture::CWindowPicture(CMainFrame& frame, const QStringList& files, const QString& picture, int deadline_ms)
-    : frame_(frame), files_(files), picture_(picture) {
+CWindowPicture::CWindowPicture(CMainFrame& frame, const QStringList& files, const QString& picture,
+                               const QStringList& commands, int deadline_ms)
+    : frame_(frame), files_(files), picture_(picture), commands_(commands) {
   QTimer::singleShot(deadline_ms, this, [this, deadline_ms] {
     Fail(tr("nothing was drawn within %1 seconds").arg(deadline_ms / 1000.0));
   });
@@ -35,21 +38,32 @@ void CWindowPicture::OpenFiles() {
   if (frame_.ActiveView() != nullptr) {
     WaitForView(*frame_.ActiveView());
   } else {
-    QTimer::singleShot(kSettleMs, this, [this] { Take(); });
+    QTimer::singleShot(kSettleMs, this, [this] { RunCommands(); });
   }
 }
 
 void CWindowPicture::WaitForView(CTarnView& view) {
   connect(&view, &CTarnView::DrawingFailed, this, [this, &view] { Fail(view.Fault()); });
-  const auto settle = [this] { QTimer::singleShot(kSettleMs, this, [this] { Take(); }); };
+  const auto settle = [this] { QTimer::singleShot(kSettleMs, this, [this] { RunCommands(); }); };
   connect(&view, &CTarnView::FirstFrameDrawn, this, settle);
   if (view.HasDrawn()) settle();
 }
 
+/// A command may open a dialog and come back only when that is closed, so what follows is under way before.
+void CWindowPicture::RunCommands() {
+  QTimer::singleShot(commands_.isEmpty() ? 0 : kCommandMs, this,
+                     [this] { commands_.isEmpty() ? Take() : RunCommands(); });
+  if (commands_.isEmpty()) return;
+  auto* action = frame_.findChild<QAction*>(commands_.takeFirst());
+  if (action != nullptr) action->trigger();
+}
+
 void CWindowPicture::Take() {
+  QWidget* top = QApplication::activeModalWidget();
+  if (top == nullptr) top = QApplication::activeWindow();
   QByteArray png;
   QBuffer buffer(&png);
-  if (!frame_.grab().save(&buffer, "PNG")) {
+  if (!(top != nullptr ? top : &frame_)->grab().save(&buffer, "PNG")) {
     Fail(tr("the picture could not be made"));
     return;
   }

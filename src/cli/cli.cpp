@@ -21,8 +21,11 @@ void Describe(CLI::App& app, SGlobalOptions& options, CommandRun& run) {
   AddGlobalOptions(app, options);
   AddModelCommands(app, run);
   AddEditCommand(app, run);
+  AddImportCommand(app, run);
   AddRenderCommand(app, run);
   AddTextureCommands(app, run);
+  AddPodCommands(app, run);
+  AddTruckCommands(app, run);
   for (CLI::App* command : app.get_subcommands({}))
     command->group("Commands");
 }

@@ -19,7 +19,10 @@ using CommandRun = std::function<int(CSession&)>;
 
 void AddModelCommands(CLI::App& app, CommandRun& run);
 void AddEditCommand(CLI::App& app, CommandRun& run);
+void AddImportCommand(CLI::App& app, CommandRun& run);
 void AddRenderCommand(CLI::App& app, CommandRun& run);
 void AddTextureCommands(CLI::App& app, CommandRun& run);
+void AddPodCommands(CLI::App& app, CommandRun& run);
+void AddTruckCommands(CLI::App& app, CommandRun& run);
 
 }  // namespace veldra

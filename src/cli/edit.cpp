@@ -4,7 +4,6 @@
 #include "cli/command.h"
 #include "cli/session.h"
 #include "cli/values.h"
-#include "model/appendmodel.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -14,8 +13,9 @@ namespace {
 /// One operation with its values, ready to be done. Returns the exit status.
 using EditStep = std::function<int(CSession&, CTarnDoc&)>;
 
-int StatusOf(CSession& session, const GeometryFault& fault) {
-  return fault.empty() ? kDone : session.Fail(fault);
+/// The document has said why when a command was refused.
+int StatusOf(bool done) {
+  return done ? kDone : kFailed;
 }
 
 template <void (CTarnDoc::*CenterModel)()>
@@ -29,8 +29,8 @@ EditStep Centering(const std::string&) {
 EditStep Scaling(const std::string& value) {
   const auto factors = ParseNumbers(value, 3);
   if (!factors) return {};
-  return [f = *factors](CSession& session, CTarnDoc& document) {
-    return StatusOf(session, Resize(document.Model(), SScope::All(), f[0], f[1], f[2]));
+  return [f = *factors](CSession&, CTarnDoc& document) {
+    return StatusOf(!document.CanCenter() || document.Resize({.x = f[0], .y = f[1], .z = f[2]}));
   };
 }
 
@@ -38,8 +38,7 @@ EditStep Translation(const std::string& value) {
   const auto offsets = ParseIntegers(value, 3);
   if (!offsets) return {};
   return [o = *offsets](CSession&, CTarnDoc& document) {
-    Translate(document.Model(), SScope::All(), o[0], o[1], o[2]);
-    return kDone;
+    return StatusOf(!document.CanTranslate() || document.Translate({.x = o[0], .y = o[1], .z = o[2]}));
   };
 }
 
@@ -49,8 +48,8 @@ EditStep Rotation(const std::string& value) {
   const auto axis = ParseAxis(value.substr(0, comma));
   const auto angle = ParseNumbers(value.substr(comma + 1), 1);
   if (!axis || !angle) return {};
-  return [axis = *axis, degrees = angle->front()](CSession& session, CTarnDoc& document) {
-    return StatusOf(session, Rotate(document.Model(), SScope::All(), axis, degrees, false));
+  return [axis = *axis, degrees = angle->front()](CSession&, CTarnDoc& document) {
+    return StatusOf(!document.CanRotate() || document.Rotate({.angle = degrees, .axis = axis}));
   };
 }
 
@@ -58,8 +57,8 @@ EditStep Mirroring(const std::string& value) {
   const auto axis = ParseAxis(value);
   if (!axis) return {};
   return [axis = *axis](CSession&, CTarnDoc& document) {
-    Mirror(document.Model(), SScope::All(), axis);
-    return kDone;
+    const SMirrorInput input = {.x = axis == EAxis::kX, .y = axis == EAxis::kY, .z = axis == EAxis::kZ};
+    return StatusOf(!document.CanMirror() || document.Mirror(input));
   };
 }
 
@@ -67,7 +66,8 @@ EditStep Merging(const std::string& value) {
   const auto units = ParseInteger(value);
   if (!units || *units < 0) return {};
   return [units = *units](CSession& session, CTarnDoc& document) {
-    return session.Print(Format("Merged %d vertices\n", MergeVertices(document.Model(), units)));
+    const int32_t merged = document.CanMergeCloseVertices() ? document.MergeCloseVertices({units}) : 0;
+    return merged < 0 ? kFailed : session.Print(Format("Merged %d vertices\n", merged));
   };
 }
 
@@ -108,9 +108,7 @@ EditStep ChangingType(const std::string& value) {
 EditStep Appending(const std::string& value) {
   return [path = value](CSession& session, CTarnDoc& document) -> int {
     const auto other = session.Open(path);
-    if (!other) return kFailed;
-    if (AppendModel(document.Model(), other->Model(), true)) return kDone;
-    return session.Fail(Format("\"%s\" could not be appended: the models are too large together.", path.c_str()));
+    return StatusOf(other && document.InsertModel(other->Model(), path));
   };
 }
 
@@ -145,10 +143,10 @@ struct SEditOptions {
 int Edit(CSession& session, const SEditOptions& options) {
   const auto document = session.Open(options.model);
   if (!document) return kFailed;
+  document->SetReadOnly(false);  // OUT is what is written
   for (const EditStep& step : options.steps) {
     if (const int status = step(session, *document); status != kDone) return status;
   }
-  document->SetReadOnly(false);  // OUT is what is written
   return document->CheckWritable(options.out) && document->SaveMTM(options.out) ? kDone : kFailed;
 }
 

@@ -4,6 +4,7 @@
 
 #include "cli/command.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
 
@@ -35,10 +36,15 @@ CSession::CSession(const SGlobalOptions& options, std::ostream& out, std::ostrea
     : questions_(options, err),
       out_(out),
       settings_(ReadSettings(options)),
+      settings_folder_(DirectoryPart(AbsolutePath(options.settings_file))),
       textures_(questions_, DefaultColors(options.palette, settings_.defpal)) {}
 
+std::unique_ptr<CTarnDoc> CSession::NewDocument() {
+  return std::make_unique<CTarnDoc>(SDocumentServices{questions_, textures_, settings_});
+}
+
 std::unique_ptr<CTarnDoc> CSession::Open(const std::string& path) {
-  auto document = std::make_unique<CTarnDoc>(SDocumentServices{questions_, textures_, settings_});
+  auto document = NewDocument();
   const int printed_before = questions_.PrintedCount();
   SDiagnosis diagnosis;
   if (document->OnOpenDocument(path, &diagnosis)) return document;

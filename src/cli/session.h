@@ -21,8 +21,12 @@ class CSession {
 
   CCliQuestions& Questions() { return questions_; }
   const CSettings& Settings() const { return settings_; }
+  /// Where the settings file lies, and with it what else the user keeps for the program.
+  const std::string& SettingsFolder() const { return settings_folder_; }
   CTextureStore& Textures() { return textures_; }
 
+  /// Empty, and without a file.
+  std::unique_ptr<CTarnDoc> NewDocument();
   /// Null when PATH cannot be loaded; the user has been told why.
   std::unique_ptr<CTarnDoc> Open(const std::string& path);
 
@@ -41,6 +45,7 @@ class CSession {
   CCliQuestions questions_;
   std::ostream& out_;
   CSettings settings_;
+  std::string settings_folder_;
   CTextureStore textures_;
 };
 

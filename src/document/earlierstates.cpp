@@ -165,19 +165,31 @@ bool CEarlierStates::Enter(const std::string& key, CFileLock& lock, SError* erro
 }
 
 bool CEarlierStates::Keep(const std::string& key, const std::string& command, const CBinModel& model,
-                          const SImage* picture, SError* error) try {
-  if (model.IsBusy()) return Refuse(error, "the model is being worked on");
+                          const SImage* picture, SError* error) {
+  const std::vector<uint8_t> packed = Pack(command, model, picture, error);
+  return !packed.empty() && KeepPacked(key, packed, error);
+}
+
+std::vector<uint8_t> CEarlierStates::Pack(const std::string& command, const CBinModel& model, const SImage* picture,
+                                          SError* error) try {
   SCopyLabel label = {.title = command, .path = "", .states_key = "", .time = PresentTime()};
   if (picture != nullptr) label.picture = *picture;
-  const std::vector<uint8_t> file = WriteModelCopy(std::move(label), model);
+  if (!model.IsBusy()) return WriteModelCopy(std::move(label), model);
+  Refuse(error, "the model is being worked on");
+  return {};
+} catch (const std::bad_alloc&) {
+  Refuse(error, "not enough memory");
+  return {};
+}
 
+bool CEarlierStates::KeepPacked(const std::string& key, std::span<const uint8_t> packed, SError* error) try {
   CFileLock lock;
   if (!Enter(key, lock, error)) return false;
   const std::string folder = Folder(key);
   const std::vector<uint64_t> ids = StateIds(folder);
-  if (IsNewest(folder, ids, file)) return true;
+  if (IsNewest(folder, ids, packed)) return true;
   RemoveTemporaries(folder);
-  if (!ReplaceFile(StatePath(folder, NextId(ids)), file, error)) return false;
+  if (!ReplaceFile(StatePath(folder, NextId(ids)), packed, error)) return false;
   DropOldest(folder);
   lock.Release();
   DropOldestDocuments(key);

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,11 @@ class CEarlierStates {
   /// it is larger than kLargestCopyPicture.
   bool Keep(const std::string& key, const std::string& command, const CBinModel& model, const SImage* picture = nullptr,
             SError* error = nullptr);
+  /// Keep in two steps, for who learns only later whether there is something to keep. Nothing when the model is busy or
+  /// memory runs out.
+  static std::vector<uint8_t> Pack(const std::string& command, const CBinModel& model, const SImage* picture = nullptr,
+                                   SError* error = nullptr);
+  bool KeepPacked(const std::string& key, std::span<const uint8_t> packed, SError* error = nullptr);
   /// The newest first.
   std::vector<SEarlierState> List(const std::string& key) const;
   /// Fills the empty MODEL. False, MODEL empty, when the state is damaged, gone, or a texture is missing.

@@ -1,61 +1,27 @@
 #include "document/tarn2doc.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
+#include <utility>
+#include <vector>
 
-#include "model/geometry.h"
+#include "document/earlierstates.h"
 #include "platform/assert.h"
 #include "platform/files.h"
-#include "platform/numbers.h"
+#include "platform/filetime.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/trace.h"
 #include "textures/texturefinder.h"
+
+// The document's state, and how it is opened. Saving is in tarn2save.cpp, the commands are in tarn2commands.cpp and
+// tarn2textures.cpp, the exports in tarn2export.cpp.
 
 namespace veldra {
 
 namespace {
 
-constexpr const char* kNotSavedText = "Model could not be saved.";
-constexpr const char* kNotCenteredText =
-    "Model is not centered along the vertical axis.\nThis will cause the model to float or sink into the "
-    "ground.\n\nCenter model vertically before saving?";
-constexpr const char* kTextureSizeText =
-    "Model uses a texture size not supported by MTM2.\nWould you like to save anyway?";
-constexpr const char* kReadOnlyElsewhereText = "Cannot save as that name.The file has been opened as read-only";
-constexpr const char* kHellbenderFacesText =
-    "This BIN model uses a face type\nthat is not recognized by Hellbender.\nConvert BIN to Hellbender face types?";
-constexpr const char* kUntexturedBackdropText =
-    "Face %d has no texture, so the backdrop cannot be opened again.\nWould you like to save anyway?";
-
-constexpr uint32_t kLastHellbenderFaceType = 41;
-constexpr double kFixedPointOne = 65536.0;
-
-SMessage Question(const std::string& text) {
-  return {.text = text, .icon = EIcon::kQuestion};
-}
-
-bool HasUnsupportedSize(const CBinTexture& entry) {
-  return std::any_of(entry.Frames().begin(), entry.Frames().end(), [](const CBinTexture::SFrame& frame) {
-    return frame.image->size == 128 || frame.image->size == 512;
-  });
-}
-
-bool UsesUnsupportedTextureSize(const CBinModel& model) {
-  for (int32_t i = 0; i < model.TextureCount(); ++i) {
-    const CBinTexture& entry = model.Texture(i);
-    if (entry.UseCount() > 0 && HasUnsupportedSize(entry)) return true;
-  }
-  return false;
-}
-
-SFilePrompt SavePrompt(const std::string& directory, const std::string& name) {
-  return {.title = "Save Document As",
-          .filters = {{"MTM Model *.bin", "*.bin"}, {"MTM Backdrop *.bin", "*.bin"}, {"Hellbender Bin *.bin", "*.bin"}},
-          .directory = directory,
-          .name = name,
-          .default_extension = "bin"};
-}
+constexpr SModelChange kEverything = {
+    .positions = true, .topology = true, .faces = true, .textures = true, .groups = true, .selection = true};
 
 }  // namespace
 
@@ -64,11 +30,14 @@ CTarnDoc::CTarnDoc(const SDocumentServices& services) : services_(services) {
 }
 
 CTarnDoc::~CTarnDoc() {
+  for (CDocumentObserver* observer : std::vector(observers_))
+    observer->OnDocumentGone(*this);
   model_.SetObserver(nullptr);
 }
 
 std::string CTarnDoc::Title() const {
   if (!path_.empty()) return FileNamePart(path_);
+  if (!copy_title_.empty()) return copy_title_;
   static int last_number = 0;
   if (untitled_number_ == 0) untitled_number_ = ++last_number;
   return Format("Untitled%d", untitled_number_);
@@ -91,201 +60,138 @@ void CTarnDoc::RemoveObserver(CDocumentObserver* observer) {
 }
 
 bool CTarnDoc::OnOpenDocument(const std::string& path, SDiagnosis* diagnosis) {
+  return OnOpenDocument(path, false, diagnosis);
+}
+
+bool CTarnDoc::OnOpenDocument(const std::string& path, bool read_only, SDiagnosis* diagnosis) {
+  TakeStamps(path);
   // A model on its way in is no change by the user, and nobody should draw half of it.
   model_.SetObserver(nullptr);
   model_.Clear();
-  bool loaded = false;
-  if (IsFile(path)) {
-    const auto work = services_.questions.BeginWork(Format("Opening %s", FileNamePart(path).c_str()), false);
-    CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
-    const SLoadContext context{finder, services_.questions, services_.settings.texture_size_msg != 0};
-    loaded = LoadBinFile(model_, path, context, diagnosis);
-  } else {
-    const char* reason = FileExists(path) ? "It is not a file." : "There is no such file.";
-    if (diagnosis != nullptr) *diagnosis = {0, reason};
-    ShowError(Format("\"%s\" could not be opened.", path.c_str()), reason);
-  }
+  const bool loaded = Load(model_, path, diagnosis);
   model_.SetObserver(this);
-  NotifyChange({.positions = true, .topology = true, .faces = true, .textures = true, .groups = true});
-  SetState(loaded ? path : "", false, loaded && !IsWritable(path));
+  wants_read_only_ = loaded && read_only;
+  is_file_kept_ = false;
+  NotifyChange(kEverything);
+  SetState(loaded ? path : "", false, loaded && (read_only || !IsWritable(path)));
   return loaded;
 }
 
-bool CTarnDoc::Save() {
-  if (read_only_ || path_.empty()) return SaveAs();
-  const std::string path = SavePath(path_);
-  if (!CheckWritable(path) || !CheckCentered() || !CheckTextureSizes() || !CheckUnusedVertices()) return false;
-  return SaveMTM(path);
-}
-
-bool CTarnDoc::SaveAs() {
-  if (!CheckBeforeSaveAs()) return false;
-  const std::string directory = path_.empty() ? services_.settings.bin_dir : DirectoryPart(path_);
-  const auto chosen = services_.questions.AskSaveFile(SavePrompt(directory, Title()));
-  if (!chosen) return false;
-  const auto variant = static_cast<EModelVariant>(std::min<size_t>(chosen->filter, 2));
-  return WriteVariant(SavePath(chosen->path), variant);
-}
-
-bool CTarnDoc::SaveAsVariant(const std::string& path, EModelVariant variant) {
-  return CheckBeforeSaveAs() && WriteVariant(path, variant);
-}
-
-bool CTarnDoc::CheckBeforeSaveAs() {
-  return CheckCentered() && CheckTextureSizes() && CheckUnusedVertices();
-}
-
-bool CTarnDoc::WriteVariant(const std::string& path, EModelVariant variant) {
-  if (IsOpenReadOnlyElsewhere(path)) return ShowError(kReadOnlyElsewhereText);
-  if (!CheckWritable(path)) return false;
-  const bool was_read_only = read_only_;
-  SetReadOnly(false);
-  bool saved = false;
-  switch (variant) {
-    case EModelVariant::kMtm:
-      saved = SaveMTM(path);
-      break;
-    case EModelVariant::kBackdrop:
-      saved = SaveBackdrop(path);
-      break;
-    case EModelVariant::kHellbender:
-      saved = SaveHellbender(path);
-      break;
+/// Fills the empty MODEL.
+bool CTarnDoc::Load(CBinModel& model, const std::string& path, SDiagnosis* diagnosis) {
+  if (!IsFile(path)) {
+    const char* reason = FileExists(path) ? "It is not a file." : "There is no such file.";
+    if (diagnosis != nullptr) *diagnosis = {0, reason};
+    return ShowError(Format("\"%s\" could not be opened.", path.c_str()), reason);
   }
-  // Nothing was written under a new name: the document still is the file that it may not change.
-  if (!saved) SetReadOnly(was_read_only);
-  return saved;
+  const auto work = services_.questions.BeginWork(Format("Opening %s", FileNamePart(path).c_str()), true);
+  CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
+  const SLoadContext context{finder, services_.questions, services_.settings.texture_size_msg != 0, work.get()};
+  return LoadBinFile(model, path, context, diagnosis);
 }
 
-bool CTarnDoc::SaveMTM(const std::string& path) {
-  VELDRA_ASSERT(!read_only_);
-  return Write(path, {.vertex_normals = model_.HasFaceType(kFaceShiny)});
-}
-
-bool CTarnDoc::SaveBackdrop(const std::string& path) {
-  // All faces of a backdrop are of a textured type, and the loader takes none of those before a texture selection. A
-  // later face without a texture comes back with that of the face before it.
-  const bool untextured = model_.FaceCount() > 0 && model_.Face(0).Texture() == nullptr;
-  if (untextured && services_.questions.AskYesNo(Question(Format(kUntexturedBackdropText, 0))) != EAnswer::kYes) {
-    return false;
-  }
-  return Write(path, {.backdrop = true});
-}
-
-bool CTarnDoc::SaveHellbender(const std::string& path) {
-  const auto scale_word = AskScaleWord();
-  if (!scale_word || !OfferHellbenderFaceTypes()) return false;
-  return Write(path, {.vertex_normals = model_.HasFaceType(kFaceShiny), .scale_word = *scale_word});
-}
-
-/// The factor in 16.16 fixed point; nothing when the user cancelled, or gave one that the file has no place for.
-std::optional<int32_t> CTarnDoc::AskScaleWord() {
-  double& last_factor = services_.settings.scale_factor;
-  const double offered = last_factor != 0.0 ? last_factor : model_.ScaleWord() / kFixedPointOne;
-  const auto factor = services_.questions.AskScaleFactor(offered);
-  if (!factor) return std::nullopt;
-  const auto word = TryTruncate(*factor * kFixedPointOne);
-  if (!word) {
-    ShowError(Format("The scale factor %g cannot be saved.\nIt must lie between -32768 and 32767.99998.", *factor));
-    return std::nullopt;
-  }
-  last_factor = *factor;
-  return word;
-}
-
-bool CTarnDoc::OfferHellbenderFaceTypes() {
-  if (!model_.HasFaceTypeAbove(kLastHellbenderFaceType)) return true;
-  const EAnswer answer = services_.questions.AskYesNoCancel(Question(kHellbenderFacesText));
-  if (answer == EAnswer::kYes) model_.ReplaceFaceTypesAbove(kLastHellbenderFaceType, kFaceTextured);
-  return answer != EAnswer::kCancel;
-}
-
-bool CTarnDoc::Write(const std::string& path, const SSaveOptions& options) {
-  const std::string name_fault = NameFault(model_);
-  if (!name_fault.empty()) return ShowError(kNotSavedText, name_fault);
-  SError error;
-  bool written = false;
+bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const CopyReader& reader) {
+  VELDRA_ASSERT(path_.empty() && model_.VertexCount() == 0);
+  SDiagnosis diagnosis;
+  bool is_read = false;
   {
-    const auto work = services_.questions.BeginWork(Format("Saving %s", FileNamePart(path).c_str()), false);
-    written = SaveBinFile(model_, options, path, &error);
+    const auto work = services_.questions.BeginWork(Format("Opening %s", copy.title.c_str()), false);
+    CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
+    model_.SetObserver(nullptr);
+    is_read = reader(model_, finder, diagnosis);
+    model_.SetObserver(this);
   }
-  if (!written) return ShowError(kNotSavedText, error.what);
-  SetState(path, false, read_only_);
+  if (!is_read) {
+    return ShowError(Format("The copy of \"%s\" could not be opened.", copy.title.c_str()), diagnosis.Text());
+  }
+  copy_title_ = copy.title;
+  copy_states_key_ = copy.path.empty() ? copy.states_key : "";
+  TakeStamps(copy.path);
+  NotifyChange(kEverything);
+  SetState(copy.path, copy.modified, FileExists(copy.path) && !IsWritable(copy.path));
   return true;
 }
 
-bool CTarnDoc::CheckWritable(const std::string& path) {
-  if (!FileExists(path) || IsWritable(path)) return true;
-  return ShowError(kNotSavedText, Format("\"%s\" cannot be written to.", path.c_str()));
+// --- Other programs --------------------------------------------------------------------------------------------------
+
+void CTarnDoc::TakeStamps(const std::string& path) {
+  model_stamp_ = CFileStamp(path);
+  info_stamp_ = CFileStamp(InfoPath(path));
+  noticed_change_.reset();
 }
 
-bool CTarnDoc::CheckCentered() {
-  if (services_.settings.not_centered_msg == 0) return true;
-  const SBounds& bounds = model_.Bounds();
-  if (std::abs(int64_t{bounds.min.y} + int64_t{bounds.max.y}) <= 1) return true;
-  const EAnswer answer = services_.questions.AskYesNoCancel(Question(kNotCenteredText));
-  if (answer == EAnswer::kYes) CenterY();
-  return answer != EAnswer::kCancel;
+bool CTarnDoc::ChangedOnDisk() const {
+  return !path_.empty() && (model_stamp_.IsChanged() || info_stamp_.IsChanged());
 }
 
-bool CTarnDoc::CheckTextureSizes() {
-  if (services_.settings.texture_size_msg == 0 || !UsesUnsupportedTextureSize(model_)) return true;
-  return services_.questions.AskYesNo(Question(kTextureSizeText)) == EAnswer::kYes;
+bool CTarnDoc::NoticeChangeOnDisk() {
+  if (!ChangedOnDisk()) return false;
+  // Nothing, for a file that is not there, is less than every time.
+  const auto written = std::max(FileWriteTime(path_), FileWriteTime(InfoPath(path_)));
+  return std::exchange(noticed_change_, written) != written;
 }
 
-bool CTarnDoc::CheckUnusedVertices() {
-  if (services_.settings.unused_verts_msg == 0 || model_.UnusedVertices().empty()) return true;
-  const SUnusedVerticesAnswer answer = services_.questions.AskUnusedVertices();
-  if (answer.dont_show_again) services_.settings.unused_verts_msg = 0;
-  if (answer.choice == SUnusedVerticesAnswer::EChoice::kDelete) DeleteAllUnused();
-  return answer.choice != SUnusedVerticesAnswer::EChoice::kCancel;
-}
-
-bool CTarnDoc::IsOpenReadOnlyElsewhere(const std::string& path) const {
-  return services_.is_open_read_only_elsewhere && services_.is_open_read_only_elsewhere(*this, path);
-}
-
-void CTarnDoc::CenterX() {
-  Center(model_, EAxis::kX);
-}
-
-void CTarnDoc::CenterY() {
-  Center(model_, EAxis::kY);
-}
-
-void CTarnDoc::CenterZ() {
-  Center(model_, EAxis::kZ);
-}
-
-void CTarnDoc::CenterAll() {
-  CenterX();
-  CenterY();
-  CenterZ();
-}
-
-int32_t CTarnDoc::DeleteAllUnused() {
-  CBinModel::Vertices deleted = model_.TakeVertices(model_.UnusedVertices());
-  const auto count = static_cast<int32_t>(deleted.size());
-  if (count == 0) return 0;
-  std::vector<CBinVertex*> vertices;
-  for (const auto& vertex : deleted)
-    vertices.push_back(vertex.get());
-  if (CHistory::RecordVertexChange(history_, vertices, false)) {
-    for (auto& vertex : deleted)
-      static_cast<void>(vertex.release());  // the history's now
+bool CTarnDoc::Reload() {
+  if (path_.empty()) return false;
+  if (modified_) {
+    const std::string text = Format("Load \"%s\" again and lose the changes since it was last saved?", path_.c_str());
+    if (services_.questions.AskYesNo({.text = text, .icon = EIcon::kQuestion}) != EAnswer::kYes) return false;
   }
-  return count;
+  const CFileStamp model_stamp(path_);
+  const CFileStamp info_stamp(InfoPath(path_));
+  CBinModel loaded;
+  if (!Load(loaded, path_, nullptr)) return false;
+  KeepState("Reload");
+  history_.Clear();  // its actions hold vertices that go
+  model_.SetObserver(nullptr);
+  model_.TakeContents(loaded);
+  model_.SetObserver(this);
+  model_stamp_ = model_stamp;
+  info_stamp_ = info_stamp;
+  is_file_kept_ = false;
+  NotifyChange(kEverything);
+  SetState(path_, false, wants_read_only_ || !IsWritable(path_));
+  return true;
 }
+
+// --- Earlier states --------------------------------------------------------------------------------------------------
+
+std::string CTarnDoc::StatesKey() const {
+  if (services_.earlier_states == nullptr) return "";
+  if (!path_.empty()) return CEarlierStates::KeyOfPath(path_);
+  if (!copy_states_key_.empty()) return copy_states_key_;
+  Title();  // gives it its number
+  return services_.earlier_states->KeyOfUntitled(untitled_number_);
+}
+
+void CTarnDoc::KeepState(const std::string& command) {
+  KeepPacked(StatesKey(), PackState(command), !modified_);
+}
+
+/// Empty when nothing is to be kept, or cannot be.
+std::vector<uint8_t> CTarnDoc::PackState(const std::string& command) const {
+  if (services_.earlier_states == nullptr) return {};
+  const SImage picture = services_.make_picture ? services_.make_picture(*this) : SImage{};
+  SError error;
+  auto packed = CEarlierStates::Pack(command, model_, &picture, &error);
+  if (packed.empty()) Trace(">> CTarnDoc::PackState(%s): %s\n", command.c_str(), error.what.c_str());
+  return packed;
+}
+
+/// IS_FILE: it is what the document's file holds.
+void CTarnDoc::KeepPacked(const std::string& key, std::span<const uint8_t> packed, bool is_file) {
+  if (packed.empty()) return;
+  SError error;
+  const bool is_kept = services_.earlier_states->KeepPacked(key, packed, &error);
+  if (!is_kept) Trace(">> CTarnDoc::KeepPacked(%s): %s\n", key.c_str(), error.what.c_str());
+  if (is_kept && is_file) is_file_kept_ = true;
+}
+
+// --- Telling others --------------------------------------------------------------------------------------------------
 
 void CTarnDoc::OnModelChanged(const CBinModel&, const SModelChange& change) {
   NotifyChange(change);
   if (change.Any()) SetModified(true);
-}
-
-std::string CTarnDoc::SavePath(const std::string& path) const {
-  const CSettings& settings = services_.settings;
-  if (settings.save_to_def_dir == 0 || !IsDirectory(settings.bin_dir)) return path;
-  return JoinPath(settings.bin_dir, FileNamePart(path));
 }
 
 void CTarnDoc::SetState(const std::string& path, bool modified, bool read_only) {

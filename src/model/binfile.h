@@ -23,12 +23,13 @@ struct SLoadContext {
   CQuestions& questions;
   /// Ask once a load about textures that are neither 64 nor 256 wide (setting TEXTURESIZEMSG).
   bool ask_texture_size = true;
+  CProgress* progress = nullptr;  ///< told how far the load is, and stops it; may be null
 };
 
 /// Fills the empty MODEL from the bytes of a model file and of its sidecar (INFO, empty when there is none). Whatever
 /// the bytes are, nothing is read outside them and memory taken stays in proportion to them. On failure the user has
 /// been told, MODEL is empty and DIAGNOSIS (may be null) says what and where, also where no message is shown (a
-/// textured face before any texture, the user's own "no").
+/// textured face before any texture, the user's own "no", a stop through the progress).
 bool LoadBin(CBinModel& model, std::span<const uint8_t> file, std::string_view info, const SLoadContext& context,
              SDiagnosis* diagnosis = nullptr);
 
@@ -43,7 +44,8 @@ struct SSaveOptions {
 };
 
 /// Appends the model file's bytes to OUT. Names too long for their fields are a programming error: ask NameFault first.
-void SaveBin(const CBinModel& model, const SSaveOptions& options, CByteWriter& out);
+/// False when PROGRESS (may be null) was stopped; OUT is then good for nothing.
+bool SaveBin(const CBinModel& model, const SSaveOptions& options, CByteWriter& out, CProgress* progress = nullptr);
 
 /// The names for the sidecar: one for each animated texture record that SaveBin writes, in its order (a name may
 /// repeat), then those of the animations that no face uses.
@@ -52,8 +54,10 @@ std::vector<std::string> AnimationNamesInFileOrder(const CBinModel& model);
 /// "" or, in words, the first texture name that does not fit its field in the file.
 std::string NameFault(const CBinModel& model);
 
-/// Writes the model file and its sidecar, each replaced as a whole or not at all. On failure ERROR says why.
-bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std::string& path, SError* error);
+/// Writes the model file and its sidecar, each replaced as a whole or not at all. On failure ERROR says why; it is
+/// empty when PROGRESS (may be null) was stopped, which leaves both old files.
+bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std::string& path, SError* error,
+                 CProgress* progress = nullptr);
 
 /// The sidecar's name: PATH with ".info" appended.
 std::string InfoPath(std::string_view path);

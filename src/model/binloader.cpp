@@ -12,6 +12,8 @@ constexpr const char* kUnknownTypeText =
     "Unknown BIN type 0x%x.\nVeldra may crashwhen you attempt to load it.\nContinue loading?";
 constexpr const char* kTextureSizeText =
     "This model uses a texture size not supported by MTM2.\nWould you like to continue loading anyway?";
+/// Vertices or records between two reports of how far it is.
+constexpr size_t kItemsAStep = 4096;
 constexpr const char* kUnnamedAnimation = "ANIMTEXTURE%d";
 
 /// The same for two animations only when their names, rates and frames are.
@@ -28,6 +30,13 @@ bool CBinLoader::Fail(ESeverity severity, size_t offset, std::string what) {
   is_corrupt_ = severity == ESeverity::kCorrupt;
   diagnosis_ = {offset, std::move(what)};
   return false;
+}
+
+/// False when the user wants the load stopped. ITEMS: read so far.
+bool CBinLoader::MayGoOn(size_t items) {
+  if (items % kItemsAStep != 0 || context_.progress == nullptr) return true;
+  if (context_.progress->Step(reader_.Position(), reader_.Size())) return true;
+  return Fail(ESeverity::kStopped, reader_.Position(), "stopped by the user");
 }
 
 bool CBinLoader::FailPastEnd(const std::string& record) {
@@ -67,6 +76,7 @@ bool CBinLoader::ReadVertices() {
   const size_t faces_at_most = (reader_.Remaining() - count * kVertexSize) / kSmallestFaceSize;
   model_.Reserve(count, faces_at_most);
   for (uint32_t i = 0; i < count; ++i) {
+    if (!MayGoOn(i)) return false;
     const int32_t x = reader_.ReadI32();
     const int32_t y = reader_.ReadI32();
     const int32_t z = reader_.ReadI32();
@@ -78,7 +88,8 @@ bool CBinLoader::ReadVertices() {
 // --- Records ---------------------------------------------------------------------------------------------------------
 
 bool CBinLoader::ReadRecords() {
-  while (reader_.Remaining() >= kWordSize) {
+  for (size_t record = 0; reader_.Remaining() >= kWordSize; ++record) {
+    if (!MayGoOn(record)) return false;
     const uint32_t tag = reader_.ReadU32();
     // The last word of a file closes it, whatever it is.
     if (reader_.AtEnd()) return true;

@@ -66,6 +66,7 @@ class CBinLoader {
   bool IsTextureSizeTaken();
   double Snap(uint32_t raw) const;
 
+  bool MayGoOn(size_t items);
   bool Fail(ESeverity severity, size_t offset, std::string what);
   bool FailPastEnd(const std::string& record);
   bool FailVertex(uint32_t tag, int32_t corner, uint32_t index, size_t offset);

@@ -1,6 +1,7 @@
 #include "model/binmodel.h"
 
 #include <algorithm>
+#include <atomic>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -29,7 +30,15 @@ void Enclose(std::optional<SBounds>& bounds, const SPoint& position) {
   Enclose(*bounds, position);
 }
 
+uint64_t NextIdentity() {
+  // Models are made on other threads too, while pictures of files are drawn.
+  static std::atomic<uint64_t> last = 0;
+  return ++last;
+}
+
 }  // namespace
+
+CBinModel::CBinModel() : identity_(NextIdentity()) {}
 
 void SModelChange::Add(const SModelChange& other) {
   positions |= other.positions;

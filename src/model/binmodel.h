@@ -56,12 +56,14 @@ class CBinModel {
   using Textures = std::vector<std::unique_ptr<CBinTexture>>;
   using Groups = std::vector<CBinGroup>;
 
-  CBinModel() = default;
+  CBinModel();
   CBinModel(const CBinModel&) = delete;
   CBinModel& operator=(const CBinModel&) = delete;
 
   /// At most one; null for none.
   void SetObserver(CModelObserver* observer) { observer_ = observer; }
+  /// No other model that this process ever had has it: whoever caches compares it, as addresses are used again.
+  uint64_t Identity() const { return identity_; }
   /// Grows with every change of what is drawn (positions, topology, faces, textures): whoever caches compares it.
   uint64_t Revision() const { return revision_; }
 
@@ -98,6 +100,8 @@ class CBinModel {
   // --- Building and editing -----------------------------------------------------------------------------------------
   void Clear();
   void Reserve(size_t vertices, size_t faces);
+  /// Becomes exactly what OTHER is, selection included, which is empty afterwards. The observer hears of it once.
+  void TakeContents(CBinModel& other);
 
   CBinVertex& AddVertex(const SPoint& position);
   /// Takes a filled face of this model; registers it with its corners and its texture.
@@ -227,6 +231,7 @@ class CBinModel {
   SBounds bounds_;
   int32_t scale_word_ = 0x10000;
   CModelObserver* observer_ = nullptr;
+  uint64_t identity_;
   uint64_t revision_ = 0;
   uint64_t selection_revision_ = 0;
   mutable bool busy_ = false;

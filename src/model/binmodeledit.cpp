@@ -36,6 +36,29 @@ void CBinModel::Clear() {
   if (change.Any()) Report(change);
 }
 
+void CBinModel::TakeContents(CBinModel& other) {
+  VELDRA_ASSERT(&other != this && !other.busy_);
+  const CBusy busy(*this);
+  vertices_ = std::exchange(other.vertices_, {});
+  faces_ = std::exchange(other.faces_, {});
+  textures_ = std::exchange(other.textures_, {});
+  face_groups_ = std::exchange(other.face_groups_, {});
+  vertex_groups_ = std::exchange(other.vertex_groups_, {});
+  bounds_ = other.bounds_;
+  scale_word_ = other.scale_word_;
+  for (const auto& vertex : vertices_)
+    vertex->owner_ = this;
+  for (const auto& face : faces_)
+    face->owner_ = this;
+  for (const auto& entry : textures_)
+    entry->owner_ = this;
+  const SModelChange everything = {
+      .positions = true, .topology = true, .faces = true, .textures = true, .groups = true, .selection = true};
+  other.Clear();
+  other.Report(everything);
+  Report(everything);
+}
+
 void CBinModel::Reserve(size_t vertices, size_t faces) {
   vertices_.reserve(vertices);
   faces_.reserve(faces);

@@ -15,6 +15,8 @@ namespace veldra {
 
 namespace {
 
+/// Faces between two reports of how far it is.
+constexpr int32_t kItemsAStep = 4096;
 constexpr int32_t kNoMagic = std::numeric_limits<int32_t>::min();
 
 /// Gathers words in a block of its own: growing the file by four bytes at a time costs more than working out what is in
@@ -80,28 +82,42 @@ uint32_t PeriodWord(double rate) {
 
 class CBinSaver {
  public:
-  CBinSaver(const CBinModel& model, const SSaveOptions& options, CByteWriter& out)
-      : model_(model), options_(options), out_(out) {}
+  CBinSaver(const CBinModel& model, const SSaveOptions& options, CByteWriter& out, CProgress* progress)
+      : model_(model), options_(options), out_(out), progress_(progress) {}
 
-  void Save() {
-    FindNormals();
+  /// False when it was stopped.
+  bool Save() {
+    if (!FindNormals()) return false;
     WriteHeader();
     if (options_.vertex_normals) WriteVertexNormals();
     CSelections selections;
     for (int32_t i = 0; i < model_.FaceCount(); ++i) {
+      if (!MayGoOn(i, 1)) return false;
       const CBinFace& face = model_.Face(i);
       const CBinTexture* const entry = selections.Before(face);
       if (entry != nullptr) WriteSelection(*entry);
       WriteFace(face);
     }
     out_.Word(0U);
+    return true;
   }
 
  private:
-  void FindNormals() {
+  /// ROUND: the walks over all faces that are done.
+  bool MayGoOn(int32_t face, uint64_t round) {
+    constexpr uint64_t kRounds = 2;
+    if (face % kItemsAStep != 0 || progress_ == nullptr) return true;
+    const auto faces = static_cast<uint64_t>(model_.FaceCount());
+    return progress_->Step(round * faces + static_cast<uint64_t>(face), kRounds * faces);
+  }
+
+  bool FindNormals() {
     normals_.reserve(static_cast<size_t>(model_.FaceCount()));
-    for (int32_t i = 0; i < model_.FaceCount(); ++i)
+    for (int32_t i = 0; i < model_.FaceCount(); ++i) {
+      if (!MayGoOn(i, 0)) return false;
       normals_.push_back(CalcFaceNormal(model_.Face(i)));
+    }
+    return true;
   }
 
   const SPoint& NormalOf(const CBinFace& face) const { return normals_[static_cast<size_t>(face.Index())]; }
@@ -166,6 +182,7 @@ class CBinSaver {
   const CBinModel& model_;
   const SSaveOptions& options_;
   CWordBlock out_;
+  CProgress* progress_;
   std::vector<SPoint> normals_;
 };
 
@@ -202,11 +219,11 @@ bool Prepare(CReplacement& replacement, std::span<const uint8_t> bytes, SError* 
 
 }  // namespace
 
-void SaveBin(const CBinModel& model, const SSaveOptions& options, CByteWriter& out) {
+bool SaveBin(const CBinModel& model, const SSaveOptions& options, CByteWriter& out, CProgress* progress) {
   CBinModel::CBusy busy(model);
   VELDRA_ASSERT(NameFault(model).empty());
   out.Reserve(out.Size() + ExpectedSize(model, options));
-  CBinSaver(model, options, out).Save();
+  return CBinSaver(model, options, out, progress).Save();
 }
 
 std::vector<std::string> AnimationNamesInFileOrder(const CBinModel& model) {
@@ -233,14 +250,18 @@ std::string NameFault(const CBinModel& model) {
   return "";
 }
 
-bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std::string& path, SError* error) {
+bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std::string& path, SError* error,
+                 CProgress* progress) {
   const std::string fault = NameFault(model);
   if (!fault.empty()) {
     if (error != nullptr) error->what = fault;
     return false;
   }
   CByteWriter bytes;
-  SaveBin(model, options, bytes);
+  if (!SaveBin(model, options, bytes, progress)) {
+    if (error != nullptr) error->what = "";
+    return false;
+  }
   const std::string info = WriteInfo(model, AnimationNamesInFileOrder(model));
   CReplacement model_file(path);
   CReplacement info_file(InfoPath(path));

@@ -35,10 +35,11 @@ std::vector<int32_t> MarkedIndices(const std::vector<bool>& marks) {
 /// A position before it is truncated.
 using SExactPoint = std::array<double, 3>;
 
-/// Moves VERTICES to the truncated results of MOVE, or none of them when one does not fit.
-GeometryFault MoveTruncated(CBinModel& model, std::span<const int32_t> vertices,
-                            const std::function<SExactPoint(const SPoint&)>& move) {
-  std::vector<SPoint> positions(vertices.size());
+/// Where MOVE would bring VERTICES, truncated.
+GeometryFault TruncatedPositions(const CBinModel& model, std::span<const int32_t> vertices,
+                                 const std::function<SExactPoint(const SPoint&)>& move,
+                                 std::vector<SPoint>& positions) {
+  positions.resize(vertices.size());
   for (size_t i = 0; i < vertices.size(); ++i) {
     const SExactPoint exact = move(model.Vertex(vertices[i]).Position());
     for (size_t axis = 0; axis < 3; ++axis) {
@@ -50,7 +51,6 @@ GeometryFault MoveTruncated(CBinModel& model, std::span<const int32_t> vertices,
       positions[i].*Coordinate(static_cast<EAxis>(axis)) = *whole;
     }
   }
-  if (!vertices.empty()) model.SetVertexPositions(vertices, positions);
   return "";
 }
 
@@ -109,10 +109,18 @@ std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope
   return MarkedIndices(marks);
 }
 
+GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
+                               double sz, std::vector<SPoint>& positions) {
+  const auto move = [=](const SPoint& p) { return SExactPoint{p.x * sx, p.y * sy, p.z * sz}; };
+  return TruncatedPositions(model, vertices, move, positions);
+}
+
 GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz) {
-  return MoveTruncated(model, VerticesInScope(model, scope), [=](const SPoint& p) {
-    return SExactPoint{p.x * sx, p.y * sy, p.z * sz};
-  });
+  const std::vector<int32_t> vertices = VerticesInScope(model, scope);
+  std::vector<SPoint> positions;
+  GeometryFault fault = ResizedPositions(model, vertices, sx, sy, sz, positions);
+  if (fault.empty() && !vertices.empty()) model.SetVertexPositions(vertices, positions);
+  return fault;
 }
 
 void Translate(CBinModel& model, const SScope& scope, int32_t dx, int32_t dy, int32_t dz) {
@@ -132,9 +140,10 @@ void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int3
   model.SetVertexPositions(vertices, positions);
 }
 
-GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians) {
+GeometryFault RotatedPositions(const CBinModel& model, std::span<const int32_t> vertices, EAxis axis, double angle,
+                               bool radians, std::vector<SPoint>& positions) {
   const auto [s, c] = SineCosine(angle, radians);
-  return MoveTruncated(model, VerticesInScope(model, scope), [=, sine = s, cosine = c](const SPoint& p) -> SExactPoint {
+  const auto move = [=, sine = s, cosine = c](const SPoint& p) -> SExactPoint {
     switch (axis) {
       case EAxis::kX:
         return {static_cast<double>(p.x), p.y * cosine - p.z * sine, p.y * sine + p.z * cosine};
@@ -143,7 +152,16 @@ GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double a
       default:
         return {p.x * cosine - p.y * sine, p.x * sine + p.y * cosine, static_cast<double>(p.z)};
     }
-  });
+  };
+  return TruncatedPositions(model, vertices, move, positions);
+}
+
+GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians) {
+  const std::vector<int32_t> vertices = VerticesInScope(model, scope);
+  std::vector<SPoint> positions;
+  GeometryFault fault = RotatedPositions(model, vertices, axis, angle, radians, positions);
+  if (fault.empty() && !vertices.empty()) model.SetVertexPositions(vertices, positions);
+  return fault;
 }
 
 void Mirror(CBinModel& model, const SScope& scope, EAxis axis) {

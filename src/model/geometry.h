@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/binmodel.h"
+#include "platform/questions.h"
 
 /// The numeric services of the editing commands. Vertices stay integers: what is computed in floating point is
 /// truncated toward zero.
@@ -40,6 +41,11 @@ void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int3
                        bool forward);
 /// Counter-clockwise for who looks against the axis, about the origin. Multiples of 90 degrees are exact.
 GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians);
+/// Where Resize and Rotate would bring VERTICES, in the same order; POSITIONS means nothing after a fault.
+GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
+                               double sz, std::vector<SPoint>& positions);
+GeometryFault RotatedPositions(const CBinModel& model, std::span<const int32_t> vertices, EAxis axis, double angle,
+                               bool radians, std::vector<SPoint>& positions);
 /// Negates one coordinate (wrapping) and turns round the faces whose corners all moved, so that they still face
 /// outwards.
 void Mirror(CBinModel& model, const SScope& scope, EAxis axis);
@@ -55,7 +61,7 @@ bool IsSamePosition(const CBinVertex& a, const CBinVertex& b);
 /// seed and takes every later one whose Distance to it is at most THRESHOLD; one whose sum wraps to a negative number
 /// is never taken. The seeds stay, in order. Faces take the seed in place of the merged corner; one that becomes the
 /// same polygon as another goes, a quad of which two corners fall together becomes a triangle, a triangle goes. Returns
-/// the number of vertices merged away; 0 leaves the model untouched.
-int32_t MergeVertices(CBinModel& model, int32_t threshold);
+/// the number of vertices merged away; 0 leaves the model untouched, as does -1: PROGRESS (may be null) was stopped.
+int32_t MergeVertices(CBinModel& model, int32_t threshold, CProgress* progress = nullptr);
 
 }  // namespace veldra

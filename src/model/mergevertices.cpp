@@ -306,10 +306,11 @@ void CMerge::Run() {
 
 }  // namespace
 
-int32_t MergeVertices(CBinModel& model, int32_t threshold) {
+int32_t MergeVertices(CBinModel& model, int32_t threshold, CProgress* progress) {
   const CBinModel::CBusy busy(model);
   SGeometry geometry = GeometryOf(model);
-  std::vector<int32_t> seeds = AssignSeeds(std::move(geometry.positions), threshold);
+  std::vector<int32_t> seeds = AssignSeeds(std::move(geometry.positions), threshold, progress);
+  if (seeds.empty() && model.VertexCount() > 0) return -1;
   int32_t merged = 0;
   for (size_t i = 0; i < seeds.size(); ++i)
     merged += seeds[i] != static_cast<int32_t>(i) ? 1 : 0;

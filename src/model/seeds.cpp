@@ -14,6 +14,9 @@ namespace {
 /// More than every index: no seed.
 constexpr int32_t kNoSeed = std::numeric_limits<int32_t>::max();
 
+/// Positions between two reports of how far it is; in the worst case each takes milliseconds.
+constexpr size_t kPositionsAStep = 256;
+
 /// The wrapped sum of the squared differences; one that is negative as a signed number exceeds every limit.
 uint32_t WrappedSquare(const WrappedPoint& a, const WrappedPoint& b) {
   const uint32_t dx = a[0] - b[0];
@@ -306,9 +309,10 @@ class CSeedTree {
 };
 
 template <typename CFinder>
-std::vector<int32_t> Assign(const SLocalPoints& local, CFinder finder) {
+std::vector<int32_t> Assign(const SLocalPoints& local, CFinder finder, CProgress* progress) {
   std::vector<int32_t> seeds(local.points.size());
   for (size_t i = 0; i < seeds.size(); ++i) {
+    if (i % kPositionsAStep == 0 && progress != nullptr && !progress->Step(i, seeds.size())) return {};
     const auto index = static_cast<int32_t>(i);
     const int32_t found = finder.Find(local.points[i]);
     if (found == kNoSeed) finder.Add(index, local.points[i]);
@@ -319,7 +323,7 @@ std::vector<int32_t> Assign(const SLocalPoints& local, CFinder finder) {
 
 }  // namespace
 
-std::vector<int32_t> AssignSeeds(std::vector<WrappedPoint> positions, int32_t threshold) {
+std::vector<int32_t> AssignSeeds(std::vector<WrappedPoint> positions, int32_t threshold, CProgress* progress) {
   if (positions.empty() || threshold < 0) {
     std::vector<int32_t> alone(positions.size());
     std::iota(alone.begin(), alone.end(), 0);
@@ -327,8 +331,8 @@ std::vector<int32_t> AssignSeeds(std::vector<WrappedPoint> positions, int32_t th
   }
   const SLocalPoints local = MakeLocal(std::move(positions), threshold == 0);
   // A folded coordinate takes part in a sum of 0 only where it is equal: no matter then what else wraps.
-  if (threshold == 0 || IsPlain(local.extent)) return Assign(local, CSeedGrid(local, threshold));
-  return Assign(local, CSeedTree(local, threshold));
+  if (threshold == 0 || IsPlain(local.extent)) return Assign(local, CSeedGrid(local, threshold), progress);
+  return Assign(local, CSeedTree(local, threshold), progress);
 }
 
 }  // namespace veldra

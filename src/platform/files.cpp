@@ -7,6 +7,7 @@
 
 #include "platform/assert.h"
 #include "platform/files_system.h"
+#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -16,6 +17,10 @@ namespace {
 
 /// One write call takes at most this much.
 constexpr size_t kPiece = size_t{1} << 20;
+/// A copy looks whether it is still wanted this often.
+constexpr uint64_t kCopyPiece = uint64_t{8} << 20;
+/// What a copy that goes through this program takes at once.
+constexpr size_t kCopyBuffer = size_t{1} << 18;
 /// A read that finds more than the file's length said goes on with this much.
 constexpr size_t kFirstGrowth = 4096;
 /// Names of temporary files that are tried before giving up.
@@ -137,30 +142,41 @@ bool ReplaceFile(std::string_view path, std::string_view text, SError* error) {
 struct CReplacement::SState {
   enum class EStep { kClosed, kOpen, kFinished, kFailed };
 
-  std::string path;       ///< as given
-  std::string target;     ///< with links followed
+  std::string path;  ///< as given
+  EReplacement kind = EReplacement::kDocument;
+  std::string target;     ///< what is replaced
   std::string temporary;  ///< "" when there is none
   bool replaces = false;  ///< the target was there before
   COpenFile file;
+  std::vector<uint8_t> buffer;  ///< for CopyPiece
+  uint64_t written = 0;         ///< by CopyFrom, and how much of it is on its way to the disk
+  uint64_t sent = 0;
   EStep step = EStep::kClosed;
 
   bool FindTarget(SError* error);
   bool CreateTemporary(SError* error);
   bool KeepPermissions(SError* error);
   bool WritePiece(std::span<const uint8_t>& left, SError* error);
+  bool WriteAll(std::span<const uint8_t> bytes, SError* error);
+  /// Up to kCopyPiece bytes; COUNT says how many.
+  bool CopyPiece(const CInputFile& from, uint64_t offset, uint64_t length, uint64_t& count, SError* error);
   int Fault(std::string_view operation) const { return veldra::Fault(operation, temporary); }
+  /// A long file that has to be on the disk in the end is sent there as it grows.
+  void NoteWritten(uint64_t count);
   void Discard();
   /// Notes the step REACHED, or the failure when it did not go WELL; returns WELL.
   bool After(EStep reached, bool well);
 };
 
 bool CReplacement::SState::FindTarget(SError* error) {
-  const int number = disk::FollowLinks(disk::SystemPath(path), target);
+  target = disk::SystemPath(path);
+  if (kind == EReplacement::kCopy && disk::IsLink(target)) return true;
+  const int number = kind == EReplacement::kDocument ? disk::FollowLinks(std::string(target), target) : 0;
   if (number != 0) return Fail(error, number);
-  const disk::EKind kind = disk::Status(target).kind;
-  if (kind == disk::EKind::kNothing) return true;
+  const disk::EKind there = disk::Status(target).kind;
+  if (there == disk::EKind::kNothing) return true;
   replaces = true;
-  if (kind != disk::EKind::kFile) return Fail(error, NotAFileText(kind));
+  if (there != disk::EKind::kFile) return Fail(error, NotAFileText(there));
   const int refusal = disk::CheckReplaceable(target);
   return refusal == 0 || Fail(error, refusal);
 }
@@ -187,12 +203,44 @@ bool CReplacement::SState::KeepPermissions(SError* error) {
 
 bool CReplacement::SState::WritePiece(std::span<const uint8_t>& left, SError* error) {
   size_t count = 0;
-  int number = Fault("write");
-  if (number == 0) number = disk::Write(file.handle, left.first(std::min(left.size(), kPiece)), count);
+  const int number = disk::Write(file.handle, left.first(std::min(left.size(), kPiece)), count);
   if (number != 0) return Fail(error, number);
   if (count == 0) return Fail(error, "nothing more could be written");
   left = left.subspan(count);
   return true;
+}
+
+bool CReplacement::SState::WriteAll(std::span<const uint8_t> bytes, SError* error) {
+  while (!bytes.empty()) {
+    const int number = Fault("write");
+    if (number != 0) return Fail(error, number);
+    if (!WritePiece(bytes, error)) return false;
+  }
+  return true;
+}
+
+bool CReplacement::SState::CopyPiece(const CInputFile& from, uint64_t offset, uint64_t length, uint64_t& count,
+                                     SError* error) {
+  int number = Fault("write");
+  if (number == 0) {
+    number = disk::CopyRange(from.SystemHandle(), offset, file.handle, std::min(length, kCopyPiece), count);
+  }
+  if (number != 0) return Fail(error, number);
+  if (count > 0) return true;
+  if (buffer.empty()) buffer.resize(kCopyBuffer);
+  const auto piece = std::span(buffer).first(static_cast<size_t>(std::min<uint64_t>(length, kCopyBuffer)));
+  count = piece.size();
+  if (!from.ReadAt(offset, piece, error)) return false;
+  for (std::span<const uint8_t> left = piece; !left.empty();)
+    if (!WritePiece(left, error)) return false;
+  return true;
+}
+
+void CReplacement::SState::NoteWritten(uint64_t count) {
+  written += count;
+  if (kind != EReplacement::kDocument || written - sent < kCopyPiece) return;
+  disk::StartSync(file.handle, sent, written - sent);
+  sent = written;
 }
 
 void CReplacement::SState::Discard() {
@@ -206,8 +254,9 @@ bool CReplacement::SState::After(EStep reached, bool well) {
   return well;
 }
 
-CReplacement::CReplacement(std::string_view path) : state_(std::make_unique<SState>()) {
+CReplacement::CReplacement(std::string_view path, EReplacement kind) : state_(std::make_unique<SState>()) {
   state_->path = path;
+  state_->kind = kind;
 }
 
 CReplacement::~CReplacement() {
@@ -224,8 +273,20 @@ bool CReplacement::Open(SError* error) {
 bool CReplacement::Write(std::span<const uint8_t> bytes, SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  while (!bytes.empty()) {
-    if (!state.WritePiece(bytes, error)) return state.After(SState::EStep::kFailed, false);
+  return state.WriteAll(bytes, error) || state.After(SState::EStep::kFailed, false);
+}
+
+bool CReplacement::CopyFrom(const CInputFile& from, uint64_t offset, uint64_t length,
+                            const std::function<bool(uint64_t)>& step, SError* error) {
+  SState& state = *state_;
+  VELDRA_ASSERT(state.step == SState::EStep::kOpen);
+  while (length > 0) {
+    uint64_t count = 0;
+    if (!state.CopyPiece(from, offset, length, count, error)) return state.After(SState::EStep::kFailed, false);
+    offset += count;
+    length -= count;
+    state.NoteWritten(count);
+    if (step && !step(count)) return state.After(SState::EStep::kFailed, Fail(error, std::string()));
   }
   return true;
 }
@@ -233,8 +294,11 @@ bool CReplacement::Write(std::span<const uint8_t> bytes, SError* error) {
 bool CReplacement::Finish(SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  int number = state.Fault("sync");
-  if (number == 0) number = disk::Sync(state.file.handle);
+  int number = 0;
+  if (state.kind == EReplacement::kDocument) {
+    number = state.Fault("sync");
+    if (number == 0) number = disk::Sync(state.file.handle);
+  }
   if (number == 0) number = state.Fault("close");
   if (number == 0) number = state.file.Close();
   return state.After(SState::EStep::kFinished, number == 0 || Fail(error, number));
@@ -249,7 +313,7 @@ bool CReplacement::Commit(SError* error) {
   state.temporary.clear();
   state.step = SState::EStep::kClosed;
   // From here on the new file is the file; a folder that cannot be flushed is no reason to call that a failure.
-  disk::SyncDirectory(disk::FolderAbove(state.target));
+  if (state.kind == EReplacement::kDocument) disk::SyncDirectory(disk::FolderAbove(state.target));
   return true;
 }
 
@@ -259,6 +323,10 @@ bool FileExists(std::string_view path) {
 
 bool IsFile(std::string_view path) {
   return disk::Status(disk::SystemPath(path)).kind == disk::EKind::kFile;
+}
+
+bool IsLink(std::string_view path) {
+  return disk::IsLink(disk::SystemPath(path));
 }
 
 bool IsDirectory(std::string_view path) {

@@ -42,16 +42,30 @@ std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error = n
 bool ReplaceFile(std::string_view path, std::span<const uint8_t> bytes, SError* error = nullptr);
 bool ReplaceFile(std::string_view path, std::string_view text, SError* error = nullptr);
 
+class CInputFile;
+
+/// What a replacement promises.
+enum class EReplacement {
+  kDocument,  ///< links are followed, and the new file is on the disk before it takes the name
+  /// For a copy of what still is elsewhere: a link is replaced itself and not followed, and nothing waits for the disk,
+  /// which for many files would take longer than the writing. Still whole or not at all, as long as the system lives.
+  kCopy
+};
+
 /// ReplaceFile in steps, for several files that belong together: write and Finish all of them, then Commit each.
 class CReplacement {
  public:
-  explicit CReplacement(std::string_view path);
+  explicit CReplacement(std::string_view path, EReplacement kind = EReplacement::kDocument);
   ~CReplacement();  ///< removes the temporary file when Commit was not reached
   CReplacement(const CReplacement&) = delete;
   CReplacement& operator=(const CReplacement&) = delete;
 
   bool Open(SError* error);
   bool Write(std::span<const uint8_t> bytes, SError* error);
+  /// LENGTH bytes from OFFSET of FROM, in pieces, through the kernel where it can. STEP, which may be empty, hears of
+  /// each piece's size; when it returns false the copying fails, with an empty ERROR.
+  bool CopyFrom(const CInputFile& from, uint64_t offset, uint64_t length, const std::function<bool(uint64_t)>& step,
+                SError* error);
   bool Finish(SError* error);  ///< flushed and closed: only the renaming is left
   bool Commit(SError* error);
 
@@ -64,6 +78,8 @@ class CReplacement {
 bool FileExists(std::string_view path);
 bool IsFile(std::string_view path);
 bool IsDirectory(std::string_view path);
+/// The name is that of a link, wherever it leads, and be it nowhere.
+bool IsLink(std::string_view path);
 std::optional<uint64_t> FileLength(std::string_view path);
 /// Opens for reading and writing. A file whose permissions let nobody write is not writable, whoever asks.
 bool IsWritable(std::string_view path);

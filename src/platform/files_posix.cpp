@@ -45,7 +45,7 @@ int Descriptor(Handle handle) {
 }
 
 SStatus ToStatus(const struct stat& info) {
-  if (S_ISREG(info.st_mode)) return {EKind::kFile, static_cast<uint64_t>(info.st_size)};
+  if (S_ISREG(info.st_mode)) return {EKind::kFile, static_cast<uint64_t>(info.st_size), info.st_mtime};
   return {S_ISDIR(info.st_mode) ? EKind::kDirectory : EKind::kOther};
 }
 
@@ -115,6 +115,11 @@ SStatus Status(const std::string& path) {
   return stat(path.c_str(), &info) == 0 ? ToStatus(info) : SStatus{};
 }
 
+bool IsLink(const std::string& path) {
+  struct stat info;
+  return lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
+}
+
 int FollowLinks(const std::string& path, std::string& target) {
   target = path;
   for (int links = 0; links < kMostLinks; ++links) {
@@ -156,6 +161,45 @@ int Write(Handle handle, std::span<const uint8_t> bytes, size_t& count) {
   if (result < 0) return errno;
   count = static_cast<size_t>(result);
   return 0;
+}
+
+int StatusOf(Handle handle, SStatus& status) {
+  struct stat info;
+  if (fstat(Descriptor(handle), &info) != 0) return errno;
+  status = ToStatus(info);
+  return 0;
+}
+
+int ReadAt(Handle handle, uint64_t offset, std::span<uint8_t> buffer, size_t& count) {
+  const ssize_t result = Uninterrupted(
+      [&] { return pread(Descriptor(handle), buffer.data(), buffer.size(), static_cast<off_t>(offset)); });
+  if (result < 0) return errno;
+  count = static_cast<size_t>(result);
+  return 0;
+}
+
+int CopyRange([[maybe_unused]] Handle from, [[maybe_unused]] uint64_t offset, [[maybe_unused]] Handle to,
+              [[maybe_unused]] uint64_t length, uint64_t& count) {
+  count = 0;
+#ifdef __linux__
+  auto position = static_cast<off64_t>(offset);
+  const ssize_t result = Uninterrupted([&] {
+    return copy_file_range(Descriptor(from), &position, Descriptor(to), nullptr, static_cast<size_t>(length), 0);
+  });
+  if (result >= 0) {
+    count = static_cast<uint64_t>(result);
+  } else if (errno == ENOSPC || errno == EDQUOT || errno == EFBIG || errno == EIO) {
+    return errno;
+  }
+#endif
+  return 0;
+}
+
+void StartSync([[maybe_unused]] Handle handle, [[maybe_unused]] uint64_t offset, [[maybe_unused]] uint64_t length) {
+#ifdef __linux__
+  sync_file_range(Descriptor(handle), static_cast<off64_t>(offset), static_cast<off64_t>(length),
+                  SYNC_FILE_RANGE_WRITE);
+#endif
 }
 
 int Sync(Handle handle) {

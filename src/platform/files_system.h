@@ -17,7 +17,8 @@ enum class EKind { kNothing, kFile, kDirectory, kOther };
 
 struct SStatus {
   EKind kind = EKind::kNothing;
-  uint64_t length = 0;  ///< in bytes, for kFile
+  uint64_t length = 0;   ///< in bytes, for kFile
+  int64_t modified = 0;  ///< in seconds since 1970, for kFile
 };
 
 /// The reason as the user reads it.
@@ -30,6 +31,8 @@ std::string SystemPath(std::string_view path);
 std::string FolderAbove(const std::string& path);
 /// Follows links.
 SStatus Status(const std::string& path);
+/// The name is that of a link, wherever it leads.
+bool IsLink(const std::string& path);
 /// Where a file of this name really lies: PATH with the links it names followed, even to a file that is not there yet.
 int FollowLinks(const std::string& path, std::string& target);
 
@@ -41,6 +44,15 @@ int CreateNew(const std::string& path, bool for_all, Handle& handle);
 /// COUNT is 0 at the end of the file, and may be smaller than asked for before it.
 int Read(Handle handle, std::span<uint8_t> buffer, size_t& count);
 int Write(Handle handle, std::span<const uint8_t> bytes, size_t& count);
+/// Of a file that is open.
+int StatusOf(Handle handle, SStatus& status);
+/// As Read, from OFFSET on.
+int ReadAt(Handle handle, uint64_t offset, std::span<uint8_t> buffer, size_t& count);
+/// Appends up to LENGTH bytes from OFFSET of FROM to TO without taking them through this program. COUNT is 0 where the
+/// system cannot do that, and at the end of FROM.
+int CopyRange(Handle from, uint64_t offset, Handle to, uint64_t length, uint64_t& count);
+/// Asks for LENGTH bytes from OFFSET to be on their way to the disk while more is written, where the system can.
+void StartSync(Handle handle, uint64_t offset, uint64_t length);
 int Sync(Handle handle);
 int Close(Handle handle);
 

@@ -59,6 +59,14 @@ int OpenExisting(const std::string& path, DWORD access, DWORD share, DWORD flags
   return 0;
 }
 
+/// Windows counts tenths of a microsecond since 1601.
+int64_t ToUnixTime(const FILETIME& time) {
+  constexpr int64_t kTicksPerSecond = 10'000'000;
+  constexpr int64_t kSecondsFrom1601To1970 = 11'644'473'600;
+  const auto ticks = static_cast<int64_t>(uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
+  return ticks / kTicksPerSecond - kSecondsFrom1601To1970;
+}
+
 bool IsDeviceName(const std::string& path) {
   return path.starts_with("\\\\.\\");
 }
@@ -116,7 +124,12 @@ SStatus Status(const std::string& path) {
   WIN32_FILE_ATTRIBUTE_DATA data;
   if (GetFileAttributesExW(CallPath(path).c_str(), GetFileExInfoStandard, &data) == 0) return {};
   if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {EKind::kDirectory};
-  return {EKind::kFile, uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow};
+  return {EKind::kFile, uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow, ToUnixTime(data.ftLastWriteTime)};
+}
+
+bool IsLink(const std::string& path) {
+  const DWORD attributes = GetFileAttributesW(CallPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
 int FollowLinks(const std::string& path, std::string& target) {
@@ -140,13 +153,18 @@ int OpenToRead(const std::string& path, Handle& handle, SStatus& status) {
   if (status.kind == EKind::kDirectory || status.kind == EKind::kOther) return 0;
   const int number = OpenExisting(path, GENERIC_READ, kShareAll, FILE_FLAG_SEQUENTIAL_SCAN, handle);
   if (number != 0) return number;
+  return StatusOf(handle, status);
+}
+
+int StatusOf(Handle handle, SStatus& status) {
+  status = {EKind::kOther};
+  if (GetFileType(SystemHandle(handle)) != FILE_TYPE_DISK) return 0;
   LARGE_INTEGER length;
-  if (GetFileType(SystemHandle(handle)) != FILE_TYPE_DISK) {
-    status = {EKind::kOther};
-  } else {
-    if (GetFileSizeEx(SystemHandle(handle), &length) == 0) return static_cast<int>(GetLastError());
-    status = {EKind::kFile, static_cast<uint64_t>(length.QuadPart)};
-  }
+  FILETIME modified;
+  if (GetFileSizeEx(SystemHandle(handle), &length) == 0 ||
+      GetFileTime(SystemHandle(handle), nullptr, nullptr, &modified) == 0)
+    return static_cast<int>(GetLastError());
+  status = {EKind::kFile, static_cast<uint64_t>(length.QuadPart), ToUnixTime(modified)};
   return 0;
 }
 
@@ -173,6 +191,26 @@ int Write(Handle handle, std::span<const uint8_t> bytes, size_t& count) {
   count = moved;
   return 0;
 }
+
+int ReadAt(Handle handle, uint64_t offset, std::span<uint8_t> buffer, size_t& count) {
+  OVERLAPPED place = {};
+  place.Offset = static_cast<DWORD>(offset);
+  place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+  DWORD moved = 0;
+  if (ReadFile(SystemHandle(handle), buffer.data(), TransferSize(buffer.size()), &moved, &place) == 0 &&
+      GetLastError() != ERROR_HANDLE_EOF)
+    return static_cast<int>(GetLastError());
+  count = moved;
+  return 0;
+}
+
+// Windows copies whole files only.
+int CopyRange(Handle, uint64_t, Handle, uint64_t, uint64_t& count) {
+  count = 0;
+  return 0;
+}
+
+void StartSync(Handle, uint64_t, uint64_t) {}
 
 int Sync(Handle handle) {
   return Result(FlushFileBuffers(SystemHandle(handle)) != 0);

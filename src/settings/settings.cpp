@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/assert.h"
+#include "platform/numberrule.h"
 #include "platform/text.h"
 #include "platform/trace.h"
 
@@ -27,13 +28,6 @@ std::optional<SColor> ParseColor(std::string_view text) {
   const auto high = static_cast<uint8_t>(number >> 16);
   const auto green = static_cast<uint8_t>(number >> 8);
   return is_hex ? SColor{high, green, low} : SColor{low, green, high};
-}
-
-/// The shortest text that reads back as VALUE, with "." whatever the locale.
-std::string NumberText(double value) {
-  char text[32];
-  const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-  return {text, end};
 }
 
 bool IsAllowed(const SSettingRow& row, double value) {

@@ -30,6 +30,15 @@ struct SRect {
 
 inline constexpr size_t kCustomColorCount = 16;
 
+/// What turns and what moves the model in the 3D view. A click with the left button picks in all of them, Ctrl adds,
+/// Shift and the left button select by rubber band, the wheel zooms.
+enum class EMouseScheme : int32_t {
+  kLeftTurns = 0,    ///< left turns; middle, or right, moves
+  kMiddleTurns = 1,  ///< middle turns; Shift and middle moves
+  kRightTurns = 2,   ///< right turns; middle moves
+  kAltTurns = 3,     ///< Alt and left turns; Alt and middle moves
+};
+
 /// Key and value texts as they stand in the settings file.
 using SettingsMap = std::map<std::string, std::string>;
 
@@ -107,6 +116,13 @@ struct CSettings {
   int32_t vertex_status_y = 0;
   int32_t vertex_status_visible = 0;
   std::array<SColor, kCustomColorCount> custom_colors = {};
+  int32_t move_step = 0;     ///< model units
+  double offset_step = 0.0;  ///< texels of the face's texture
+  double rotate_step = 0.0;  ///< degrees
+  double zoom_step = 0.0;    ///< what Zoom In and Zoom Out change
+  int32_t mouse_scheme = 0;  ///< one of EMouseScheme
+  int32_t show_grid = 0;
+  int32_t orthographic = 0;
 
   CSettings();  ///< the defaults
   /// Every key that MAP has, the rest stays. A value that is broken or out of its range becomes the default, with a

@@ -111,7 +111,7 @@ void AddFolders(Rows& rows) {
           Switch<&CSettings::not_centered_msg>("NOTCENTEREDMSG", true, Page::kSaving,
                                                "Before saving, ask about a model that is not centered."),
           Switch<&CSettings::unused_verts_msg>("UNUSEDVERTSMSG", true, Page::kSaving,
-                                               "Before saving, ask about vertices that no face uses."),
+                                               R"(Display "Unused vertices" message when saving.)"),
           Switch<&CSettings::texture_size_msg>(
               "TEXTURESIZEMSG", true, Page::kSaving,
               R"(Display "Texture size not supported by MTM2" message when loading/saving.)"),
@@ -204,8 +204,9 @@ void AddArchives(Rows& rows) {
           Width<&CSettings::creator_date_width>("PCDLGDATEWIDTH", "140", "POD creator: width of the date column."),
           Switch<&CSettings::creator_show_deps>("PCSHOWDEPS", true, Page::kArchives,
                                                 "Show the files that an added file needs."),
-          Switch<&CSettings::creator_insert_pod>("PCINSERTPOD", false, Page::kArchives,
-                                                 "Enter a new archive in the game's list of archives."),
+          Switch<&CSettings::creator_insert_pod>(
+              "PCINSERTPOD", false, Page::kArchives,
+              "Put the files of an added archive into the new one, not the archive itself."),
           Switch<&CSettings::creator_pod_zip>("PCPODZIP", true, Page::kArchives,
                                               "Leave out the files that every installation of the game has."),
       });
@@ -247,7 +248,7 @@ void AddMainWindow(Rows& rows) {
                                                 "Where the vertex status window was last, to the right."),
           Position<&CSettings::vertex_status_y>("VERTSTATY", "0",
                                                 "Where the vertex status window was last, downwards."),
-          Switch<&CSettings::vertex_status_visible>("VERTSTATVIS", false, Page::kNone,
+          Switch<&CSettings::vertex_status_visible>("VERTSTATVIS", true, Page::kNone,
                                                     "The vertex status window was open."),
       });
 }
@@ -261,6 +262,30 @@ void AddCustomColors(Rows& rows, std::index_sequence<Index...>) {
   (add(Index, &CustomColor<Index>), ...);
 }
 
+void AddEditing(Rows& rows) {
+  rows.insert(
+      rows.end(),
+      {
+          Number<&CSettings::move_step>("MOVESTEP", "5", 1, kAnyInteger, Page::kView,
+                                        "How far the keys X, Y and Z move vertices, in model units."),
+          Number<&CSettings::offset_step>("OFFSETSTEP", "1", 0.001, 512, Page::kTextureMapping,
+                                          "How far the keys move a texture coordinate, in texels."),
+          Number<&CSettings::rotate_step>("ROTATESTEP", "5", 0.1, 180, Page::kView,
+                                          "How far the arrow and page keys turn the model, in degrees."),
+          Number<&CSettings::zoom_step>("ZOOMSTEP", "0.125", 0.001, 100, Page::kView,
+                                        "What Zoom In and Zoom Out change the zoom factor by; at 1 the model fits."),
+          Choice<&CSettings::mouse_scheme>("MOUSESCHEME", "0",
+                                           {{0, "Left turns, middle or right moves"},
+                                            {1, "Middle turns, Shift+middle moves"},
+                                            {2, "Right turns, middle moves"},
+                                            {3, "Alt+left turns, Alt+middle moves"}},
+                                           Page::kView, "What dragging with the mouse does in the 3D view."),
+          Switch<&CSettings::show_grid>("SHOWGRID", false, Page::kView, "New views show a grid to scale."),
+          Switch<&CSettings::orthographic>("ORTHOVIEW", false, Page::kView,
+                                           "New views show the model without perspective."),
+      });
+}
+
 Rows MakeRows() {
   Rows rows;
   AddFolders(rows);
@@ -271,6 +296,7 @@ Rows MakeRows() {
   AddDialogs(rows);
   AddMainWindow(rows);
   AddCustomColors(rows, std::make_index_sequence<kCustomColorCount>());
+  AddEditing(rows);
   return rows;
 }
 

@@ -13,10 +13,11 @@ namespace veldra {
 class CTextureFinder {
  public:
   CTextureFinder(CTextureStore& store, CQuestions& questions, std::string art_directory);
+  virtual ~CTextureFinder() = default;
 
   /// The texture of file NAME. While none can be loaded: "Texture %s not found. Please select another texture." and
   /// another file is picked, which stands in for it under the same name. Null when the user gives up.
-  const STextureImage* Find(const std::string& name);
+  virtual const STextureImage* Find(const std::string& name);
 
  private:
   const STextureImage* Ask(const std::string& name);

@@ -133,6 +133,7 @@ const STextureImage* CTextureStore::GetBlankTexture(const std::string& path, int
   image->path = path;
   image->name = FileNamePart(path);
   image->size = width;
+  image->is_stand_in = true;
   const auto texels = static_cast<size_t>(width) * static_cast<size_t>(width);
   image->rgba.resize(texels * 4);
   image->rgb.resize(texels * 3);

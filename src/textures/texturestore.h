@@ -31,6 +31,7 @@ struct STextureImage {
   std::vector<uint8_t> rgba;  ///< size × size × 4, rows in file order; near-black texels have alpha 0, others 255
   std::vector<uint8_t> rgb;   ///< size × size × 3, last file row first
   std::vector<uint8_t> bgr;   ///< rgb with red and blue exchanged
+  bool is_stand_in = false;   ///< blank, for a file that could not be loaded
 };
 
 /// Loads textures and keeps each under its path, so that one named by several faces or models is read once. One store
@@ -39,6 +40,9 @@ class CTextureStore {
  public:
   /// QUESTIONS shows the error messages; DEFAULT_COLORS stands in for a texture's missing ACT file.
   CTextureStore(CQuestions& questions, const ColorTable& default_colors);
+
+  /// Another default for the textures that are loaded from now on.
+  void SetDefaultColors(const ColorTable& colors) { default_colors_ = colors; }
 
   /// The texture stored under PATH, loaded when it is not there yet. Null when that fails. Paths that differ in letter
   /// case only are two keys.
@@ -49,7 +53,7 @@ class CTextureStore {
   /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
   const STextureImage* LoadTexture(const std::string& path);
 
-  /// A black, fully transparent texture of WIDTH (a member of kTextureSizes) stored under PATH; the stored one when
+  /// A black, fully transparent stand-in of WIDTH (a member of kTextureSizes) stored under PATH; the stored one when
   /// there is one already.
   const STextureImage* GetBlankTexture(const std::string& path, int width);
 

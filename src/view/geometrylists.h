@@ -32,7 +32,7 @@ class CGeometryLists {
  private:
   void Release();
 
-  const CBinModel* model_ = nullptr;
+  uint64_t model_ = 0;  ///< its identity; 0 for none
   uint64_t revision_ = 0;
   CModelSpace space_;
   bool has_faces_ = false;

@@ -3,8 +3,10 @@
 #include <array>
 
 #include "view/geometrylists.h"
+#include "view/glstate.h"
 #include "view/modeltextures.h"
 #include "view/viewcamera.h"
+#include "view/viewgrid.h"
 #include "view/viewmarkers.h"
 
 namespace veldra {
@@ -18,45 +20,7 @@ constexpr SColor kTexturedColor = {255, 255, 255};
 constexpr float kBackside = 0.45F;
 constexpr std::array<float, 4> kNoLight = {0.0F, 0.0F, 0.0F, 1.0F};
 
-constexpr GLenum kUnwantedCapabilities[] = {GL_BLEND,          GL_ALPHA_TEST,    GL_CULL_FACE,    GL_STENCIL_TEST,
-                                            GL_SCISSOR_TEST,   GL_FOG,           GL_LIGHTING,     GL_TEXTURE_2D,
-                                            GL_COLOR_MATERIAL, GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T};
 constexpr GLenum kShineCapabilities[] = {GL_TEXTURE_2D, GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T, GL_BLEND};
-
-/// Leaves OpenGL as it was found.
-class CSavedState {
- public:
-  CSavedState() {
-    glPushAttrib(GL_ALL_ATTRIB_BITS);
-    glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-  }
-  ~CSavedState() {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
-    glPopClientAttrib();
-    glPopAttrib();
-  }
-  CSavedState(const CSavedState&) = delete;
-  CSavedState& operator=(const CSavedState&) = delete;
-};
-
-/// What an earlier user of the context may have switched on and this drawing does not want.
-void StartClean() {
-  for (const GLenum capability : kUnwantedCapabilities)
-    glDisable(capability);
-  glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-  glShadeModel(GL_SMOOTH);
-  glEnable(GL_DEPTH_TEST);
-  glDepthMask(GL_TRUE);
-  glDepthFunc(GL_LEQUAL);
-  glEnable(GL_NORMALIZE);
-}
 
 void ClearTo(const SColor& color) {
   glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
@@ -65,10 +29,6 @@ void ClearTo(const SColor& color) {
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   // Transparent texels must not make holes in the window.
   glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
-}
-
-void SetColor(const SColor& color) {
-  glColor3ub(color.red, color.green, color.blue);
 }
 
 void SetMaterial(const SColor& color) {
@@ -109,12 +69,17 @@ void SetLight() {
 struct CModelRenderer::SImpl {
   CGeometryLists lists;
   CModelTextures textures;
+  CHighlights highlights;
+  int call_count = 0;
   GLuint shine = 0;
 
   ~SImpl() {
     if (shine != 0) glDeleteTextures(1, &shine);
   }
 
+  void Call(const CDisplayList& list);
+  void DrawBesides(const CBinModel& model, const SViewState& state, const CViewCamera& camera, double pixel_ratio);
+  void DrawModel(const CBinModel& model, const SViewState& state, const SFrame& frame);
   void DrawFaces(const CBinModel& model, const SViewState& state, double seconds);
   void DrawBatch(const SBatchList& batch, const SViewState& state, double seconds);
   bool BindTexture(const SBatchList& batch, const SViewState& state, double seconds);
@@ -123,6 +88,11 @@ struct CModelRenderer::SImpl {
   void DrawEdges(const CBinModel& model, const SInk& ink);
   void DrawMarkers(const CBinModel& model, const SViewState& state, const SInk& ink);
 };
+
+void CModelRenderer::SImpl::Call(const CDisplayList& list) {
+  list.Call();
+  ++call_count;
+}
 
 void CModelRenderer::SImpl::DrawFaces(const CBinModel& model, const SViewState& state, double seconds) {
   SetLight();
@@ -143,7 +113,7 @@ void CModelRenderer::SImpl::DrawBatch(const SBatchList& batch, const SViewState&
   SetMaterial(is_textured ? kTexturedColor : kPlainColor);
   if (is_textured) glEnable(GL_TEXTURE_2D);
   if (has_holes) glEnable(GL_ALPHA_TEST);
-  batch.list.Call();
+  Call(batch.list);
   glDisable(GL_ALPHA_TEST);
   glDisable(GL_TEXTURE_2D);
 }
@@ -152,7 +122,8 @@ bool CModelRenderer::SImpl::BindTexture(const SBatchList& batch, const SViewStat
   if (batch.texture == nullptr || batch.look == EFaceLook::kUntextured) return false;
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
   glAlphaFunc(GL_GREATER, 0.5F);
-  return textures.Bind(FrameAt(*batch.texture, seconds), state.high_quality);
+  textures.Bind(FrameAt(*batch.texture, seconds), state.high_quality);
+  return true;
 }
 
 /// The shiny faces once more: what they mirror is added to their colour.
@@ -166,7 +137,7 @@ void CModelRenderer::SImpl::DrawShine(const std::vector<SBatchList>& batches) {
   glBlendFunc(GL_ONE, GL_ONE);
   BindShine();
   for (const SBatchList& batch : batches) {
-    if (batch.look == EFaceLook::kShiny) batch.list.Call();
+    if (batch.look == EFaceLook::kShiny) Call(batch.list);
   }
   glPopAttrib();
 }
@@ -180,53 +151,75 @@ void CModelRenderer::SImpl::BindShine() {
 
 void CModelRenderer::SImpl::DrawEdges(const CBinModel& model, const SInk& ink) {
   SetColor(ink.line);
-  lists.Edges(model).Call();
+  Call(lists.Edges(model));
 }
 
 void CModelRenderer::SImpl::DrawMarkers(const CBinModel& model, const SViewState& state, const SInk& ink) {
   if (state.spherical_markers && model.VertexCount() <= kMostSphericalMarkers) {
     SetLight();
     SetMaterial(ink.marker);
-    lists.Balls(model).Call();
+    Call(lists.Balls(model));
     glDisable(GL_LIGHTING);
     return;
   }
   SetColor(ink.marker);
-  lists.Points(model).Call();
+  Call(lists.Points(model));
 }
 
 CModelRenderer::CModelRenderer() : impl_(std::make_unique<SImpl>()) {}
 CModelRenderer::~CModelRenderer() = default;
 
+/// What the model stands among.
+void CModelRenderer::SImpl::DrawBesides(const CBinModel& model, const SViewState& state, const CViewCamera& camera,
+                                        double pixel_ratio) {
+  if (state.grid && !state.only_3d) DrawGrid(GridFor(state, camera), state, model.Bounds(), camera, pixel_ratio);
+  glLineWidth(static_cast<float>(1.5 * pixel_ratio));
+  if (state.axes) DrawAxes();
+}
+
+void CModelRenderer::SImpl::DrawModel(const CBinModel& model, const SViewState& state, const SFrame& frame) {
+  const SInk ink = SInk::For(state.background);
+  glPointSize(static_cast<float>(5.0 * frame.pixel_ratio));
+  glLineWidth(static_cast<float>(frame.pixel_ratio));
+  if (state.mode == ERenderMode::kWireframe) DrawEdges(model, ink);
+  if (state.ShowsSurfaces()) DrawFaces(model, state, frame.seconds);
+  if (state.ShowsMarkers()) DrawMarkers(model, state, ink);
+}
+
 void CModelRenderer::Draw(const CBinModel& model, const SViewState& state, const SFrame& frame) {
   if (frame.width <= 0 || frame.height <= 0) return;
-  const CSavedState saved;
+  const CSavedGlState saved;
   StartClean();
   ClearTo(state.background);
   if (impl_->lists.Follow(model)) impl_->textures.Prune(model);
+  impl_->call_count = 0;
 
-  const double scale = SetCamera(state, impl_->lists.Space().Radius(), frame.width, frame.height);
-  glPointSize(static_cast<float>(5.0 * frame.pixel_ratio));
-  const SInk ink = SInk::For(state.background);
-  glLineWidth(static_cast<float>(1.5 * frame.pixel_ratio));
-  if (state.axes) DrawAxes();
-  glLineWidth(static_cast<float>(frame.pixel_ratio));
-  glScaled(scale, scale, scale);
-  if (state.mode == ERenderMode::kWireframe) impl_->DrawEdges(model, ink);
-  if (state.mode == ERenderMode::kSolid || state.mode == ERenderMode::kTextured) {
-    impl_->DrawFaces(model, state, frame.seconds);
-  }
-  if (state.vertices || state.mode == ERenderMode::kVertices) impl_->DrawMarkers(model, state, ink);
+  const CViewCamera camera(state, model.Bounds(), frame.width, frame.height);
+  camera.Load();
+  impl_->DrawBesides(model, state, camera, frame.pixel_ratio);
+  camera.EnterModelSpace();
+  impl_->DrawModel(model, state, frame);
+  impl_->highlights.Draw(model, impl_->lists.Space(), state, frame.marks, frame.pixel_ratio);
+  if (!state.only_3d) impl_->highlights.DrawOverlay(model, camera, frame.marks, frame.pixel_ratio);
 }
 
 void CModelRenderer::ForgetContext() {
   impl_->lists.Forget();
   impl_->textures.Forget();
+  impl_->highlights.Forget();
   impl_->shine = 0;
 }
 
 int CModelRenderer::BuildCount() const {
   return impl_->lists.BuildCount();
+}
+
+int CModelRenderer::HighlightBuildCount() const {
+  return impl_->highlights.BuildCount();
+}
+
+int CModelRenderer::CallCount() const {
+  return impl_->call_count + impl_->highlights.CallCount();
 }
 
 }  // namespace veldra

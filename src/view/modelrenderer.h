@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "model/binmodel.h"
+#include "view/highlights.h"
 #include "view/viewstate.h"
 
 namespace veldra {
@@ -14,14 +15,14 @@ struct SFrame {
   int height = 0;
   double seconds = 0.0;      ///< time of the animated textures, from 0
   double pixel_ratio = 1.0;  ///< lines and points are this many times as thick: 2 where pixels are half as large
+  SMarks marks = {};
 };
 
 /// Draws a model into the current OpenGL context; knows neither windows nor Qt. The model's geometry and its textures
 /// are handed to OpenGL once and again only when the model's revision says so; a frame is then a few calls, whatever
 /// the model's size. Screen, pictures of the command line and thumbnails are this one routine.
 ///
-/// Positions are as in the model: x to the right, y up, z toward the viewer. A model is known by its address and its
-/// revision: a renderer does not outlive the model that it draws.
+/// Positions are as in the model: x to the right, y up, z toward the viewer.
 ///
 /// Faces are seen from both sides, the back darker. Textured: untextured faces in grey, shiny ones with a highlight,
 /// transparent ones with holes when the state wants it. Spherical markers become points in models of more than
@@ -47,6 +48,10 @@ class CModelRenderer {
 
   /// How often geometry was handed over: once for each of faces, edges and markers that a revision is shown with.
   int BuildCount() const;
+  /// How often a selection was handed over.
+  int HighlightBuildCount() const;
+  /// How many recorded or short arrays the last frame had OpenGL draw for the model and its highlights.
+  int CallCount() const;
 
  private:
   struct SImpl;

@@ -1,5 +1,6 @@
 #include "view/modeltextures.h"
 
+#include <array>
 #include <cmath>
 #include <unordered_set>
 
@@ -18,7 +19,25 @@ GLint EdgeMode() {
 
 bool HasTexels(const STextureImage& image) {
   const auto side = static_cast<size_t>(image.size > 0 ? image.size : 0);
-  return side > 0 && image.rgba.size() == side * side * 4;
+  return side > 0 && image.rgba.size() == side * side * 4 && !image.is_stand_in;
+}
+
+/// Stands out in a model, for who sees no colours too.
+const STextureImage& Checkerboard() {
+  static const STextureImage checkerboard = [] {
+    constexpr int kSide = 64;
+    constexpr int kSquare = 8;
+    STextureImage image;
+    image.size = kSide;
+    for (int k = 0; k < kSide * kSide; ++k) {
+      const bool is_light = (k % kSide / kSquare + k / kSide / kSquare) % 2 == 0;
+      const std::array<uint8_t, 4> texel =
+          is_light ? std::array<uint8_t, 4>{250, 150, 250, 255} : std::array<uint8_t, 4>{70, 20, 80, 255};
+      image.rgba.insert(image.rgba.end(), texel.begin(), texel.end());
+    }
+    return image;
+  }();
+  return checkerboard;
 }
 
 }  // namespace
@@ -31,8 +50,8 @@ const STextureImage& FrameAt(const CBinTexture& entry, double seconds) {
   return *frames[static_cast<size_t>(std::fmod(passed, static_cast<double>(frames.size())))].image;
 }
 
-bool CModelTextures::Bind(const STextureImage& image, bool filtered) {
-  if (!HasTexels(image)) return false;
+void CModelTextures::Bind(const STextureImage& asked, bool filtered) {
+  const STextureImage& image = HasTexels(asked) ? asked : Checkerboard();
   STexture& texture = textures_[&image];
   const bool is_new = texture.id == 0;
   if (is_new) glGenTextures(1, &texture.id);
@@ -41,7 +60,6 @@ bool CModelTextures::Bind(const STextureImage& image, bool filtered) {
   texture.has_mipmaps = texture.has_mipmaps || filtered;
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filtered ? GL_LINEAR : GL_NEAREST);
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filtered ? GL_LINEAR_MIPMAP_LINEAR : GL_NEAREST);
-  return true;
 }
 
 void CModelTextures::Upload(const STextureImage& image, bool with_mipmaps) {
@@ -57,7 +75,7 @@ void CModelTextures::Upload(const STextureImage& image, bool with_mipmaps) {
 }
 
 void CModelTextures::Prune(const CBinModel& model) {
-  std::unordered_set<const STextureImage*> used;
+  std::unordered_set<const STextureImage*> used = {&Checkerboard()};
   for (int32_t k = 0; k < model.TextureCount(); ++k) {
     for (const CBinTexture::SFrame& frame : model.Texture(k).Frames())
       used.insert(frame.image);

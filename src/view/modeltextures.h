@@ -21,9 +21,8 @@ class CModelTextures {
   CModelTextures& operator=(const CModelTextures&) = delete;
   ~CModelTextures() { Release(); }
 
-  /// Binds IMAGE for drawing, filtered or with its nearest texel. False, and nothing bound, for an image without
-  /// texels.
-  bool Bind(const STextureImage& image, bool filtered);
+  /// Binds IMAGE for drawing, filtered or with its nearest texel; a checkerboard for one that could not be loaded.
+  void Bind(const STextureImage& image, bool filtered);
   /// Frees the images that MODEL does not use.
   void Prune(const CBinModel& model);
   void Release();

@@ -1,6 +1,5 @@
 #include "view/tarn2view.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QTimer>
@@ -9,13 +8,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "view/editcommands.h"
+#include "view/viewgrid.h"
+#include "view/viewmarkers.h"
+#include "view/viewmouse.h"
+
 namespace veldra {
 
 namespace {
 
-/// What a press of an arrow or page key turns the model by.
-constexpr double kKeyStepDegrees = 5.0;
-constexpr double kDegreesPerPixel = 0.4;
 constexpr double kZoomPerNotch = 1.15;
 constexpr double kWheelUnitsPerNotch = 120.0;
 constexpr int kSamples = 4;
@@ -29,46 +30,22 @@ QSurfaceFormat ViewFormat() {
   return format;
 }
 
-/// A key of the view: pressed without Ctrl, Alt or Meta. Shift and the number pad only where they make a difference.
-struct SViewKey {
-  int key;
-  bool number_pad_only;
-  void (*action)(CTarnView&);
-};
-
-constexpr SViewKey kViewKeys[] = {
-    {Qt::Key_P, false, [](CTarnView& view) { view.TogglePlay(); }},
-    {Qt::Key_5, true, [](CTarnView& view) { view.RestoreRotation(); }},
-    {Qt::Key_Clear, false, [](CTarnView& view) { view.RestoreRotation(); }},  // the same key with Num Lock off
-    {Qt::Key_Up, false, [](CTarnView& view) { view.Turn({.screen_x = -kKeyStepDegrees}); }},
-    {Qt::Key_Down, false, [](CTarnView& view) { view.Turn({.screen_x = kKeyStepDegrees}); }},
-    {Qt::Key_Left, false, [](CTarnView& view) { view.Turn({.model_y = -kKeyStepDegrees}); }},
-    {Qt::Key_Right, false, [](CTarnView& view) { view.Turn({.model_y = kKeyStepDegrees}); }},
-    {Qt::Key_PageUp, false, [](CTarnView& view) { view.Turn({.screen_z = kKeyStepDegrees}); }},
-    {Qt::Key_PageDown, false, [](CTarnView& view) { view.Turn({.screen_z = -kKeyStepDegrees}); }},
-    {Qt::Key_Plus, false, [](CTarnView& view) { view.ZoomIn(); }},
-    {Qt::Key_Equal, false, [](CTarnView& view) { view.ZoomIn(); }},  // "+" without its Shift
-    {Qt::Key_Minus, false, [](CTarnView& view) { view.ZoomOut(); }},
-};
-
-bool Matches(const SViewKey& row, const QKeyEvent& event) {
-  const Qt::KeyboardModifiers modifiers = event.modifiers();
-  if ((modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) return false;
-  return event.key() == row.key && (!row.number_pad_only || (modifiers & Qt::KeypadModifier) != 0);
-}
-
 }  // namespace
 
 CTarnView::CTarnView(std::shared_ptr<CTarnDoc> document, QWidget* parent)
     : QOpenGLWidget(parent),
       document_(std::move(document)),
+      cursor_(*document_),
+      edit_commands_(std::make_unique<CEditCommands>(*this)),
       state_(SViewState::FromSettings(document_->Settings())),
-      renderer_(std::make_unique<CModelRenderer>()) {
+      renderer_(std::make_unique<CModelRenderer>()),
+      mouse_(std::make_unique<CViewMouse>(*this)) {
   setObjectName("modelView");
   setFormat(ViewFormat());
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(64, 64);
   document_->AddObserver(this);
+  cursor_.SetOnChanged([this] { OnCursorChanged(); });
   FitExtent();
 }
 
@@ -90,8 +67,18 @@ void CTarnView::Toggle(bool SViewState::*option) {
 }
 
 void CTarnView::Changed() {
-  update();
+  Redraw();
   emit StateChanged();
+}
+
+void CTarnView::Redraw() {
+  ShowGridSpacing();
+  update();
+}
+
+void CTarnView::LookFrom(EViewSide side) {
+  state_.rotation = RotationFor(side);
+  Redraw();
 }
 
 void CTarnView::TogglePlay() {
@@ -114,28 +101,28 @@ void CTarnView::timerEvent(QTimerEvent* event) {
 
 void CTarnView::Turn(const STurn& turn) {
   state_.rotation = Turned(state_.rotation, turn);
-  update();
+  Redraw();
 }
 
 void CTarnView::RestoreRotation() {
   const CSettings& settings = document_->Settings();
   state_.rotation = {settings.view_angle_x, settings.view_angle_y, settings.view_angle_z};
-  update();
+  Redraw();
 }
 
 void CTarnView::ZoomIn() {
   state_.ZoomIn();
-  update();
+  Redraw();
 }
 
 void CTarnView::ZoomOut() {
   state_.ZoomOut();
-  update();
+  Redraw();
 }
 
 void CTarnView::ZoomToFit() {
   FitExtent();
-  update();
+  Redraw();
 }
 
 void CTarnView::FitExtent() {
@@ -147,17 +134,35 @@ void CTarnView::FitExtent() {
   state_.ZoomToFit(bounds);
 }
 
-/// The model point under AT stays there.
-void CTarnView::ZoomTo(double zoom, const QPointF& at) {
+void CTarnView::ZoomBy(double factor, const QPointF& at) {
   const double side = SmallerSide();
   const double x = (at.x() - width() / 2.0) / side;
   const double y = (height() / 2.0 - at.y()) / side;
-  const double wanted = std::clamp(zoom, state_.zoom_step, std::max(kLargestZoom, state_.zoom_step));
-  const double factor = wanted / state_.zoom;
-  state_.pan_x = x - (x - state_.pan_x) * factor;
-  state_.pan_y = y - (y - state_.pan_y) * factor;
+  const double wanted = std::clamp(state_.zoom * factor, state_.zoom_step, std::max(kLargestZoom, state_.zoom_step));
+  const double change = wanted / state_.zoom;
+  state_.pan_x = x - (x - state_.pan_x) * change;
+  state_.pan_y = y - (y - state_.pan_y) * change;
   state_.zoom = wanted;
-  update();
+  Redraw();
+}
+
+void CTarnView::Pan(const QPointF& by) {
+  state_.pan_x += by.x() / SmallerSide();
+  state_.pan_y -= by.y() / SmallerSide();
+  Redraw();
+}
+
+void CTarnView::HoldMiddle() {
+  state_.center = Camera().Middle();
+}
+
+/// A middle that is held is let go of when the model has gone elsewhere.
+void CTarnView::FollowMiddle(const CBinModel& model) {
+  if (!state_.center || mouse_->IsMovingVertices()) return;
+  const auto& center = CModelSpace(model.Bounds()).Center();
+  const auto& held = *state_.center;
+  const double distance = std::hypot(center[0] - held[0], center[1] - held[1], center[2] - held[2]);
+  if (distance > state_.extent / 2.0) state_.center.reset();
 }
 
 double CTarnView::SmallerSide() const {
@@ -178,18 +183,46 @@ void CTarnView::initializeGL() {
     ShowFault(tr("The 3D view needs OpenGL 1.1 with its fixed functions, which this system does not offer."));
 }
 
+CViewCamera CTarnView::Camera() const {
+  const double ratio = devicePixelRatioF();
+  return {state_, document_->Model().Bounds(), std::max(1, static_cast<int>(width() * ratio)),
+          std::max(1, static_cast<int>(height() * ratio))};
+}
+
 void CTarnView::paintGL() {
   if (!fault_.isEmpty() || document_->Model().IsBusy()) return;
-  const double ratio = devicePixelRatioF();
-  const double seconds = IsPlaying() ? static_cast<double>(play_time_.elapsed()) / 1000.0 : 0.0;
-  renderer_->Draw(document_->Model(), state_,
-                  {.width = static_cast<int>(width() * ratio),
-                   .height = static_cast<int>(height() * ratio),
-                   .seconds = seconds,
-                   .pixel_ratio = ratio});
+  const CViewCamera camera = Camera();
+  renderer_->Draw(
+      document_->Model(), state_,
+      {.width = camera.Width(),
+       .height = camera.Height(),
+       .seconds = IsPlaying() ? static_cast<double>(play_time_.elapsed()) / 1000.0 : 0.0,
+       .pixel_ratio = devicePixelRatioF(),
+       .marks = {.selection = true, .face = cursor_.Face(), .vertex = cursor_.Vertex(), .tagged = cursor_.Tagged()}});
   if (has_drawn_) return;
   has_drawn_ = true;
   emit FirstFrameDrawn();
+}
+
+/// The grid's scale, in the lower left corner.
+void CTarnView::ShowGridSpacing() {
+  const bool is_shown = state_.grid && !state_.only_3d;
+  if (grid_label_ == nullptr) {
+    if (!is_shown) return;
+    grid_label_ = new QLabel(this);
+    grid_label_->setObjectName("gridSpacing");
+    grid_label_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    grid_label_->setMargin(6);
+  }
+  const double spacing = GridFor(state_, Camera()).spacing;
+  grid_label_->setText(tr("Grid: %L1 units").arg(spacing, 0, 'f', 0));
+  const SColor ink = SInk::For(state_.background).line;
+  QPalette palette = grid_label_->palette();
+  palette.setColor(QPalette::WindowText, QColor(ink.red, ink.green, ink.blue));
+  grid_label_->setPalette(palette);
+  grid_label_->adjustSize();
+  grid_label_->move(0, height() - grid_label_->height());
+  grid_label_->setVisible(is_shown);
 }
 
 void CTarnView::DropGraphics() {
@@ -228,49 +261,45 @@ void CTarnView::ShowFault(const QString& text) {
 void CTarnView::resizeEvent(QResizeEvent* event) {
   QOpenGLWidget::resizeEvent(event);
   if (fault_label_ != nullptr) fault_label_->setGeometry(rect());
+  ShowGridSpacing();
 }
 
-void CTarnView::OnDocumentChanged(const CTarnDoc& document, const SModelChange&) {
+void CTarnView::OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) {
+  if (change.topology) mouse_->LetGo();
   if (was_empty_ && document.Model().VertexCount() > 0) FitExtent();
-  update();
+  FollowMiddle(document.Model());
+  Redraw();
+}
+
+void CTarnView::OnCursorChanged() {
+  const CBinFace* face = cursor_.FaceObject();
+  const bool is_new = followed_face_ != cursor_.Face();
+  followed_face_ = cursor_.Face();
+  if (is_new && face != nullptr && state_.follow_current_face && !is_choosing_ && !IsPlaying())
+    BringIntoSight(state_, document_->Model(), *face, width(), height());
+  Redraw();
+  emit CursorChanged();
 }
 
 // --- Input ---------------------------------------------------------------------------------------------------------
 
-void CTarnView::keyPressEvent(QKeyEvent* event) {
-  const auto row = std::find_if(std::begin(kViewKeys), std::end(kViewKeys),
-                                [&](const SViewKey& candidate) { return Matches(candidate, *event); });
-  if (row == std::end(kViewKeys)) {
-    QOpenGLWidget::keyPressEvent(event);
-    return;
-  }
-  row->action(*this);
-}
-
 void CTarnView::mousePressEvent(QMouseEvent* event) {
-  last_mouse_ = event->position();
+  mouse_->Press(*event);
 }
 
 void CTarnView::mouseMoveEvent(QMouseEvent* event) {
-  const QPointF moved = event->position() - last_mouse_;
-  last_mouse_ = event->position();
-  const bool left = (event->buttons() & Qt::LeftButton) != 0;
-  const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
-  if ((event->buttons() & Qt::MiddleButton) != 0 || (left && shift)) {
-    state_.pan_x += moved.x() / SmallerSide();
-    state_.pan_y -= moved.y() / SmallerSide();
-  } else if (left) {
-    Turn({.screen_x = moved.y() * kDegreesPerPixel, .model_y = moved.x() * kDegreesPerPixel});
-  } else {
-    return;
-  }
-  update();
+  mouse_->Move(*event);
+}
+
+void CTarnView::mouseReleaseEvent(QMouseEvent* event) {
+  mouse_->Release(*event);
 }
 
 void CTarnView::wheelEvent(QWheelEvent* event) {
   const double notches = event->angleDelta().y() / kWheelUnitsPerNotch;
-  if (notches == 0.0) return;
-  ZoomTo(state_.zoom * std::pow(kZoomPerNotch, notches), event->position());
+  // What is held by the mouse keeps its place in the window.
+  if (notches == 0.0 || mouse_->IsMovingVertices()) return;
+  ZoomBy(std::pow(kZoomPerNotch, notches), event->position());
   event->accept();
 }
 

@@ -5,20 +5,29 @@
 #include <QLabel>
 #include <QOpenGLWidget>
 #include <QPointF>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
+#include "document/editcursor.h"
 #include "document/tarn2doc.h"
+#include "view/modelpicker.h"
 #include "view/modelrenderer.h"
 #include "view/orbit.h"
+#include "view/viewaim.h"
 #include "view/viewstate.h"
 
 namespace veldra {
 
+class CEditCommands;
+class CViewMouse;
+
 /// A document in 3D. Draws when something changed or while it plays, never idly.
 ///
-/// Mouse: dragging with the left button turns the model, with the middle one (or Shift and the left) moves it; the
-/// wheel zooms to the pointer. Keys: the arrows turn it about X and Y, Page Up and Page Down about Z, 5 on the number
-/// pad restores the rotation, + and - zoom, P plays.
+/// Mouse: a click makes the face or vertex under it the current one, with Ctrl it also takes it into the selection or
+/// out of it; dragging turns, moves and selects as the mouse scheme of the settings says, or moves the selected
+/// vertices when it begins on one of them; the wheel zooms to the pointer. Keys come through the command table.
 class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   Q_OBJECT
 
@@ -36,11 +45,27 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   CTarnDoc& Document() const { return *document_; }
   const std::shared_ptr<CTarnDoc>& SharedDocument() const { return document_; }
   const SViewState& State() const { return state_; }
+  /// The current face and vertex and the tagged vertices of this view.
+  CEditCursor& Cursor() { return cursor_; }
+  const CEditCursor& Cursor() const { return cursor_; }
+  CEditCommands& EditCommands() { return *edit_commands_; }
   bool IsPlaying() const { return play_timer_.isActive(); }
   bool HasDrawn() const { return has_drawn_; }
   /// Why nothing can be drawn; empty while all is well.
   const QString& Fault() const { return fault_; }
   const CModelRenderer& Renderer() const { return *renderer_; }
+  const CModelPicker& Picker() const { return picker_; }
+
+  // --- Finding things; positions are the widget's -----------------------------------------------------------------
+  /// The model as it is seen now, in the screen's own pixels.
+  CViewCamera Camera() const;
+  std::optional<SPick> PickAt(const QPointF& position);
+  /// All of KIND that can be seen in RECTANGLE, ascending.
+  std::vector<int32_t> PickIn(const QRectF& rectangle, EGroupKind kind);
+  /// What a rubber band selects: vertices where they are marked, else faces.
+  EGroupKind PickedKind() const { return state_.ShowsMarkers() ? EGroupKind::kVertices : EGroupKind::kFaces; }
+  /// PICK becomes the current face or vertex; with TOGGLE it also joins or leaves the selection.
+  void Choose(const SPick& pick, bool toggle);
 
   // The view's commands; each redraws.
   void ShowVerticesOnly() { SetMode(ERenderMode::kVertices); }
@@ -54,6 +79,14 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   void ToggleHighQuality() { Toggle(&SViewState::high_quality); }
   void ToggleTransparency() { Toggle(&SViewState::transparency); }
   void ToggleFollowFace() { Toggle(&SViewState::follow_current_face); }
+  void ToggleOrthographic() { Toggle(&SViewState::orthographic); }
+  void ToggleGrid() { Toggle(&SViewState::grid); }
+  void ViewFront() { LookFrom(EViewSide::kFront); }
+  void ViewBack() { LookFrom(EViewSide::kBack); }
+  void ViewLeft() { LookFrom(EViewSide::kLeft); }
+  void ViewRight() { LookFrom(EViewSide::kRight); }
+  void ViewTop() { LookFrom(EViewSide::kTop); }
+  void ViewBottom() { LookFrom(EViewSide::kBottom); }
   void TogglePlay();
   void ZoomIn();
   void ZoomOut();
@@ -61,10 +94,18 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   void RestoreRotation();
   void SetBackground(const SColor& color);
   void Turn(const STurn& turn);
+  /// To the right and down, in pixels.
+  void Pan(const QPointF& by);
+  /// The model point under AT stays there.
+  void ZoomBy(double factor, const QPointF& at);
+  /// The view's middle stays where it is in the model, though the bounds may change.
+  void HoldMiddle();
 
  signals:
   /// Mode, options or play changed: what the menus show.
   void StateChanged();
+  /// The current face or vertex, or what is tagged.
+  void CursorChanged();
   /// Once, when a frame with the model is complete.
   void FirstFrameDrawn();
   /// Nothing can be drawn; Fault() says why.
@@ -76,15 +117,23 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   void showEvent(QShowEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
+  /// Tab and Shift+Tab are commands here.
+  bool focusNextPrevChild(bool) override { return false; }
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
   void OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) override;
   void OnDocumentStateChanged(const CTarnDoc&) override {}
 
+  void OnCursorChanged();
+  void LookFrom(EViewSide side);
+  void FollowMiddle(const CBinModel& model);
+  bool DrawAside(int width, int height, const std::function<void()>& draw);
+  void Redraw();
+  void ShowGridSpacing();
   void SetMode(ERenderMode mode);
   void Toggle(bool SViewState::*option);
   void Changed();
@@ -96,11 +145,17 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   void CheckContext();
 
   std::shared_ptr<CTarnDoc> document_;
+  CEditCursor cursor_;  ///< after the document, and told of its changes before the view
+  std::unique_ptr<CEditCommands> edit_commands_;
   SViewState state_;
   std::unique_ptr<CModelRenderer> renderer_;
+  CModelPicker picker_;
+  std::unique_ptr<CViewMouse> mouse_;
+  int32_t followed_face_ = -1;
+  bool is_choosing_ = false;  ///< what is clicked on is in sight
   QBasicTimer play_timer_;
   QElapsedTimer play_time_;  ///< animated textures run while the view plays
-  QPointF last_mouse_;
+  QLabel* grid_label_ = nullptr;
   QLabel* fault_label_ = nullptr;
   QString fault_;
   bool has_drawn_ = false;

@@ -4,7 +4,10 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <vector>
+
+#include "view/glstate.h"
 
 namespace veldra {
 
@@ -21,8 +24,28 @@ constexpr std::array<SStroke, 2> kLetterX = {{{-0.7, -1, 0.7, 1}, {-0.7, 1, 0.7,
 constexpr std::array<SStroke, 3> kLetterY = {{{-0.7, 1, 0, 0}, {0.7, 1, 0, 0}, {0, 0, 0, -1}}};
 constexpr std::array<SStroke, 3> kLetterZ = {{{-0.7, 1, 0.7, 1}, {0.7, 1, -0.7, -1}, {-0.7, -1, 0.7, -1}}};
 
-void SetColor(const SColor& color) {
-  glColor3ub(color.red, color.green, color.blue);
+// Seven strokes make a digit, as on a pocket calculator: upper, upper right, lower right, lower, lower left, upper
+// left, middle. Downwards, 0..1 by 0..2.
+constexpr std::array<SStroke, 7> kDigitStrokes = {
+    {{0, 0, 1, 0}, {1, 0, 1, 1}, {1, 1, 1, 2}, {0, 2, 1, 2}, {0, 1, 0, 2}, {0, 0, 0, 1}, {0, 1, 1, 1}}};
+/// Bit k for stroke k, of 0 to 9.
+constexpr std::array<unsigned, 10> kDigits = {0x3F, 0x06, 0x5B, 0x4F, 0x66, 0x6D, 0x7D, 0x07, 0x7F, 0x6F};
+
+/// Cross hairs in pixels: a gap, then the hair.
+constexpr double kHairFrom = 5.0;
+constexpr double kHairTo = 15.0;
+constexpr std::array<SStroke, 4> kHairs = {{{kHairFrom, 0, kHairTo, 0},
+                                            {-kHairFrom, 0, -kHairTo, 0},
+                                            {0, kHairFrom, 0, kHairTo},
+                                            {0, -kHairFrom, 0, -kHairTo}}};
+
+void DrawStrokes(std::span<const SStroke> strokes, double left, double top, double scale) {
+  glBegin(GL_LINES);
+  for (const SStroke& stroke : strokes) {
+    glVertex2d(left + stroke.x1 * scale, top + stroke.y1 * scale);
+    glVertex2d(left + stroke.x2 * scale, top + stroke.y2 * scale);
+  }
+  glEnd();
 }
 
 /// Keeps the place of the matrix, drops its rotation: what is drawn then faces the viewer.
@@ -84,6 +107,49 @@ void DrawBall(double radius) {
   gluQuadricNormals(quadric, GLU_SMOOTH);
   gluSphere(quadric, radius, 8, 6);
   gluDeleteQuadric(quadric);
+}
+
+void EnterWindow(int width, int height) {
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  glOrtho(0.0, width, height, 0.0, -1.0, 1.0);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  glDisable(GL_DEPTH_TEST);
+}
+
+void DrawCrossHairs(const SScreenPoint& at, double pixel_ratio) {
+  glLineWidth(static_cast<float>(5.0 * pixel_ratio));
+  SetColor({0, 0, 0});
+  DrawStrokes(kHairs, at.x, at.y, pixel_ratio);
+  glLineWidth(static_cast<float>(2.0 * pixel_ratio));
+  SetColor({255, 255, 255});
+  DrawStrokes(kHairs, at.x, at.y, pixel_ratio);
+}
+
+void DrawNumber(const SScreenPoint& at, int number, double pixel_ratio) {
+  const double left = at.x + 9.0 * pixel_ratio;
+  const double top = at.y - 24.0 * pixel_ratio;
+  const double right = left + 14.0 * pixel_ratio;
+  const double bottom = top + 18.0 * pixel_ratio;
+  const std::array<std::array<double, 2>, 6> flag = {{{at.x, at.y},
+                                                      {left, bottom - 6.0 * pixel_ratio},
+                                                      {left, top},
+                                                      {right, top},
+                                                      {right, bottom},
+                                                      {left + 6.0 * pixel_ratio, bottom}}};
+  glLineWidth(static_cast<float>(1.5 * pixel_ratio));
+  for (const auto& [shape, color] : {std::pair{GL_POLYGON, SColor{0, 0, 0}}, {GL_LINE_LOOP, {255, 255, 255}}}) {
+    SetColor(color);
+    glBegin(static_cast<GLenum>(shape));
+    for (const auto& corner : flag)
+      glVertex2dv(corner.data());
+    glEnd();
+  }
+  std::vector<SStroke> strokes;
+  for (size_t k = 0; k < kDigitStrokes.size(); ++k)
+    if ((kDigits[static_cast<size_t>(number % 10)] >> k & 1U) != 0) strokes.push_back(kDigitStrokes[k]);
+  DrawStrokes(strokes, left + 4.0 * pixel_ratio, top + 3.0 * pixel_ratio, 6.0 * pixel_ratio);
 }
 
 double BallRadius(int count) {

@@ -2,6 +2,7 @@
 
 #include "platform/glcontext.h"
 #include "settings/settings.h"
+#include "view/viewcamera.h"
 
 /// What is drawn beside the faces.
 namespace veldra {
@@ -22,6 +23,13 @@ void DrawBall(double radius);
 
 /// The radius of the spherical markers of COUNT vertices in parts of the model's: smaller the more there are.
 double BallRadius(int count);
+
+/// From here on OpenGL's coordinates are the window's pixels from its upper left corner, on top of everything.
+void EnterWindow(int width, int height);
+/// Light with a dark rim, about AT in the window's coordinates; the middle stays free.
+void DrawCrossHairs(const SScreenPoint& at, double pixel_ratio);
+/// A flag with NUMBER, 1 to 9, that points to AT.
+void DrawNumber(const SScreenPoint& at, int number, double pixel_ratio);
 
 /// Picture of what a shiny face mirrors, for GL_SPHERE_MAP: a bright spot and a soft sky on black, to be added to the
 /// face's own colours. Hands it over to the texture that is bound.

@@ -15,6 +15,9 @@ SViewState SViewState::FromSettings(const CSettings& settings) {
   state.high_quality = settings.quality_3d != 0;
   state.transparency = settings.show_trans != 0;
   state.follow_current_face = settings.follow_face != 0;
+  state.orthographic = settings.orthographic != 0;
+  state.grid = settings.show_grid != 0;
+  state.zoom_step = settings.zoom_step;
   state.rotation = {settings.view_angle_x, settings.view_angle_y, settings.view_angle_z};
   state.background = settings.background;
   return state;
@@ -44,6 +47,7 @@ void SViewState::ZoomToFit(const int32_t (&bounds)[6]) {
   zoom = 1.0;
   pan_x = 0.0;
   pan_y = 0.0;
+  center.reset();
 }
 
 }  // namespace veldra

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 
 #include "settings/settings.h"
 
@@ -19,23 +21,32 @@ struct SRotation {
 /// How one view shows its model. Drawing depends on nothing else.
 struct SViewState {
   ERenderMode mode = ERenderMode::kTextured;
-  bool only_3d = false;  ///< the window's tools are hidden; drawing is the same
+  bool only_3d = false;  ///< the model alone: no grid, highlights or markers beside it
   bool axes = false;
   bool vertices = false;           ///< markers at the vertices; the mode of vertices only has them anyway
   bool high_quality = true;        ///< textures filtered, else their nearest texel
   bool spherical_markers = false;  ///< vertex markers as spheres, else as points
   bool transparency = false;       ///< faces of the transparent types let near-black texels through
   bool follow_current_face = false;
+  bool orthographic = false;  ///< without perspective
+  bool grid = false;
   SRotation rotation;
   double zoom = 1.0;         ///< 1 fits a ball of diameter `extent` about the bounds' centre into the smaller side
   double zoom_step = 0.125;  ///< what Zoom In and Zoom Out change; exact in binary, so that steps add up
   double extent = 1.0;       ///< model units
   double pan_x = 0.0;        ///< in parts of the smaller side of the window, to the right
   double pan_y = 0.0;        ///< up
+  /// The model point that the view turns about and, without pan, has in its middle; nothing: the bounds' centre.
+  std::optional<std::array<double, 3>> center = {};
   SColor background;
 
   /// A new view's state. A render mode that does not exist becomes the textured one.
   static SViewState FromSettings(const CSettings& settings);
+
+  /// Each vertex has a marker.
+  bool ShowsMarkers() const { return mode == ERenderMode::kVertices || (vertices && !only_3d); }
+  /// Faces are filled, and hide what is behind them.
+  bool ShowsSurfaces() const { return mode == ERenderMode::kSolid || mode == ERenderMode::kTextured; }
 
   /// Sets the mode and nothing else, except that vertices only switches the vertex markers on.
   void ChooseMode(ERenderMode chosen);

@@ -33,8 +33,10 @@ std::vector<uint8_t> TestPalette() {
 
 CEditorTest::CEditorTest() {
   folder.Write("GRID.RAW", Checkerboard());
+  folder.Write("BIG.RAW", std::vector<uint8_t>(128 * 128, kDark));
   settings.defpal = folder.Write("METALCR2.ACT", TestPalette());
   settings.art_dir = folder.Path();
+  qputenv("VELDRA_DATA", QByteArray::fromStdString(folder.File("data")));
   settings.bin_dir = folder.Path();
   QSettings(QSettings::IniFormat, QSettings::UserScope, "Veldra", "Veldra").clear();
 }
@@ -51,7 +53,7 @@ std::string CEditorTest::WriteModel(const std::string& name, const SBox& box) co
     for (const int32_t y : {-600, 600})
       for (const int32_t z : {-400, 400})
         builder.model.AddVertex({x + box.shift_x, y + box.shift_y, z});
-  CBinTexture& grid = builder.Plain("GRID.RAW");
+  CBinTexture& grid = builder.Plain(box.texture);
   const std::vector<std::vector<int32_t>> sides = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1},
                                                    {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
   for (const auto& side : sides) {

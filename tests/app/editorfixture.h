@@ -24,6 +24,7 @@ class CEditorTest : public ::testing::Test {
     int32_t shift_x = 0;
     int32_t shift_y = 0;
     bool unused_vertex = false;
+    const char* texture = "GRID.RAW";  ///< or BIG.RAW, of a size that the game does not take
   };
   std::string WriteModel(const std::string& name, const SBox& box) const;
   std::string WriteModel(const std::string& name) const { return WriteModel(name, SBox()); }

@@ -12,8 +12,8 @@
 #include <QRadioButton>
 #include <QtTest>
 
-#include "support/dialogdriver.h"
 #include "app/qtquestions.h"
+#include "support/dialogdriver.h"
 #include "support/testfiles.h"
 
 namespace veldra::testing {

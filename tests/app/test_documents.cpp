@@ -42,7 +42,7 @@ QStringList Texts(const QMenu& menu) {
 TEST_F(CEditorTest, OpenCommandShowsTheModelAndItsCounts) {
   const std::string path = WriteModel("truck.bin");
   Start();
-  questions.OnOpenFile("Open", path);
+  questions.OnOpenFiles("Open", SOpenFiles{.paths = {path}});
   QTest::keyClick(frame.get(), Qt::Key_O, Qt::ControlModifier);
   Settle();
   ASSERT_NE(frame->ActiveView(), nullptr);
@@ -52,7 +52,7 @@ TEST_F(CEditorTest, OpenCommandShowsTheModelAndItsCounts) {
   EXPECT_EQ(frame->findChild<QLabel*>("modelCounts")->text(), "8 vertices, 6 faces, 1 texture");
   EXPECT_TRUE(frame->statusBar()->currentMessage().contains("truck.bin"));
 
-  questions.OnOpenFile("Open", std::nullopt);
+  questions.OnOpenFiles("Open", std::nullopt);
   Do(ECommand::kFileOpen);
   EXPECT_EQ(frame->Children().size(), 1);
 }
@@ -208,8 +208,8 @@ TEST_F(CEditorTest, TheWindowMenuListsAndActivates) {
   auto* menu = frame->findChild<QMenu*>("menuWindow");
   for (int i = 0; i < 2; ++i)
     emit menu->aboutToShow();
-  EXPECT_EQ(Texts(*menu).mid(3), (QStringList{"&1 a.bin", "&2 b.bin"}));
-  menu->actions()[3]->trigger();
+  EXPECT_EQ(Texts(*menu).mid(8).join(""), "&1 a.bin&2 b.bin");
+  menu->actions()[8]->trigger();
   EXPECT_EQ(frame->ActiveDocument()->Title(), "a.bin");
   Do(ECommand::kWindowTile);
   const QList<CChildFrame*> children = frame->Children();

@@ -9,10 +9,10 @@
 #include <QtTest>
 
 #include "app/commandicons.h"
-#include "support/dialogdriver.h"
 #include "app/editorfixture.h"
 #include "app/qtquestions.h"
 #include "app/windowplace.h"
+#include "support/dialogdriver.h"
 
 namespace veldra::testing {
 

@@ -161,7 +161,7 @@ TEST_F(CEditorTest, MouseOrbitsMovesAndZoomsToThePointer) {
   const SRotation turned = view.State().rotation;
   const double side = std::min(view.width(), view.height());
   Drag(view, centre, {30, 20}, Qt::MiddleButton);
-  Drag(view, centre, {30, 20}, Qt::LeftButton, Qt::ShiftModifier);
+  Drag(view, centre, {30, 20}, Qt::RightButton);
   EXPECT_TRUE(Same(view.State().rotation, turned));
   EXPECT_NEAR(view.State().pan_x, 60 / side, 1e-9);
   EXPECT_NEAR(view.State().pan_y, -40 / side, 1e-9);
@@ -196,7 +196,7 @@ TEST_F(CEditorTest, TheModelIsBuiltAgainOnlyWhenItChanged) {
 
 TEST_F(CEditorTest, TwoViewsOfOneDocumentFollowItAndHaveTheirOwnState) {
   CTarnView& first = StartWith(WriteModel("a.bin"));
-  CTarnView& second = frame->AddView(first.SharedDocument()).View();
+  CTarnView& second = frame->Windows().AddView(first.SharedDocument(), false).View();
   WaitUntilDrawn(second);
   Do(ECommand::kViewWireframe);
   EXPECT_EQ(second.State().mode, ERenderMode::kWireframe);

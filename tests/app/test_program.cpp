@@ -102,7 +102,7 @@ TEST_F(CEditorTest, APictureGivesUpWhenNothingIsDrawnInTime) {
   Start();
   const std::string path = WriteModel("m.bin");
   frame->hide();
-  const CWindowPicture picture(*frame, {QString::fromStdString(path)}, QString::fromStdString(folder.File("o.png")),
+  const CWindowPicture picture(*frame, {QString::fromStdString(path)}, QString::fromStdString(folder.File("o.png")), {},
                                100);
   EXPECT_EQ(QApplication::exec(), 1);
   EXPECT_FALSE(FileExists(folder.File("o.png")));

@@ -38,8 +38,8 @@ class CRecorder : public CDocumentObserver {
 
 TEST_F(COpenDocumentTest, TakesPathAndModelAndIsNotModified) {
   const std::string path = WriteGoodModel("truck.bin");
-  CTarnDoc document(Services());
   CRecorder recorder;
+  CTarnDoc document(Services());
   document.AddObserver(&recorder);
   ASSERT_TRUE(document.OnOpenDocument(path));
   EXPECT_EQ(document.Path(), path);
@@ -96,9 +96,9 @@ TEST_F(COpenDocumentTest, FailedLoadLeavesAnEmptyDocument) {
 }
 
 TEST_F(COpenDocumentTest, ObserverMayLeaveWhileItIsTold) {
-  CTarnDoc document(Services());
   CRecorder leaving;
   CRecorder staying;
+  CTarnDoc document(Services());
   leaving.leaves = true;
   document.AddObserver(&leaving);
   document.AddObserver(&staying);

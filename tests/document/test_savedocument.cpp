@@ -84,8 +84,8 @@ TEST_F(CSaveDocumentTest, ReadOnlyDocumentIsSavedUnderANewNameOnly) {
   CTarnDoc document(Services());
   FillGood(document.Model());
   ASSERT_TRUE(document.SaveMTM(old_path));
-  document.SetReadOnly(true);
   document.CenterX();
+  document.SetReadOnly(true);
   const std::string before = ReadTestFile(old_path);
   questions.OnSaveFile("Save Document As", SSavePath{new_path, 0});
   ASSERT_TRUE(document.Save());

@@ -8,11 +8,13 @@
 #include <map>
 #include <set>
 
+#include "archive/poddocument.h"
 #include "model/binfile.h"
 #include "platform/paths.h"
 #include "settings/coptools.h"
 #include "support/scriptedquestions.h"
 #include "support/testfiles.h"
+#include "truck/truck.h"
 
 namespace veldra {
 namespace {
@@ -91,9 +93,8 @@ double VolumeAbout(const SPoint& middle, const CBinModel& model, const CBinGroup
 }
 
 TEST_F(SampleWorkspace, HoldsItsFoldersAndTexturesOfAllSizesWithTheirTables) {
-  EXPECT_THAT(ListDirectory(folder_->Path()), UnorderedElementsAre("ART", "MODELS", "TRUCK", "Veldra.cfg"));
-  EXPECT_THAT(ListDirectory(folder_->File("MODELS")),
-              UnorderedElementsAre("RAMP.BIN", "RAMP.BIN.info", "TRUCK.BIN", "TRUCK.BIN.info"));
+  EXPECT_THAT(ListDirectory(folder_->Path()),
+              UnorderedElementsAre("ART", "MODELS", "MUDKING.POD", "SOUND", "TRUCK", "Veldra.cfg"));
   std::set<int> sizes;
   for (const std::string& name : ListDirectory(settings_.art_dir)) {
     EXPECT_LE(name.size(), 12u) << name;
@@ -138,6 +139,50 @@ TEST_F(SampleWorkspace, NothingIsInsideOut) {
                            (bounds.min.z + bounds.max.z) / 2};
     EXPECT_GT(VolumeAbout(middle, truck, group), 0.0) << group.Name();
   }
+}
+
+/// Each file of the archive is one of the workspace; every file that the truck needs is there.
+TEST_F(SampleWorkspace, TheTrucksArchiveGivesEveryFileBack) {
+  CPodDocument archive;
+  ASSERT_TRUE(archive.Load(folder_->File("MUDKING.POD")));
+  std::set<std::string> packed;
+  for (size_t i = 0; i < archive.Entries().size(); ++i) {
+    std::string name(archive.Entries()[i].Name());
+    packed.insert(FileNamePart(name));
+    const auto bytes = archive.ReadEntry(i);
+    ASSERT_TRUE(bytes) << name;
+    EXPECT_EQ(bytes->Text(), testing::ReadTestFile(folder_->File(NativePath(name)))) << name;
+  }
+  CTruck truck;
+  ASSERT_TRUE(truck.Load(folder_->File("TRUCK/MUDKING.TRK")));
+  const STruckDependencies needed = truck.GetDependencies();
+  for (const auto* names : {&needed.models, &needed.textures, &needed.palettes, &needed.sounds})
+    for (const std::string& name : *names)
+      EXPECT_TRUE(packed.contains(name)) << name;
+  for (const char* name : {"MUDKING.TRK", "SIDES.RAW", "SIDES.ACT", "BEACON4.RAW"})
+    EXPECT_TRUE(packed.contains(name)) << name;
+}
+
+/// The parts lie where the whole truck model has them: the wheels touch the ground together, and the body's underside
+/// is above their middle.
+TEST_F(SampleWorkspace, TheTrucksPartsFitTogether) {
+  CTruck truck;
+  ASSERT_TRUE(truck.Load(folder_->File("TRUCK/MUDKING.TRK")));
+  CBinModel body;
+  CBinModel whole;
+  ASSERT_TRUE(Load(body, "MKBODY.BIN"));
+  ASSERT_TRUE(Load(whole, "TRUCK.BIN"));
+  constexpr double kUnitsPerFoot = 32;
+  const TruckPoint& tire = truck.tires[kFrontRightTire];
+  CBinModel wheel;
+  ASSERT_TRUE(Load(wheel, "MKING16R.BIN"));
+  const double lowest = tire[1] * kUnitsPerFoot + wheel.Bound(1);
+  EXPECT_NEAR(body.Bound(4) - lowest, whole.Bound(4) - whole.Bound(1), 2) << "as high as the whole";
+  for (const TruckPoint& point : truck.scrape_points)
+    for (size_t axis = 0; axis < 3; ++axis) {
+      EXPECT_LE(point[axis] * kUnitsPerFoot, body.Bound(static_cast<int>(axis) + 3));
+      EXPECT_GE(point[axis] * kUnitsPerFoot, body.Bound(static_cast<int>(axis)));
+    }
 }
 
 TEST_F(SampleWorkspace, NoLetteringIsMirrored) {

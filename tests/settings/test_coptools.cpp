@@ -94,7 +94,7 @@ TEST(WriteCfgFile, KeepsLinesThatTheTableDoesNotKnowOnce) {
   for (int round = 0; round < 2; ++round)
     ASSERT_TRUE(CopTools::WriteCfgFile(path, CSettings()));
   const std::string text = testing::ReadTestFile(path);
-  EXPECT_THAT(text, EndsWith("COLOR15 #FFFFFF\nFUTURE some thing\nOTHER 1\n"));
+  EXPECT_THAT(text, EndsWith("\nFUTURE some thing\nOTHER 1\n"));
   EXPECT_EQ(text.find("RENDERMODE 0"), std::string::npos);
 }
 

@@ -33,7 +33,7 @@ TEST(Settings, KeysStandInTheOrderOfReading) {
   const std::vector<std::string> last = {"PCDLGLBOTTOM", "CHILDWNDMAX", "MAINWNDMAX",  "MAINWNDTL", "MAINWNDBR",
                                          "VERTSTATX",    "VERTSTATY",   "VERTSTATVIS", "COLOR0"};
   EXPECT_NE(std::ranges::search(keys, last).begin(), keys.end());
-  EXPECT_EQ(keys.back(), "COLOR15");
+  EXPECT_NE(std::ranges::search(keys, std::vector<std::string>{"COLOR15", "MOVESTEP"}).begin(), keys.end());
 }
 
 TEST(Settings, EveryDefaultIsAllowedAndEachRowHasItsOwnMember) {

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
 #include <QtTest>
@@ -67,6 +68,14 @@ void ClickButton(QWidget& parent, const QString& text) {
   }
   ADD_FAILURE() << "no button \"" << text.toStdString() << '"';
   parent.close();
+}
+
+void TypeInto(QWidget& parent, const char* name, const QString& text) {
+  auto* edit = Child<QLineEdit>(parent, name);
+  if (edit == nullptr) return;
+  edit->selectAll();
+  QTest::keyClick(edit, Qt::Key_Delete);
+  QTest::keyClicks(edit, text);
 }
 
 }  // namespace veldra::testing

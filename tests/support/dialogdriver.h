@@ -39,6 +39,9 @@ T* Child(QWidget& parent, const char* name);
 /// Clicks the button of that text with the mouse.
 void ClickButton(QWidget& parent, const QString& text);
 
+/// Types TEXT over what stands in the line of that object name.
+void TypeInto(QWidget& parent, const char* name, const QString& text);
+
 }  // namespace veldra::testing
 
 #include <gtest/gtest.h>

@@ -1,0 +1,73 @@
+#include "app/filewatch.h"
+
+#include <QApplication>
+
+#include "model/infofile.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+/// Who writes a file does so in several steps.
+constexpr int kSettleMs = 300;
+
+/// The files of the documents, and their folders, in which a file that was replaced appears.
+QStringList WatchedPaths(const QList<CTarnDoc*>& documents) {
+  QStringList paths;
+  for (const CTarnDoc* document : documents) {
+    if (document->Path().empty()) continue;
+    for (const std::string& path : {document->Path(), InfoPath(document->Path()), DirectoryPart(document->Path())})
+      if (FileExists(path)) paths.append(QString::fromStdString(path));
+  }
+  paths.removeDuplicates();
+  return paths;
+}
+
+}  // namespace
+
+CFileWatch::CFileWatch(CTarn2App& app, CDocumentWindows& windows, QObject* parent)
+    : QObject(parent), app_(app), windows_(windows) {
+  settle_.setSingleShot(true);
+  settle_.setInterval(kSettleMs);
+  connect(&settle_, &QTimer::timeout, this, &CFileWatch::Look);
+  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &CFileWatch::LookSoon);
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &CFileWatch::LookSoon);
+  connect(&windows_, &CDocumentWindows::DocumentsChanged, this, &CFileWatch::Follow);
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, &CFileWatch::LookSoon);
+}
+
+void CFileWatch::Follow() {
+  const QStringList wanted = WatchedPaths(windows_.Documents());
+  const QStringList watched = watcher_.files() + watcher_.directories();
+  for (const QString& path : watched)
+    if (!wanted.contains(path)) watcher_.removePath(path);
+  for (const QString& path : wanted)
+    if (!watched.contains(path)) watcher_.addPath(path);
+}
+
+void CFileWatch::Look() {
+  if (is_asking_ || QGuiApplication::applicationState() != Qt::ApplicationActive) return;
+  if (QApplication::activeModalWidget() != nullptr) {
+    LookSoon();
+    return;
+  }
+  // A file that was replaced is no longer the one that is watched.
+  Follow();
+  is_asking_ = true;
+  for (CTarnDoc* document : windows_.Documents()) {
+    // While a question is open, windows may close.
+    if (windows_.Documents().contains(document) && document->NoticeChangeOnDisk()) Offer(*document);
+  }
+  is_asking_ = false;
+}
+
+void CFileWatch::Offer(CTarnDoc& document) {
+  windows_.Activate(document);
+  const std::string text = Format("Another program has changed \"%s\".\nLoad it again?", document.Path().c_str());
+  if (app_.Questions().AskYesNo({.text = text, .icon = EIcon::kQuestion}) == EAnswer::kYes) document.Reload();
+}
+
+}  // namespace veldra

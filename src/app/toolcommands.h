@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QPointer>
+#include <string>
+#include <vector>
+
+#include "app/tarn2.h"
+#include "archive/podservices.h"
+#include "archive/stockfiles.h"
+#include "interchange/importcommands.h"
+
+namespace veldra {
+
+class CMainFrame;
+class CPodCreatorDialog;
+class CPodExtractorDialog;
+class CTruckEditorDlg;
+
+/// What lies beside the editing of models: archives, trucks, meshes of other programs. Archives and trucks have windows
+/// of their own, one of each kind.
+class CToolCommands {
+ public:
+  explicit CToolCommands(CMainFrame& frame);
+  ~CToolCommands();
+
+  void ShowExtractor();
+  void ShowCreator();
+  void ShowTruckEditor();
+  void BuildStockList();
+  void Import3ds();
+  void ImportWavefront();
+
+  // Each opens a file in its window. False when it could not be opened; the user has been told then.
+  bool OpenArchive(const std::string& path);
+  bool OpenTruck(const std::string& path);
+  // For files that are dropped or named on the command line; always true, as what fails is told.
+  bool Import3dsFile(const std::string& path);
+  bool ImportWavefrontFile(const std::string& path);
+
+  /// Closes the windows, which ask about what is not saved. False: one stays open.
+  bool CloseWindows();
+
+ private:
+  SPodServices PodServices();
+  SImportServices ImportServices();
+  CPodExtractorDialog& Extractor();
+  CTruckEditorDlg& TruckEditor();
+
+  CMainFrame& frame_;
+  CTarn2App& app_;
+  CStockFiles stock_;
+  SWaveOptions wave_options_;  ///< the last ones chosen
+  QPointer<CPodExtractorDialog> extractor_;
+  QPointer<CPodCreatorDialog> creator_;
+  QPointer<CTruckEditorDlg> truck_editor_;
+};
+
+}  // namespace veldra

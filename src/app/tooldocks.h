@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QObject>
+#include <array>
+#include <vector>
+
+#include "settings/settings.h"
+#include "view/toolwidget.h"
+
+namespace veldra {
+
+enum class EToolDock { kModelTree, kCurrentFace, kVertexStatus, kTextureList, kModelInfo };
+inline constexpr size_t kToolDockCount = 5;
+
+/// The tool windows of the main window. They show the active view; where each of them stands is part of the main
+/// window's state. While the active view is to be seen alone, all of them are away.
+///
+/// The settings keep of the vertex status window whether it is open and, while it floats, where.
+class CToolDocks : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Makes them in WINDOW, at their first places.
+  CToolDocks(QMainWindow& window, CSettings& settings);
+
+  /// VIEW is the active one, null for none, or an option of it has changed.
+  void Follow(CTarnView* view);
+  /// What QMainWindow::saveState gave, for this program's docks and tool bars; empty for none.
+  void Restore(const QByteArray& state);
+  /// To be kept for Restore; the settings take what is theirs.
+  QByteArray Keep();
+
+  QDockWidget& Dock(EToolDock dock) const { return *docks_[static_cast<size_t>(dock)]; }
+  /// In the window or beside it, be it behind another one.
+  bool IsOpen(EToolDock dock) const { return !Dock(dock).isHidden(); }
+  bool AreAway() const { return are_away_; }
+
+  // Commands: each opens its window, in front of the others, or closes it.
+  void ToggleModelTree() { Toggle(EToolDock::kModelTree); }
+  void ToggleCurrentFace() { Toggle(EToolDock::kCurrentFace); }
+  void ToggleVertexStatus() { Toggle(EToolDock::kVertexStatus); }
+  void ToggleTextureList() { Toggle(EToolDock::kTextureList); }
+  void ToggleModelInfo() { Toggle(EToolDock::kModelInfo); }
+
+ signals:
+  /// One has been opened or closed.
+  void Changed();
+
+ private:
+  void Add(EToolDock dock, const char* name, const QString& title, CToolWidget* tool, Qt::DockWidgetArea area);
+  void PutTogether();
+  void Toggle(EToolDock dock);
+  void SendAway();
+  void BringBack();
+  void PlaceVertexStatus();
+
+  QMainWindow& window_;
+  CSettings& settings_;
+  std::array<QDockWidget*, kToolDockCount> docks_ = {};
+  std::array<CToolWidget*, kToolDockCount> tools_ = {};
+  bool are_away_ = false;
+  QByteArray state_before_;             ///< they went away
+  std::vector<QDockWidget*> away_;      ///< those that come back
+  bool is_vertex_status_open_ = false;  ///< before they went away
+};
+
+}  // namespace veldra

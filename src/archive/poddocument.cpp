@@ -1,0 +1,185 @@
+#include "archive/poddocument.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <memory>
+#include <new>
+
+#include "archive/filepart.h"
+#include "archive/filetypes.h"
+#include "archive/poddirectory.h"
+#include "platform/inputfile.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr size_t kCommentOffset = 4;
+
+EPodFault FaultOf(const SPodRecord& record, uint64_t data_start, uint64_t archive_length) {
+  // Of thousands of entries nearly all are good: one look for those.
+  if (record.offset >= data_start && uint64_t{record.offset} + record.stored_size <= archive_length) {
+    return EPodFault::kNone;
+  }
+  if (record.offset > archive_length) return EPodFault::kOutside;
+  if (record.stored_size > 0 && record.offset < data_start) return EPodFault::kDirectory;
+  return record.stored_size > archive_length - record.offset ? EPodFault::kTooLong : EPodFault::kNone;
+}
+
+SPodEntry MakeEntry(const SPodRecord& record, uint64_t data_start, uint64_t archive_length) {
+  return {.name_field = record.name_field,
+          .offset = record.offset,
+          .length = record.stored_size,
+          .fault = FaultOf(record, data_start, archive_length)};
+}
+
+/// One spelling for all that mean one name: as it is shown, upper-cased, with the archive's separator.
+std::string LookUpName(std::string_view name) {
+  std::string wanted = UpperCase(ToUtf8(name));
+  std::replace(wanted.begin(), wanted.end(), '/', '\\');
+  return wanted;
+}
+
+bool Fail(SError* error, std::string what) {
+  if (error != nullptr) error->what = std::move(what);
+  return false;
+}
+
+}  // namespace
+
+std::string PodFaultText(EPodFault fault) {
+  switch (fault) {
+    case EPodFault::kOutside:
+      return "it begins behind the archive's end";
+    case EPodFault::kDirectory:
+      return "its bytes are the archive's own directory";
+    case EPodFault::kTooLong:
+      return "it is longer than what the archive has left";
+    case EPodFault::kNone:
+      break;
+  }
+  return {};
+}
+
+std::string DisplayName(std::string_view name) {
+  const std::string text = ToUtf8(name);
+  std::string shown;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    // The second set of control characters, of two bytes, moves a terminal's cursor as well as the first.
+    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
+    if (byte == 0xC2 && next < 0xA0) {
+      shown += Format("\\x%02X", next);
+      ++i;
+    } else if (byte < 0x20 || byte == 0x7F) {
+      shown += Format("\\x%02X", byte);
+    } else {
+      shown += text[i];
+    }
+  }
+  return shown;
+}
+
+std::string_view SPodEntry::Name() const {
+  return NameInField(name_field);
+}
+
+std::string_view SPodEntry::Folder() const {
+  const std::string_view name = Name();
+  const size_t separator = name.rfind('\\');
+  return name.substr(0, separator == std::string_view::npos ? 0 : separator);
+}
+
+std::string_view SPodEntry::FileName() const {
+  const std::string_view name = Name();
+  return name.substr(name.rfind('\\') + 1);
+}
+
+bool CPodDocument::Load(const std::string& path, SError* error) {
+  *this = CPodDocument();
+  CInputFile file;
+  CFileBytes head;
+  SDiagnosis diagnosis;
+  if (!file.Open(path, error) || !ReadPodHead(file, head, error)) return false;
+  if (!Parse(std::move(head), file.Length(), diagnosis)) return Fail(error, diagnosis.Text());
+  path_ = path;
+  modified_ = file.ModificationTime();
+  return true;
+}
+
+bool CPodDocument::Parse(CFileBytes head, uint64_t archive_length, SDiagnosis& diagnosis) try {
+  *this = CPodDocument();
+  const std::span<const uint8_t> bytes = head.View();
+  uint32_t count = 0;
+  if (!CheckPodCount(bytes, std::min<uint64_t>(archive_length, bytes.size()), count, diagnosis)) return false;
+  const uint64_t data_start = kPodHeaderSize + uint64_t{count} * kPodRecordSize;
+  std::vector<SPodEntry> entries;
+  entries.reserve(count);
+  for (uint32_t i = 0; i < count; ++i)
+    entries.push_back(MakeEntry(PodRecordAt(bytes, i), data_start, archive_length));
+  entries_ = std::move(entries);
+  head_ = std::move(head);
+  archive_length_ = archive_length;
+  return true;
+} catch (const std::bad_alloc&) {
+  diagnosis = {0, "not enough memory"};
+  return false;
+}
+
+std::string CPodDocument::Comment() const {
+  CByteReader reader(head_.View());
+  reader.Seek(kCommentOffset);
+  return reader.ReadFixedText(std::min(kPodCommentSize, reader.Remaining()));
+}
+
+void CPodDocument::BuildIndex() const {
+  if (!by_file_name_.empty()) return;
+  for (size_t i = 0; i < entries_.size(); ++i)
+    by_file_name_[FileNamePart(LookUpName(entries_[i].Name()))].push_back(static_cast<uint32_t>(i));
+}
+
+std::vector<size_t> CPodDocument::FindAll(std::string_view name) const {
+  BuildIndex();
+  const std::string wanted = LookUpName(name);
+  const bool has_folder = wanted.find('\\') != std::string::npos;
+  std::vector<size_t> found;
+  const auto row = by_file_name_.find(FileNamePart(wanted));
+  if (row != by_file_name_.end()) {
+    for (const uint32_t i : row->second)
+      if (!has_folder || LookUpName(entries_[i].Name()) == wanted) found.push_back(i);
+  }
+  return found;
+}
+
+std::optional<size_t> CPodDocument::FindFile(std::string_view file_name) const {
+  const std::string folder = FolderOfType(TypeOfFile(file_name));
+  std::optional<size_t> in_folder;
+  std::optional<size_t> anywhere;
+  for (const size_t i : FindAll(file_name)) {
+    if (entries_[i].fault != EPodFault::kNone) continue;
+    anywhere = i;
+    if (EqualNoCase(entries_[i].Folder(), folder)) in_folder = i;
+  }
+  return in_folder ? in_folder : anywhere;
+}
+
+std::optional<CFileBytes> CPodDocument::ReadEntry(size_t entry, SError* error, size_t limit) const {
+  const SPodEntry& wanted = entries_.at(entry);
+  if (wanted.fault == EPodFault::kNone) return ReadFilePart({path_, wanted.offset, wanted.length}, error, limit);
+  Fail(error, PodFaultText(wanted.fault));
+  return std::nullopt;
+}
+
+std::string PodDateText(int64_t time) {
+  if (time == 0) return {};
+  const auto seconds = static_cast<std::time_t>(time);
+  const std::tm* const local = std::localtime(&seconds);
+  std::array<char, 16> text = {};
+  if (local != nullptr) std::strftime(text.data(), text.size(), "%m/%d/%y", local);
+  return text.data();
+}
+
+}  // namespace veldra

@@ -1,0 +1,203 @@
+#include "archive/podextract.h"
+
+#include <set>
+#include <utility>
+
+#include "archive/extractplan.h"
+#include "platform/files.h"
+#include "platform/inputfile.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr const char* kNoDestinationText = "Please enter a valid destination directory.";
+constexpr const char* kReplaceText = "\"%s\" already exists.\nReplace existing file?";
+constexpr const char* kDestinationErrorText = "Failed to open destination file";
+constexpr const char* kWriteErrorText = "\"%s\" could not be extracted.";
+constexpr const char* kResultText = "Extracted %d of %d files";
+/// A message shows so many refused entries; its details have the rest.
+constexpr size_t kShownAtOnce = 10;
+
+enum class EWritten { kYes, kNo, kStop };
+
+class CExtraction {
+ public:
+  CExtraction(CQuestions& questions, CPodDocument& archive, const SExtractRequest& request)
+      : questions_(questions), archive_(archive), request_(request) {}
+
+  SExtractResult Run();
+
+ private:
+  bool OpenArchive();
+  std::vector<size_t> WorkList() const;
+  void ShowRefused(const std::vector<SRefusedEntry>& refused);
+  /// The steps to be taken, or nothing when Cancel was answered.
+  std::optional<std::vector<SExtractStep>> Confirm(const std::vector<SExtractStep>& steps);
+  bool WriteAll(const std::vector<SExtractStep>& steps);
+  EWritten Write(const SExtractStep& step, CProgress& progress);
+  EWritten Copy(CReplacement& file, const SExtractStep& step, CProgress& progress);
+  EWritten Skip(const SExtractStep& step, const std::string& reason);
+  void ShowSkipped();
+  void Warn(std::string text, std::string details = {}) {
+    questions_.Message(
+        {.text = std::move(text), .caption = kErrorCaption, .icon = EIcon::kWarning, .details = std::move(details)});
+  }
+
+  CQuestions& questions_;
+  CPodDocument& archive_;
+  const SExtractRequest& request_;
+  CInputFile input_;
+  SExtractResult result_;
+  std::set<std::string> made_folders_;
+  std::string skipped_;  ///< a line for each destination that could not be opened
+  uint64_t done_ = 0;    ///< progress, in bytes and files
+  uint64_t all_ = 0;
+};
+
+SExtractResult CExtraction::Run() {
+  if (!OpenArchive()) return result_;
+  if (!IsDirectory(request_.destination)) {
+    Warn(kNoDestinationText);
+    return result_;
+  }
+  result_.started = true;
+  CExtractPlan plan(archive_, request_);
+  for (const size_t entry : WorkList()) {
+    ++result_.total;
+    plan.Add(entry);
+  }
+  result_.refused = plan.Refused().size();
+  if (!plan.Refused().empty()) ShowRefused(plan.Refused());
+  const auto steps = Confirm(plan.Steps());
+  result_.done = steps && WriteAll(*steps);
+  return result_;
+}
+
+bool CExtraction::OpenArchive() {
+  SError error;
+  if (!input_.Open(archive_.Path(), &error)) {
+    Warn(kFailedToOpenPod, error.what);
+    return false;
+  }
+  if (input_.Length() == archive_.ArchiveLength()) return true;
+  Warn(kFailedToOpenPod, "It has changed since its directory was read.");
+  return false;
+}
+
+std::vector<size_t> CExtraction::WorkList() const {
+  std::vector<size_t> wanted = request_.entries;
+  if (request_.add_dependencies) request_.add_dependencies(wanted);
+  std::vector<size_t> list;
+  std::vector<bool> is_listed(archive_.Entries().size());
+  for (const size_t entry : wanted) {
+    if (entry >= is_listed.size() || is_listed[entry]) continue;
+    is_listed[entry] = true;
+    list.push_back(entry);
+  }
+  return list;
+}
+
+void CExtraction::ShowRefused(const std::vector<SRefusedEntry>& refused) {
+  std::string text =
+      refused.size() == 1 ? "One file cannot be extracted:" : Format("%zu files cannot be extracted:", refused.size());
+  std::string details;
+  for (size_t i = 0; i < refused.size(); ++i) {
+    const std::string name = DisplayName(archive_.Entries()[refused[i].entry].Name());
+    const std::string line = Format("\"%s\": %s", name.c_str(), refused[i].reason.c_str());
+    if (i < kShownAtOnce) {
+      text += '\n' + line;
+    } else {
+      details += (details.empty() ? "" : "\n") + line;
+    }
+  }
+  if (!details.empty()) text += "\n...";
+  Warn(std::move(text), std::move(details));
+}
+
+std::optional<std::vector<SExtractStep>> CExtraction::Confirm(const std::vector<SExtractStep>& steps) {
+  std::vector<SExtractStep> confirmed;
+  bool ask = true;
+  for (const SExtractStep& step : steps) {
+    EReplaceAnswer answer = EReplaceAnswer::kYes;
+    if (step.exists && ask) {
+      answer = questions_.AskReplace({.text = Format(kReplaceText, step.path.c_str()), .icon = EIcon::kQuestion});
+    }
+    if (answer == EReplaceAnswer::kCancel) return std::nullopt;
+    if (answer == EReplaceAnswer::kYesToAll) ask = false;
+    if (answer != EReplaceAnswer::kNo) confirmed.push_back(step);
+  }
+  return confirmed;
+}
+
+bool CExtraction::WriteAll(const std::vector<SExtractStep>& steps) {
+  for (const SExtractStep& step : steps)
+    all_ += archive_.Entries()[step.entry].length + 1;
+  const auto progress = questions_.BeginWork("Extracting files", true);
+  bool stopped = false;
+  for (size_t i = 0; i < steps.size() && !stopped; ++i) {
+    const EWritten written = Write(steps[i], *progress);
+    if (written == EWritten::kYes) {
+      archive_.MarkExtracted(steps[i].entry);
+      ++result_.extracted;
+    }
+    stopped = written == EWritten::kStop || !progress->Step(++done_, all_);
+  }
+  ShowSkipped();
+  return !stopped;
+}
+
+EWritten CExtraction::Write(const SExtractStep& step, CProgress& progress) {
+  if (made_folders_.insert(step.folder).second && !MakeDirectories(step.folder)) {
+    made_folders_.erase(step.folder);
+    return Skip(step, "its folder could not be made");
+  }
+  // Nothing is lost with a copy of what the archive still holds, so that no file waits for the disk.
+  CReplacement file(step.path, EReplacement::kCopy);
+  SError error;
+  if (!file.Open(&error)) return Skip(step, error.what);
+  return Copy(file, step, progress);
+}
+
+EWritten CExtraction::Copy(CReplacement& file, const SExtractStep& step, CProgress& progress) {
+  const SPodEntry& entry = archive_.Entries()[step.entry];
+  SError error;
+  bool stopped = false;
+  const auto tell = [&](uint64_t count) {
+    done_ += count;
+    stopped = !progress.Step(done_, all_);
+    return !stopped;
+  };
+  if (file.CopyFrom(input_, entry.offset, entry.length, tell, &error) && file.Finish(&error) && file.Commit(&error)) {
+    return EWritten::kYes;
+  }
+  // A full disk or a broken archive will not get better with the next file.
+  if (!stopped) {
+    ++result_.refused;
+    Warn(Format(kWriteErrorText, step.path.c_str()), error.what);
+  }
+  return EWritten::kStop;
+}
+
+EWritten CExtraction::Skip(const SExtractStep& step, const std::string& reason) {
+  ++result_.refused;
+  skipped_ += (skipped_.empty() ? "" : "\n") + step.path + ": " + reason;
+  return EWritten::kNo;
+}
+
+void CExtraction::ShowSkipped() {
+  if (!skipped_.empty()) Warn(kDestinationErrorText, skipped_);
+}
+
+}  // namespace
+
+std::string SExtractResult::Text() const {
+  return Format(kResultText, static_cast<int>(extracted), static_cast<int>(total));
+}
+
+SExtractResult ExtractPod(CQuestions& questions, CPodDocument& archive, const SExtractRequest& request) {
+  return CExtraction(questions, archive, request).Run();
+}
+
+}  // namespace veldra

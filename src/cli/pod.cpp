@@ -1,0 +1,241 @@
+#include <CLI/CLI.hpp>
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "archive/podextract.h"
+#include "archive/podfile.h"
+#include "archive/podwriter.h"
+#include "archive/stockbuilder.h"
+#include "cli/command.h"
+#include "cli/session.h"
+#include "packing/dependencies.h"
+#include "platform/files.h"
+#include "platform/inputfile.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "settings/coptools.h"
+
+namespace veldra {
+
+namespace {
+
+// --- list -----------------------------------------------------------------------------------------------------------
+
+struct SListOptions {
+  std::string pod;
+  bool json = false;
+};
+
+std::string ListJson(const CMTMPODFile& archive) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const PODDirEntry& entry : archive.Entries()) {
+    list.push_back({{"name", ToUtf8(entry.Name())},
+                    {"trailingName", ToUtf8(entry.TrailingName())},
+                    {"offset", entry.offset},
+                    {"size", archive.ComputedSize(entry)},
+                    {"storedSize", entry.stored_size}});
+  }
+  return list.dump(1) + "\n";
+}
+
+/// As "%10u", which for thousands of lines takes most of their time.
+void AppendColumn(std::string& text, uint32_t number) {
+  constexpr size_t kWidth = 10;
+  const std::string digits = std::to_string(number);
+  text.append(kWidth - digits.size(), ' ').append(digits);
+}
+
+std::string ListText(const CMTMPODFile& archive) {
+  std::string text = "      size     offset  name\n";
+  for (const PODDirEntry& entry : archive.Entries()) {
+    AppendColumn(text, archive.ComputedSize(entry));
+    AppendColumn(text += ' ', entry.offset);
+    text += "  " + DisplayName(entry.Name());
+    text += '\n';
+  }
+  return text;
+}
+
+int List(CSession& session, const SListOptions& options) {
+  CMTMPODFile archive(session.Questions());
+  if (!archive.ReadDirectory(options.pod)) return kFailed;
+  return session.Print(options.json ? ListJson(archive) : ListText(archive));
+}
+
+void AddList(CLI::App& group, CommandRun& run) {
+  const auto options = std::make_shared<SListOptions>();
+  CLI::App* const command = group.add_subcommand("list", "Print the directory of an archive");
+  command->add_option("POD", options->pod, "Archive")->required();
+  command->add_flag("--json", options->json, "As JSON");
+  command->callback([options, &run] { run = [options](CSession& session) { return List(session, *options); }; });
+}
+
+// --- extract --------------------------------------------------------------------------------------------------------
+
+struct SExtractOptions {
+  std::string pod;
+  std::string destination;
+  std::vector<std::string> names;
+  bool folders = false;
+  bool dependencies = false;
+  EReplaceAnswer overwrite = EReplaceAnswer::kCancel;
+};
+
+const std::map<std::string, EReplaceAnswer> kReplaceAnswers = {{"yes", EReplaceAnswer::kYes},
+                                                               {"all", EReplaceAnswer::kYesToAll},
+                                                               {"no", EReplaceAnswer::kNo},
+                                                               {"cancel", EReplaceAnswer::kCancel}};
+
+/// kDone when ARCHIVE is the one at PATH; the user has been told otherwise.
+int Load(CSession& session, const std::string& path, CPodDocument& archive) {
+  SError error;
+  if (!CInputFile().Open(path, &error)) return session.Fail(kFailedToOpenPod, path + ": " + error.what);
+  return archive.Load(path, &error) ? kDone : session.Fail(kFailedToLoadPod, path + ": " + error.what);
+}
+
+/// The entries that NAMES mean, all for none; kDone, or kFailed for a name that means none.
+int Select(CSession& session, const CPodDocument& archive, const std::vector<std::string>& names,
+           std::vector<size_t>& entries) {
+  for (const std::string& name : names) {
+    const std::vector<size_t> found = archive.FindAll(name);
+    if (found.empty()) return session.Fail(Format("\"%s\" is not in the archive.", name.c_str()));
+    entries.insert(entries.end(), found.begin(), found.end());
+  }
+  for (size_t i = 0; names.empty() && i < archive.Entries().size(); ++i)
+    entries.push_back(i);
+  return kDone;
+}
+
+void ShowNotes(CSession& session, const std::vector<std::string>& notes) {
+  if (notes.empty()) return;
+  std::string text = "Files that are needed and not in the archive:";
+  for (const std::string& note : notes)
+    text += "\n" + note;
+  session.Questions().Message({.text = text});
+}
+
+int Extract(CSession& session, const SExtractOptions& options) {
+  CPodDocument archive;
+  SExtractRequest request{.destination = options.destination, .folders = options.folders};
+  if (Load(session, options.pod, archive) != kDone) return kFailed;
+  if (Select(session, archive, options.names, request.entries) != kDone) return kFailed;
+  std::vector<std::string> notes;
+  if (options.dependencies) {
+    request.add_dependencies = [&](std::vector<size_t>& entries) {
+      const SSearchPlaces places = PlacesBeside(options.pod, session.Settings(), CopTools::InstallationDirectory());
+      notes = AddOwnDependencies(archive, places, CStockFiles(session.SettingsFolder()), entries);
+    };
+  }
+  session.Questions().SetReplaceAnswer(options.overwrite);
+  const SExtractResult result = ExtractPod(session.Questions(), archive, request);
+  ShowNotes(session, notes);
+  if (!result.started) return kFailed;
+  if (session.Print(result.Text() + "\n") != kDone) return kFailed;
+  return result.done && result.refused == 0 ? kDone : kFailed;
+}
+
+void AddExtract(CLI::App& group, CommandRun& run) {
+  const auto options = std::make_shared<SExtractOptions>();
+  CLI::App* const command = group.add_subcommand("extract", "Write the files of an archive into a folder");
+  command->add_option("POD", options->pod, "Archive")->required();
+  command->add_option("DEST", options->destination, "Folder to write into; it must be there")->required();
+  command->add_option("NAME", options->names,
+                      "Only these entries, in any letter case; a name without a folder is found in all of them");
+  command->add_flag("--folders", options->folders, "Recreate the archive's folders");
+  command->add_flag("--deps", options->dependencies, "The files that these need, too, where the archive has them");
+  command->add_option("--overwrite", options->overwrite, "What to do with files that exist (default: cancel)")
+      ->transform(CLI::Transformer(kReplaceAnswers, CLI::ignore_case))
+      ->type_name("yes, all, no, cancel");
+  command->callback([options, &run] { run = [options](CSession& session) { return Extract(session, *options); }; });
+}
+
+// --- create ---------------------------------------------------------------------------------------------------------
+
+struct SCreateOptions {
+  std::string pod;
+  std::vector<std::string> files;
+  bool skip_stock = false;
+};
+
+int Create(CSession& session, const SCreateOptions& options) {
+  const CStockFiles stock(session.SettingsFolder());
+  std::vector<SPodSource> sources;
+  std::string left_out;
+  for (const std::string& file : options.files) {
+    const std::string name = FileNamePart(file);
+    if (options.skip_stock && stock.IsStockFile(name)) {
+      left_out += "Left out " + name + "\n";
+    } else {
+      sources.push_back({file, {file}});
+    }
+  }
+  if (sources.empty()) return session.Fail("Every installation has all of these files.");
+  if (!CreatePod(session.Questions(), options.pod, sources)) return kFailed;
+  return session.Print(left_out);
+}
+
+void AddCreate(CLI::App& group, CommandRun& run) {
+  const auto options = std::make_shared<SCreateOptions>();
+  CLI::App* const command = group.add_subcommand("create", "Put files into a new archive");
+  command->add_option("POD", options->pod, "Archive to write; one that is there is replaced")->required();
+  command->add_option("FILE", options->files, "Files, in this order")->required();
+  command->add_flag("--skip-stock", options->skip_stock, "Leave out the files that every installation has");
+  command->callback([options, &run] { run = [options](CSession& session) { return Create(session, *options); }; });
+}
+
+// --- stock files ----------------------------------------------------------------------------------------------------
+
+int PrintStock(CSession& session, const std::vector<std::string>& names) {
+  const CStockFiles stock(session.SettingsFolder());
+  std::string text;
+  for (const std::string& name : names)
+    text += name + (stock.IsStockFile(name) ? ": yes\n" : ": no\n");
+  return session.Print(text);
+}
+
+void AddIsStock(CLI::App& group, CommandRun& run) {
+  const auto names = std::make_shared<std::vector<std::string>>();
+  CLI::App* const command = group.add_subcommand("is-stock", "Say which files every installation of the game has");
+  command->add_option("NAME", *names, "File names without folders")->required();
+  command->callback([names, &run] { run = [names](CSession& session) { return PrintStock(session, *names); }; });
+}
+
+struct SStockListOptions {
+  std::string game_folder;
+  std::string out;
+};
+
+int MakeStockList(CSession& session, const SStockListOptions& options) {
+  SStockList list;
+  if (!WriteStockList(session.Questions(), options.game_folder, options.out, list)) return kFailed;
+  return session.Print(list.CountsText());
+}
+
+void AddStockList(CLI::App& group, CommandRun& run) {
+  const auto options = std::make_shared<SStockListOptions>();
+  CLI::App* const command =
+      group.add_subcommand("stock-list", "Make the list of stock files from the archives of an installed game");
+  command->add_option("GAMEDIR", options->game_folder, "Folder of the game")->required();
+  command
+      ->add_option("OUT", options->out,
+                   std::string("List to write; ") + kStockFileName +
+                       " beside the settings file takes the place of the built-in list")
+      ->required();
+  command->callback(
+      [options, &run] { run = [options](CSession& session) { return MakeStockList(session, *options); }; });
+}
+
+}  // namespace
+
+void AddPodCommands(CLI::App& app, CommandRun& run) {
+  CLI::App* const group = app.add_subcommand("pod", "Archives");
+  group->require_subcommand(0, 1);
+  AddList(*group, run);
+  AddExtract(*group, run);
+  AddCreate(*group, run);
+  AddIsStock(*group, run);
+  AddStockList(*group, run);
+}
+
+}  // namespace veldra

@@ -1,0 +1,96 @@
+#include "document/earlierstatesdlg.h"
+
+#include <QDateTime>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QVBoxLayout>
+
+#include "document/texturepicture.h"
+#include "ui/faultlabel.h"
+
+namespace veldra {
+
+namespace {
+
+enum EColumn { kTime, kCommand, kVertices, kFaces, kSize };
+
+constexpr int kPictureSide = 64;
+constexpr QSize kUsualSize(760, 460);
+constexpr int kIdRole = Qt::UserRole;
+
+bool IsSound(const QTreeWidgetItem* item) {
+  return item != nullptr && item->flags().testFlag(Qt::ItemIsEnabled);
+}
+
+}  // namespace
+
+CEarlierStatesDialog::CEarlierStatesDialog(const QString& title, const std::vector<SEarlierState>& states,
+                                           QWidget* parent)
+    : QDialog(parent), list_(new QTreeWidget) {
+  setObjectName("earlierStates");
+  setWindowTitle(tr("Earlier States"));
+  list_->setObjectName("states");
+  list_->setHeaderLabels({tr("Time"), tr("Command"), tr("Vertices"), tr("Faces"), tr("Size")});
+  list_->setRootIsDecorated(false);
+  list_->setAllColumnsShowFocus(true);
+  list_->setIconSize({kPictureSide, kPictureSide});
+  for (const SEarlierState& state : states)
+    AddState(state);
+  list_->setCurrentItem(list_->topLevelItem(0));
+  list_->header()->setStretchLastSection(false);
+  list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list_->header()->setSectionResizeMode(kCommand, QHeaderView::Stretch);
+  for (const EColumn column : {kVertices, kFaces, kSize})
+    list_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+  open_ = buttons->addButton(tr("&Open as a new document"), QDialogButtonBox::AcceptRole);
+  const auto refresh = [this] { open_->setEnabled(IsSound(list_->currentItem())); };
+  connect(list_, &QTreeWidget::currentItemChanged, this, refresh);
+  connect(list_, &QTreeWidget::itemActivated, open_, &QPushButton::click);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* text = new QLabel(states.empty() ? tr("No earlier state of %1 is kept yet.").arg(title)
+                                         : tr("States that %1 had, the newest first:").arg(title));
+  text->setTextFormat(Qt::PlainText);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(text);
+  layout->addWidget(list_, 1);
+  layout->addWidget(buttons);
+  list_->setFocus();
+  resize(kUsualSize);
+  refresh();
+}
+
+void CEarlierStatesDialog::AddState(const SEarlierState& state) {
+  const QLocale locale;
+  auto* item = new QTreeWidgetItem(list_);
+  item->setData(kTime, kIdRole, QVariant::fromValue(state.id));
+  item->setText(kSize, locale.formattedDataSize(static_cast<qint64>(state.size)));
+  item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
+  if (!state.fault.empty()) {
+    item->setText(kCommand, tr("Damaged: %1").arg(QString::fromStdString(state.fault)));
+    item->setToolTip(kCommand, item->text(kCommand));
+    item->setForeground(kCommand, FaultColor(palette()));
+    item->setFlags(item->flags() & ~Qt::ItemIsEnabled);
+    return;
+  }
+  const QDateTime time = QDateTime::fromSecsSinceEpoch(state.time);
+  item->setText(kTime, locale.toString(time, QLocale::ShortFormat));
+  item->setToolTip(kTime, locale.toString(time, QLocale::LongFormat));
+  item->setIcon(kTime, PictureOf(state.picture, kPictureSide, *this));
+  item->setText(kCommand, QString::fromStdString(state.command));
+  item->setText(kVertices, locale.toString(state.vertices));
+  item->setText(kFaces, locale.toString(state.faces));
+  item->setTextAlignment(kVertices, Qt::AlignRight | Qt::AlignVCenter);
+  item->setTextAlignment(kFaces, Qt::AlignRight | Qt::AlignVCenter);
+}
+
+std::optional<uint64_t> CEarlierStatesDialog::Chosen() const {
+  if (result() != Accepted || !IsSound(list_->currentItem())) return std::nullopt;
+  return list_->currentItem()->data(kTime, kIdRole).value<uint64_t>();
+}
+
+}  // namespace veldra

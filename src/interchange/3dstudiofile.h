@@ -1,0 +1,64 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "interchange/importfault.h"
+#include "platform/questions.h"
+
+/// Autodesk 3D Studio files: a tree of chunks, of which the meshes are taken. docs/file-formats.md has the layout.
+namespace veldra {
+
+/// A vertex as it stands in the file.
+struct StudioVertex {
+  int32_t index = 0;  ///< over the whole file
+  float x = 0;
+  float y = 0;
+  float z = 0;
+};
+
+/// A triangle. Its vertices are positions in the list of the whole file.
+struct StudioFace {
+  std::array<int32_t, 3> vertices = {};
+  uint16_t flags = 0;  ///< edge visibility, as read
+  int32_t index = 0;   ///< over the whole file
+};
+
+struct SStudioBox {
+  std::array<float, 3> min = {};
+  std::array<float, 3> max = {};
+};
+
+/// Reads one file. All mesh objects of it are put behind one another; materials, lights, cameras and keyframes are
+/// passed over.
+class C3DStudioFile {
+ public:
+  explicit C3DStudioFile(std::string path) : path_(std::move(path)) {}
+
+  /// False when nothing may be used; FAULT (may be null) then says why. Only a version above 3 is told to the user from
+  /// here: "This version of the 3ds file format is not supported".
+  bool ReadFile(CQuestions& questions, SImportFault* fault = nullptr);
+  /// The same for a file's BYTES. Nothing outside them is read whatever the lengths in them say, and the memory taken
+  /// stays in proportion to them.
+  bool ReadBytes(std::span<const uint8_t> bytes, CQuestions& questions, SImportFault* fault = nullptr);
+
+  const std::string& Path() const { return path_; }
+  const std::vector<StudioVertex>& Vertices() const { return vertices_; }
+  const std::vector<StudioFace>& Faces() const { return faces_; }
+  const SStudioBox& BoundingBox() const { return box_; }  ///< of all vertices; zero without any
+  /// What turns the file's units into those of a model. The file's own unit is not consulted.
+  float ScaleFactor() const { return scale_factor_; }
+
+ private:
+  friend class CStudioReader;
+  std::string path_;
+  std::vector<StudioVertex> vertices_;
+  std::vector<StudioFace> faces_;
+  SStudioBox box_;
+  float scale_factor_ = 0;
+};
+
+}  // namespace veldra

@@ -1,0 +1,68 @@
+#include "interchange/importmodel.h"
+
+#include "model/appendmodel.h"
+#include "model/normals.h"
+#include "platform/assert.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "textures/texturefinder.h"
+
+namespace veldra {
+
+const STextureImage* FindImportTexture(const std::string& path, const SImportContext& context, SImportFault& fault) {
+  const std::string there = FindAnyCase(path);
+  const STextureImage* image = nullptr;
+  if (IsFile(there)) {
+    image = context.textures.GetTexture(there);
+  } else {
+    CTextureFinder finder(context.textures, context.questions, context.art_directory);
+    image = finder.Find(FileNamePart(path));
+  }
+  if (image == nullptr) fault = {Format("the texture %s could not be loaded", ToUtf8(path).c_str()), false};
+  return image;
+}
+
+void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions) {
+  if (fault.is_told) return;
+  questions.Message({.text = Format("\"%s\" could not be imported.", ToUtf8(path).c_str()),
+                     .caption = kErrorCaption,
+                     .icon = EIcon::kError,
+                     .details = fault.what});
+}
+
+std::string ImportTextureName(const std::string& path) {
+  return UpperCase(ChangeExtension(FileNamePart(path), "RAW"));
+}
+
+CBinTexture& CImportBuilder::AddTexture(const std::string& name, const STextureImage& image) {
+  return made_.AddTexture(std::make_unique<CBinTexture>(made_, name, &image));
+}
+
+void CImportBuilder::AddFace(std::span<const int32_t> corners, CBinTexture& texture,
+                             std::span<const STexCoord> coords) {
+  VELDRA_ASSERT(corners.size() <= 4 && coords.size() >= corners.size());
+  std::array<CBinVertex*, 4> vertices = {};
+  auto face = std::make_unique<CBinFace>(made_);
+  for (size_t k = 0; k < corners.size(); ++k) {
+    vertices[k] = &made_.Vertex(corners[k]);
+    face->SetTexCoord(static_cast<int>(k), coords[k]);
+  }
+  face->SetCorners({vertices.data(), corners.size()});
+  face->SetTexture(&texture);
+  face->SetType(face_type_);
+  const SPoint normal = CalcFaceNormal(*face);
+  face->SetStored(normal, CalcMagic(*face, normal));
+  made_.AddFace(std::move(face));
+}
+
+bool CImportBuilder::AppendTo(CBinModel& model, SImportFault& fault) {
+  if (AppendModel(model, made_, false)) return true;
+  fault = {"the models are too large together", false};
+  return false;
+}
+
+CImportProgress::CImportProgress(CQuestions& questions, const std::string& path)
+    : progress_(questions.BeginWork(Format("Importing %s", ToUtf8(FileNamePart(path)).c_str()), true)) {}
+
+}  // namespace veldra

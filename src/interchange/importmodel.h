@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "interchange/importfault.h"
+#include "model/binmodel.h"
+#include "platform/questions.h"
+#include "textures/texturestore.h"
+
+namespace veldra {
+
+/// What an import works with.
+struct SImportContext {
+  CTextureStore& textures;
+  CQuestions& questions;
+  std::string art_directory;           ///< where textures are looked for by name
+  uint32_t face_type = kFaceTextured;  ///< of the new faces: the setting DEFFACETYPE
+};
+
+/// The texture at PATH; when no file is there, the one of that name in the texture directory, and when that is missing
+/// too, what the user picks. Null with FAULT filled when none can be loaded.
+const STextureImage* FindImportTexture(const std::string& path, const SImportContext& context, SImportFault& fault);
+/// Tells the user that the file PATH could not be imported, and why, unless he knows.
+void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions);
+/// As model files name the texture at PATH: "ROAD.RAW".
+std::string ImportTextureName(const std::string& path);
+
+/// Where the corners of a face lie in its texture when nothing else is known.
+inline constexpr std::array<STexCoord, 4> kWholeTexture = {{{0, 0}, {1, 0}, {1, 1}, {0, 1}}};
+
+/// Collects what an import makes beside the model that it is for, which changes once, at the end, or not at all.
+class CImportBuilder {
+ public:
+  explicit CImportBuilder(uint32_t face_type) : face_type_(face_type) {}
+
+  CBinModel& Model() { return made_; }
+  CBinTexture& AddTexture(const std::string& name, const STextureImage& image);
+  /// 3 or 4 distinct CORNERS, and as many COORDS or more. Stored normal and magic become the computed ones.
+  void AddFace(std::span<const int32_t> corners, CBinTexture& texture, std::span<const STexCoord> coords);
+  /// Puts everything behind what MODEL has.
+  bool AppendTo(CBinModel& model, SImportFault& fault);
+
+ private:
+  CBinModel made_;
+  uint32_t face_type_;
+};
+
+/// Shows how far an import is, every few thousand STEPS of TOTAL.
+class CImportProgress {
+ public:
+  CImportProgress(CQuestions& questions, const std::string& path);
+  /// False when the user wants it stopped.
+  bool Step(uint64_t done, uint64_t total) { return done % kStride != 0 || progress_->Step(done, total); }
+  CProgress& Progress() { return *progress_; }
+
+ private:
+  static constexpr uint64_t kStride = 16384;
+  std::unique_ptr<CProgress> progress_;
+};
+
+}  // namespace veldra

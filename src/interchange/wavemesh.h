@@ -1,0 +1,67 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "model/helperclasses.h"
+
+namespace veldra {
+
+/// A position as it stands in a Wavefront file: x, y, z.
+using SWavePoint = std::array<double, 3>;
+
+/// Complaints about a file that was read all the same: the first ones, and how many there were.
+class CRemarks {
+ public:
+  void Add(std::string text);
+  bool Empty() const { return count_ == 0; }
+  /// A line each.
+  std::string Text() const;
+
+ private:
+  std::vector<std::string> first_;
+  size_t count_ = 0;
+};
+
+/// What a Wavefront file holds that a model can take. Polygons are as written but for corners that come again.
+struct SWaveMesh {
+  /// What the faces from FIRST_FACE on belong to, up to the next section.
+  struct SSection {
+    size_t first_face = 0;
+    std::vector<int32_t> groups;  ///< positions in group_names, each once
+    int32_t material = -1;        ///< position in material_names
+  };
+  /// Vertices from FIRST on stand one a line from LINE on, up to the next run.
+  struct SLineRun {
+    uint32_t first = 0;
+    uint32_t line = 0;
+  };
+
+  size_t FaceCount() const { return face_ends.size(); }
+  size_t FirstCorner(size_t face) const { return face == 0 ? 0 : face_ends[face - 1]; }
+  std::span<const int32_t> Corners(size_t face) const {
+    return std::span(corners).subspan(FirstCorner(face), face_ends[face] - FirstCorner(face));
+  }
+  uint32_t LineOfVertex(size_t vertex) const;
+
+  std::vector<SWavePoint> vertices;
+  SWavePoint min = {};  ///< of all vertices; zero without any
+  SWavePoint max = {};
+  std::vector<STexCoord> coords;       ///< as written: v upwards, any value
+  std::vector<int32_t> corners;        ///< positions in vertices, all valid; of each face at least 3, not all distinct
+  std::vector<int32_t> corner_coords;  ///< for each corner a position in coords or -1; empty when no face has any
+  std::vector<uint32_t> face_ends;     ///< for each face where its corners end
+  std::vector<SSection> sections;
+  std::vector<std::string> group_names;
+  std::vector<std::string> material_names;
+  std::vector<std::string> material_files;
+  std::vector<SLineRun> vertex_lines;
+  bool is_own_export = false;  ///< written by ExportWavefront
+  CRemarks remarks;
+};
+
+}  // namespace veldra

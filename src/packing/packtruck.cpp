@@ -1,0 +1,81 @@
+#include "packing/packtruck.h"
+
+#include <algorithm>
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+/// The archives of FOLDER that are not in the list yet.
+void AddArchives(const std::string& folder, std::vector<std::string>& archives) {
+  const std::string found = FindAnyCase(folder);
+  if (folder.empty() || !IsDirectory(found)) return;
+  for (const std::string& name : ListDirectory(found)) {
+    if (!EqualNoCase(ExtensionPart(name), "POD")) continue;
+    const std::string path = JoinPath(found, name);
+    const auto is_same = [&](const std::string& other) { return AbsolutePath(other) == AbsolutePath(path); };
+    if (std::none_of(archives.begin(), archives.end(), is_same)) archives.push_back(path);
+  }
+}
+
+STruckPackRow RowOf(const SDependency& needed) {
+  STruckPackRow row;
+  row.name = needed.name;
+  row.needed_by = needed.needed_by;
+  row.is_stock = needed.is_stock;
+  row.is_missing = needed.place == SDependency::EPlace::kMissing;
+  if (row.is_missing) return row;
+  row.source = needed.source;
+  const SFilePart& bytes = needed.source.bytes;
+  const bool is_in_archive = needed.place == SDependency::EPlace::kArchive;
+  row.where = is_in_archive ? bytes.path : DirectoryPart(bytes.path);
+  row.length = bytes.length ? bytes.length : FileLength(bytes.path);
+  return row;
+}
+
+}  // namespace
+
+std::vector<SPodSource> STruckPackPlan::Sources(bool leave_out_stock) const {
+  std::vector<SPodSource> sources;
+  for (const STruckPackRow& row : rows)
+    if (!row.is_missing && !(leave_out_stock && row.is_stock)) sources.push_back(row.source);
+  return sources;
+}
+
+std::vector<const STruckPackRow*> STruckPackPlan::Lacking(bool leave_out_stock) const {
+  std::vector<const STruckPackRow*> lacking;
+  for (const STruckPackRow& row : rows)
+    if (row.is_missing && !(leave_out_stock && row.is_stock)) lacking.push_back(&row);
+  return lacking;
+}
+
+SSearchPlaces PlacesForTruck(const std::string& truck_path, const CSettings& settings, const std::string& game_folder) {
+  SSearchPlaces places = PlacesBeside(truck_path, settings, game_folder);
+  for (const std::string& folder : {settings.pod_dir, game_folder})
+    AddArchives(folder, places.archives);
+  return places;
+}
+
+STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces& places, const CStockFiles& stock) {
+  STruckPackPlan plan;
+  STruckPackRow truck;
+  truck.name = FileNamePart(truck_path);
+  truck.where = DirectoryPart(truck_path);
+  truck.length = FileLength(truck_path);
+  truck.source = {truck.name, {truck_path}};
+  const std::vector<SPodSource> own = {truck.source};
+  plan.rows.push_back(std::move(truck));
+  for (const SDependency& needed : FindDependencies(own, {0}, places, stock, &plan.complaints))
+    plan.rows.push_back(RowOf(needed));
+  return plan;
+}
+
+std::string LackingText(const STruckPackRow& row) {
+  return Format("%s, needed by %s", DisplayName(row.name).c_str(), DisplayName(row.needed_by).c_str());
+}
+
+}  // namespace veldra

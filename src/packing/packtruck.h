@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "packing/dependencies.h"
+#include "platform/questions.h"
+
+/// Making an archive of a truck and all that it needs.
+namespace veldra {
+
+/// One of the files, the truck itself the first.
+struct STruckPackRow {
+  std::string name;       ///< bare file name
+  std::string needed_by;  ///< "" for the truck
+  std::string where;      ///< the folder or the archive that it is in; "" when it is missing
+  std::optional<uint64_t> length;
+  bool is_missing = false;
+  bool is_stock = false;  ///< every installation has it
+  SPodSource source;      ///< unless it is missing
+};
+
+struct STruckPackPlan {
+  std::vector<STruckPackRow> rows;
+  std::vector<std::string> complaints;  ///< files that could not be looked into
+
+  /// What goes into the archive.
+  std::vector<SPodSource> Sources(bool leave_out_stock) const;
+  /// What the archive would lack: files that were not found, without those that are left out.
+  std::vector<const STruckPackRow*> Lacking(bool leave_out_stock) const;
+};
+
+/// Archives and folders in which a truck's files are looked for: those beside it, those that SETTINGS name, the game's.
+SSearchPlaces PlacesForTruck(const std::string& truck_path, const CSettings& settings, const std::string& game_folder);
+
+/// What the truck file TRUCK_PATH needs and where that is. Nothing is written and nobody asked.
+STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces& places, const CStockFiles& stock);
+
+/// "TITAN.BIN, needed by TITAN.TRK"
+std::string LackingText(const STruckPackRow& row);
+
+}  // namespace veldra

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <string>
+#include <vector>
+
+#include "settings/settingcontrol.h"
+#include "ui/fielddialog.h"
+
+namespace veldra {
+
+/// The settings that stand on a page of the settings table, to look at and to change. SETTINGS change with OK and Apply
+/// only.
+class CPreferencesDialog : public CFieldDialog {
+  Q_OBJECT
+
+ public:
+  /// SETTINGS must outlive it.
+  CPreferencesDialog(CSettings& settings, QWidget* parent);
+  void ShowPage(ESettingPage page);
+
+ signals:
+  /// SETTINGS hold new values for KEYS (never empty).
+  void SettingsChanged(const std::vector<std::string>& keys);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  struct SControl : SSettingControl {
+    int page;           ///< place in the list of pages
+    std::string taken;  ///< its text as the settings have it
+  };
+  void MakeHead();
+  void MakePages();
+  int AddPage(ESettingPage page, const QString& title);
+  void MakeButtons();
+  void TakeSettings();
+  void KeepCustomColors();
+  void Search(const QString& text);
+  void RestoreDefaults();
+  void Apply();
+  QString Fault() override;
+  QString FieldFault() override;
+
+  CSettings& settings_;
+  QLineEdit* search_;
+  QListWidget* list_;
+  QStackedWidget* pages_;
+  QPushButton* apply_ = nullptr;
+  std::vector<SControl> controls_;
+};
+
+}  // namespace veldra

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDialog>
+#include <QHeaderView>
+#include <QPointer>
+#include <cstdint>
+#include <vector>
+
+namespace veldra {
+
+/// Lets a window stand where it stood last time; a member of the window. The window takes the remembered place when it
+/// is shown first, and its place is remembered whenever it is hidden. What remembers must outlive the window.
+class CDialogPlace : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The four numbers are the edges in pixels, right and bottom the first ones outside; all zero for never placed. A
+  /// remembered place that no screen shows is not taken.
+  CDialogPlace(QWidget& window, int32_t& left, int32_t& top, int32_t& right, int32_t& bottom);
+  /// RECT has these four as members: a rectangle of the settings.
+  template <typename Rect>
+  CDialogPlace(QWidget& window, Rect& rect) : CDialogPlace(window, rect.left, rect.top, rect.right, rect.bottom) {}
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Restore();
+  void Remember();
+
+  QWidget& window_;
+  int32_t& left_;
+  int32_t& top_;
+  int32_t& right_;
+  int32_t& bottom_;
+  bool is_restored_ = false;
+};
+
+/// Gives the columns of HEADER, from the first on, their remembered widths (0: the column keeps its own) and remembers
+/// what the user makes of them. To call once the columns are there. Lives as long as the header; WIDTHS must outlive
+/// it.
+void KeepColumnWidths(QHeaderView& header, const std::vector<int32_t*>& widths);
+
+/// Most of PLACE, its upper edge included, is on a screen, so that the user can get hold of it.
+bool IsOnAScreen(const QRect& place);
+
+}  // namespace veldra

@@ -1,0 +1,66 @@
+#include "ui/fielddialog.h"
+
+#include <QPushButton>
+#include <algorithm>
+
+namespace veldra {
+
+CFieldDialog::CFieldDialog(const char* name, const QString& title, QWidget* parent)
+    : QDialog(parent),
+      content_(new QVBoxLayout),
+      fault_(new CFaultLabel),
+      buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)) {
+  setObjectName(name);
+  setWindowTitle(title);
+  fault_->setObjectName("dialogFault");
+  fault_->setMinimumHeight(fault_->fontMetrics().height());
+  connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(content_, 1);
+  layout->addWidget(fault_);
+  layout->addWidget(buttons_);
+}
+
+bool CFieldDialog::IsValid() const {
+  return buttons_->button(QDialogButtonBox::Ok)->isEnabled();
+}
+
+CNumberField* CFieldDialog::AddNumber(QFormLayout* form, const QString& label, const char* name,
+                                      const SNumberRule& rule, double value, CNumberField::EFaultPlace place) {
+  auto* field = new CNumberField(rule, place);
+  field->setObjectName(name);
+  field->SetValue(value);
+  form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  form->addRow(label, field);
+  Watch(field);
+  return field;
+}
+
+/// The buttons were there before the content, but Tab comes to them after it.
+void CFieldDialog::showEvent(QShowEvent* event) {
+  QWidget* last = this;
+  for (QWidget* widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain())
+    if (!buttons_->isAncestorOf(widget)) last = widget;
+  for (QAbstractButton* button : buttons_->buttons()) {
+    setTabOrder(last, button);
+    last = button;
+  }
+  // As if Tab had led there, which selects what stands in it.
+  if (start_ != nullptr) start_->setFocus(Qt::TabFocusReason);
+  QDialog::showEvent(event);
+}
+
+void CFieldDialog::Watch(CNumberField* field) {
+  fields_.push_back(field);
+  connect(field, &CNumberField::TextChanged, this, &CFieldDialog::Refresh);
+}
+
+void CFieldDialog::Refresh() {
+  const bool are_valid =
+      std::all_of(fields_.begin(), fields_.end(), [](const CNumberField* field) { return field->IsValid(); });
+  fault_->setText(are_valid ? Fault() : FieldFault());
+  buttons_->button(QDialogButtonBox::Ok)->setEnabled(are_valid && fault_->text().isEmpty());
+}
+
+}  // namespace veldra

@@ -1,0 +1,114 @@
+#include "ui/numberfield.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <algorithm>
+
+namespace veldra {
+
+namespace {
+
+constexpr int kEditDigits = 14;    ///< "-2147483648" and some air
+constexpr int kWidestFault = 240;  ///< pixels; longer texts wrap
+
+}  // namespace
+
+CNumberField::CNumberField(const SNumberRule& rule, EFaultPlace place, QWidget* parent)
+    : QWidget(parent),
+      rule_(rule),
+      edit_(new QLineEdit),
+      line_(new QHBoxLayout),
+      fault_(new CFaultLabel),
+      place_(place) {
+  fault_->setObjectName("fault");
+  edit_->setFixedWidth(edit_->fontMetrics().horizontalAdvance(QString(kEditDigits, '0')));
+  setFocusProxy(edit_);
+  setFocusPolicy(edit_->focusPolicy());  // else the label's "&" would not lead to it
+  connect(this, &QObject::objectNameChanged, edit_, [this](const QString& name) { edit_->setObjectName(name); });
+  connect(edit_, &QLineEdit::textChanged, this, [this] {
+    Check();
+    emit TextChanged();
+  });
+  // Blanks come along when numbers are pasted.
+  connect(edit_, &QLineEdit::editingFinished, this, [this] { edit_->setText(QString::fromStdString(Text())); });
+
+  constexpr int kGap = 8;
+  line_->setSpacing(kGap);
+  line_->addWidget(edit_);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(2);
+  layout->addLayout(line_);
+  if (place == EFaultPlace::kBelow) {
+    line_->addStretch();
+    layout->addWidget(fault_);
+  } else {
+    line_->addWidget(fault_, 1);
+  }
+  ReserveFaultRoom();
+  Check();
+}
+
+void CNumberField::SetRule(const SNumberRule& rule) {
+  rule_ = rule;
+  ReserveFaultRoom();
+  Check();
+}
+
+void CNumberField::SetFurtherRule(std::function<std::string(double)> fault) {
+  further_fault_ = std::move(fault);
+  Check();
+}
+
+void CNumberField::SetSuffix(const QString& suffix) {
+  line_->insertWidget(1, new QLabel(suffix));
+}
+
+void CNumberField::SetValue(double value) {
+  edit_->setText(QString::fromStdString(NumberText(value)));
+}
+
+std::optional<double> CNumberField::Value() const {
+  return IsValid() ? FieldNumber(Text(), rule_) : std::nullopt;
+}
+
+void CNumberField::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::EnabledChange) Check();
+}
+
+/// QString knows more blanks than ASCII's.
+std::string CNumberField::Text() const {
+  return edit_->text().trimmed().toStdString();
+}
+
+std::string CNumberField::TextFault() const {
+  if (!isEnabled()) return "";
+  std::string fault = NumberFault(Text(), rule_);
+  if (fault.empty() && further_fault_) fault = further_fault_(*FieldNumber(Text(), rule_));
+  return fault;
+}
+
+void CNumberField::Check() {
+  const bool was_valid = IsValid();
+  fault_->setText(QString::fromStdString(TextFault()));
+  edit_->setAccessibleDescription(fault_->text());
+  if (IsValid() != was_valid) emit ValidityChanged(IsValid());
+}
+
+/// For the longest text that the rule can lead to.
+void CNumberField::ReserveFaultRoom() {
+  const std::string beyond = NumberText(rule_.largest * 2 + 1);
+  const QString longest = QString::fromStdString(NumberFault(beyond, rule_));
+  const QFontMetrics metrics(fault_->font());
+  const int wide = metrics.horizontalAdvance(longest) + metrics.averageCharWidth();
+  if (place_ == EFaultPlace::kBelow) {
+    fault_->setMinimumHeight(metrics.height());
+    fault_->setMinimumWidth(wide);
+    return;
+  }
+  fault_->setMinimumWidth(std::min(wide, kWidestFault));
+  if (wide > kWidestFault) setMinimumHeight(std::max(edit_->sizeHint().height(), 2 * metrics.lineSpacing()));
+}
+
+}  // namespace veldra

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QBoxLayout>
+#include <QLineEdit>
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/numberrule.h"
+#include "ui/faultlabel.h"
+
+namespace veldra {
+
+/// A line to type a number in. While what stands there is no number under the rule, the field says why; the room for
+/// that is kept, so that nothing moves. A disabled field has no fault. The line inside has the field's object name and
+/// takes its focus.
+class CNumberField : public QWidget {
+  Q_OBJECT
+
+ public:
+  enum class EFaultPlace { kBeside, kBelow };
+  explicit CNumberField(const SNumberRule& rule, EFaultPlace place = EFaultPlace::kBeside, QWidget* parent = nullptr);
+
+  const SNumberRule& Rule() const { return rule_; }
+  void SetRule(const SNumberRule& rule);
+  /// What else may be wrong with a number under the rule; the function gives "" for a good one.
+  void SetFurtherRule(std::function<std::string(double)> fault);
+  /// A word behind the line: a unit.
+  void SetSuffix(const QString& suffix);
+
+  void SetValue(double value);
+  /// Nothing while there is a fault.
+  std::optional<double> Value() const;
+  QString Fault() const { return fault_->text(); }
+  bool IsValid() const { return fault_->text().isEmpty(); }
+  QLineEdit* Edit() const { return edit_; }
+
+ signals:
+  void TextChanged();
+  void ValidityChanged(bool is_valid);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  std::string Text() const;
+  std::string TextFault() const;
+  void Check();
+  void ReserveFaultRoom();
+
+  SNumberRule rule_;
+  std::function<std::string(double)> further_fault_;
+  QLineEdit* edit_;
+  QBoxLayout* line_;  ///< the line and what stands behind it
+  CFaultLabel* fault_;
+  EFaultPlace place_;
+};
+
+}  // namespace veldra

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QTreeWidget>
+#include <QWidget>
+
+#include "settings/settings.h"
+
+namespace veldra {
+
+/// The list of all keyboard commands. Choosing a row does nothing.
+class CCommandPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The columns' widths are kept in SETTINGS, which must outlive the page.
+  explicit CCommandPage(CSettings& settings, QWidget* parent = nullptr);
+
+ private:
+  void Fill();
+
+  QTreeWidget* list_;
+};
+
+}  // namespace veldra

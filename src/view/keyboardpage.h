@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QTextBrowser>
+#include <QWidget>
+
+#include "platform/questions.h"
+
+namespace veldra {
+
+/// The keys by category as a sheet to lay beside the keyboard: shown, printed, or saved as PDF.
+class CKeyboardPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// QUESTIONS asks where the PDF goes, and must outlive the page.
+  explicit CKeyboardPage(CQuestions& questions, QWidget* parent = nullptr);
+
+ private:
+  void Print();
+  void SavePdf();
+
+  CQuestions& questions_;
+  QTextBrowser* sheet_;
+};
+
+}  // namespace veldra

@@ -1,0 +1,67 @@
+#include <QOpenGLContext>
+#include <cmath>
+
+#include "platform/glframebuffer.h"
+#include "platform/trace.h"
+#include "view/tarn2view.h"
+
+namespace veldra {
+
+/// DRAW with a picture of WIDTH × HEIGHT pixels of its own to draw into. False when there is none.
+bool CTarnView::DrawAside(int width, int height, const std::function<void()>& draw) {
+  if (!fault_.isEmpty() || !isValid() || document_->Model().IsBusy()) return false;
+  makeCurrent();
+  const auto loader = [](const char* name) { return QOpenGLContext::currentContext()->getProcAddress(name); };
+  bool is_ready = false;
+  {
+    CGlFramebuffer buffer;
+    SError error;
+    is_ready = buffer.Create(loader, width, height, &error);
+    if (is_ready) draw();
+    if (!is_ready) Trace(">> CTarnView::DrawAside: %s\n", error.what.c_str());
+  }
+  doneCurrent();
+  return is_ready;
+}
+
+std::optional<SPick> CTarnView::PickAt(const QPointF& position) {
+  const double ratio = devicePixelRatioF();
+  const int side = CModelPicker::SidePixels(ratio);
+  std::optional<SPick> found;
+  DrawAside(side, side, [&] {
+    found = picker_.Pick(document_->Model(), state_, Camera(), ratio, static_cast<int>(position.x() * ratio),
+                         static_cast<int>(position.y() * ratio));
+  });
+  return found;
+}
+
+std::vector<int32_t> CTarnView::PickIn(const QRectF& rectangle, EGroupKind kind) {
+  const double ratio = devicePixelRatioF();
+  const QRectF inside = rectangle.intersected(QRectF(rect()));
+  const SPixels pixels = {.left = static_cast<int>(inside.left() * ratio),
+                          .top = static_cast<int>(inside.top() * ratio),
+                          .right = static_cast<int>(std::ceil(inside.right() * ratio)),
+                          .bottom = static_cast<int>(std::ceil(inside.bottom() * ratio))};
+  std::vector<int32_t> found;
+  if (pixels.Width() < 1 || pixels.Height() < 1) return found;
+  DrawAside(pixels.Width(), pixels.Height(),
+            [&] { found = picker_.PickRectangle(document_->Model(), state_, Camera(), kind, pixels); });
+  return found;
+}
+
+void CTarnView::Choose(const SPick& pick, bool toggle) {
+  CBinModel& model = document_->Model();
+  const bool is_face = pick.kind == EGroupKind::kFaces;
+  is_choosing_ = true;
+  if (is_face) {
+    cursor_.SetFace(pick.index);
+  } else {
+    cursor_.SetVertex(pick.index);
+  }
+  is_choosing_ = false;
+  if (!toggle) return;
+  const bool was_selected = is_face ? model.Face(pick.index).IsSelected() : model.Vertex(pick.index).IsSelected();
+  model.Select(pick.kind, std::span(&pick.index, 1), !was_selected);
+}
+
+}  // namespace veldra

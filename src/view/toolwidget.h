@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QWidget>
+
+#include "document/tarn2doc.h"
+#include "view/tarn2view.h"
+
+namespace veldra {
+
+/// What stands in a tool window: it shows something of one view, in the main window that of the active document. It
+/// hears of changes from the view and its document, and brings itself up to date at most once a turn of the event loop;
+/// while it cannot be seen it only notes what it has missed.
+class CToolWidget : public QWidget, private CDocumentObserver {
+  Q_OBJECT
+
+ public:
+  /// NAME is its object name.
+  explicit CToolWidget(const char* name);
+  ~CToolWidget() override;
+
+  /// Null when nothing is open. The view may go at any time.
+  void SetView(CTarnView* view);
+  CTarnView* View() const { return view_; }
+  /// Of the view; null without one.
+  CEditCursor* Cursor() const { return view_ == nullptr ? nullptr : &view_->Cursor(); }
+  /// False while it is covered by another one of the same place, which Qt does not count as being hidden.
+  void SetInFront(bool in_front);
+  /// How often it brought itself up to date.
+  int RefreshCount() const { return refresh_count_; }
+
+  QSize sizeHint() const override { return {270, 400}; }
+
+ protected:
+  /// What has happened since it last looked.
+  struct SNews {
+    bool Any() const { return view || state || cursor || model.Any() || model.selection; }
+    bool view = false;    ///< another one; all else may be different then
+    bool state = false;   ///< of the document: read-only
+    bool cursor = false;  ///< current face, current vertex or tags
+    SModelChange model;
+  };
+  /// Only while it can be seen. View() may be null.
+  virtual void Refresh(const SNews& news) = 0;
+  /// Lets Refresh come, with nothing but what else has happened by then.
+  void RefreshSoon();
+
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) override;
+  void OnDocumentStateChanged(const CTarnDoc& document) override;
+  void OnDocumentGone(const CTarnDoc& document) override;
+  void Follow(CTarnView* view);
+  bool CanBeSeen() const { return is_in_front_ && isVisible(); }
+  void Post();
+  void RefreshNow();
+
+  CTarnView* view_ = nullptr;
+  CTarnDoc* document_ = nullptr;  ///< observed; goes before the view or after it
+  SNews news_;
+  bool is_wanted_ = false;
+  bool is_posted_ = false;
+  bool is_in_front_ = true;
+  int refresh_count_ = 0;
+};
+
+}  // namespace veldra

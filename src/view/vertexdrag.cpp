@@ -1,0 +1,70 @@
+#include "view/vertexdrag.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/numbers.h"
+
+namespace veldra {
+
+namespace {
+
+/// OFFSET, but not so far that LOW or HIGH leaves the 32-bit numbers.
+int32_t Bent(double offset, int32_t low, int32_t high) {
+  constexpr double kLowest = std::numeric_limits<int32_t>::min();
+  constexpr double kHighest = std::numeric_limits<int32_t>::max();
+  const double most = std::min(kHighest - high, kHighest);
+  const double least = std::max(kLowest - low, kLowest);
+  return Truncate(std::clamp(offset, least, most));
+}
+
+}  // namespace
+
+CVertexDrag::CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed)
+    : model_(model),
+      camera_(camera),
+      grabbed_at_(model.Vertex(grabbed).Position()),
+      vertices_(model.Selected(EGroupKind::kVertices)),
+      start_bounds_(model.BoundsOfVertices(vertices_).value_or(SBounds{})) {
+  for (const int32_t vertex : vertices_)
+    starts_.push_back(model.Vertex(vertex).Position());
+}
+
+/// As far as brings the grabbed vertex closest to the pointer, on the line in which the axis is seen.
+CViewCamera::Vector CVertexDrag::AlongAxis(double right, double down, EAxis axis) const {
+  CViewCamera::Vector direction = {};
+  direction[static_cast<size_t>(axis)] = 1.0;
+  const auto step = camera_.Pixels(grabbed_at_, direction);
+  const double squares = step[0] * step[0] + step[1] * step[1];
+  // In the view's plane a pixel is so long; an axis that is seen shorter than a twentieth of that points at the viewer.
+  const CViewCamera::Vector pixel = camera_.Movement(grabbed_at_, 1.0, 0.0);
+  const double pixel_squares = pixel[0] * pixel[0] + pixel[1] * pixel[1] + pixel[2] * pixel[2];
+  if (!(squares * pixel_squares > 0.05 * 0.05)) return {};
+  const double units = (right * step[0] + down * step[1]) / squares;
+  direction[static_cast<size_t>(axis)] = units;
+  return direction;
+}
+
+SPoint CVertexDrag::OffsetAt(double right, double down, std::optional<EAxis> axis) const {
+  const CViewCamera::Vector offset = axis ? AlongAxis(right, down, *axis) : camera_.Movement(grabbed_at_, right, down);
+  return {Bent(offset[0], start_bounds_.min.x, start_bounds_.max.x),
+          Bent(offset[1], start_bounds_.min.y, start_bounds_.max.y),
+          Bent(offset[2], start_bounds_.min.z, start_bounds_.max.z)};
+}
+
+void CVertexDrag::MoveTo(double right, double down, std::optional<EAxis> axis) {
+  Place(OffsetAt(right, down, axis));
+}
+
+void CVertexDrag::Place(const SPoint& offset) {
+  if (offset == offset_) return;
+  offset_ = offset;
+  std::vector<SPoint> positions;
+  positions.reserve(starts_.size());
+  for (const SPoint& start : starts_) {
+    positions.push_back({WrapAdd(start.x, offset.x), WrapAdd(start.y, offset.y), WrapAdd(start.z, offset.z)});
+  }
+  model_.SetVertexPositions(vertices_, positions);
+}
+
+}  // namespace veldra

@@ -1,0 +1,335 @@
+#include <gmock/gmock.h>
+
+#include <QComboBox>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QtTest>
+
+#include "app/editorfixture.h"
+#include "support/dialogdriver.h"
+#include "view/texturemapwidget.h"
+
+namespace veldra::testing {
+
+using ::testing::ElementsAre;
+
+namespace {
+
+constexpr EGroupKind kFaces = EGroupKind::kFaces;
+constexpr EGroupKind kVertices = EGroupKind::kVertices;
+
+void Type(QWidget& dialog, const char* field, const QString& text) {
+  auto* edit = Child<QLineEdit>(dialog, field);
+  edit->selectAll();
+  QTest::keyClicks(edit, text);
+}
+
+void Check(QWidget& dialog, const char* button) {
+  Child<QAbstractButton>(dialog, button)->setChecked(true);
+}
+
+bool CanAccept(QWidget& dialog) {
+  for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
+    if (button->text().remove('&') == "OK") return button->isEnabled();
+  return false;
+}
+
+}  // namespace
+
+/// The editing commands through their menu actions and dialogs, on a box of 8 vertices and 6 quads.
+class EditDialogs : public CEditorTest {
+ protected:
+  void Open() {
+    view = &StartWith(WriteModel("box.bin"));
+    model = &view->Document().Model();
+  }
+  CEditCursor& Cursor() { return view->Cursor(); }
+  void Select(EGroupKind kind, const std::vector<int32_t>& items) { model->Select(kind, items, true); }
+  std::vector<int32_t> Corners(int32_t face) const {
+    std::vector<int32_t> corners;
+    for (const CBinVertex* vertex : model->Face(face).Corners())
+      corners.push_back(vertex->Index());
+    return corners;
+  }
+  /// Runs COMMAND, lets ACTION act on its dialog, and accepts it.
+  void Fill(ECommand command, const char* dialog, const std::function<void(QWidget&)>& action) {
+    driver.On(dialog, [&](QWidget& window) {
+      action(window);
+      ClickButton(window, "OK");
+    });
+    Do(command);
+  }
+
+  CDialogDriver driver;
+  CTarnView* view = nullptr;
+  CBinModel* model = nullptr;
+};
+
+TEST_F(EditDialogs, CommandsWithoutDialogsChangeTheModel) {
+  Open();
+  Cursor().SetFace(0);
+  Do(ECommand::kFaceFlip);
+  EXPECT_THAT(Corners(0), ElementsAre(0, 2, 3, 1));
+  const auto coords = [this] { return std::pair{model->Face(0).TexCoord(0).u, model->Face(0).TexCoord(0).v}; };
+  Do(ECommand::kTextureFlipX);
+  EXPECT_EQ(coords(), (std::pair{1.0, 0.0}));
+  Do(ECommand::kTextureFlipY);
+  EXPECT_EQ(coords(), (std::pair{1.0, 1.0}));
+  Do(ECommand::kTextureRotate);
+  EXPECT_EQ(coords(), (std::pair{0.0, 1.0}));
+  for (const int32_t vertex : {0, 3, 5}) {
+    Cursor().SetVertex(vertex);
+    Do(ECommand::kFaceTag);
+  }
+  Do(ECommand::kFaceMakeTagged);
+  EXPECT_THAT(Corners(6), ElementsAre(0, 3, 5));
+  Do(ECommand::kFaceTag);
+  Do(ECommand::kFaceClearTags);
+  EXPECT_TRUE(Cursor().Tagged().empty());
+  Select(kFaces, {0, 6});
+  Do(ECommand::kFaceDeleteSelected);
+  EXPECT_EQ(model->FaceCount(), 5);
+  Cursor().SetVertex(7);
+  Do(ECommand::kVertexDelete);
+  Select(kVertices, {0, 7});
+  Do(ECommand::kVertexDeleteSelected);
+  const std::string refusal = "Vertex is currently in use and cannot be deleted";
+  EXPECT_THAT(questions.TakeMessageTexts(), ElementsAre(refusal, refusal));
+  questions.OnOpenFiles("Load Texture", SOpenFiles{{folder.Write("wood.raw", std::string(64 * 64, 'w'))}});
+  Do(ECommand::kTextureLoad);
+  EXPECT_EQ(model->TextureCount(), 2);
+}
+
+TEST_F(EditDialogs, JumpsToFacesAndVertices) {
+  Open();
+  Fill(ECommand::kModelJump, "jumpTo", [](QWidget& dialog) { Type(dialog, "number", "4"); });
+  EXPECT_EQ(Cursor().Face(), 4);
+  Fill(ECommand::kModelJump, "jumpTo", [](QWidget& dialog) {
+    Check(dialog, "vertex");
+    Type(dialog, "number", "8");
+    EXPECT_FALSE(CanAccept(dialog)) << "there is no vertex 8";
+    Type(dialog, "number", "7");
+  });
+  EXPECT_EQ(Cursor().Vertex(), 7);
+}
+
+TEST_F(EditDialogs, SelectsByFacing) {
+  Open();
+  Fill(ECommand::kFaceFacing, "selectByFacing", [](QWidget& dialog) {
+    Check(dialog, "minusY");
+    Type(dialog, "degrees", "10");
+    EXPECT_EQ(Child<QLabel>(dialog, "count")->text(), "1 of 6 faces");
+  });
+  EXPECT_EQ(model->SelectedCount(kFaces), 1);
+  view->Turn({.screen_x = 90 - view->State().rotation.x});
+  Fill(ECommand::kFaceFacing, "selectByFacing", [](QWidget& dialog) {
+    Check(dialog, "viewer");
+    Check(dialog, "add");
+  });
+  EXPECT_EQ(model->SelectedCount(kFaces), 2) << "seen from above, the other end";
+}
+
+TEST_F(EditDialogs, EditsTheCurrentFace) {
+  Open();
+  Cursor().SetFace(0);
+  const STexCoord odd = {1.0 / 3, 2.0 / 7};  // more digits than a field shows
+  model->Face(0).SetTexCoord(3, odd);
+  driver.Click("editFace", "Cancel");
+  Do(ECommand::kFaceEdit);
+  driver.Click("binMapper", "OK");
+  Do(ECommand::kTextureMapping);
+  EXPECT_FALSE(view->Document().IsModified());
+  EXPECT_EQ(model->Face(0).TexCoord(3), odd);
+  Fill(ECommand::kFaceEdit, "editFace", [this](QWidget& dialog) {
+    EXPECT_EQ(Child<QLabel>(dialog, "storedMagic")->text(), QString::number(model->Face(0).StoredMagic()));
+    EXPECT_EQ(Child<QLabel>(dialog, "normal")->text(), Child<QLabel>(dialog, "storedNormal")->text());
+    Type(dialog, "vertex2", "0");
+    EXPECT_FALSE(CanAccept(dialog)) << "vertex 0 twice";
+    Type(dialog, "vertex2", "5");
+    EXPECT_NE(Child<QLabel>(dialog, "normal")->text(), Child<QLabel>(dialog, "storedNormal")->text());
+    Check(dialog, "triangle");
+    Type(dialog, "u1", "0.25");
+    auto* types = Child<QComboBox>(dialog, "types");
+    types->setCurrentIndex(types->findText("0x29 Shiny Texture (MTM2)"));
+  });
+  EXPECT_THAT(Corners(0), ElementsAre(0, 5, 3));
+  EXPECT_EQ(model->Face(0).Type(), kFaceShiny);
+  EXPECT_EQ(model->Face(0).TexCoord(0).u, 0.25);
+}
+
+TEST_F(EditDialogs, GroupsFaceTypeAndMagic) {
+  Open();
+  Select(kFaces, {1, 2});
+  Fill(ECommand::kFaceGroupType, "groupFaces", [](QWidget& dialog) {
+    EXPECT_EQ(Child<QComboBox>(dialog, "faces")->currentText(), "Selected faces (2)");
+    Check(dialog, "changeType");
+    auto* types = Child<QComboBox>(dialog, "types");
+    types->setCurrentIndex(types->findText("0x11 Transparent Color #0 (MTM)"));
+    Check(dialog, "value");
+    Type(dialog, "number", "77");
+  });
+  EXPECT_EQ(model->Face(2).Type(), kFaceTransparentMtm);
+  EXPECT_EQ(model->Face(2).StoredMagic(), 77);
+  EXPECT_EQ(model->Face(0).Type(), kFaceTextured);
+}
+
+TEST_F(EditDialogs, PlacesVertices) {
+  Open();
+  Cursor().SetVertex(3);
+  Fill(ECommand::kVertexCoordinates, "vertexCoordinates", [](QWidget& dialog) {
+    Type(dialog, "x", "2147483648");
+    EXPECT_FALSE(CanAccept(dialog));
+    Type(dialog, "x", "-7");
+    Type(dialog, "z", "12");
+  });
+  EXPECT_EQ(model->Vertex(3).Position(), (SPoint{-7, 600, 12}));
+  Select(kVertices, {0, 1});
+  Fill(ECommand::kVertexPlane, "setToPlane", [](QWidget& dialog) {
+    Check(dialog, "z");
+    Check(dialog, "current");
+    EXPECT_EQ(Child<QLabel>(dialog, "result")->text(), "2 vertices: Z becomes 12");
+  });
+  EXPECT_EQ(model->Vertex(1).Position().z, 12);
+}
+
+TEST_F(EditDialogs, NormalizesATexture) {
+  Open();
+  for (int32_t face = 0; face < 6; ++face)
+    for (int k = 0; k < 4; ++k)
+      model->Face(face).SetTexCoord(k, {k == 0 ? 0.25 : 0.75, k < 2 ? 0.0 : 0.5});
+  Fill(ECommand::kTextureNormalize, "normalizeTexture", [](QWidget&) {});
+  EXPECT_EQ(model->Face(3).TexCoord(0), (STexCoord{0, 0}));
+  EXPECT_EQ(model->Face(5).TexCoord(2), (STexCoord{1, 1}));
+}
+
+TEST_F(EditDialogs, MapsTheTextureByDraggingAndByNumbers) {
+  Open();
+  Cursor().SetFace(0);
+  const auto coord = [this](int k) { return model->Face(0).TexCoord(k); };
+  const STexCoord old = coord(1);
+  driver.On("binMapper", [&](QWidget& dialog) {
+    auto* map = Child<CTextureMapWidget>(dialog, "map");
+    const auto drag = [map](const STexCoord& from, const STexCoord& to) {
+      QTest::mousePress(map, Qt::LeftButton, Qt::NoModifier, map->PlaceOf(from).toPoint());
+      QMouseEvent move(QEvent::MouseMove, map->PlaceOf(to), map->mapToGlobal(map->PlaceOf(to)), Qt::NoButton,
+                       Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(map, &move);
+      QTest::mouseRelease(map, Qt::LeftButton, Qt::NoModifier, map->PlaceOf(to).toPoint());
+    };
+    drag(coord(1), {40.0 / 63, 10.0 / 63});
+    EXPECT_NEAR(coord(1).u * 63, 40, 1.01) << "the model has it at once";
+    EXPECT_NEAR(coord(1).v * 63, 10, 1.01);
+    EXPECT_NEAR(coord(1).u * 63, std::round(coord(1).u * 63), 1e-9) << "on a texel";
+    Type(dialog, "u3", "31.5");
+    EXPECT_EQ(coord(2).u, 0.5);
+    EXPECT_TRUE(view->Document().IsModified());
+    ClickButton(dialog, "Cancel");
+  });
+  Do(ECommand::kTextureMapping);
+  EXPECT_EQ(coord(1), old);
+  EXPECT_EQ(coord(2).u, 1.0);
+  EXPECT_FALSE(view->Document().IsModified());
+  Fill(ECommand::kTextureMapping, "binMapper", [](QWidget& dialog) {
+    Type(dialog, "v3", "64");
+    EXPECT_FALSE(CanAccept(dialog));
+    Type(dialog, "v3", "15.75");
+  });
+  EXPECT_EQ(coord(2).v, 0.25);
+}
+
+TEST_F(EditDialogs, DefinesAnAnimationThatRunsInThePreview) {
+  Open();
+  questions.OnOpenFiles("Add Frames", SOpenFiles{{folder.Write("wood.raw", std::string(64 * 64, 'w'))}});
+  QImage first;
+  int looks = 0;
+  const std::function<void(QWidget&)> wait_for_next = [&](QWidget& dialog) {
+    constexpr int kMostLooks = 500;
+    const bool has_changed = Child<QLabel>(dialog, "preview")->pixmap().toImage() != first;
+    if (!has_changed && ++looks < kMostLooks) {
+      driver.On("defineAnimation", wait_for_next);
+      return;
+    }
+    EXPECT_TRUE(has_changed);
+    ClickButton(dialog, "OK");
+  };
+  driver.On("defineAnimation", [&](QWidget& dialog) {
+    EXPECT_EQ(Child<QLineEdit>(dialog, "name")->text(), "NEWANIM1");
+    EXPECT_FALSE(CanAccept(dialog)) << "no frames yet";
+    ClickButton(dialog, "Add Texture");
+    ClickButton(dialog, "Add Files...");
+    ClickButton(dialog, "Up");
+    Type(dialog, "rate", "20");
+    first = Child<QLabel>(dialog, "preview")->pixmap().toImage();
+    driver.On("defineAnimation", wait_for_next);
+  });
+  Do(ECommand::kTextureAnimation);
+  CBinTexture* const animation = model->FindTexture("NEWANIM1", ETextureKind::kAnimated);
+  ASSERT_NE(animation, nullptr);
+  EXPECT_EQ(animation->Frames()[0].name, "WOOD.RAW");
+  EXPECT_EQ(animation->Rate(), 20);
+
+  model->SetFaceTexture(0, animation);
+  Cursor().SetFace(0);
+  driver.On("defineAnimation", [](QWidget& dialog) {
+    ClickButton(dialog, "Delete");
+    EXPECT_EQ(Child<QListWidget>(dialog, "frames")->count(), 2);
+    Child<QListWidget>(dialog, "frames")->setCurrentRow(1);
+    ClickButton(dialog, "Remove");
+    ClickButton(dialog, "OK");
+  });
+  Do(ECommand::kTextureAnimation);
+  EXPECT_THAT(questions.TakeMessageTexts(),
+              ElementsAre("Animation \"NEWANIM1\" is currently\n in use and cannot be deleted."));
+  EXPECT_EQ(model->Face(0).Texture()->Frames().size(), 1u);
+}
+
+TEST_F(EditDialogs, GroupsAreMadeRenamedSelectedAndDeleted) {
+  Open();
+  const auto name = [this](const QString& text) {
+    driver.On("groupName", [text](QWidget& dialog) {
+      static_cast<QInputDialog&>(dialog).setTextValue(text);
+      ClickButton(dialog, "OK");
+    });
+  };
+  Select(kFaces, {1, 3});
+  driver.On("faceGroups", [](QWidget& dialog) {
+    dialog.setGeometry(60, 70, 500, 350);
+    ClickButton(dialog, "New from Selection...");
+    ClickButton(dialog, "Rename...");
+    ClickButton(dialog, "Close");
+  });
+  name("roof");
+  name("hood");
+  Do(ECommand::kFaceGroups);
+  ASSERT_NE(model->FindGroup(kFaces, "hood"), nullptr);
+  EXPECT_THAT(model->FindGroup(kFaces, "hood")->Members(), ElementsAre(1, 3));
+  EXPECT_EQ(app->Settings().face_group_dialog, (SRect{60, 70, 560, 420}));
+
+  model->SelectAll(kFaces, false);
+  driver.On("faceGroups", [](QWidget& dialog) {
+    ClickButton(dialog, "New from Selection...");
+    ClickButton(dialog, "Select");
+    ClickButton(dialog, "Delete");
+    ClickButton(dialog, "Close");
+  });
+  Do(ECommand::kFaceGroups);
+  EXPECT_THAT(questions.TakeMessageTexts(), ElementsAre("Please select the faces of the group first."));
+  EXPECT_THAT(model->Selected(kFaces), ElementsAre(1, 3));
+  EXPECT_TRUE(model->FaceGroups().empty());
+
+  Select(kVertices, {2});
+  driver.On("vertexGroups", [](QWidget& dialog) {
+    ClickButton(dialog, "New from Selection...");
+    ClickButton(dialog, "Close");
+  });
+  name("");
+  name("tip");
+  Do(ECommand::kVertexGroups);
+  EXPECT_THAT(questions.TakeMessageTexts(), ElementsAre("Please enter a name."));
+  EXPECT_NE(model->FindGroup(kVertices, "tip"), nullptr);
+}
+
+}  // namespace veldra::testing

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QTreeWidget>
+#include <QtTest>
+
+#include "app/editorfixture.h"
+#include "app/qtquestions.h"
+#include "platform/files.h"
+#include "settings/coptools.h"
+#include "support/dialogdriver.h"
+
+namespace veldra::testing {
+
+namespace {
+
+QStringList Names(const CMainFrame& frame) {
+  QStringList names;
+  for (const CChildFrame* child : frame.Children())
+    names.append(child->Name());
+  return names;
+}
+
+}  // namespace
+
+TEST_F(CEditorTest, TwoWindowsOfADocumentAreNumberedAndCloseOneByOne) {
+  const std::string path = WriteModel("a.bin");
+  Start();
+  ASSERT_TRUE(frame->OpenFile(path));
+  ASSERT_TRUE(frame->OpenFile(WriteModel("b.bin")));
+  frame->Windows().Activate(*app->FindDocument(path));
+  Do(ECommand::kWindowNew);
+  EXPECT_EQ(Names(*frame).join(" "), "a.bin:1 b.bin a.bin:2");
+  EXPECT_EQ(frame->Windows().Documents().size(), 2);
+  Do(ECommand::kModelCenterAll);
+  frame->ActiveDocument()->SetModified(true);
+  for (const CChildFrame* child : frame->Children())
+    EXPECT_EQ(child->isWindowModified(), child->Name() != "b.bin");
+
+  Do(ECommand::kFileClose);  // asks nothing: another window of it stays
+  EXPECT_EQ(Names(*frame).join(" "), "a.bin b.bin");
+  frame->Windows().Activate(*app->FindDocument(path));
+  questions.OnYesNoCancel("Save changes to a.bin?", EAnswer::kNo);
+  Do(ECommand::kFileClose);
+  EXPECT_EQ(Names(*frame).join(" "), "b.bin");
+  EXPECT_EQ(app->FindDocument(path), nullptr);
+}
+
+TEST_F(CEditorTest, WindowsAreSteppedThroughByKey) {
+  Start();
+  for (const char* name : {"a.bin", "b.bin", "c.bin"})
+    ASSERT_TRUE(frame->OpenFile(WriteModel(name)));
+  Settle();
+  QTest::keyClick(frame.get(), Qt::Key_F6, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(frame->ActiveChild()->Name(), "a.bin");
+  QTest::keyClick(frame.get(), Qt::Key_F6, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(frame->ActiveChild()->Name(), "c.bin");
+}
+
+TEST_F(CEditorTest, ChangedPreferencesActAtOnceAndComeBack) {
+  CQtQuestions dialogs;
+  Start(&dialogs);
+  ASSERT_TRUE(frame->OpenFile(WriteModel("m.bin", {.shift_y = 100})));
+  CDialogDriver driver;
+  driver.On("preferences", [](QWidget& dialog) {
+    auto* check = Child<QCheckBox>(dialog, "NOTCENTEREDMSG");
+    EXPECT_TRUE(check->isChecked());
+    check->setChecked(false);
+    Child<QWidget>(dialog, "ROTATESTEP")->findChild<QLineEdit*>()->setText("7.5");
+    ClickButton(dialog, "OK");
+  });
+  Do(ECommand::kFilePreferences);
+  frame->ActiveDocument()->SetModified(true);
+  Do(ECommand::kFileSave);  // no longer asks whether to centre
+  EXPECT_FALSE(frame->ActiveDocument()->IsModified());
+  EXPECT_TRUE(frame->close());
+  EXPECT_TRUE(app->SaveSettings());
+
+  SettingsMap written;
+  CopTools::ReadCfgFile(folder.File("Veldra.cfg"), written);
+  EXPECT_EQ(written["NOTCENTEREDMSG"], "0");
+  EXPECT_EQ(written["ROTATESTEP"], "7.5");
+}
+
+TEST_F(CEditorTest, AnEarlierStateOpensAsANewDocument) {
+  CQtQuestions dialogs;
+  Start(&dialogs);
+  dialogs.SetParent(frame.get());
+  ASSERT_TRUE(frame->OpenFile(WriteModel("m.bin", {.shift_x = 50})));
+  WaitUntilDrawn(*frame->ActiveView());
+  Do(ECommand::kModelCenterX);
+  EXPECT_EQ(frame->ActiveDocument()->Model().Bound(0), -1000);
+  ASSERT_EQ(app->EarlierStates().List(frame->ActiveDocument()->StatesKey()).size(), 1u);
+  EXPECT_GT(app->EarlierStates().List(frame->ActiveDocument()->StatesKey())[0].picture.width, 0);
+  CDialogDriver driver;
+  driver.On("earlierStates", [](QWidget& dialog) {
+    auto* list = Child<QTreeWidget>(dialog, "states");
+    list->setCurrentItem(list->topLevelItem(0));
+    ClickButton(dialog, "Open as a new document");
+  });
+  Do(ECommand::kFileEarlierStates);
+  ASSERT_EQ(frame->Children().size(), 2);
+  EXPECT_EQ(frame->ActiveDocument()->Model().Bound(0), -950);
+  EXPECT_EQ(frame->ActiveDocument()->Path(), "");
+  EXPECT_TRUE(frame->ActiveDocument()->IsModified());
+}
+
+}  // namespace veldra::testing

@@ -1,0 +1,81 @@
+#include "archive/poddocument.h"
+#include "cli/clifixture.h"
+#include "platform/files.h"
+#include "truck/truck.h"
+
+namespace veldra::testing {
+namespace {
+
+class CCliTruckTest : public CCliTest {
+ protected:
+  CCliTruckTest() {
+    truck.name = "Mud \"King\"";
+    truck.model_base_name = "BODY.BIN";
+    truck.axle_model_name = "axle.bin";
+    truck.tire_base_name = "TIRE.BIN";
+    truck.bar_texture = "bar.raw";
+    truck.wave_files[0] = "IDLE.WAV";
+    truck.tires[kFrontLeftTire] = {-1.5, 0.25, 3};
+    truck.lights[static_cast<size_t>(truck.AddLight())].type = 3;
+    EXPECT_TRUE(truck.Save(folder.File("t.trk")));
+  }
+
+  CTruck truck;
+};
+
+TEST_F(CCliTruckTest, ShowRewriteAndDeps) {
+  EXPECT_NE(Run("truck show $/t.trk").out.find("truck: Mud \"King\"\nbody model: BODY.BIN\n"), std::string::npos);
+  const auto json = nlohmann::json::parse(Run("truck show $/t.trk --json").out, nullptr, false);
+  EXPECT_EQ(json["name"], "Mud \"King\"");
+  EXPECT_EQ(json["tires"]["frontLeft"], (nlohmann::json{-1.5, 0.25, 3.0}));
+  EXPECT_EQ(json["scrapePoints"].size(), 12u);
+  EXPECT_EQ(json["lights"][0]["typeName"], "Special Light");
+
+  folder.Write("loose.trk", "TRUCKNAME\n  Mud \"King\"\nno key\nlight 0 type\n3\nnumber of lights\n1");
+  EXPECT_EQ(Run("truck rewrite $/loose.trk $/out.trk").status, 0);
+  CTruck plain;
+  plain.name = truck.name;
+  plain.lights[static_cast<size_t>(plain.AddLight())].type = 3;
+  EXPECT_EQ(ReadTestFile(folder.File("out.trk")), plain.FileText());
+
+  EXPECT_EQ(Run("truck deps $/t.trk").out,
+            "model AXLE.BIN\nmodel BODY.BIN\nmodel TIRE.BIN\ntexture BAR.RAW\npalette BAR.ACT\nsound IDLE.WAV\n");
+}
+
+TEST_F(CCliTruckTest, WhatFailsSaysSo) {
+  for (const char* line : {"truck show $/none.trk", "truck show $/Veldra.cfg", "truck deps $/none.trk"}) {
+    const SResult result = Run(line);
+    EXPECT_EQ(result.status, 1) << line;
+    EXPECT_NE(result.err.find("Veldra - Error: Failed to load truck"), std::string::npos) << line;
+  }
+  const SResult result = Run("truck rewrite $/t.trk $/none/t.trk");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("Veldra - Error: Failed to open destination file"), std::string::npos);
+}
+
+TEST_F(CCliTruckTest, PackAsksAboutWhatIsNotThere) {
+  WriteModel("BODY.BIN", {});
+  WriteModel("axle.bin", {});
+  folder.Write("Bar.raw", std::string(64 * 64, 'x'));
+  folder.Write("SOUND/idle.wav", "RIFF");
+  SResult result = Run("truck pack $/t.trk $/t.pod");
+  EXPECT_EQ(result.status, 1) << "nobody said yes";
+  for (const char* name : {"TIRE.BIN, needed by T.TRK", "BAR.ACT, needed by", "ROAD.ACT, needed by ROAD.RAW"})
+    EXPECT_NE(result.err.find(name), std::string::npos) << name << " in\n" << result.err;
+  EXPECT_FALSE(FileExists(folder.File("t.pod")));
+
+  result = Run("--yes truck pack $/t.trk $/t.pod");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, "Packed 6 files\n");
+  CPodDocument archive;
+  ASSERT_TRUE(archive.Load(folder.File("t.pod")));
+  for (const char* name :
+       {"TRUCK\\T.TRK", "MODELS\\BODY.BIN", "MODELS\\AXLE.BIN", "ART\\BAR.RAW", "ART\\ROAD.RAW", "SOUND\\IDLE.WAV"})
+    EXPECT_EQ(archive.FindAll(name).size(), 1u) << name;
+  const auto bytes = archive.ReadEntry(archive.FindAll("TRUCK\\T.TRK")[0]);
+  ASSERT_TRUE(bytes);
+  EXPECT_EQ(bytes->Text(), truck.FileText());
+}
+
+}  // namespace
+}  // namespace veldra::testing

@@ -1,0 +1,67 @@
+#include <sstream>
+
+#include "interchange/import3ds.h"
+#include "interchange/importfixture.h"
+#include "interchange/waveimport.h"
+#include "interchange/waveparser.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+namespace {
+
+/// Meshes that other programs wrote, which may lie beside the project: "counts.tsv" has for each its vertices and its
+/// faces as written, or "-" where it is to be refused.
+class Samples3d : public testing::CImportTest {
+ protected:
+  void Check(const std::string& name, const std::string& vertices, const std::string& faces) {
+    SCOPED_TRACE(name);
+    const std::string path = JoinPath(VELDRA_SAMPLES_3D, name);
+    const bool is_3ds = EqualNoCase(ExtensionPart(path), "3ds");
+    const bool is_read = is_3ds ? ImportFrom3ds(model, path, Road(), context, &fault)
+                                : ImportWavefront(model, {path, Road()}, {.scale = 0.01}, context, fault);
+    ASSERT_EQ(is_read, vertices != "-") << fault.what;
+    if (!is_read) {
+      EXPECT_NE(fault.what, "");
+      return;
+    }
+    EXPECT_EQ(Format("%d", model.VertexCount()), vertices);
+    EXPECT_EQ(Format("%zu", is_3ds ? static_cast<size_t>(model.FaceCount()) : PolygonsOf(path)), faces);
+    EXPECT_EQ(model.FaceCount() == 0, faces == "0");
+    EXPECT_EQ(model.CheckInvariants(), "");
+  }
+
+  size_t PolygonsOf(const std::string& path) {
+    const auto mesh = ReadWavefront(path, questions, fault);
+    return mesh ? mesh->FaceCount() : 0;
+  }
+};
+
+TEST_F(Samples3d, ImportWithTheirCounts) {
+  const auto counts = ReadWholeFile(JoinPath(VELDRA_SAMPLES_3D, "counts.tsv"));
+  if (!counts) GTEST_SKIP() << "skipped: no meshes of other programs beside the project";
+  std::istringstream lines{std::string(counts->Text())};
+  size_t checked = 0;
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    std::string name;
+    std::string vertices;
+    std::string faces;
+    if (line.starts_with('#') || !(fields >> name >> vertices >> faces)) continue;
+    model.Clear();
+    Check(name, vertices, faces);
+    ++checked;
+  }
+  EXPECT_GT(checked, 0U);
+}
+
+TEST_F(Samples3d, NumbersThatDoNotFitAtFullScale) {
+  const std::string path = JoinPath(VELDRA_SAMPLES_3D, "number_formats.obj");
+  if (!IsFile(path)) GTEST_SKIP() << "skipped: no meshes of other programs beside the project";
+  EXPECT_FALSE(ImportWavefront(model, {path, Road()}, {}, context, fault));
+  EXPECT_EQ(fault.what.rfind("line 19: (1e+10, ", 0), 0U) << fault.what;
+}
+
+}  // namespace
+}  // namespace veldra

@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "support/scriptedquestions.h"
+#include "support/testfiles.h"
+#include "textures/texpool.h"
+
+namespace veldra::testing {
+namespace {
+
+/// The pool leaves its textures to others.
+void Free(CMTMTexPool& pool) {
+  for (const auto& [key, entry] : pool.Textures()) {
+    std::free(entry->pixels);
+    const std::unique_ptr<TexPoolEntry> owned(entry);
+  }
+}
+
+class CTexPoolTest : public ::testing::Test {
+ protected:
+  CTexPoolTest() {
+    std::string colors(768, '\0');
+    colors[15] = 10;
+    colors[16] = 20;
+    colors[17] = 30;
+    act = folder.Write("t.act", colors);
+  }
+  ~CTexPoolTest() override { Free(pool); }
+
+  CTempFolder folder;
+  std::string act;
+  CScriptedQuestions questions;
+  CMTMTexPool pool{questions};
+};
+
+TEST_F(CTexPoolTest, ConvertsTheFirstPixelsToBlueGreenRed) {
+  const std::string raw = folder.Write("a/Tex.raw", std::string("\5\0\5\5\0\5", 6) + "longer");
+  EXPECT_EQ(pool.ReadTexACT(raw, 3, 2, act), 6);
+  const TexPoolEntry& entry = *pool.Textures().at("TEX.RAW");
+  EXPECT_EQ(entry.name, "TEX.RAW");
+  EXPECT_EQ(entry.color_table, act);
+  EXPECT_EQ(entry.width, 3);
+  EXPECT_EQ(entry.height, 2);
+  EXPECT_EQ(std::vector<uint8_t>(entry.pixels, entry.pixels + 9),
+            (std::vector<uint8_t>{30, 20, 10, 0, 0, 0, 30, 20, 10}));
+}
+
+TEST_F(CTexPoolTest, OneFileNameIsOneTexture) {
+  const std::string raw = folder.Write("a/TEX.RAW", "\5");
+  EXPECT_EQ(pool.ReadTexACT(raw, 1, 1, act), 1);
+  EXPECT_EQ(pool.ReadTexACT("b\\tex.raw", 900, 900, "none"), 0) << "nothing is read";
+  EXPECT_EQ(pool.Textures().size(), 1u);
+  EXPECT_EQ(CMTMTexPool::KeyOf("C:\\MTM2\\ART\\Sky.raw"), CMTMTexPool::KeyOf("SKY.RAW"));
+}
+
+TEST_F(CTexPoolTest, SaysWhatIsMissingOrTooSmallAndStaysAsItWas) {
+  const std::string raw = folder.Write("t.raw", "123456");
+  const std::string none = folder.File("none");
+  const struct {
+    std::string raw;
+    std::string act;
+    int32_t width;
+    int32_t height;
+    std::string text;
+  } rows[] = {{none, act, 2, 3, "Texture \"" + none + "\"\nnot found."},
+              {raw, none, 2, 3, "Color Table \"" + raw + "\"\nnot found."},
+              {folder.Path(), act, 2, 3, "Could not open \"" + folder.Path() + "\"."},
+              {raw, act, 7, 1, "File \"" + raw + "\"\ntoo small for 7 x 1 texture."},
+              {raw, act, 65536, 65536, "File \"" + raw + "\"\ntoo small for 65536 x 65536 texture."},
+              {raw, act, -2, -3, "File \"" + raw + "\"\ntoo small for -2 x -3 texture."}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(pool.ReadTexACT(row.raw, row.width, row.height, row.act), -1) << row.text;
+    EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Texture Pool Error:\n" + row.text});
+  }
+  EXPECT_TRUE(pool.Textures().empty());
+  EXPECT_EQ(pool.ReadTexACT(raw, 2, 3, folder.Write("short.act", "ab")), 6) << "that the table is there is enough";
+  EXPECT_EQ(pool.ReadTexACT(folder.Write("empty.raw", ""), 0, 5, act), 0);
+  EXPECT_EQ(pool.Textures().size(), 2u);
+}
+
+}  // namespace
+}  // namespace veldra::testing

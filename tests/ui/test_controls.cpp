@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QtTest>
+
+#include "support/dialogdriver.h"
+#include "support/testfiles.h"
+#include "ui/colorwell.h"
+#include "ui/dialogplace.h"
+#include "ui/pathfield.h"
+#include "ui/sizepreview.h"
+
+namespace veldra::testing {
+
+namespace {
+
+struct SPlace {
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t right = 0;
+  int32_t bottom = 0;
+  bool operator==(const SPlace&) const = default;
+};
+
+/// Where a window that remembers PLACE comes up, moved by BY before it is closed.
+QRect Show(SPlace& place, const QPoint& by = {}) {
+  QDialog window;
+  const CDialogPlace keeper(window, place);
+  window.resize(300, 200);
+  window.show();
+  EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+  const QRect shown(window.pos(), window.size());
+  window.move(window.pos() + by);
+  window.resize(window.size() + QSize(by.x(), by.y()));
+  QTest::qWait(50);
+  window.close();
+  return shown;
+}
+
+}  // namespace
+
+TEST(DialogPlace, ComesBackWhereItWasUnlessNobodyCouldSeeIt) {
+  SPlace place{100, 120, 500, 400};
+  EXPECT_EQ(Show(place, {30, 20}), QRect(100, 120, 400, 280));
+  EXPECT_EQ(place, (SPlace{130, 140, 560, 440}));
+  EXPECT_EQ(Show(place), QRect(130, 140, 430, 300));
+
+  for (SPlace unusable :
+       {SPlace{}, SPlace{5000, 100, 5400, 400}, SPlace{100, -250, 500, 100}, SPlace{500, 400, 100, 120}}) {
+    const QRect shown = Show(unusable);
+    EXPECT_EQ(shown.size(), QSize(300, 200));
+    EXPECT_TRUE(IsOnAScreen(shown));
+    EXPECT_EQ(QSize(unusable.right - unusable.left, unusable.bottom - unusable.top), QSize(300, 200));
+  }
+}
+
+TEST(DialogPlace, ColumnsKeepTheirWidths) {
+  int32_t widths[] = {150, 0, 1};
+  QTreeWidget list;
+  list.setColumnCount(4);
+  list.setHeaderLabels({"a", "b", "c", "d"});
+  const int own = list.header()->sectionSize(1);
+  KeepColumnWidths(*list.header(), {&widths[0], &widths[1], &widths[2]});
+  EXPECT_EQ(list.header()->sectionSize(0), 150);
+  EXPECT_EQ(list.header()->sectionSize(1), own);
+  EXPECT_EQ(list.header()->sectionSize(2), list.header()->minimumSectionSize());
+  list.header()->resizeSection(1, 77);
+  list.setColumnHidden(0, true);
+  EXPECT_EQ(widths[0], 150);
+  EXPECT_EQ(widths[1], 77);
+}
+
+TEST(ColorWell, TakesTheColourThatIsChosen) {
+  CColorWell well(Qt::red);
+  well.SetCustomColors({Qt::blue, Qt::green}, [](const std::vector<QColor>& colors) {
+    EXPECT_EQ(colors, (std::vector<QColor>{Qt::blue, Qt::black}));
+  });
+  QSignalSpy changes(&well, &CColorWell::ColorChanged);
+  well.show();
+  CDialogDriver driver;
+  driver.On("colorDialog", [](QWidget& widget) {
+    auto& dialog = dynamic_cast<QColorDialog&>(widget);
+    EXPECT_EQ(dialog.currentColor(), QColor(Qt::red));
+    EXPECT_EQ(QColorDialog::customColor(1), QColor(Qt::green));
+    QColorDialog::setCustomColor(1, Qt::black);
+    dialog.setCurrentColor(QColor(1, 2, 3));
+    ClickButton(dialog, "OK");
+  });
+  driver.Click("colorDialog", "Cancel");
+  QTest::mouseClick(&well, Qt::LeftButton);
+  EXPECT_EQ(well.Color(), QColor(1, 2, 3));
+  EXPECT_EQ(well.text(), "#010203");
+  QTest::keyClick(&well, Qt::Key_Space);
+  EXPECT_EQ(well.Color(), QColor(1, 2, 3));
+  EXPECT_EQ(changes.size(), 1);
+}
+
+TEST(PathField, BrowsesAndSaysWhenNothingIsThere) {
+  const CTempFolder folder;
+  const std::string file = folder.Write("Art/COLORS.ACT", "x");
+  CPathField field(CPathField::EKind::kFile);
+  field.SetPrompt("Select it", {{"Adobe Color Table *.act", "*.act"}});
+  field.show();
+  auto* note = Child<QLabel>(field, "note");
+  field.SetPath(folder.File("art\\colors.act"));
+  EXPECT_TRUE(field.IsThere());
+  EXPECT_FALSE(note->isVisible());
+  field.SetPath(folder.File("Art"));
+  EXPECT_FALSE(field.IsThere());
+  EXPECT_TRUE(note->isVisible());
+
+  field.SetPath(folder.File("Art/NONE.ACT"));
+  CDialogDriver driver;
+  driver.On("openFile", [&](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Select it");
+    auto* edit = Child<QLineEdit>(dialog, "fileNameEdit");
+    QTest::keyClicks(edit, QString::fromStdString(file));
+    QTest::keyClick(edit, Qt::Key_Return);
+  });
+  QTest::mouseClick(Child<QPushButton>(field, "browse"), Qt::LeftButton);
+  EXPECT_EQ(field.Path(), file);
+}
+
+TEST(SizePreview, SizesDoNotOverflow) {
+  CSizePreview preview;
+  const SExtent widest{INT32_MIN, INT32_MAX};
+  preview.SetPresent({SExtent{-3, 4}, widest, SExtent{}});
+  preview.SetResult(CSizePreview::Extents{SExtent{5, 9}, widest, SExtent{}});
+  const std::pair<const char*, const char*> texts[] = {{"presentX", "7"},         {"presentY", "4294967295"},
+                                                       {"resultX", "4"},          {"placeX", "5 to 9"},
+                                                       {"resultY", "4294967295"}, {"resultZ", "0"}};
+  for (const auto& [name, text] : texts)
+    EXPECT_EQ(Child<QLabel>(preview, name)->text(), text) << name;
+  preview.SetResult(std::nullopt);
+  EXPECT_EQ(Child<QLabel>(preview, "resultX")->text(), QString(QChar(0x2013)));
+}
+
+}  // namespace veldra::testing

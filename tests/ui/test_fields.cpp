@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QPushButton>
+#include <QtTest>
+
+#include "support/dialogdriver.h"
+#include "ui/fielddialog.h"
+
+namespace veldra::testing {
+
+namespace {
+
+/// Two numbers; the first must not be larger than the second.
+class CRangeDialog : public CFieldDialog {
+ public:
+  CRangeDialog() : CFieldDialog("range", "Range", nullptr) {
+    auto* form = new QFormLayout;
+    first = AddNumber(form, "&First:", "first", SNumberRule::Integer(0, 99), 1);
+    second = AddNumber(form, "&Second:", "second", {}, 2.5);
+    Content()->addLayout(form);
+    StartWith(first);
+    Refresh();
+    show();
+    activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+  }
+  QString DialogFault() { return Child<QLabel>(*this, "dialogFault")->text(); }
+
+  CNumberField* first;
+  CNumberField* second;
+
+ private:
+  QString Fault() override { return *first->Value() > *second->Value() ? "Too large." : ""; }
+  QString FieldFault() override { return "Look above."; }
+};
+
+}  // namespace
+
+TEST(FieldDialog, OkWaitsForEveryFieldAndForTheWhole) {
+  CRangeDialog dialog;
+  EXPECT_TRUE(dialog.IsValid());
+  const struct {
+    const char* first;
+    const char* second;
+    const char* first_fault;
+    const char* second_fault;
+    const char* dialog_fault;
+  } rows[] = {
+      {"", "3", "Enter a number.", "", "Look above."},
+      {"1.5", "3", "Not a whole number.", "", "Look above."},
+      {"100", "0.5.", "Must be between 0 and 99.", "Not a number.", "Look above."},
+      {"4", "3", "", "", "Too large."},
+      {"3", "3", "", "", ""},
+  };
+  for (const auto& row : rows) {
+    TypeInto(dialog, "first", row.first);
+    TypeInto(dialog, "second", row.second);
+    EXPECT_EQ(dialog.first->Fault(), row.first_fault);
+    EXPECT_EQ(dialog.second->Fault(), row.second_fault);
+    EXPECT_EQ(dialog.DialogFault(), row.dialog_fault);
+    EXPECT_EQ(dialog.IsValid(), *row.dialog_fault == '\0');
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    EXPECT_EQ(dialog.isVisible(), !dialog.IsValid()) << row.first;
+  }
+  EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+TEST(FieldDialog, KeysLeadThroughTheFieldsToTheButtons) {
+  CRangeDialog dialog;
+  EXPECT_EQ(dialog.focusWidget(), dialog.first->Edit());
+  EXPECT_EQ(dialog.first->Edit()->selectedText(), "1");
+  QTest::keyClick(&dialog, Qt::Key_Tab);
+  EXPECT_EQ(dialog.focusWidget(), dialog.second->Edit());
+  QTest::keyClick(&dialog, Qt::Key_Tab);
+  EXPECT_NE(qobject_cast<QPushButton*>(dialog.focusWidget()), nullptr);
+  QTest::keyClick(&dialog, Qt::Key_F, Qt::AltModifier);
+  EXPECT_EQ(dialog.focusWidget(), dialog.first->Edit());
+  QTest::keyClick(&dialog, Qt::Key_Escape);
+  EXPECT_FALSE(dialog.isVisible());
+  EXPECT_EQ(dialog.result(), QDialog::Rejected);
+}
+
+TEST(NumberField, TrimsWhatIsPastedAndIgnoresTheLocale) {
+  const QLocale before;
+  QLocale::setDefault(QLocale(QLocale::German));
+  CRangeDialog dialog;
+  EXPECT_EQ(dialog.second->Edit()->text(), "2.5");
+  QApplication::clipboard()->setText(QString(QChar(0xA0)) + " 1234.25\n");
+  QTest::keyClick(&dialog, Qt::Key_Tab);
+  QTest::keyClick(dialog.second->Edit(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(dialog.second->Value(), 1234.25);
+  QTest::keyClick(&dialog, Qt::Key_F, Qt::AltModifier);
+  EXPECT_EQ(dialog.second->Edit()->text(), "1234.25");
+  QLocale::setDefault(before);
+}
+
+TEST(NumberField, ADisabledOneIsNeverWrong) {
+  CRangeDialog dialog;
+  QSignalSpy changes(dialog.first, &CNumberField::ValidityChanged);
+  TypeInto(dialog, "first", "x");
+  ASSERT_EQ(changes.size(), 1);
+  EXPECT_FALSE(changes[0][0].toBool());
+  dialog.first->setEnabled(false);
+  EXPECT_TRUE(dialog.first->IsValid());
+  EXPECT_EQ(dialog.first->Value(), std::nullopt);
+  dialog.first->setEnabled(true);
+  EXPECT_EQ(dialog.first->Fault(), "Not a number.");
+  EXPECT_EQ(changes.size(), 3);
+}
+
+TEST(FaultLabel, CanBeReadOnDarkAndOnLightWindows) {
+  CRangeDialog dialog;
+  auto* fault = Child<QLabel>(dialog, "dialogFault");
+  for (const QColor& window : {QColor(30, 30, 30), QColor(240, 240, 240)}) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    dialog.setPalette(palette);
+    const QColor text = fault->palette().color(QPalette::WindowText);
+    EXPECT_GT(std::abs(text.lightness() - window.lightness()), 90) << window.name().toStdString();
+    EXPECT_GT(text.red(), text.green());
+  }
+}
+
+}  // namespace veldra::testing

@@ -1,0 +1,322 @@
+#include <gmock/gmock.h>
+
+#include <QAbstractEventDispatcher>
+#include <QLabel>
+#include <QRubberBand>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include "support/scriptedquestions.h"
+#include "view/scene.h"
+#include "view/tarn2view.h"
+
+namespace veldra::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr EGroupKind kFaces = EGroupKind::kFaces;
+constexpr EGroupKind kVertices = EGroupKind::kVertices;
+
+/// A 3D view of a front wall (face 0, vertices 0 to 3), a larger one behind it to the right (face 1, 4 to 7) and a
+/// vertex that no face uses, seen from the front without perspective: one model unit is one pixel.
+class ViewMouse : public ::testing::Test {
+ protected:
+  static constexpr int kSide = 400;
+
+  void SetUp() override {
+    settings.render_mode = static_cast<int32_t>(ERenderMode::kSolid);
+    settings.verts_3d = settings.only_3d = settings.axes_3d = settings.mouse_scheme = 0;
+    settings.view_angle_x = settings.view_angle_y = settings.view_angle_z = 0;
+    settings.orthographic = 1;
+    document = std::make_shared<CTarnDoc>(SDocumentServices{questions, textures, settings});
+    AddWall({-60, -60, 10}, 120);
+    AddWall({20, -110, -10}, 165);
+    document->Model().AddVertex({-189, -30, 0});  // the largest bound: all fits into 2 × 189, with some air
+    document->SetModified(false);
+  }
+  void AddWall(const SPoint& low, int32_t side) {
+    CBinModel& model = document->Model();
+    CBinVertex* const corners[] = {&model.AddVertex(low), &model.AddVertex({low.x + side, low.y, low.z}),
+                                   &model.AddVertex({low.x + side, low.y + side, low.z}),
+                                   &model.AddVertex({low.x, low.y + side, low.z})};
+    auto face = std::make_unique<CBinFace>(model);
+    face->SetCorners(corners);
+    face->SetType(kFaceUntextured);
+    model.AddFace(std::move(face));
+  }
+  CTarnView& Show() {
+    view = std::make_unique<CTarnView>(document);
+    view->resize(kSide, kSide);
+    view->show();
+    view->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->HasDrawn(); }, 20000));
+    view->setFocus();
+    return *view;
+  }
+  /// Where a model point is seen.
+  QPoint At(const SPoint& point) const {
+    const SScreenPoint at = view->Camera().Project(point);
+    return (QPointF(at.x, at.y) / view->devicePixelRatioF()).toPoint();
+  }
+  QPoint AtVertex(int32_t index) const { return At(document->Model().Vertex(index).Position()); }
+  void Click(const QPoint& at, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+    QTest::mouseClick(view.get(), Qt::LeftButton, modifiers, at);
+  }
+  /// QTest::mouseMove does not carry the buttons that are held.
+  void MoveTo(const QPoint& to, Qt::MouseButton button, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+    QMouseEvent move(QEvent::MouseMove, to, view->mapToGlobal(to), Qt::NoButton, button, modifiers);
+    QApplication::sendEvent(view.get(), &move);
+  }
+  void Drag(const QPoint& from, const QPoint& to, Qt::MouseButton button,
+            Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+    QTest::mousePress(view.get(), button, modifiers, from);
+    MoveTo((from + to) / 2, button, modifiers);
+    MoveTo(to, button, modifiers);
+    QTest::mouseRelease(view.get(), button, modifiers, to);
+  }
+  void SelectVertices(const std::vector<int32_t>& vertices) const {
+    document->Model().SelectAll(kVertices, false);
+    document->Model().Select(kVertices, vertices, true);
+  }
+  SPoint Position(int32_t vertex) const { return document->Model().Vertex(vertex).Position(); }
+  std::vector<int32_t> Selected(EGroupKind kind) const { return document->Model().Selected(kind); }
+  QImage Grab() const { return view->grabFramebuffer().convertToFormat(QImage::Format_RGB32); }
+
+  CScriptedQuestions questions;
+  CTextureStore textures{questions, GreyRamp()};
+  CSettings settings;
+  std::shared_ptr<CTarnDoc> document;
+  std::unique_ptr<CTarnView> view;
+};
+
+TEST_F(ViewMouse, AClickMakesCurrentAndCtrlTakesIntoTheSelectionAndOut) {
+  CTarnView& shown = Show();
+  QSignalSpy changes(&shown, &CTarnView::CursorChanged);
+  Click(At({0, 0, 10}));
+  EXPECT_EQ(shown.Cursor().Face(), 0);
+  EXPECT_EQ(changes.count(), 1);
+  EXPECT_THAT(Selected(kFaces), IsEmpty());
+  Click(At({150, 0, -10}), Qt::ControlModifier);
+  Click(At({0, 0, 10}), Qt::ControlModifier);
+  EXPECT_EQ(shown.Cursor().Face(), 0);
+  EXPECT_THAT(Selected(kFaces), ElementsAre(0, 1));
+  Click(At({150, 0, -10}), Qt::ControlModifier);
+  EXPECT_THAT(Selected(kFaces), ElementsAre(0));
+  Click(At({-150, 150, 0}));  // nothing there
+  EXPECT_EQ(shown.Cursor().Face(), 1);
+
+  Click(AtVertex(2));
+  EXPECT_EQ(shown.Cursor().Vertex(), -1) << "vertices are not marked";
+  shown.ToggleVertices();
+  Click(AtVertex(2) + QPoint(2, 2), Qt::ControlModifier);
+  EXPECT_EQ(shown.Cursor().Vertex(), 2);
+  EXPECT_THAT(Selected(kVertices), ElementsAre(2));
+  EXPECT_FALSE(document->IsModified());
+}
+
+TEST_F(ViewMouse, ARubberBandSelectsWhatShowsInItAndCtrlAdds) {
+  CTarnView& shown = Show();
+  Drag(At({-80, 80, 0}), At({-20, 20, 0}), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_THAT(Selected(kFaces), ElementsAre(0));
+  Drag(At({120, 50, 0}), At({100, 20, 0}), Qt::LeftButton, Qt::ShiftModifier | Qt::ControlModifier);
+  EXPECT_THAT(Selected(kFaces), ElementsAre(0, 1));
+  Drag(At({120, 50, 0}), At({100, 20, 0}), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_THAT(Selected(kFaces), ElementsAre(1));
+  shown.ToggleVertices();
+  Drag(At({-80, -80, 0}), At({70, 70, 0}), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_THAT(Selected(kVertices), ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(Selected(kFaces), ElementsAre(1));
+
+  QTest::mousePress(&shown, Qt::LeftButton, Qt::ShiftModifier, At({-199, 150, 0}));
+  MoveTo(At({180, -150, 0}), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_NE(shown.findChild<QRubberBand*>(), nullptr);
+  QTest::keyClick(&shown, Qt::Key_Escape);
+  EXPECT_EQ(shown.findChild<QRubberBand*>(), nullptr);
+  QTest::mouseRelease(&shown, Qt::LeftButton, Qt::ShiftModifier, At({180, -150, 0}));
+  EXPECT_THAT(Selected(kVertices), ElementsAre(0, 1, 2, 3));
+  EXPECT_EQ(shown.State().rotation.y, 0.0);
+}
+
+TEST_F(ViewMouse, EachSchemeTurnsAndMovesWithItsOwnButtons) {
+  CTarnView& shown = Show();
+  const QPoint from = shown.rect().center();
+  const struct {
+    EMouseScheme scheme;
+    Qt::MouseButton button;
+    Qt::KeyboardModifiers modifiers;
+    bool turns, pans, zooms;
+  } cases[] = {
+      {EMouseScheme::kLeftTurns, Qt::LeftButton, Qt::NoModifier, true, false, false},
+      {EMouseScheme::kLeftTurns, Qt::MiddleButton, Qt::NoModifier, false, true, false},
+      {EMouseScheme::kLeftTurns, Qt::RightButton, Qt::NoModifier, false, true, false},
+      {EMouseScheme::kMiddleTurns, Qt::MiddleButton, Qt::NoModifier, true, false, false},
+      {EMouseScheme::kMiddleTurns, Qt::MiddleButton, Qt::ShiftModifier, false, true, false},
+      {EMouseScheme::kRightTurns, Qt::RightButton, Qt::NoModifier, true, false, false},
+      {EMouseScheme::kRightTurns, Qt::MiddleButton, Qt::NoModifier, false, true, false},
+      {EMouseScheme::kRightTurns, Qt::LeftButton, Qt::NoModifier, false, false, false},
+      {EMouseScheme::kAltTurns, Qt::MiddleButton, Qt::AltModifier, false, true, false},
+      {EMouseScheme::kAltTurns, Qt::LeftButton, Qt::AltModifier, true, false, false},
+      {EMouseScheme::kAltTurns, Qt::RightButton, Qt::AltModifier, false, false, true},
+      {EMouseScheme::kAltTurns, Qt::MiddleButton, Qt::NoModifier, false, false, false},
+  };
+  for (const auto& row : cases) {
+    settings.mouse_scheme = static_cast<int32_t>(row.scheme);
+    shown.ZoomToFit();
+    shown.RestoreRotation();
+    Drag(from, from + QPoint(40, 10), row.button, row.modifiers);
+    const std::string label = ::testing::PrintToString(int(row.scheme)) + " " + std::to_string(int(row.button));
+    EXPECT_EQ(shown.State().rotation.y > 1.0, row.turns) << label;
+    EXPECT_EQ(shown.State().pan_x == 0.1 && shown.State().pan_y == -0.025, row.pans) << label;
+    EXPECT_EQ(shown.State().zoom > 1.1, row.zooms) << label;
+    EXPECT_EQ(shown.Cursor().Face(), -1) << label;
+  }
+}
+
+TEST_F(ViewMouse, DraggingASelectedVertexMovesTheSelection) {
+  CTarnView& shown = Show();
+  SelectVertices({4, 5});
+  const SPoint four = Position(4);
+  const SPoint five = Position(5);
+  const QPoint from = AtVertex(5);
+  Drag(from, from + QPoint(-30, -20), Qt::LeftButton);
+  EXPECT_NEAR(Position(5).x - five.x, -30, 2);
+  EXPECT_NEAR(Position(5).y - five.y, 20, 2);
+  EXPECT_EQ(Position(5).z, five.z);
+  EXPECT_EQ(Position(4).x - four.x, Position(5).x - five.x);
+  EXPECT_EQ(Position(4).y - four.y, Position(5).y - five.y);
+  EXPECT_TRUE(document->IsModified());
+  EXPECT_NEAR((AtVertex(5) - from).x(), -30, 2) << "the view moved under the pointer";
+  EXPECT_EQ(shown.State().rotation.y, 0.0);
+
+  const SPoint eight = Position(8);
+  Drag(AtVertex(8), AtVertex(8) + QPoint(30, 0), Qt::LeftButton);  // not selected: the view turns
+  EXPECT_EQ(Position(8), eight);
+  EXPECT_NE(shown.State().rotation.y, 0.0);
+}
+
+TEST_F(ViewMouse, AHeldAxisKeyBindsAMoveAndEscapePutsEverythingBack) {
+  CTarnView& shown = Show();
+  SelectVertices({5});
+  const SPoint start = Position(5);
+  const QPoint from = AtVertex(5);
+  QTest::mousePress(&shown, Qt::LeftButton, Qt::NoModifier, from);
+  MoveTo(from + QPoint(-30, -20), Qt::LeftButton);
+  const SPoint free = Position(5);
+  EXPECT_NE(free.x, start.x);
+  EXPECT_NE(free.y, start.y);
+  const std::pair<Qt::Key, SPoint> bound[] = {
+      {Qt::Key_X, {free.x, start.y, start.z}}, {Qt::Key_Y, {start.x, free.y, start.z}}, {Qt::Key_Z, start}};
+  for (const auto& [key, expected] : bound) {
+    QTest::keyPress(&shown, key);
+    EXPECT_EQ(Position(5), expected) << key;
+    QTest::keyRelease(&shown, key);
+    EXPECT_EQ(Position(5), free) << key;
+  }
+  EXPECT_TRUE(document->IsModified());
+  QTest::keyClick(&shown, Qt::Key_Escape);
+  EXPECT_EQ(Position(5), start);
+  EXPECT_FALSE(document->IsModified());
+  MoveTo(from + QPoint(-60, -20), Qt::LeftButton);
+  QTest::mouseRelease(&shown, Qt::LeftButton, Qt::NoModifier, from);
+  EXPECT_EQ(Position(5), start);
+  EXPECT_EQ(shown.State().rotation.y, 0.0);
+
+  document->SetReadOnly(true);
+  Drag(from, from + QPoint(-30, 0), Qt::LeftButton);
+  EXPECT_EQ(Position(5), start);
+}
+
+TEST_F(ViewMouse, AMoveEndsWhenItsVerticesGo) {
+  CTarnView& shown = Show();
+  SelectVertices({8});
+  QTest::mousePress(&shown, Qt::LeftButton, Qt::NoModifier, AtVertex(8));
+  MoveTo(AtVertex(8) + QPoint(20, 0), Qt::LeftButton);
+  const int32_t last[] = {8};
+  EXPECT_TRUE(document->Model().DeleteVertices(last, questions));
+  MoveTo(QPoint(50, 50), Qt::LeftButton);
+  QTest::keyClick(&shown, Qt::Key_Escape);
+  QTest::mouseRelease(&shown, Qt::LeftButton, Qt::NoModifier, QPoint(50, 50));
+  EXPECT_EQ(document->Model().CheckInvariants(), "");
+  EXPECT_EQ(document->Model().VertexCount(), 8);
+}
+
+TEST_F(ViewMouse, FollowingTurnsToAFaceChosenElsewhereOnly) {
+  CTarnView& shown = Show();
+  ASSERT_TRUE(shown.State().follow_current_face);
+  shown.ViewBack();
+  Click(At({150, 0, -10}));  // from behind
+  EXPECT_EQ(shown.Cursor().Face(), 1);
+  EXPECT_EQ(shown.State().rotation.y, 180.0);
+  shown.Cursor().SetFace(0);
+  EXPECT_NEAR(std::remainder(shown.State().rotation.y, 360.0), 0.0, 1e-6);
+  shown.ToggleFollowFace();
+  shown.ViewBack();
+  shown.Cursor().SetFace(1);
+  EXPECT_EQ(shown.State().rotation.y, 180.0);
+}
+
+TEST_F(ViewMouse, TheGridSaysItsScale) {
+  settings.show_grid = 1;
+  CTarnView& shown = Show();
+  shown.ToggleAxes();
+  const auto* label = shown.findChild<QLabel*>("gridSpacing");
+  ASSERT_NE(label, nullptr);
+  EXPECT_TRUE(label->isVisible());
+  EXPECT_EQ(label->text(), "Grid: 50 units");
+  shown.ZoomBy(4.0, shown.rect().center());
+  EXPECT_EQ(label->text(), "Grid: 10 units");
+  shown.ToggleGrid();
+  EXPECT_FALSE(label->isVisible());
+}
+
+TEST_F(ViewMouse, ANewContextShowsTheSamePicture) {
+  Show();
+  document->Model().SelectAll(kFaces, true);
+  Click(At({0, 0, 10}));
+  const QImage before = Grab();
+  QWidget window;
+  QVBoxLayout layout(&window);
+  layout.setContentsMargins(0, 0, 0, 0);
+  layout.addWidget(view.get());  // which OpenGL takes for another window
+  window.resize(kSide, kSide);
+  window.show();
+  EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+  ASSERT_EQ(view->size(), QSize(kSide, kSide));
+  const QImage now = Grab();
+  int different = 0;  // but for how edges are smoothed
+  for (int y = 0; y < kSide; ++y)
+    for (int x = 0; x < kSide; ++x)
+      different += std::abs(qGray(now.pixel(x, y)) - qGray(before.pixel(x, y))) > 60 ? 1 : 0;
+  EXPECT_LT(different, kSide * kSide / 50);
+  Click(At({150, 0, -10}));
+  EXPECT_EQ(view->Cursor().Face(), 1);
+  view->setParent(nullptr);
+}
+
+TEST_F(ViewMouse, AnimationsRunWhileThePlayTimerDoesAndStopWithIt) {
+  CBinModel& model = document->Model();
+  SScene images;
+  std::vector<CBinTexture::SFrame> frames = {{"A.RAW", images.Image({kRed})}, {"B.RAW", images.Image({kGreen})}};
+  model.SetFaceTexture(0, &model.AddTexture(std::make_unique<CBinTexture>(model, "ANIMATION", frames, 5.0)));
+  model.Face(0).SetType(kFaceTextured);
+  model.ReportFacesChanged();
+  settings.render_mode = static_cast<int32_t>(ERenderMode::kTextured);
+  CTarnView& shown = Show();
+  const auto is_green = [&] {
+    const QColor seen = Grab().pixelColor(At({0, 0, 10}));
+    return seen.green() > 2 * seen.red();
+  };
+  EXPECT_FALSE(is_green());
+  shown.TogglePlay();
+  EXPECT_TRUE(QTest::qWaitFor(is_green, 5000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !is_green(); }, 5000));
+  shown.TogglePlay();
+  EXPECT_EQ(QAbstractEventDispatcher::instance()->registeredTimers(&shown).size(), 0);
+  EXPECT_FALSE(is_green());
+}
+
+}  // namespace
+}  // namespace veldra::testing

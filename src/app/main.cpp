@@ -1,11 +1,11 @@
 #include <QApplication>
-#include <QOpenGLContext>
 #include <QTimer>
 #include <cstdlib>
 #include <memory>
 
 #include "app/commandicons.h"
 #include "app/mainfrm.h"
+#include "app/openglcheck.h"
 #include "app/printedquestions.h"
 #include "app/programoptions.h"
 #include "app/qtquestions.h"
@@ -21,13 +21,6 @@ using namespace veldra;
 void NameProgram() {
   QCoreApplication::setApplicationName("veldra");
   QCoreApplication::setApplicationVersion(VELDRA_VERSION);
-}
-
-/// Qt itself falls over when a window with an OpenGL view comes to be drawn where there is no OpenGL at all. The
-/// context that all views share is made with the application.
-bool HasOpenGl() {
-  const QOpenGLContext* shared = QOpenGLContext::globalShareContext();
-  return shared != nullptr && shared->isValid();
 }
 
 bool IsAttended(const SProgramOptions& options) {
@@ -78,13 +71,16 @@ int Run(const SProgramOptions& options) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   auto startup = StartUp(CurrentDirectory(), questions);
   if (!startup) return kExitWithoutPalette;
-  if (!HasOpenGl()) {
+  const EOpenGl opengl = CheckOpenGl();
+  if (opengl == EOpenGl::kNone) {
     questions.Message({.text = "Veldra needs OpenGL, which this system does not offer.",
                        .caption = kErrorCaption,
                        .icon = EIcon::kError,
                        .details = "Installing the graphics card's driver usually helps."});
     return EXIT_FAILURE;
   }
+  // A picture is worth the wait.
+  if (opengl == EOpenGl::kSoftware && options.picture.isEmpty()) CTarnView::SetSamples(0);
   CTarn2App app(std::move(*startup), questions);
   const int exit_code = RunWindow(app, dialogs, options);
   app.SaveSettings();

@@ -1,5 +1,6 @@
 #include "app/mainfrm.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QColorDialog>
 #include <QDragEnterEvent>
@@ -45,7 +46,6 @@ CMainFrame::CMainFrame(CTarn2App& app)
     : app_(app), area_(new CDocumentArea), counts_(new QLabel), docks_(new CToolDocks(*this, app.Settings())) {
   setObjectName("mainFrame");
   setWindowTitle(tr("Veldra"));
-  setWindowIcon(ProgramIcon());
   setAcceptDrops(true);
   setCentralWidget(area_);
   MakeReadyForOpenGL();
@@ -146,7 +146,7 @@ void CMainFrame::About() {
   QMessageBox box(this);
   box.setObjectName("about");
   box.setWindowTitle(tr("About Veldra"));
-  box.setIconPixmap(windowIcon().pixmap(64, 64));
+  box.setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
   box.setText(QStringLiteral("<h3>Veldra %1</h3>").arg(VELDRA_VERSION));
   box.setInformativeText(tr("An editor for the 3D models of Monster Truck Madness 2.\n\nRuns on Qt %1.")
                              .arg(QString::fromUtf8(qVersion())));

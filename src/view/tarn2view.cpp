@@ -19,18 +19,22 @@ namespace {
 
 constexpr double kZoomPerNotch = 1.15;
 constexpr double kWheelUnitsPerNotch = 120.0;
-constexpr int kSamples = 4;
+int g_samples = 4;
 
 QSurfaceFormat ViewFormat() {
   QSurfaceFormat format;
   format.setRenderableType(QSurfaceFormat::OpenGL);
   format.setProfile(QSurfaceFormat::CompatibilityProfile);
   format.setDepthBufferSize(24);
-  format.setSamples(kSamples);
+  format.setSamples(g_samples);
   return format;
 }
 
 }  // namespace
+
+void CTarnView::SetSamples(int samples) {
+  g_samples = samples;
+}
 
 CTarnView::CTarnView(std::shared_ptr<CTarnDoc> document, QWidget* parent)
     : QOpenGLWidget(parent),
@@ -159,7 +163,7 @@ void CTarnView::HoldMiddle() {
 /// A middle that is held is let go of when the model has gone elsewhere.
 void CTarnView::FollowMiddle(const CBinModel& model) {
   if (!state_.center || mouse_->IsMovingVertices()) return;
-  const auto& center = CModelSpace(model.Bounds()).Center();
+  const auto center = CModelSpace(model.Bounds()).Center();
   const auto& held = *state_.center;
   const double distance = std::hypot(center[0] - held[0], center[1] - held[1], center[2] - held[2]);
   if (distance > state_.extent / 2.0) state_.center.reset();

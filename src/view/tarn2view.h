@@ -39,6 +39,9 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   static constexpr int kPlayIntervalMs = 5;
   static constexpr double kLargestZoom = 1000.0;
 
+  /// How many samples a pixel has in the views that are made from now on; 0 for edges that are not smoothed.
+  static void SetSamples(int samples);
+
   explicit CTarnView(std::shared_ptr<CTarnDoc> document, QWidget* parent = nullptr);
   ~CTarnView() override;
 

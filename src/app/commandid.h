@@ -16,6 +16,7 @@ enum class ECommand : int32_t {
   kFileSaveAs,
   kFileReload,
   kFileEarlierStates,
+  kFileRecover,
   kMenuImport,  ///< submenu
   kImport3ds,
   kImportWavefront,

@@ -2,6 +2,7 @@
 
 #include "app/fileopeners.h"
 #include "app/mainfrm.h"
+#include "app/recoveryoffer.h"
 #include "document/earlierstatesdlg.h"
 #include "platform/assert.h"
 #include "platform/files.h"
@@ -104,6 +105,10 @@ void CFileCommands::EarlierStates() {
   const auto chosen = dialog.Chosen();
   if (!chosen) return;
   if (const auto opened = app_.OpenEarlierState(document, *chosen)) frame_.Windows().AddView(opened, false);
+}
+
+void CFileCommands::Recover() {
+  if (!OfferLeftovers(frame_)) app_.Questions().Message({.text = "There are no unsaved documents to recover."});
 }
 
 void CFileCommands::ReportSaved(bool saved) {

@@ -21,6 +21,7 @@ class CFileCommands {
   void SaveAs();
   void Reload();
   void EarlierStates();
+  void Recover();
   void Preferences();
 
   /// Opens PATH by its type. False when it could not be opened; the user has been told then.

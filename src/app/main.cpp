@@ -9,6 +9,7 @@
 #include "app/printedquestions.h"
 #include "app/programoptions.h"
 #include "app/qtquestions.h"
+#include "app/recoveryoffer.h"
 #include "app/startup.h"
 #include "app/unsavedwork.h"
 #include "app/windowpicture.h"
@@ -27,10 +28,10 @@ bool IsAttended(const SProgramOptions& options) {
   return options.picture.isEmpty() && !options.quit_when_drawn;
 }
 
-void OpenFiles(CMainFrame& frame, CUnsavedWork& unsaved, const SProgramOptions& options) {
+void OpenFiles(CMainFrame& frame, const SProgramOptions& options) {
   for (const QString& file : options.files)
     frame.OpenFile(file.toStdString(), options.read_only);
-  unsaved.OfferLeftovers();
+  OfferLeftovers(frame);
 }
 
 /// For measuring: opens the files and ends the program, without more ado, once the active one is on the screen.
@@ -49,18 +50,22 @@ void QuitWhenDrawn(CMainFrame& frame, const SProgramOptions& options) {
 int RunWindow(CTarn2App& app, CQtQuestions& dialogs, const SProgramOptions& options) {
   CMainFrame frame(app);
   dialogs.SetParent(&frame);
-  CUnsavedWork unsaved(frame);
+  const CUnsavedWork unsaved(frame);
   frame.show();
   QGuiApplication::setQuitOnLastWindowClosed(true);
   std::unique_ptr<CWindowPicture> picture;
   if (!options.picture.isEmpty()) {
     picture = std::make_unique<CWindowPicture>(frame, options.files, options.picture, options.commands);
   } else {
-    QTimer::singleShot(0, &frame, [&] {
-      options.quit_when_drawn ? QuitWhenDrawn(frame, options) : OpenFiles(frame, unsaved, options);
-    });
+    QTimer::singleShot(0, &frame,
+                       [&] { options.quit_when_drawn ? QuitWhenDrawn(frame, options) : OpenFiles(frame, options); });
   }
-  return QApplication::exec();
+  const int exit_code = QApplication::exec();
+  // What the commands before a picture have changed is nobody's work.
+  if (picture != nullptr)
+    for (CTarnDoc* document : frame.Windows().Documents())
+      app.LetGo(*document);
+  return exit_code;
 }
 
 int Run(const SProgramOptions& options) {

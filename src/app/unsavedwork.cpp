@@ -4,9 +4,7 @@
 #include <QSocketNotifier>
 
 #include "app/mainfrm.h"
-#include "app/recoverydlg.h"
 #include "platform/endsignals.h"
-#include "platform/text.h"
 
 namespace veldra {
 
@@ -23,38 +21,6 @@ void CUnsavedWork::Tick() {
   if (!keeper.Fault().empty())
     frame_.Say(tr("No recovery copy could be written: %1").arg(QString::fromStdString(keeper.Fault())));
 }
-
-// --- What was left -------------------------------------------------------------------------------------------------
-
-void CUnsavedWork::OfferLeftovers() {
-  for (;;) {
-    const std::vector<SLeftover> leftovers = frame_.App().Recovery().Leftovers();
-    if (leftovers.empty()) return;
-    CRecoveryDialog dialog(leftovers, &frame_);
-    dialog.exec();
-    if (dialog.Choice() == CRecoveryDialog::EChoice::kRecover) Recover(leftovers, dialog.Chosen());
-    // What was not ticked is offered once more, so that it can be looked at on its own.
-    if (dialog.Choice() != CRecoveryDialog::EChoice::kDiscard || !Discard(leftovers, dialog.Chosen())) return;
-  }
-}
-
-void CUnsavedWork::Recover(const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
-  for (const size_t i : chosen)
-    if (const auto document = frame_.App().OpenLeftover(leftovers[i])) frame_.Windows().AddView(document, false);
-}
-
-bool CUnsavedWork::Discard(const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
-  const std::string text =
-      Format("Discard %zu unsaved document%s for good?", chosen.size(), chosen.size() == 1 ? "" : "s");
-  const SMessage question = {.text = text, .icon = EIcon::kWarning};
-  if (frame_.App().Questions().AskYesNo(question) != EAnswer::kYes) return true;
-  bool all_gone = true;
-  for (const size_t i : chosen)
-    all_gone = frame_.App().Recovery().Discard(leftovers[i]) && all_gone;
-  return all_gone;
-}
-
-// --- The end -------------------------------------------------------------------------------------------------------
 
 void CUnsavedWork::OnCommitData(QSessionManager& manager) {
   const bool can_ask = manager.allowsInteraction();

@@ -119,7 +119,7 @@ TEST_F(CEditorTest, CommandsAreEnabledByTheDocument) {
     return names;
   };
   using Names = std::set<std::string>;
-  for (const char* name : {"new", "open", "exit", "preferences", "about"})
+  for (const char* name : {"new", "open", "exit", "preferences", "recover", "about"})
     EXPECT_EQ(enabled({name}), Names{name});
   for (const char* name : {"close", "saveAs", "recentFiles", "wireframe", "play", "background", "cascade", "newWindow",
                            "earlierStates", "exportWavefront", "exportVrml"})

@@ -40,9 +40,9 @@ SRun RunProgram(const CTempFolder& folder, const QStringList& arguments,
 }  // namespace
 
 TEST_F(CEditorTest, ProgramSavesAPictureOfTheWindowWithTheModelInIt) {
-  WriteModel("m.bin");
+  WriteModel("m.bin", {.unused_vertex = true});
   folder.Write("Veldra.cfg", "DEFPAL " + settings.defpal + "\nARTDIR " + folder.Path() + "\nBACKGRND #00FF00\n");
-  const SRun run = RunProgram(folder, {"--save-picture", "out.png", "m.bin"});
+  const SRun run = RunProgram(folder, {"--save-picture", "out.png", "--command", "deleteUnused", "m.bin"});
   ASSERT_EQ(run.exit_code, 0) << run.errors;
   const QImage picture(QString::fromStdString(folder.File("out.png")));
   EXPECT_EQ(picture.size(), QSize(1200, 800));
@@ -58,6 +58,8 @@ TEST_F(CEditorTest, ProgramSavesAPictureOfTheWindowWithTheModelInIt) {
   EXPECT_GT(background, 100000);
   EXPECT_GT(model, 20000);
   EXPECT_NE(ReadTestFile(folder.File("Veldra.cfg")).find("RENDERMODE"), std::string::npos);
+  // What the command changed is nobody's work.
+  EXPECT_TRUE(ListDirectory(folder.File("data/recovery")).empty());
 }
 
 TEST_F(CEditorTest, ProgramSaysWhatWentWrong) {

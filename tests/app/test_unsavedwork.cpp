@@ -10,6 +10,7 @@
 
 #include "app/editorfixture.h"
 #include "app/recoverydlg.h"
+#include "app/recoveryoffer.h"
 #include "app/unsavedwork.h"
 #include "platform/files.h"
 #include "platform/userfolders.h"
@@ -56,7 +57,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
     EXPECT_TRUE(ReplaceFile(file, bytes.substr(0, 40)));
   }
   Start();
-  CUnsavedWork unsaved(*frame);
+  ASSERT_TRUE(frame->OpenFile(path));  // gives way to what was made of it
   CDialogDriver driver;
   const auto row_of = [](QTreeWidget& list, const QString& title) {
     const auto rows = list.findItems(title, Qt::MatchExactly);
@@ -80,7 +81,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
     row_of(*list, "Damaged copy")->setCheckState(0, Qt::Checked);
     ClickButton(dialog, "Recover");
   });
-  unsaved.OfferLeftovers();
+  EXPECT_TRUE(OfferLeftovers(*frame));
   Settle();
   ASSERT_EQ(frame->Children().size(), 2);
   const auto recovered = app->FindDocument(path);
@@ -89,7 +90,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
   EXPECT_TRUE(recovered->IsModified());
   EXPECT_EQ(app->Recovery().Leftovers().size(), 1u);  // the damaged one
   driver.Click("recovery", "Ask Later");
-  unsaved.OfferLeftovers();
+  EXPECT_TRUE(OfferLeftovers(*frame));
   EXPECT_EQ(frame->Children().size(), 2);
 }
 

@@ -1,0 +1,58 @@
+#include "app/recoveryoffer.h"
+
+#include <vector>
+
+#include "app/mainfrm.h"
+#include "app/recoverydlg.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+using EChoice = CRecoveryDialog::EChoice;
+
+/// What FILE holds, opened meanwhile and untouched, would only stand in the way of what was made of it.
+void CloseUntouched(CMainFrame& frame, const std::string& path) {
+  const auto open = path.empty() ? nullptr : frame.App().FindDocument(path);
+  if (open == nullptr || open->IsModified()) return;
+  for (CChildFrame* child : frame.Children())
+    if (&child->Document() == open.get()) child->close();
+}
+
+void Recover(CMainFrame& frame, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
+  for (const size_t i : chosen) {
+    const auto document = frame.App().OpenLeftover(leftovers[i]);
+    if (document == nullptr) continue;
+    CloseUntouched(frame, leftovers[i].document.path);
+    frame.Windows().AddView(document, false);
+  }
+}
+
+/// False when one of them cannot be deleted.
+bool Discard(CMainFrame& frame, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
+  const size_t count = chosen.size();
+  const std::string text = Format("Discard %zu unsaved document%s for good?", count, count == 1 ? "" : "s");
+  const SMessage question = {.text = text, .icon = EIcon::kWarning};
+  if (frame.App().Questions().AskYesNo(question) != EAnswer::kYes) return true;
+  bool all_gone = true;
+  for (const size_t i : chosen)
+    all_gone = frame.App().Recovery().Discard(leftovers[i]) && all_gone;
+  return all_gone;
+}
+
+}  // namespace
+
+bool OfferLeftovers(CMainFrame& frame) {
+  for (bool was_offered = false;; was_offered = true) {
+    const std::vector<SLeftover> leftovers = frame.App().Recovery().Leftovers();
+    if (leftovers.empty()) return was_offered;
+    CRecoveryDialog dialog(leftovers, &frame);
+    dialog.exec();
+    if (dialog.Choice() == EChoice::kRecover) Recover(frame, leftovers, dialog.Chosen());
+    // What was not ticked is offered once more, so that it can be looked at on its own.
+    if (dialog.Choice() != EChoice::kDiscard || !Discard(frame, leftovers, dialog.Chosen())) return true;
+  }
+}
+
+}  // namespace veldra

@@ -85,8 +85,11 @@ QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
 }  // namespace
 
 QWidget* CQtQuestions::Parent() const {
-  QWidget* active = QApplication::activeModalWidget();
-  return active != nullptr ? active : parent_.data();
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  // The window that the user works in may be one of an archive or a truck. When its dialog closes, it must not be the
+  // main window that comes to the front. Between two questions no window is active for a moment.
+  if (QWidget* active = QApplication::activeWindow()) last_active_ = active;
+  return last_active_ != nullptr && last_active_->isVisible() ? last_active_.data() : parent_.data();
 }
 
 void CQtQuestions::Message(const SMessage& message) {

@@ -33,7 +33,8 @@ class CQtQuestions : public CQuestions {
   std::optional<SOpenFiles> RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode);
 
   QPointer<QWidget> parent_;
-  QString last_directory_;  ///< where a file was picked last
+  mutable QPointer<QWidget> last_active_;  ///< over which a question stood last
+  QString last_directory_;                 ///< where a file was picked last
 };
 
 }  // namespace veldra

@@ -52,7 +52,9 @@ CPodExtractorDialog& CToolCommands::Extractor() {
 void CToolCommands::ShowExtractor() {
   const bool is_new = extractor_ == nullptr;
   CPodExtractorDialog& extractor = Extractor();
-  if (is_new) extractor.AskAndLoad();
+  if (!is_new) return;
+  extractor.AskAndLoad();
+  BringToFront(extractor);
 }
 
 bool CToolCommands::OpenArchive(const std::string& path) {

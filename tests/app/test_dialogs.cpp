@@ -48,6 +48,23 @@ TEST(QtQuestions, MessagesShowTextCaptionAndDetails) {
   questions.Message({.text = "<b>100 & more", .caption = kErrorCaption, .icon = EIcon::kError, .details = "at byte 7"});
 }
 
+TEST(QtQuestions, StandOverTheWindowThatTheUserWorksIn) {
+  CQtQuestions questions;
+  QWidget main_window;
+  QWidget tool_window;
+  questions.SetParent(&main_window);
+  main_window.show();
+  tool_window.show();
+  tool_window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&tool_window));
+  CDialogDriver driver;
+  driver.On("messageBox", [&](QWidget& box) {
+    EXPECT_EQ(box.parentWidget(), &tool_window);
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  questions.Message({.text = "?"});
+}
+
 TEST(QtQuestions, EachAnswerOfYesNoCancel) {
   CQtQuestions questions;
   const std::pair<QString, EAnswer> buttons[] = {

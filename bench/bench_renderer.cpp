@@ -6,10 +6,10 @@
 #include "comparison.h"
 #include "platform/glcontext.h"
 #include "platform/text.h"
-#include "view/displaylist.h"
-#include "view/modelgeometry.h"
-#include "view/modelpicker.h"
-#include "view/modelrenderer.h"
+#include "render/displaylist.h"
+#include "render/modelgeometry.h"
+#include "render/modelpicker.h"
+#include "render/modelrenderer.h"
 #include "wavymodel.h"
 
 namespace veldra::bench {

@@ -41,6 +41,12 @@ function(veldra_library name)
   veldra_offer_headers(${name} ${ARG_FOLDER})
 endfunction()
 
+# The same for a library of widgets.
+function(veldra_ui_library name)
+  veldra_library(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+endfunction()
+
 # veldra_header_only(TARGET HEADER): an interface target for a library that is just the folder of HEADER. Only that folder
 # comes on the include path, so that /usr/include itself stays off it when building for another system.
 function(veldra_header_only target header)

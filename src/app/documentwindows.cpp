@@ -4,7 +4,7 @@
 #include <QMdiSubWindow>
 #include <map>
 
-#include "app/commandtable.h"
+#include "app/commands/commandtable.h"
 
 namespace veldra {
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "app/commandicons.h"
+#include "app/commands/commandicons.h"
 #include "app/mainfrm.h"
 #include "app/openglcheck.h"
 #include "app/printedquestions.h"

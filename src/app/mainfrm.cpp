@@ -13,7 +13,7 @@
 #include <QStatusBar>
 #include <QUrl>
 
-#include "app/commandicons.h"
+#include "app/commands/commandicons.h"
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
 #include "app/windowplace.h"

@@ -5,14 +5,14 @@
 #include <memory>
 #include <string>
 
-#include "app/commandactions.h"
+#include "app/commands/commandactions.h"
+#include "app/commands/viewkeys.h"
 #include "app/documentwindows.h"
 #include "app/filecommands.h"
 #include "app/modelcommands.h"
 #include "app/tarn2.h"
 #include "app/toolcommands.h"
 #include "app/tooldocks.h"
-#include "app/viewkeys.h"
 
 namespace veldra {
 

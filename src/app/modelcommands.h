@@ -3,7 +3,7 @@
 #include <QString>
 
 #include "app/tarn2.h"
-#include "document/modeldialogs.h"
+#include "editing/modeldialogs.h"
 
 namespace veldra {
 

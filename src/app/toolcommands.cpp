@@ -1,12 +1,12 @@
 #include "app/toolcommands.h"
 
 #include "app/mainfrm.h"
-#include "archive/podcreatordlg.h"
-#include "archive/podextractordlg.h"
 #include "archive/stockbuilder.h"
 #include "interchange/importoptionsdlg.h"
 #include "platform/paths.h"
-#include "truck/truckeditordlg.h"
+#include "podtools/podcreatordlg.h"
+#include "podtools/podextractordlg.h"
+#include "truckeditor/truckeditordlg.h"
 
 namespace veldra {
 

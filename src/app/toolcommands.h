@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "app/tarn2.h"
-#include "archive/podservices.h"
 #include "archive/stockfiles.h"
 #include "interchange/importcommands.h"
+#include "podtools/podservices.h"
 
 namespace veldra {
 

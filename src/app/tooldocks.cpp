@@ -2,12 +2,12 @@
 
 #include <QSignalBlocker>
 
+#include "tools/currentfacewidget.h"
+#include "tools/modelinfowidget.h"
+#include "tools/modeltreewidget.h"
+#include "tools/texturelistwidget.h"
+#include "tools/vertexstatuswidget.h"
 #include "ui/dialogplace.h"
-#include "view/currentfacewidget.h"
-#include "view/modelinfowidget.h"
-#include "view/modeltreewidget.h"
-#include "view/texturelistwidget.h"
-#include "view/vertexstatuswidget.h"
 
 namespace veldra {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "settings/settings.h"
-#include "view/toolwidget.h"
+#include "tools/toolwidget.h"
 
 namespace veldra {
 

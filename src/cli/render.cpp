@@ -5,7 +5,7 @@
 #include "cli/session.h"
 #include "cli/values.h"
 #include "platform/png.h"
-#include "view/modelpicture.h"
+#include "render/modelpicture.h"
 
 namespace veldra {
 

@@ -7,7 +7,7 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
-#include "document/texturepicture.h"
+#include "model/texturepicture.h"
 #include "ui/faultlabel.h"
 
 namespace veldra {

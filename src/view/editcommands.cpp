@@ -4,19 +4,19 @@
 #include <QStatusTipEvent>
 #include <cmath>
 
-#include "document/texturecommands.h"
-#include "view/animationdlg.h"
-#include "view/binmapperdlg.h"
-#include "view/editfacedlg.h"
-#include "view/facingdlg.h"
-#include "view/groupdlg.h"
-#include "view/groupfacesdlg.h"
-#include "view/infodlg.h"
-#include "view/jumpdlg.h"
-#include "view/normalizedlg.h"
-#include "view/planedlg.h"
+#include "editing/animationdlg.h"
+#include "editing/binmapperdlg.h"
+#include "editing/editfacedlg.h"
+#include "editing/facingdlg.h"
+#include "editing/groupdlg.h"
+#include "editing/groupfacesdlg.h"
+#include "editing/infodlg.h"
+#include "editing/jumpdlg.h"
+#include "editing/normalizedlg.h"
+#include "editing/planedlg.h"
+#include "editing/texturecommands.h"
+#include "editing/vertexcoordinatesdlg.h"
 #include "view/tarn2view.h"
-#include "view/vertexcoordinatesdlg.h"
 
 namespace veldra {
 

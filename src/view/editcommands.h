@@ -2,8 +2,8 @@
 
 #include <QString>
 
-#include "document/facecommands.h"
-#include "document/vertexcommands.h"
+#include "editing/facecommands.h"
+#include "editing/vertexcommands.h"
 
 namespace veldra {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/viewstate.h"
+#include "render/viewstate.h"
 
 namespace veldra {
 

@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "render/viewgrid.h"
+#include "render/viewmarkers.h"
 #include "view/editcommands.h"
-#include "view/viewgrid.h"
-#include "view/viewmarkers.h"
 #include "view/viewmouse.h"
 
 namespace veldra {

@@ -10,13 +10,13 @@
 #include <optional>
 #include <vector>
 
-#include "document/editcursor.h"
 #include "document/tarn2doc.h"
-#include "view/modelpicker.h"
-#include "view/modelrenderer.h"
+#include "editing/editcursor.h"
+#include "render/modelpicker.h"
+#include "render/modelrenderer.h"
+#include "render/viewaim.h"
+#include "render/viewstate.h"
 #include "view/orbit.h"
-#include "view/viewaim.h"
-#include "view/viewstate.h"
 
 namespace veldra {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "model/geometry.h"
-#include "view/viewcamera.h"
+#include "render/viewcamera.h"
 
 namespace veldra {
 

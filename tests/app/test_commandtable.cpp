@@ -6,8 +6,8 @@
 #include <map>
 #include <set>
 
+#include "app/commands/viewkeys.h"
 #include "app/editorfixture.h"
-#include "app/viewkeys.h"
 
 namespace veldra::testing {
 

@@ -9,8 +9,8 @@
 #include <QtTest>
 
 #include "app/editorfixture.h"
+#include "editing/texturemapwidget.h"
 #include "support/dialogdriver.h"
-#include "view/texturemapwidget.h"
 
 namespace veldra::testing {
 

@@ -8,8 +8,8 @@
 #include <QtTest>
 #include <map>
 
+#include "app/commands/viewkeys.h"
 #include "app/editorfixture.h"
-#include "app/viewkeys.h"
 #include "support/dialogdriver.h"
 #include "view/keyboardtable.h"
 

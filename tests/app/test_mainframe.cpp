@@ -8,7 +8,7 @@
 #include <QToolButton>
 #include <QtTest>
 
-#include "app/commandicons.h"
+#include "app/commands/commandicons.h"
 #include "app/editorfixture.h"
 #include "app/qtquestions.h"
 #include "app/windowplace.h"

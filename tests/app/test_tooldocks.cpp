@@ -12,7 +12,7 @@
 #include "app/editorfixture.h"
 #include "model/geometry.h"
 #include "support/dialogdriver.h"
-#include "view/modeltreemodel.h"
+#include "tools/modeltreemodel.h"
 
 namespace veldra::testing {
 

@@ -2,14 +2,14 @@
 
 #include <QtTest>
 
-#include "archive/podcreatordlg.h"
-#include "archive/podextractordlg.h"
 #include "archive/podwriter.h"
 #include "editorfixture.h"
 #include "platform/files.h"
+#include "podtools/podcreatordlg.h"
+#include "podtools/podextractordlg.h"
 #include "support/dialogdriver.h"
 #include "truck/truck.h"
-#include "truck/truckeditordlg.h"
+#include "truckeditor/truckeditordlg.h"
 
 namespace veldra::testing {
 

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "view/scene.h"
+#include "render/scene.h"
 #include "view/vertexdrag.h"
 
 namespace veldra::testing {

@@ -6,8 +6,8 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
+#include "render/scene.h"
 #include "support/scriptedquestions.h"
-#include "view/scene.h"
 #include "view/tarn2view.h"
 
 namespace veldra::testing {

@@ -1,0 +1,106 @@
+#include "app/commands/commandactions.h"
+
+#include <QActionGroup>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "app/commands/commandicons.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr int kIconSide = 22;
+
+/// A key of the 3D view is no shortcut of the action: text behind a tab stands where a menu shows keys.
+QString MenuText(const SCommandRow& row) {
+  const QString text = QString::fromUtf8(row.text);
+  return *row.view_key == '\0' ? text : text + '\t' + QString::fromUtf8(row.view_key);
+}
+
+}  // namespace
+
+CCommandActions::CCommandActions(QMainWindow& window, Runner run) : window_(window), run_(std::move(run)) {
+  auto* choices = new QActionGroup(&window);
+  choices->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+  for (const SCommandRow& row : CommandRows()) {
+    if (row.id == ECommand::kFileRecent || row.id == ECommand::kWindowList) continue;
+    QAction* action = MakeAction(row);
+    if (row.is_choice) choices->addAction(action);
+  }
+  for (const SMenuRow& row : MenuRows())
+    if (row.submenu == ECommand::kNone) MakeMenu(*window.menuBar()->addMenu(QString::fromUtf8(row.title)), row);
+  MakeToolBar();
+}
+
+QAction* CCommandActions::MakeAction(const SCommandRow& row) {
+  auto* action = new QAction(MenuText(row), &window_);
+  action->setObjectName(QString::fromUtf8(row.name));
+  action->setStatusTip(StatusText(row));
+  action->setToolTip(ToolTip(row));
+  action->setShortcut(QKeySequence(QString::fromUtf8(row.key)));
+  action->setCheckable(row.checked != nullptr);
+  // A menu shows an icon in the place of the check mark, and a pressed icon is poor at saying "on".
+  action->setIconVisibleInMenu(row.checked == nullptr);
+  action->setMenuRole(QAction::NoRole);
+  if (row.has_icon) action->setIcon(CommandIcon(QString::fromUtf8(row.name)));
+  QObject::connect(action, &QAction::triggered, &window_, [this, &row] { run_(row); });
+  actions_[row.id] = action;
+  return action;
+}
+
+void CCommandActions::MakeMenu(QMenu& menu, const SMenuRow& menu_row) {
+  menu.setObjectName(QString::fromUtf8(menu_row.name));
+  for (const ECommand id : menu_row.commands) {
+    if (id == ECommand::kNone) {
+      menu.addSeparator();
+    } else if (id == ECommand::kWindowList) {
+      list_menus_[id] = &menu;
+    } else if (id == ECommand::kFileRecent) {
+      MakeListMenu(menu, CommandRow(id));
+    } else if (const SMenuRow* submenu = FindSubmenu(id)) {
+      MakeMenu(*menu.addMenu(QString::fromUtf8(submenu->title)), *submenu);
+    } else {
+      menu.addAction(actions_.at(id));
+    }
+  }
+}
+
+void CCommandActions::MakeListMenu(QMenu& menu, const SCommandRow& row) {
+  QMenu* list = menu.addMenu(QString::fromUtf8(row.text));
+  list->setObjectName(QString::fromUtf8(row.name));
+  list->menuAction()->setStatusTip(StatusText(row));
+  list_menus_[row.id] = list;
+  actions_[row.id] = list->menuAction();
+}
+
+void CCommandActions::MakeToolBar() {
+  QToolBar* bar = window_.addToolBar(QObject::tr("Standard"));
+  bar->setObjectName("toolBar");
+  bar->setIconSize(QSize(kIconSide, kIconSide));
+  for (const ECommand id : ToolBarCommands()) {
+    if (id == ECommand::kNone) {
+      bar->addSeparator();
+    } else {
+      bar->addAction(actions_.at(id));
+    }
+  }
+}
+
+QAction* CCommandActions::Action(ECommand id) const {
+  return actions_.at(id);
+}
+
+QMenu* CCommandActions::ListMenu(ECommand id) const {
+  return list_menus_.at(id);
+}
+
+void CCommandActions::Refresh(const SCommandState& state) {
+  for (const auto& [id, action] : actions_) {
+    const SCommandRow& row = CommandRow(id);
+    action->setEnabled(IsEnabled(row, state));
+    if (row.checked != nullptr) action->setChecked(row.checked(state));
+  }
+}
+
+}  // namespace veldra

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <functional>
+#include <map>
+
+#include "app/commands/commandtable.h"
+
+namespace veldra {
+
+/// The actions of a main window, its menus and its tool bar, made from the command table.
+class CCommandActions {
+ public:
+  using Runner = std::function<void(const SCommandRow&)>;
+
+  /// RUN carries a command out.
+  CCommandActions(QMainWindow& window, Runner run);
+  CCommandActions(const CCommandActions&) = delete;
+  CCommandActions& operator=(const CCommandActions&) = delete;
+
+  QAction* Action(ECommand id) const;
+  /// The menu of a list that is filled when it opens: recent files or windows.
+  QMenu* ListMenu(ECommand id) const;
+  /// Enabling and check marks.
+  void Refresh(const SCommandState& state);
+
+ private:
+  QAction* MakeAction(const SCommandRow& row);
+  void MakeMenu(QMenu& menu, const SMenuRow& menu_row);
+  void MakeListMenu(QMenu& menu, const SCommandRow& row);
+  void MakeToolBar();
+
+  QMainWindow& window_;
+  Runner run_;
+  std::map<ECommand, QAction*> actions_;
+  std::map<ECommand, QMenu*> list_menus_;
+};
+
+}  // namespace veldra

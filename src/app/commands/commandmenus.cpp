@@ -1,0 +1,196 @@
+#include "app/commands/commandtable.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr auto kSeparator = ECommand::kNone;
+
+constexpr ECommand kFileMenu[] = {ECommand::kFileNew,         ECommand::kFileOpen,
+                                  ECommand::kFileClose,       kSeparator,
+                                  ECommand::kFileSave,        ECommand::kFileSaveAs,
+                                  ECommand::kFileReload,      ECommand::kFileEarlierStates,
+                                  ECommand::kFileRecover,     kSeparator,
+                                  ECommand::kMenuImport,      ECommand::kMenuExport,
+                                  ECommand::kFileTextureList, kSeparator,
+                                  ECommand::kFileRecent,      kSeparator,
+                                  ECommand::kFilePreferences, ECommand::kFileExit};
+constexpr ECommand kImportMenu[] = {ECommand::kImport3ds, ECommand::kImportWavefront};
+constexpr ECommand kExportMenu[] = {ECommand::kExportWavefront, ECommand::kExport3ds, ECommand::kExportVrml};
+constexpr ECommand kEditMenu[] = {ECommand::kEditUndo, ECommand::kEditRedo};
+constexpr ECommand kViewMenu[] = {ECommand::kViewVertices,
+                                  ECommand::kViewWireframe,
+                                  ECommand::kViewSolid,
+                                  ECommand::kViewTextured,
+                                  kSeparator,
+                                  ECommand::kViewOnly3D,
+                                  ECommand::kViewAxes,
+                                  ECommand::kViewGrid,
+                                  ECommand::kViewVertexMarkers,
+                                  ECommand::kViewSphericalMarkers,
+                                  ECommand::kViewHighQuality,
+                                  ECommand::kViewTransparency,
+                                  ECommand::kViewFollowFace,
+                                  kSeparator,
+                                  ECommand::kViewPlay,
+                                  kSeparator,
+                                  ECommand::kViewZoomIn,
+                                  ECommand::kViewZoomOut,
+                                  ECommand::kViewZoomToFit,
+                                  ECommand::kViewRestoreRotation,
+                                  ECommand::kMenuSides,
+                                  ECommand::kViewOrthographic,
+                                  kSeparator,
+                                  ECommand::kMenuDocks,
+                                  ECommand::kViewBackground};
+constexpr ECommand kDocksMenu[] = {ECommand::kDockModelTree, ECommand::kDockTextureList, ECommand::kDockCurrentFace,
+                                   ECommand::kDockVertexStatus, ECommand::kDockModelInfo};
+constexpr ECommand kSidesMenu[] = {ECommand::kViewFront, ECommand::kViewBack, ECommand::kViewLeft,
+                                   ECommand::kViewRight, ECommand::kViewTop,  ECommand::kViewBottom};
+constexpr ECommand kModelMenu[] = {ECommand::kModelInfo,
+                                   ECommand::kModelJump,
+                                   kSeparator,
+                                   ECommand::kModelCenterAll,
+                                   kSeparator,
+                                   ECommand::kModelCenterX,
+                                   ECommand::kModelCenterY,
+                                   ECommand::kModelCenterZ,
+                                   kSeparator,
+                                   ECommand::kModelResize,
+                                   ECommand::kModelTranslate,
+                                   ECommand::kModelRotate,
+                                   ECommand::kModelMirror,
+                                   kSeparator,
+                                   ECommand::kModelAddFace,
+                                   ECommand::kModelAddVertex,
+                                   ECommand::kModelDeleteUnused,
+                                   ECommand::kModelMerge,
+                                   kSeparator,
+                                   ECommand::kMenuInsert,
+                                   ECommand::kModelReplaceTexture};
+constexpr ECommand kInsertMenu[] = {ECommand::kInsertBin, ECommand::kInsertGenericObject};
+constexpr ECommand kFaceMenu[] = {ECommand::kFaceSelect,      ECommand::kFaceSelectAll,
+                                  ECommand::kFaceDeselectAll, ECommand::kFaceInvert,
+                                  ECommand::kFaceFacing,      kSeparator,
+                                  ECommand::kMenuCurrentFace, ECommand::kFaceEdit,
+                                  ECommand::kFaceFlip,        kSeparator,
+                                  ECommand::kMenuTagged,      ECommand::kFaceGroupType,
+                                  ECommand::kFaceGroups,      kSeparator,
+                                  ECommand::kFaceDelete,      ECommand::kFaceDeleteSelected};
+constexpr ECommand kCurrentFaceMenu[] = {ECommand::kFaceCycle,         ECommand::kFaceReverseCycle,         kSeparator,
+                                         ECommand::kFaceCycleSelected, ECommand::kFaceReverseCycleSelected, kSeparator,
+                                         ECommand::kFaceNone};
+constexpr ECommand kTaggedMenu[] = {ECommand::kFaceTag, ECommand::kFaceClearTags, kSeparator,
+                                    ECommand::kFaceMakeTagged};
+constexpr ECommand kVertexMenu[] = {ECommand::kVertexSelect,
+                                    ECommand::kVertexSelectAll,
+                                    ECommand::kVertexDeselectAll,
+                                    ECommand::kVertexInvert,
+                                    kSeparator,
+                                    ECommand::kMenuCurrentVertex,
+                                    ECommand::kMenuMoveVertex,
+                                    ECommand::kMenuMoveSelection,
+                                    kSeparator,
+                                    ECommand::kVertexCoordinates,
+                                    ECommand::kVertexPlane,
+                                    kSeparator,
+                                    ECommand::kVertexGroups,
+                                    kSeparator,
+                                    ECommand::kVertexDelete,
+                                    ECommand::kVertexDeleteSelected};
+constexpr ECommand kCurrentVertexMenu[] = {ECommand::kVertexCycle,
+                                           ECommand::kVertexReverseCycle,
+                                           kSeparator,
+                                           ECommand::kVertexCycleSelected,
+                                           ECommand::kVertexReverseCycleSelected,
+                                           kSeparator,
+                                           ECommand::kVertexCycleFace,
+                                           ECommand::kVertexReverseCycleFace,
+                                           ECommand::kVertexFirstOfFace,
+                                           ECommand::kVertexLastOfFace,
+                                           kSeparator,
+                                           ECommand::kVertexNone};
+constexpr ECommand kMoveVertexMenu[] = {
+    ECommand::kVertexMoveX,        ECommand::kVertexMoveY,        ECommand::kVertexMoveZ,       kSeparator,
+    ECommand::kVertexReverseMoveX, ECommand::kVertexReverseMoveY, ECommand::kVertexReverseMoveZ};
+constexpr ECommand kMoveSelectionMenu[] = {
+    ECommand::kVertexMoveSelectionX,        ECommand::kVertexMoveSelectionY,
+    ECommand::kVertexMoveSelectionZ,        kSeparator,
+    ECommand::kVertexReverseMoveSelectionX, ECommand::kVertexReverseMoveSelectionY,
+    ECommand::kVertexReverseMoveSelectionZ};
+constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,
+                                     ECommand::kTextureNormalize,
+                                     kSeparator,
+                                     ECommand::kTextureFlipX,
+                                     ECommand::kTextureFlipY,
+                                     ECommand::kTextureRotate,
+                                     ECommand::kMenuOffset,
+                                     kSeparator,
+                                     ECommand::kTextureLoad,
+                                     ECommand::kTextureAnimation};
+constexpr ECommand kOffsetMenu[] = {ECommand::kTextureOffsetU, ECommand::kTextureReverseOffsetU, kSeparator,
+                                    ECommand::kTextureOffsetV, ECommand::kTextureReverseOffsetV};
+constexpr ECommand kToolsMenu[] = {ECommand::kToolsTruckEditor, kSeparator, ECommand::kToolsExtractor,
+                                   ECommand::kToolsCreator,     kSeparator, ECommand::kToolsStockList};
+constexpr ECommand kWindowMenu[] = {ECommand::kWindowNew,      kSeparator, ECommand::kWindowCascade,
+                                    ECommand::kWindowTile,     kSeparator, ECommand::kWindowNext,
+                                    ECommand::kWindowPrevious, kSeparator, ECommand::kWindowList};
+constexpr ECommand kHelpMenu[] = {ECommand::kHelpKeyboard, ECommand::kHelpAbout};
+
+constexpr SMenuRow kMenus[] = {
+    {"menuFile", "&File", kFileMenu},
+    {"menuImport", "&Import", kImportMenu, ECommand::kMenuImport},
+    {"menuExport", "Ex&port", kExportMenu, ECommand::kMenuExport},
+    {"menuEdit", "&Edit", kEditMenu},
+    {"menuView", "&View", kViewMenu},
+    {"menuSides", "Loo&k From", kSidesMenu, ECommand::kMenuSides},
+    {"menuDocks", "Tool Win&dows", kDocksMenu, ECommand::kMenuDocks},
+    {"menuModel", "&Model", kModelMenu},
+    {"menuInsert", "&Insert", kInsertMenu, ECommand::kMenuInsert},
+    {"menuFace", "Fa&ce", kFaceMenu},
+    {"menuCurrentFace", "C&urrent Face", kCurrentFaceMenu, ECommand::kMenuCurrentFace},
+    {"menuTagged", "&Tagged Face Vertices", kTaggedMenu, ECommand::kMenuTagged},
+    {"menuVertex", "Ve&rtex", kVertexMenu},
+    {"menuCurrentVertex", "C&urrent Vertex", kCurrentVertexMenu, ECommand::kMenuCurrentVertex},
+    {"menuMoveVertex", "&Move Current Vertex", kMoveVertexMenu, ECommand::kMenuMoveVertex},
+    {"menuMoveSelection", "Mo&ve Selection", kMoveSelectionMenu, ECommand::kMenuMoveSelection},
+    {"menuTexture", "&Texture", kTextureMenu},
+    {"menuOffset", "&Offset Corner", kOffsetMenu, ECommand::kMenuOffset},
+    {"menuTools", "T&ools", kToolsMenu},
+    {"menuWindow", "&Window", kWindowMenu},
+    {"menuHelp", "&Help", kHelpMenu},
+};
+
+constexpr ECommand kToolBar[] = {ECommand::kFileNew,
+                                 ECommand::kFileOpen,
+                                 ECommand::kFileSave,
+                                 ECommand::kFileSaveAs,
+                                 kSeparator,
+                                 ECommand::kViewVertices,
+                                 ECommand::kViewWireframe,
+                                 ECommand::kViewSolid,
+                                 ECommand::kViewTextured,
+                                 kSeparator,
+                                 ECommand::kViewOnly3D,
+                                 ECommand::kViewAxes,
+                                 ECommand::kViewVertexMarkers,
+                                 ECommand::kViewTransparency,
+                                 kSeparator,
+                                 ECommand::kViewPlay,
+                                 kSeparator,
+                                 ECommand::kViewZoomIn,
+                                 ECommand::kViewZoomOut,
+                                 ECommand::kViewZoomToFit,
+                                 ECommand::kViewRestoreRotation};
+
+}  // namespace
+
+std::span<const SMenuRow> MenuRows() {
+  return kMenus;
+}
+
+std::span<const ECommand> ToolBarCommands() {
+  return kToolBar;
+}
+
+}  // namespace veldra

@@ -1,0 +1,62 @@
+#include "app/commands/commandrows.h"
+#include "app/tooldocks.h"
+
+namespace veldra {
+
+namespace {
+
+/// While a view is seen alone, no tool window can be opened beside it.
+bool CanToggle(const SCommandState& state) {
+  return state.docks != nullptr && !state.docks->AreAway();
+}
+
+template <EToolDock kDock>
+bool IsOpen(const SCommandState& state) {
+  return state.docks != nullptr && state.docks->IsOpen(kDock);
+}
+
+const SCommandRow kRows[] = {
+    {.id = ECommand::kDockModelTree,
+     .name = "modelTree",
+     .text = "&Model Tree",
+     .status = "Show or hide the tree of faces, vertices, textures and groups\nModel Tree",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kModelTree>,
+     .handler = &CToolDocks::ToggleModelTree},
+    {.id = ECommand::kDockTextureList,
+     .name = "textureList",
+     .text = "Texture &List",
+     .status = "Show or hide the list of textures\nTexture List",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kTextureList>,
+     .handler = &CToolDocks::ToggleTextureList},
+    {.id = ECommand::kDockCurrentFace,
+     .name = "currentFace",
+     .text = "Current &Face",
+     .status = "Show or hide the details of the current face\nCurrent Face",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kCurrentFace>,
+     .handler = &CToolDocks::ToggleCurrentFace},
+    {.id = ECommand::kDockVertexStatus,
+     .name = "vertexStatus",
+     .text = "Current &Vertex",
+     .status = "Show or hide the coordinates of the current vertex\nCurrent Vertex",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kVertexStatus>,
+     .handler = &CToolDocks::ToggleVertexStatus},
+    {.id = ECommand::kDockModelInfo,
+     .name = "modelInfoDock",
+     .text = "Model &Information",
+     .status = "Show or hide the model information text\nModel Information",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kModelInfo>,
+     .handler = &CToolDocks::ToggleModelInfo},
+};
+
+}  // namespace
+
+std::span<const SCommandRow> DockCommands() {
+  return kRows;
+}
+
+}  // namespace veldra

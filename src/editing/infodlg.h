@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QDialog>
+
+#include "editing/editcursor.h"
+
+namespace veldra {
+
+/// The model information text, with the details of the current face and vertex.
+class CInfoDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  CInfoDialog(const CEditCursor& cursor, QWidget* parent);
+};
+
+}  // namespace veldra

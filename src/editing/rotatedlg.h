@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QButtonGroup>
+#include <QRadioButton>
+
+#include "document/commandinputs.h"
+#include "editing/sizedlg.h"
+
+namespace veldra {
+
+/// Asks for angle and axis of a rotation.
+class CRotateDialog : public CSizeDialog {
+  Q_OBJECT
+
+ public:
+  CRotateDialog(const CBinModel& model, const SRotateInput& last, QWidget* parent);
+  /// Once accepted.
+  SRotateInput Input() const;
+
+ private:
+  QWidget* MakeAngleBox(const SRotateInput& last);
+  QWidget* MakeAxisBox(EAxis last);
+  std::optional<SBounds> Result() const override;
+
+  CNumberField* angle_ = nullptr;
+  QRadioButton* radians_ = nullptr;
+  QButtonGroup* axes_ = nullptr;  ///< ids: EAxis
+};
+
+}  // namespace veldra

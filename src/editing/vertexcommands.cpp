@@ -1,0 +1,107 @@
+#include "editing/vertexcommands.h"
+
+namespace veldra {
+
+namespace {
+
+int32_t& Coordinate(SPoint& point, EAxis axis) {
+  return axis == EAxis::kX ? point.x : axis == EAxis::kY ? point.y : point.z;
+}
+
+bool Delete(CEditCursor& cursor, const std::vector<int32_t>& vertices, const char* command) {
+  CTarnDoc& document = cursor.Document();
+  if (document.Model().AreUnused(vertices)) document.KeepState(command);
+  return document.Model().DeleteVertices(vertices, document.Services().questions);
+}
+
+void Move(CEditCursor& cursor, const std::vector<int32_t>& vertices, EAxis axis, bool forward) {
+  SPoint step;
+  Coordinate(step, axis) = cursor.Document().Settings().move_step;
+  TranslateVertices(cursor.Document().Model(), vertices, step.x, step.y, step.z, forward);
+}
+
+}  // namespace
+
+bool HasVertices(const CEditCursor& cursor) {
+  return cursor.Model().VertexCount() > 0;
+}
+
+bool HasCurrentVertex(const CEditCursor& cursor) {
+  return cursor.Vertex() >= 0;
+}
+
+bool HasSelectedVertices(const CEditCursor& cursor) {
+  return cursor.SelectedCount(EGroupKind::kVertices) > 0;
+}
+
+bool CanEditVertex(const CEditCursor& cursor) {
+  return !cursor.Document().IsReadOnly() && HasCurrentVertex(cursor);
+}
+
+bool CanEditSelectedVertices(const CEditCursor& cursor) {
+  return !cursor.Document().IsReadOnly() && HasSelectedVertices(cursor);
+}
+
+void SelectCurrentVertex(CEditCursor& cursor) {
+  if (!HasCurrentVertex(cursor)) return;
+  const int32_t vertex = cursor.Vertex();
+  cursor.Document().Model().Select(EGroupKind::kVertices, {&vertex, 1}, true);
+}
+
+bool TagCurrentVertex(CEditCursor& cursor) {
+  return CanEditVertex(cursor) && cursor.ToggleTag(cursor.Vertex());
+}
+
+bool DeleteCurrentVertex(CEditCursor& cursor) {
+  return CanEditVertex(cursor) && Delete(cursor, {cursor.Vertex()}, "Delete Current Vertex");
+}
+
+bool DeleteSelectedVertices(CEditCursor& cursor) {
+  return CanEditSelectedVertices(cursor) &&
+         Delete(cursor, cursor.Model().Selected(EGroupKind::kVertices), "Delete Selected Vertices");
+}
+
+void SetVertexCoordinates(CEditCursor& cursor, const SPoint& position) {
+  if (!CanEditVertex(cursor)) return;
+  cursor.Document().KeepState("Set Vertex Coordinates");
+  cursor.Document().Model().SetVertexPosition(cursor.Vertex(), position);
+}
+
+int32_t PlaneCoordinate(const CEditCursor& cursor, const SPlaneInput& input) {
+  const auto coordinate = [&](int32_t vertex) {
+    SPoint position = cursor.Model().Vertex(vertex).Position();
+    return Coordinate(position, input.axis);
+  };
+  if (input.plane == SPlaneInput::EPlane::kValue) return input.value;
+  if (input.plane == SPlaneInput::EPlane::kCurrent) return coordinate(cursor.Vertex());
+  const std::vector<int32_t> vertices = cursor.Model().Selected(EGroupKind::kVertices);
+  int64_t sum = 0;
+  for (const int32_t vertex : vertices)
+    sum += coordinate(vertex);
+  return static_cast<int32_t>(sum / static_cast<int64_t>(vertices.size()));
+}
+
+void SetToPlane(CEditCursor& cursor, const SPlaneInput& input) {
+  if (!CanEditSelectedVertices(cursor)) return;
+  if (input.plane == SPlaneInput::EPlane::kCurrent && !HasCurrentVertex(cursor)) return;
+  CBinModel& model = cursor.Document().Model();
+  const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
+  const int32_t coordinate = PlaneCoordinate(cursor, input);
+  std::vector<SPoint> positions;
+  for (const int32_t vertex : vertices) {
+    positions.push_back(model.Vertex(vertex).Position());
+    Coordinate(positions.back(), input.axis) = coordinate;
+  }
+  cursor.Document().KeepState("Set to Plane");
+  model.SetVertexPositions(vertices, positions);
+}
+
+void MoveCurrentVertex(CEditCursor& cursor, EAxis axis, bool forward) {
+  if (CanEditVertex(cursor)) Move(cursor, {cursor.Vertex()}, axis, forward);
+}
+
+void MoveSelectedVertices(CEditCursor& cursor, EAxis axis, bool forward) {
+  if (CanEditSelectedVertices(cursor)) Move(cursor, cursor.Model().Selected(EGroupKind::kVertices), axis, forward);
+}
+
+}  // namespace veldra

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "editing/editcursor.h"
+#include "model/geometry.h"
+
+/// The commands on vertices. Each does nothing where its enabling rule forbids it. Those that change more than a step
+/// of a move keep the state before as one of the earlier states.
+namespace veldra {
+
+// --- Enabling rules ------------------------------------------------------------------------------------------------
+bool HasVertices(const CEditCursor& cursor);
+bool HasCurrentVertex(const CEditCursor& cursor);
+bool HasSelectedVertices(const CEditCursor& cursor);
+bool CanEditVertex(const CEditCursor& cursor);  ///< the current one, tagging it included
+bool CanEditSelectedVertices(const CEditCursor& cursor);
+
+void SelectCurrentVertex(CEditCursor& cursor);
+/// Tags it, or takes its tag off. False where no more can be tagged.
+bool TagCurrentVertex(CEditCursor& cursor);
+
+// Refused with the model's message while a face uses one of them; false then.
+bool DeleteCurrentVertex(CEditCursor& cursor);
+bool DeleteSelectedVertices(CEditCursor& cursor);
+
+void SetVertexCoordinates(CEditCursor& cursor, const SPoint& position);
+
+/// One coordinate of the selected vertices becomes the same.
+struct SPlaneInput {
+  enum class EPlane { kValue, kMean, kCurrent };
+  EAxis axis = EAxis::kX;
+  EPlane plane = EPlane::kMean;
+  int32_t value = 0;  ///< for kValue
+};
+/// Which coordinate that is: a mean is truncated toward zero, as every result in the model is. Vertices are selected,
+/// and for kCurrent there is a current one.
+int32_t PlaneCoordinate(const CEditCursor& cursor, const SPlaneInput& input);
+void SetToPlane(CEditCursor& cursor, const SPlaneInput& input);
+
+// By the step of the setting MOVESTEP, wrapping at the ends of 32 bits as every move of the model does.
+void MoveCurrentVertex(CEditCursor& cursor, EAxis axis, bool forward);
+void MoveSelectedVertices(CEditCursor& cursor, EAxis axis, bool forward);
+
+}  // namespace veldra

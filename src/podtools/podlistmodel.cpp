@@ -1,0 +1,134 @@
+#include "podtools/podlistmodel.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QMimeData>
+#include <QStyle>
+#include <QUrl>
+#include <algorithm>
+
+#include "ui/faultlabel.h"
+
+namespace veldra {
+
+namespace {
+
+QString ToQString(std::string_view name) {
+  return QString::fromStdString(DisplayName(name));
+}
+
+}  // namespace
+
+void CPodListModel::SetArchive(const CPodDocument* archive) {
+  beginResetModel();
+  archive_ = archive;
+  endResetModel();
+}
+
+void CPodListModel::RefreshMarks() {
+  if (rowCount() > 0) emit dataChanged(index(0, kName), index(rowCount() - 1, kName), {Qt::DecorationRole});
+}
+
+int CPodListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() || archive_ == nullptr ? 0 : static_cast<int>(archive_->Entries().size());
+}
+
+int CPodListModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kColumnCount;
+}
+
+QString CPodListModel::Text(const SPodEntry& entry, int column) const {
+  switch (column) {
+    case kName:
+      return ToQString(entry.FileName());
+    case kFolder:
+      return ToQString(entry.Folder());
+    case kSize:
+      return QLocale().toString(entry.length);
+    default:
+      return QString::fromStdString(PodDateText(archive_->ModificationTime()));
+  }
+}
+
+QVariant CPodListModel::data(const QModelIndex& index, int role) const {
+  const SPodEntry& entry = archive_->Entries()[static_cast<size_t>(index.row())];
+  const QString fault = QString::fromStdString(PodFaultText(entry.fault));
+  switch (role) {
+    case Qt::DisplayRole:
+      return Text(entry, index.column());
+    case kSortRole:
+      return index.column() == kSize ? QVariant(entry.length) : QVariant(Text(entry, index.column()).toUpper());
+    case Qt::TextAlignmentRole:
+      if (index.column() == kSize) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+      break;
+    case Qt::DecorationRole:
+      if (index.column() != kName) break;
+      if (!fault.isEmpty()) return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+      if (entry.extracted) return QApplication::style()->standardIcon(QStyle::SP_DialogApplyButton);
+      break;
+    case Qt::ForegroundRole:
+      if (!fault.isEmpty()) return FaultColor(QApplication::palette());
+      break;
+    case Qt::ToolTipRole:
+      if (!fault.isEmpty()) return tr("This file cannot be extracted: %1.").arg(fault);
+      if (entry.extracted && index.column() == kName) return tr("Has been extracted");
+      break;
+    default:
+      break;
+  }
+  return {};
+}
+
+QVariant CPodListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  static const char* const kTitles[kColumnCount] = {"Filename", "Folder", "Size", "Date"};
+  return tr(kTitles[section]);
+}
+
+Qt::ItemFlags CPodListModel::flags(const QModelIndex& index) const {
+  return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren
+                         : Qt::NoItemFlags;
+}
+
+QStringList CPodListModel::mimeTypes() const {
+  return {QStringLiteral("text/uri-list")};
+}
+
+QMimeData* CPodListModel::mimeData(const QModelIndexList& indexes) const {
+  std::vector<size_t> entries;
+  for (const QModelIndex& index : indexes)
+    if (index.column() == kName) entries.push_back(static_cast<size_t>(index.row()));
+  QList<QUrl> urls;
+  if (exporter_)
+    for (const QString& path : exporter_(entries))
+      urls.append(QUrl::fromLocalFile(path));
+  auto* data = new QMimeData;
+  data->setUrls(urls);
+  return data;
+}
+
+CPodListFilter::CPodListFilter(QObject* parent) : QSortFilterProxyModel(parent) {
+  setSortRole(CPodListModel::kSortRole);
+}
+
+void CPodListFilter::Search(const QString& text) {
+  wanted_ = text.trimmed();
+  wanted_.replace('/', '\\');
+  invalidateFilter();
+}
+
+bool CPodListFilter::filterAcceptsRow(int row, const QModelIndex& parent) const {
+  if (wanted_.isEmpty()) return true;
+  const auto text = [&](int column) { return sourceModel()->index(row, column, parent).data().toString(); };
+  return (text(CPodListModel::kFolder) + '\\' + text(CPodListModel::kName)).contains(wanted_, Qt::CaseInsensitive);
+}
+
+std::vector<size_t> CPodListFilter::Entries(const QModelIndexList& indexes) const {
+  std::vector<size_t> entries;
+  for (const QModelIndex& index : indexes)
+    entries.push_back(static_cast<size_t>(mapToSource(index).row()));
+  std::sort(entries.begin(), entries.end());
+  return entries;
+}
+
+}  // namespace veldra

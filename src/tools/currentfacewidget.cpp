@@ -1,0 +1,158 @@
+#include "tools/currentfacewidget.h"
+
+#include <QHeaderView>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "editing/facecommands.h"
+#include "model/normals.h"
+#include "model/texturepicture.h"
+#include "platform/numberrule.h"
+#include "view/editcommands.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr int kPictureSide = 96;
+constexpr int kCornerRows = 4;
+enum EColumn { kVertexColumn, kUColumn, kVColumn, kPositionColumn, kColumnCount };
+
+QString PointText(const SPoint& point) {
+  return QStringLiteral("%1, %2, %3").arg(point.x).arg(point.y).arg(point.z);
+}
+
+}  // namespace
+
+CCurrentFaceWidget::CCurrentFaceWidget() : CToolWidget("currentFaceTool"), title_(new QLabel) {
+  content_ = MakeContent();
+  title_->setObjectName("title");
+  title_->setWordWrap(true);
+  auto* scrolled = new QWidget;
+  auto* inner = new QVBoxLayout(scrolled);
+  inner->addWidget(title_);
+  inner->addWidget(content_);
+  inner->addStretch();
+  auto* area = new QScrollArea;
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  area->setWidget(scrolled);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(area);
+  Refresh({});
+}
+
+QLabel* CCurrentFaceWidget::MakeValue(QFormLayout& form, const QString& title, const char* name) {
+  auto* value = new QLabel;
+  value->setObjectName(name);
+  value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  value->setWordWrap(true);
+  form.addRow(title, value);
+  return value;
+}
+
+QWidget* CCurrentFaceWidget::MakeContent() {
+  auto* content = new QWidget;
+  auto* layout = new QVBoxLayout(content);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* surface = new QFormLayout;
+  type_ = MakeValue(*surface, tr("Type:"), "type");
+  texture_ = MakeValue(*surface, tr("Texture:"), "texture");
+  picture_ = new QLabel;
+  picture_->setObjectName("picture");
+  surface->addRow(QString(), picture_);
+  corners_ = MakeCorners();
+  auto* plane = new QFormLayout;
+  plane->addRow(new QLabel(tr("As loaded")));
+  stored_normal_ = MakeValue(*plane, tr("Normal:"), "storedNormal");
+  stored_magic_ = MakeValue(*plane, tr("Magic:"), "storedMagic");
+  plane->addRow(new QLabel(tr("As computed")));
+  normal_ = MakeValue(*plane, tr("Normal:"), "normal");
+  magic_ = MakeValue(*plane, tr("Magic:"), "magic");
+  edit_ = new QPushButton(tr("&Edit..."));
+  edit_->setObjectName("edit");
+  connect(edit_, &QPushButton::clicked, this, [this] {
+    if (View() != nullptr) View()->EditCommands().EditFace();
+  });
+  layout->addLayout(surface);
+  layout->addWidget(corners_);
+  layout->addLayout(plane);
+  layout->addWidget(edit_, 0, Qt::AlignLeft);
+  return content;
+}
+
+QTreeWidget* CCurrentFaceWidget::MakeCorners() {
+  auto* corners = new QTreeWidget;
+  corners->setObjectName("corners");
+  corners->setHeaderLabels({tr("Vertex"), "u", "v", tr("x, y, z")});
+  corners->setRootIsDecorated(false);
+  corners->setUniformRowHeights(true);
+  corners->setToolTip(tr("A click makes the corner's vertex the current one."));
+  corners->header()->setStretchLastSection(true);
+  corners->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  for (int k = 0; k < kCornerRows; ++k)
+    corners->addTopLevelItem(new QTreeWidgetItem({QStringLiteral("0")}));
+  corners->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  corners->setFixedHeight(corners->header()->sizeHint().height() + kCornerRows * corners->sizeHintForRow(0) +
+                          corners->horizontalScrollBar()->sizeHint().height() + 2 * corners->frameWidth());
+  connect(corners, &QTreeWidget::itemClicked, this, [this, corners](QTreeWidgetItem* item) {
+    if (Cursor() != nullptr) Cursor()->SetCorner(corners->indexOfTopLevelItem(item));
+  });
+  return corners;
+}
+
+void CCurrentFaceWidget::Refresh(const SNews& news) {
+  if (news.view || news.model.textures) shown_image_ = nullptr;  // another one may stand at its address
+  const CBinFace* face = Cursor() == nullptr ? nullptr : Cursor()->FaceObject();
+  content_->setVisible(face != nullptr);
+  if (face == nullptr) {
+    title_->setText(Cursor() == nullptr ? tr("No model is open.")
+                                        : tr("There is no current face. A click on one in the 3D view makes it so."));
+    return;
+  }
+  title_->setText(tr("<b>Face %1</b> of %L2").arg(face->Index()).arg(face->Owner().FaceCount()) +
+                  (face->IsSelected() ? tr(", selected") : QString()));
+  Show(*face);
+}
+
+void CCurrentFaceWidget::Show(const CBinFace& face) {
+  type_->setText(QString::fromUtf8(FaceTypeLabel(face.Type())));
+  ShowTexture(face.Texture());
+  ShowCorners(face);
+  const SPoint normal = CalcFaceNormal(face);
+  stored_normal_->setText(PointText(face.StoredNormal()));
+  stored_magic_->setText(QString::number(face.StoredMagic()));
+  normal_->setText(PointText(normal));
+  magic_->setText(QString::number(CalcMagic(face, normal)));
+  edit_->setEnabled(CanEditFace(*Cursor()));
+}
+
+void CCurrentFaceWidget::ShowTexture(const CBinTexture* texture) {
+  texture_->setText(texture == nullptr ? tr("none") : TextureText(*texture));
+  picture_->setVisible(texture != nullptr);
+  const STextureImage* image = texture == nullptr ? nullptr : texture->Image();
+  if (std::exchange(shown_image_, image) == image || image == nullptr) return;
+  picture_->setPixmap(TexturePicture(*image, kPictureSide, *this));
+}
+
+void CCurrentFaceWidget::ShowCorners(const CBinFace& face) {
+  const int current = Cursor()->Corner();
+  for (int k = 0; k < kCornerRows; ++k) {
+    QTreeWidgetItem* item = corners_->topLevelItem(k);
+    item->setHidden(k >= face.CornerCount());
+    if (item->isHidden()) continue;
+    const STexCoord& coord = face.TexCoord(k);
+    item->setText(kVertexColumn, QString::number(face.Corner(k)->Index()));
+    item->setText(kUColumn, QString::number(coord.u, 'g', 4));
+    item->setText(kVColumn, QString::number(coord.v, 'g', 4));
+    item->setText(kPositionColumn, PointText(face.Corner(k)->Position()));
+    item->setToolTip(kUColumn, QString::fromStdString(NumberText(coord.u)));
+    item->setToolTip(kVColumn, QString::fromStdString(NumberText(coord.v)));
+    item->setSelected(k == current);
+  }
+}
+
+}  // namespace veldra

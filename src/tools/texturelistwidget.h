@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QPixmap>
+#include <QTreeView>
+#include <map>
+
+#include "tools/toolwidget.h"
+
+namespace veldra {
+
+/// The texture entries of the model of OWNER's view, with pictures that are made when they are first painted.
+class CTextureRows : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  enum EColumn { kTexture, kFaces, kColumnCount };
+  static constexpr int kPictureSide = 40;
+
+  explicit CTextureRows(const CToolWidget& owner) : owner_(owner) {}
+  /// Brings the rows up to date; with FORGET the pictures as well.
+  void Sync(bool forget);
+  /// Null for a row that the model has no longer.
+  const CBinTexture* Texture(int row) const;
+
+  int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : count_; }
+  int columnCount(const QModelIndex&) const override { return kColumnCount; }
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  QString TextOf(const CBinTexture& texture, int column) const;
+  QPixmap Picture(const CBinTexture& texture) const;
+
+  const CToolWidget& owner_;
+  int count_ = 0;
+  mutable std::map<const STextureImage*, QPixmap> pictures_;
+};
+
+/// The textures of the model. A double click selects the faces that use one.
+class CTextureListWidget : public CToolWidget {
+  Q_OBJECT
+
+ public:
+  CTextureListWidget();
+
+ private:
+  void Refresh(const SNews& news) override;
+  void ShowMenu(const QPoint& at);
+
+  CTextureRows rows_;
+  QTreeView* list_;
+};
+
+}  // namespace veldra

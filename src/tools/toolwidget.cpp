@@ -1,0 +1,83 @@
+#include "tools/toolwidget.h"
+
+#include <utility>
+
+namespace veldra {
+
+CToolWidget::CToolWidget(const char* name) {
+  setObjectName(name);
+}
+
+CToolWidget::~CToolWidget() {
+  if (document_ != nullptr) document_->RemoveObserver(this);
+}
+
+void CToolWidget::SetView(CTarnView* view) {
+  if (view == view_) return;
+  if (view_ != nullptr) view_->disconnect(this);
+  Follow(view);
+}
+
+void CToolWidget::Follow(CTarnView* view) {
+  if (document_ != nullptr) document_->RemoveObserver(this);
+  view_ = view;
+  document_ = view == nullptr ? nullptr : &view->Document();
+  if (view != nullptr) {
+    document_->AddObserver(this);
+    connect(view, &CTarnView::CursorChanged, this, [this] {
+      news_.cursor = true;
+      Post();
+    });
+    connect(view, &QObject::destroyed, this, [this] { Follow(nullptr); });
+  }
+  news_.view = true;
+  Post();
+}
+
+void CToolWidget::SetInFront(bool in_front) {
+  is_in_front_ = in_front;
+  Post();
+}
+
+void CToolWidget::OnDocumentChanged(const CTarnDoc&, const SModelChange& change) {
+  news_.model.Add(change);
+  Post();
+}
+
+void CToolWidget::OnDocumentStateChanged(const CTarnDoc&) {
+  news_.state = true;
+  Post();
+}
+
+/// Its last view is on its way out as well.
+void CToolWidget::OnDocumentGone(const CTarnDoc&) {
+  SetView(nullptr);
+}
+
+void CToolWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  Post();
+}
+
+void CToolWidget::RefreshSoon() {
+  is_wanted_ = true;
+  Post();
+}
+
+void CToolWidget::Post() {
+  if (is_posted_ || !CanBeSeen() || !(is_wanted_ || news_.Any())) return;
+  is_posted_ = true;
+  QMetaObject::invokeMethod(this, &CToolWidget::RefreshNow, Qt::QueuedConnection);
+}
+
+void CToolWidget::RefreshNow() {
+  is_posted_ = false;
+  if (!CanBeSeen() || !(is_wanted_ || news_.Any())) return;
+  // Half a model is not shown. Its change is reported when it is whole again.
+  if (document_ != nullptr && document_->Model().IsBusy()) return;
+  is_wanted_ = false;
+  ++refresh_count_;
+  Refresh(std::exchange(news_, {}));
+}
+
+}  // namespace veldra

@@ -1,0 +1,250 @@
+#include "truckeditor/truckeditordlg.h"
+
+#include <QCloseEvent>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUrl>
+
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "truckeditor/truck3dpage.h"
+#include "truckeditor/trucklightspage.h"
+#include "truckeditor/trucknamespage.h"
+#include "truckeditor/truckpackdlg.h"
+#include "truckeditor/truckpositionspage.h"
+#include "truckeditor/trucksoundspage.h"
+#include "ui/dialogplace.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr QSize kUsualSize(900, 640);
+constexpr const char* kUntitled = "Untitled";
+
+SFilePrompt TruckPrompt(const std::string& title, const CSettings& settings, const std::string& path) {
+  const std::string folder = FindAnyCase(settings.trk_dir);
+  return {.title = title,
+          .filters = {{"MTM2 Truck *.trk", "*.trk"}},
+          .directory = path.empty() ? folder : DirectoryPart(path),
+          .name = FileNamePart(path),
+          .default_extension = "trk"};
+}
+
+/// The first local truck file among what is dragged; "" for none.
+std::string DraggedTruck(const QMimeData& data) {
+  for (const QUrl& url : data.urls()) {
+    const std::string path = url.toLocalFile().toStdString();
+    if (EqualNoCase(ExtensionPart(path), "TRK")) return path;
+  }
+  return {};
+}
+
+}  // namespace
+
+CTruckEditorDlg::CTruckEditorDlg(const STruckEditorServices& services, QWidget* parent)
+    : QMainWindow(parent, Qt::Window),
+      services_(services),
+      context_{document_, services.questions, services.settings},
+      pages_(new QTabWidget) {
+  setObjectName("truckEditor");
+  setAcceptDrops(true);
+  resize(kUsualSize);
+  connect(&document_, &CTruckDocument::FileChanged, this, &CTruckEditorDlg::OnFileChanged);
+  connect(&document_, &CTruckDocument::Changed, this, &CTruckEditorDlg::OnChanged);
+  // The pages show where files are as soon as they are made.
+  OnFileChanged();
+  MakeActions();
+  MakePages();
+  setCentralWidget(pages_);
+  OnChanged();
+  new CDialogPlace(*this, services_.settings.truck_dialog);
+}
+
+CTruckEditorDlg::~CTruckEditorDlg() {
+  // The pages look at what would go before them.
+  delete takeCentralWidget();
+}
+
+QAction* CTruckEditorDlg::AddAction(const QString& text, const char* name, const QKeySequence& key,
+                                    std::function<void()> action) {
+  auto* const made = new QAction(text, this);
+  made->setObjectName(name);
+  made->setShortcut(key);
+  connect(made, &QAction::triggered, this, [action = std::move(action)] { action(); });
+  findChild<QToolBar*>()->addAction(made);
+  return made;
+}
+
+void CTruckEditorDlg::MakeActions() {
+  auto* bar = addToolBar(tr("Truck"));
+  bar->setObjectName("truckBar");
+  bar->setMovable(false);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  AddAction(tr("&New"), "newTruck", QKeySequence::New, [this] { New(); });
+  AddAction(tr("&Open..."), "openTruck", QKeySequence::Open, [this] { Open(); });
+  AddAction(tr("&Save"), "saveTruck", QKeySequence::Save, [this] { Save(); });
+  AddAction(tr("Save &as..."), "saveTruckAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); });
+  bar->addSeparator();
+  undo_ = AddAction(tr("&Undo"), "undoTruck", QKeySequence::Undo, [this] { document_.Undo(); });
+  redo_ = AddAction(tr("&Redo"), "redoTruck", QKeySequence::Redo, [this] { document_.Redo(); });
+  bar->addSeparator();
+  AddAction(tr("&Pack truck..."), "packTruck", Qt::CTRL | Qt::Key_P, [this] { PackTruck(); });
+  AddAction(tr("Look for &files again"), "refreshFiles", Qt::Key_F5, [this] { RefreshFiles(); });
+  bar->addSeparator();
+  AddAction(tr("&Close"), "closeTruck", QKeySequence::Close, [this] { close(); });
+}
+
+void CTruckEditorDlg::MakePages() {
+  pages_->setObjectName("pages");
+  pages_->addTab(new CTruckNamesPage(context_), tr("Names and models"));
+  pages_->addTab(new CTruckPositionsPage(context_), tr("Positions"));
+  pages_->addTab(new CTruckScrapePage(context_), tr("Scrape points"));
+  lights_ = new CTruckLightsPage(context_);
+  pages_->addTab(lights_, tr("Lights"));
+  pages_->addTab(new CTruckSoundsPage(context_), tr("Sounds"));
+  view_ = new CTruck3dPage(context_);
+  pages_->addTab(view_, tr("3D"));
+  // The light that is worked on is the same on both pages.
+  connect(&view_->View(), &CTruckView::SelectedChanged, this, [this] {
+    const auto& selected = view_->View().Selected();
+    if (selected && selected->kind == ETruckPoint::kLight) lights_->Select(selected->index);
+  });
+}
+
+/// The places to look in depend on where the truck is.
+void CTruckEditorDlg::OnFileChanged() {
+  const std::string& path = document_.Path();
+  auto places = PlacesForTruck(path, services_.settings, services_.game_folder);
+  auto files = std::make_unique<CTruckFiles>(path, std::move(places), services_.stock);
+  auto textures = std::make_unique<CTruckTextures>(*files, services_.default_colors);
+  context_.files = files.get();
+  context_.textures = textures.get();
+  // The view's model still points into the old textures, and is only drawn again once it has been read again.
+  if (view_ != nullptr) view_->View().Reload();
+  textures_ = std::move(textures);
+  files_ = std::move(files);
+}
+
+void CTruckEditorDlg::RefreshFiles() {
+  OnFileChanged();
+  emit document_.Changed();
+}
+
+std::string CTruckEditorDlg::Title() const {
+  return document_.Path().empty() ? kUntitled : FileNamePart(document_.Path());
+}
+
+void CTruckEditorDlg::OnChanged() {
+  setWindowTitle(tr("%1[*] - Truck editor").arg(QString::fromStdString(ToUtf8(Title()))));
+  setWindowModified(document_.IsModified());
+  statusBar()->showMessage(QString::fromStdString(ToUtf8(document_.Path())));
+  if (undo_ == nullptr) return;
+  undo_->setEnabled(document_.CanUndo());
+  redo_->setEnabled(document_.CanRedo());
+}
+
+bool CTruckEditorDlg::MayLeave() {
+  if (!document_.IsModified()) return true;
+  const SMessage question = {.text = Format("Save changes to %s?", Title().c_str()), .icon = EIcon::kQuestion};
+  const EAnswer answer = services_.questions.AskYesNoCancel(question);
+  return answer == EAnswer::kNo || (answer == EAnswer::kYes && Save());
+}
+
+void CTruckEditorDlg::New() {
+  if (MayLeave()) document_.New();
+}
+
+void CTruckEditorDlg::Open() {
+  const auto path = services_.questions.AskOpenFile(
+      TruckPrompt(tr("Open truck").toStdString(), services_.settings, document_.Path()));
+  if (path) OpenFile(*path);
+}
+
+bool CTruckEditorDlg::OpenFile(const std::string& path) {
+  if (!MayLeave()) return false;
+  SError error;
+  if (document_.Load(path, &error)) return true;
+  services_.questions.Message({.text = kFailedToLoadTruck,
+                               .caption = kErrorCaption,
+                               .icon = EIcon::kError,
+                               .details = path + ": " + error.what});
+  return false;
+}
+
+bool CTruckEditorDlg::Save() {
+  return document_.Path().empty() ? SaveAs() : SaveTo(document_.Path());
+}
+
+bool CTruckEditorDlg::SaveAs() {
+  const std::string path = document_.Path().empty() ? "" : document_.Path();
+  const auto chosen =
+      services_.questions.AskSaveFile(TruckPrompt(tr("Save truck as").toStdString(), services_.settings, path));
+  if (!chosen) return false;
+  // Under another extension it could not be opened again.
+  const bool has_extension = EqualNoCase(ExtensionPart(chosen->path), "TRK");
+  return SaveTo(has_extension ? chosen->path : chosen->path + ".trk");
+}
+
+bool CTruckEditorDlg::SaveTo(const std::string& path) {
+  SError error;
+  if (document_.Save(path, &error)) return true;
+  services_.questions.Message({.text = kFailedToOpenDestination,
+                               .caption = kErrorCaption,
+                               .icon = EIcon::kError,
+                               .details = path + ": " + error.what});
+  return false;
+}
+
+void CTruckEditorDlg::PackTruck() {
+  if (document_.IsModified() || document_.Path().empty()) {
+    const SMessage question = {.text = tr("The truck is packed as its file is. Save it now?").toStdString(),
+                               .icon = EIcon::kQuestion};
+    if (services_.questions.AskYesNo(question) != EAnswer::kYes || !Save()) return;
+  }
+  const SSearchPlaces places = PlacesForTruck(document_.Path(), services_.settings, services_.game_folder);
+  const STruckPackPlan plan = PlanTruckPack(document_.Path(), places, services_.stock);
+  CTruckPackDialog dialog(plan, services_.settings.creator_pod_zip != 0, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  services_.settings.creator_pod_zip = dialog.LeavesOutStock() ? 1 : 0;
+  WritePod(plan, dialog.LeavesOutStock());
+}
+
+bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock) {
+  const SFilePrompt prompt = {.title = tr("Write archive").toStdString(),
+                              .filters = {{"POD files *.pod", "*.pod"}},
+                              .directory = FindAnyCase(services_.settings.pod_dir),
+                              .name = ChangeExtension(Title(), "pod"),
+                              .default_extension = "pod"};
+  const auto pod = services_.questions.AskSaveFile(prompt);
+  const std::vector<SPodSource> sources = plan.Sources(leave_out_stock);
+  if (!pod || !CreatePod(services_.questions, pod->path, sources)) return false;
+  const SMessage question = {.text = Format("Packed %zu files into %s.\nShow the archive in the extractor?",
+                                            sources.size(), FileNamePart(pod->path).c_str()),
+                             .icon = EIcon::kQuestion};
+  if (services_.show_archive && services_.questions.AskYesNo(question) == EAnswer::kYes)
+    services_.show_archive(pod->path);
+  return true;
+}
+
+void CTruckEditorDlg::closeEvent(QCloseEvent* event) {
+  if (MayLeave()) {
+    event->accept();
+  } else {
+    event->ignore();
+  }
+}
+
+void CTruckEditorDlg::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DraggedTruck(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void CTruckEditorDlg::dropEvent(QDropEvent* event) {
+  const std::string path = DraggedTruck(*event->mimeData());
+  if (path.empty()) return;
+  event->acceptProposedAction();
+  OpenFile(path);
+}
+
+}  // namespace veldra

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QAction>
+#include <QMainWindow>
+#include <QTabWidget>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "archive/stockfiles.h"
+#include "packing/packtruck.h"
+#include "truckeditor/gamenamefield.h"
+#include "truckeditor/truckdocument.h"
+
+namespace veldra {
+
+class CTruck3dPage;
+class CTruckLightsPage;
+
+/// What the truck editor works with; all of it outlives the editor.
+struct STruckEditorServices {
+  CSettings& settings;
+  CQuestions& questions;
+  const CStockFiles& stock;
+  ColorTable default_colors;  ///< for textures without a colour table of their own
+  std::string game_folder;    ///< where the game is installed; "" for nowhere
+  /// Shows an archive that has been written, in the extractor.
+  std::function<void(const std::string& pod)> show_archive;
+};
+
+/// The truck editor: one truck, page by page. A window of its own, so that the models stay at hand.
+class CTruckEditorDlg : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit CTruckEditorDlg(const STruckEditorServices& services, QWidget* parent = nullptr);
+  ~CTruckEditorDlg() override;
+
+  /// Opens PATH after asking about unsaved changes. False when the user kept the old truck, or after "Failed to load
+  /// truck".
+  bool OpenFile(const std::string& path);
+  void New();
+  void Open();
+  bool Save();
+  bool SaveAs();
+  void PackTruck();
+  /// Looks for models, textures and sounds again.
+  void RefreshFiles();
+
+  const CTruckDocument& Document() const { return document_; }
+  CTruckDocument& Document() { return document_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void MakeActions();
+  QAction* AddAction(const QString& text, const char* name, const QKeySequence& key, std::function<void()> action);
+  void MakePages();
+  /// True when the truck may go: it is saved, or the user does not want it to be.
+  bool MayLeave();
+  bool SaveTo(const std::string& path);
+  bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
+  void OnFileChanged();
+  void OnChanged();
+  std::string Title() const;
+
+  STruckEditorServices services_;
+  CTruckDocument document_;
+  std::unique_ptr<CTruckFiles> files_;
+  std::unique_ptr<CTruckTextures> textures_;
+  STruckPageContext context_;
+  QTabWidget* pages_;
+  CTruckLightsPage* lights_ = nullptr;
+  CTruck3dPage* view_ = nullptr;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
+};
+
+}  // namespace veldra

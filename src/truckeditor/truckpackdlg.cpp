@@ -1,0 +1,108 @@
+#include "truckeditor/truckpackdlg.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLocale>
+#include <QVBoxLayout>
+
+#include "platform/text.h"
+#include "ui/faultlabel.h"
+
+namespace veldra {
+
+namespace {
+
+enum EColumn { kName, kSize, kWhere, kNeededBy, kColumnCount };
+
+QString Text(const std::string& text) {
+  return QString::fromStdString(ToUtf8(text));
+}
+
+}  // namespace
+
+CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_stock, QWidget* parent)
+    : QDialog(parent),
+      plan_(plan),
+      list_(new QTreeWidget),
+      missing_(new CFaultLabel),
+      total_(new QLabel),
+      leave_out_(new QCheckBox(tr("&Leave out files that every installation of the game has"))) {
+  setObjectName("packTruck");
+  setWindowTitle(tr("Pack truck"));
+  list_->setObjectName("packList");
+  list_->setRootIsDecorated(false);
+  list_->setHeaderLabels({tr("File"), tr("Size"), tr("Where"), tr("Needed by")});
+  missing_->setObjectName("packMissing");
+  total_->setObjectName("packTotal");
+  leave_out_->setObjectName("leaveOutStock");
+  leave_out_->setChecked(leave_out_stock);
+  connect(leave_out_, &QCheckBox::toggled, this, &CTruckPackDialog::Refresh);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+  auto* write = buttons->addButton(tr("&Write archive..."), QDialogButtonBox::AcceptRole);
+  write->setObjectName("writeArchive");
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(missing_);
+  layout->addWidget(list_, 1);
+  layout->addWidget(leave_out_);
+  layout->addWidget(total_);
+  layout->addWidget(buttons);
+  constexpr QSize kUsualSize(760, 460);
+  resize(kUsualSize);
+  FillList();
+  Refresh();
+}
+
+void CTruckPackDialog::FillList() {
+  // What was not found comes first.
+  for (const bool is_missing : {true, false}) {
+    for (const STruckPackRow& row : plan_.rows) {
+      if (row.is_missing != is_missing) continue;
+      auto* item = new QTreeWidgetItem(list_);
+      item->setText(kName, Text(row.name));
+      item->setText(kSize, row.length ? QLocale::c().toString(static_cast<qulonglong>(*row.length)) : QString());
+      item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
+      item->setText(kNeededBy, Text(row.needed_by));
+      item->setToolTip(kWhere, Text(row.where));
+      item->setData(kName, Qt::UserRole, QVariant::fromValue(static_cast<qlonglong>(&row - plan_.rows.data())));
+    }
+  }
+  constexpr int kAir = 14;
+  for (int column = 0; column < kNeededBy; ++column) {
+    list_->resizeColumnToContents(column);
+    list_->setColumnWidth(column, list_->columnWidth(column) + kAir);
+  }
+  constexpr int kWhereWidth = 300;
+  list_->setColumnWidth(kWhere, kWhereWidth);
+}
+
+void CTruckPackDialog::Refresh() {
+  const bool leaves_out = leave_out_->isChecked();
+  uint64_t bytes = 0;
+  int files = 0;
+  for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+    QTreeWidgetItem* const item = list_->topLevelItem(i);
+    const STruckPackRow& row = plan_.rows[static_cast<size_t>(item->data(kName, Qt::UserRole).toLongLong())];
+    const bool is_left_out = row.is_stock && (leaves_out || row.is_missing);
+    const bool is_fault = row.is_missing && !row.is_stock;
+    item->setText(kWhere, row.is_missing && !row.is_stock ? tr("not found")
+                          : is_left_out                   ? tr("left out: every installation has it")
+                                                          : Text(row.where));
+    const QColor color = is_fault
+                             ? FaultColor(palette())
+                             : palette().color(is_left_out ? QPalette::Disabled : QPalette::Active, QPalette::Text);
+    for (int column = 0; column < kColumnCount; ++column)
+      item->setForeground(column, color);
+    if (row.is_missing || is_left_out) continue;
+    ++files;
+    bytes += row.length.value_or(0);
+  }
+  total_->setText(tr("%1 files, %2 bytes").arg(files).arg(QLocale::c().toString(static_cast<qulonglong>(bytes))));
+  const auto lacking = static_cast<int>(plan_.Lacking(true).size());
+  missing_->setVisible(lacking > 0);
+  missing_->setText(lacking == 1 ? tr("One file was not found. The archive will lack it.")
+                                 : tr("%1 files were not found. The archive will lack them.").arg(lacking));
+}
+
+}  // namespace veldra

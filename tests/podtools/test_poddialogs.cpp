@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QUrl>
+#include <QtTest>
+
+#include "archive/testpod.h"
+#include "model/binfile.h"
+#include "platform/files.h"
+#include "podtools/podcreatordlg.h"
+#include "podtools/podextractordlg.h"
+#include "support/dialogdriver.h"
+#include "support/scriptedquestions.h"
+#include "view/tarn2view.h"
+
+namespace veldra::testing {
+
+namespace {
+
+/// A model file with one face that needs no texture.
+std::string TriangleFile() {
+  CBinModel model;
+  std::array<CBinVertex*, 3> corners = {&model.AddVertex({0, 0, 0}), &model.AddVertex({90, 0, 0}),
+                                        &model.AddVertex({0, 90, 0})};
+  auto face = std::make_unique<CBinFace>(model);
+  face->SetType(kFaceUntextured);
+  face->SetCorners(corners);
+  model.AddFace(std::move(face));
+  CByteWriter out;
+  SaveBin(model, {}, out);
+  return {reinterpret_cast<const char*>(out.Bytes().data()), out.Size()};
+}
+
+class CPodDialogTest : public ::testing::Test {
+ protected:
+  CPodDialogTest() {
+    settings.pod_dest_dir = folder.Path();
+    settings.recreate_dir_structure = 0;
+    settings.extract_deps = 0;
+    settings.creator_pod_zip = 1;
+  }
+
+  std::string WriteArchive() {
+    return folder.Write("TEST.POD", MakePod({{.name = "DATA\\README.TXT", .data = "first line"},
+                                             {.name = "ART\\SKY.RAW", .data = std::string(64 * 64, '\5')},
+                                             {.name = "ART\\SKY.ACT", .data = std::string(768, '\x40')},
+                                             {.name = "MODELS\\TRI.BIN", .data = TriangleFile()},
+                                             {.name = "SOUND\\X.WAV", .data = std::string("RIFF\0\1", 6)}}));
+  }
+  static void Show(QWidget& window) {
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
+  static void SelectRow(QTreeView& list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    const QRect place = list.visualRect(list.model()->index(row, 0));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, place.center());
+  }
+  static void Press(QWidget& window, const char* button) {
+    QTest::mouseClick(Child<QPushButton>(window, button), Qt::LeftButton);
+  }
+
+  CTempFolder folder;
+  CScriptedQuestions questions;
+  CSettings settings;
+  CStockFiles stock;
+  SPodServices services{.questions = questions, .settings = settings, .stock = stock, .game_folder = {}};
+};
+
+}  // namespace
+
+TEST_F(CPodDialogTest, ShowsWhatEachKindOfEntryHolds) {
+  CPodExtractorDialog dialog(services, nullptr);
+  Show(dialog);
+  ASSERT_TRUE(dialog.LoadArchive(WriteArchive()));
+  auto* list = Child<QTreeView>(dialog, "entries");
+  auto* preview = Child<CPodPreview>(dialog, "preview");
+  ASSERT_EQ(list->model()->rowCount(), 5);
+
+  SelectRow(*list, 0);
+  ASSERT_NE(qobject_cast<QPlainTextEdit*>(preview->Shown()), nullptr);
+  EXPECT_EQ(qobject_cast<QPlainTextEdit*>(preview->Shown())->toPlainText(), "first line");
+  SelectRow(*list, 1);
+  EXPECT_EQ(preview->Caption(), "Texture, 64 x 64");
+  EXPECT_EQ(qobject_cast<QLabel*>(preview->Shown())->pixmap().toImage().pixelColor(5, 5), QColor(0x40, 0x40, 0x40));
+  SelectRow(*list, 2);
+  EXPECT_EQ(preview->Caption(), "Colour table, 256 colours");
+  SelectRow(*list, 3);
+  auto* view = qobject_cast<CTarnView*>(preview->Shown());
+  ASSERT_NE(view, nullptr);
+  EXPECT_EQ(view->Document().Model().FaceCount(), 1);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view->HasDrawn(); }));
+  SelectRow(*list, 4);
+  EXPECT_TRUE(qobject_cast<QLabel*>(preview->Shown())->text().startsWith("No preview"));
+}
+
+TEST_F(CPodDialogTest, SearchesSortsAndExtractsWithEachAnswer) {
+  CPodExtractorDialog dialog(services, nullptr);
+  Show(dialog);
+  ASSERT_TRUE(dialog.LoadArchive(WriteArchive()));
+  auto* list = Child<QTreeView>(dialog, "entries");
+  QTest::keyClicks(Child<QLineEdit>(dialog, "search"), "art/");
+  ASSERT_EQ(list->model()->rowCount(), 2);
+  list->sortByColumn(CPodListModel::kSize, Qt::AscendingOrder);
+  EXPECT_EQ(list->model()->index(0, 0).data().toString(), "SKY.ACT");
+
+  folder.Write("SKY.RAW", "old");
+  folder.Write("SKY.ACT", "old");
+  QTest::mouseClick(Child<QPushButton>(dialog, "selectAll"), Qt::LeftButton);
+  questions.OnReplace("SKY.RAW", EReplaceAnswer::kYes).OnReplace("SKY.ACT", EReplaceAnswer::kCancel);
+  Press(dialog, "extract");
+  EXPECT_EQ(ReadTestFile(folder.File("SKY.RAW")), "old");
+
+  questions.TakeMessageTexts();
+  questions.OnReplace("SKY.RAW", EReplaceAnswer::kNo).OnReplace("SKY.ACT", EReplaceAnswer::kYes);
+  Press(dialog, "extract");
+  EXPECT_EQ(ReadTestFile(folder.File("SKY.RAW")), "old");
+  EXPECT_EQ(ReadTestFile(folder.File("SKY.ACT")).size(), 768u);
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Extracted 1 of 2 files"});
+  EXPECT_TRUE(dialog.Archive().Entries()[2].extracted);
+  EXPECT_FALSE(dialog.Archive().Entries()[1].extracted);
+
+  questions.OnReplace("SKY.RAW", EReplaceAnswer::kYesToAll);
+  Press(dialog, "extract");
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Extracted 2 of 2 files"});
+
+  questions.CancelWorkAfter(0);
+  questions.OnReplace("SKY.RAW", EReplaceAnswer::kYesToAll);
+  folder.Write("SKY.RAW", "old");
+  Press(dialog, "extract");
+  EXPECT_EQ(ReadTestFile(folder.File("SKY.RAW")), "old");
+}
+
+TEST_F(CPodDialogTest, WithoutArchiveOrDestinationNothingIsAsked) {
+  CPodExtractorDialog dialog(services, nullptr);
+  Show(dialog);
+  EXPECT_FALSE(Child<QPushButton>(dialog, "extract")->isEnabled());
+  EXPECT_FALSE(dialog.LoadArchive(folder.Write("BAD.POD", "xx")));
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Failed to load POD file"});
+  const std::string archive = WriteArchive();
+  ASSERT_TRUE(dialog.LoadArchive(archive));
+  SelectRow(*Child<QTreeView>(dialog, "entries"), 0);
+  Child<CPathField>(dialog, "destination")->SetPath(folder.File("nowhere"));
+  Press(dialog, "extract");
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Please enter a valid destination directory."});
+  EXPECT_EQ(settings.pod_dest_dir, folder.File("nowhere"));
+  ASSERT_TRUE(RemoveFile(archive));
+  Press(dialog, "extract");
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Failed to open POD file"});
+}
+
+TEST_F(CPodDialogTest, CreatorCollectsOrdersAndWrites) {
+  CPodCreatorDialog dialog(services, nullptr);
+  Show(dialog);
+  const std::string written = folder.File("NEW.POD");
+  const std::string model = folder.Write("in/TRI.BIN", TriangleFile());
+  const std::string sound = folder.Write("in/HORN.WAV", "wave");
+  dialog.Add({model, sound, folder.Write("in/BIGFOOT.TRK", "stock"), folder.Write("in/TOOLONGNAME.RAW", "x")});
+  EXPECT_EQ(
+      questions.TakeMessageTexts(),
+      std::vector<std::string>{"File \"TOOLONGNAME.RAW\" cannot be loaded.\nFile name cannot exceed 8 characters"});
+  auto* files = Child<QTreeWidget>(dialog, "files");
+  ASSERT_EQ(files->topLevelItemCount(), 3);
+  SelectRow(*files, 1);
+  Press(dialog, "up");
+  EXPECT_EQ(files->topLevelItem(0)->text(0), "HORN.WAV");
+
+  questions.OnSaveFile("Create POD File", SSavePath{written, 0});
+  Press(dialog, "create");
+  CPodDocument archive;
+  ASSERT_TRUE(archive.Load(written));
+  ASSERT_EQ(archive.Entries().size(), 2u) << "the stock truck is left out";
+  EXPECT_EQ(archive.Entries()[0].Name(), "SOUND\\HORN.WAV");
+  EXPECT_EQ(archive.Entries()[1].Name(), "MODELS\\TRI.BIN");
+
+  QTest::mouseClick(Child<QCheckBox>(dialog, "leaveOutStock"), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
+  EXPECT_EQ(settings.creator_pod_zip, 0);
+  SelectRow(*files, 0);
+  QTest::keyClick(files, Qt::Key_Delete);
+  EXPECT_EQ(files->topLevelItemCount(), 2);
+  questions.OnYesNo("has not been written", EAnswer::kNo).OnYesNo("has not been written", EAnswer::kYes);
+  QTest::keyClick(&dialog, Qt::Key_Escape);
+  EXPECT_TRUE(dialog.isVisible());
+  Press(dialog, "close");
+  EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(CPodDialogTest, CreatorTakesArchivesApartAndFindsWhatIsNeeded) {
+  settings.creator_insert_pod = 1;
+  settings.creator_show_deps = 1;
+  CPodCreatorDialog dialog(services, nullptr);
+  Show(dialog);
+  dialog.Add({WriteArchive()});
+  EXPECT_EQ(Child<QTreeWidget>(dialog, "files")->topLevelItemCount(), 5);
+  dialog.Build().Clear();
+  // The texture's colour table lies beside it, and nothing else is needed.
+  folder.Write("in/SKY.ACT", std::string(768, 'a'));
+  dialog.Add({folder.Write("in/SKY.RAW", std::string(64 * 64, '\5'))});
+  ASSERT_EQ(Child<QTreeWidget>(dialog, "needed")->topLevelItemCount(), 1);
+  Press(dialog, "addNeeded");
+  EXPECT_EQ(Child<QTreeWidget>(dialog, "files")->topLevelItemCount(), 2);
+  EXPECT_EQ(Child<QTreeWidget>(dialog, "needed")->topLevelItemCount(), 0);
+}
+
+}  // namespace veldra::testing

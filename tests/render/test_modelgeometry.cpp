@@ -1,0 +1,123 @@
+#include <gmock/gmock.h>
+
+#include <limits>
+#include <set>
+
+#include "render/modelgeometry.h"
+#include "render/modeltextures.h"
+#include "render/scene.h"
+
+namespace veldra {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::SScene;
+
+TEST(ModelGeometry, AQuadIsItsFanAndTexturesPointIntoTexels) {
+  SScene scene;
+  const CBinFace& face = scene.AddWall(scene.Texture({testing::kRed}));
+  const CModelSpace space(scene.model.Bounds());
+  std::vector<SFaceVertex> vertices;
+  AppendFace(face, space, vertices);
+  ASSERT_EQ(vertices.size(), 6U);
+  const int fan[] = {0, 1, 2, 0, 2, 3};
+  for (size_t k = 0; k < 6; ++k) {
+    const int corner = fan[k];
+    EXPECT_EQ(vertices[k].position, space.Place(face.Corner(corner)->Position()));
+    EXPECT_THAT(vertices[k].normal, ElementsAre(0.0F, 0.0F, 1.0F));
+    EXPECT_FLOAT_EQ(vertices[k].tex_coord[0], face.TexCoord(corner).u == 0.0 ? 0.5F / 64.0F : 63.5F / 64.0F);
+    EXPECT_FLOAT_EQ(vertices[k].tex_coord[1], face.TexCoord(corner).v == 0.0 ? 0.5F / 64.0F : 63.5F / 64.0F);
+  }
+  std::vector<FloatPoint> edges;
+  AppendEdges(face, space, edges);
+  ASSERT_EQ(edges.size(), 8U);
+  for (size_t k = 0; k < 8; k += 2)
+    EXPECT_EQ(edges[k + 1], edges[(k + 2) % 8]);
+}
+
+TEST(ModelGeometry, SharedEdgesAreDrawnOnce) {
+  SScene scene;
+  scene.model.AddTexture(std::make_unique<CBinTexture>(scene.model, "A.RAW", scene.Image({testing::kRed})));
+  std::vector<CBinVertex*> grid;
+  for (int32_t k = 0; k < 9; ++k)
+    grid.push_back(&scene.model.AddVertex({k % 3, k / 3, 0}));
+  const auto add_tile = [&](size_t lower_left, bool turned) {
+    CBinVertex* corners[4] = {grid[lower_left], grid[lower_left + 1], grid[lower_left + 4], grid[lower_left + 3]};
+    if (turned) std::swap(corners[1], corners[3]);
+    auto face = std::make_unique<CBinFace>(scene.model);
+    face->SetCorners(corners);
+    face->SetTexture(&scene.model.Texture(0));
+    scene.model.AddFace(std::move(face));
+  };
+  const bool turned[] = {false, false, false, true};  // a face that looks the other way must not lose its edges
+  for (const size_t k : {0U, 1U, 2U, 3U})
+    add_tile(k / 2 * 3 + k % 2, turned[k]);
+  std::vector<FloatPoint> ends;
+  for (int32_t k = 0; k < 4; ++k)
+    AppendEdges(scene.model.Face(k), CModelSpace(scene.model.Bounds()), ends);
+  std::set<std::pair<FloatPoint, FloatPoint>> edges;
+  for (size_t k = 0; k < ends.size(); k += 2)
+    edges.insert(std::minmax(ends[k], ends[k + 1]));
+  EXPECT_EQ(edges.size(), 12U);
+  EXPECT_LE(ends.size() / 2, 14U);
+}
+
+TEST(ModelGeometry, FloatsKeepTheDigitsOfFarAwayModels) {
+  constexpr int32_t kFar = std::numeric_limits<int32_t>::max();
+  const CModelSpace space(SBounds{.min = {kFar - 2, kFar - 2, kFar - 2}, .max = {kFar, kFar, kFar}});
+  EXPECT_THAT(space.Place({kFar - 1, kFar - 1, kFar - 1}), ElementsAre(0.0F, 0.0F, 0.0F));
+  EXPECT_FLOAT_EQ(space.Place({kFar, kFar - 1, kFar - 1})[0], static_cast<float>(1.0 / space.Radius()));
+
+  constexpr int32_t kNear = std::numeric_limits<int32_t>::min();
+  const CModelSpace whole(SBounds{.min = {kNear, kNear, kNear}, .max = {kFar, kFar, kFar}});
+  EXPECT_FLOAT_EQ(whole.Place({kFar, kNear, kFar})[1], -0.57735027F);
+  EXPECT_EQ(CModelSpace(SBounds{}).Radius(), 1.0);
+}
+
+TEST(ModelGeometry, EachFaceIsInTheOneBatchOfItsTextureAndLook) {
+  SScene scene;
+  CBinTexture* red = scene.Texture({testing::kRed});
+  CBinTexture* blue = scene.Texture({testing::kBlue});
+  const std::pair<CBinTexture*, uint32_t> faces[] = {{red, 0x18},  {blue, 0x18}, {red, 0x11},     {red, 0x33},
+                                                     {blue, 0x29}, {red, 0x0E},  {nullptr, 0x19}, {red, 0x19},
+                                                     {red, 0x77},  {red, 0x00},  {blue, 0x18}};
+  for (const auto& [texture, type] : faces)
+    scene.AddWall(texture, type);
+  const SFaceBatches result = BatchFaces(scene.model);
+  std::map<std::pair<const CBinTexture*, EFaceLook>, std::vector<int32_t>> seen;
+  for (const SFaceBatch& batch : result.batches) {
+    const auto key = std::pair{batch.texture, batch.look};
+    EXPECT_FALSE(seen.contains(key));
+    seen[key].assign(batch.faces.begin(), batch.faces.end());
+  }
+  EXPECT_EQ(seen.size(), 5U);
+  EXPECT_THAT((seen[{red, EFaceLook::kTextured}]), ElementsAre(0, 5, 8, 9));
+  EXPECT_THAT((seen[{blue, EFaceLook::kTextured}]), ElementsAre(1, 10));
+  EXPECT_THAT((seen[{red, EFaceLook::kTransparent}]), ElementsAre(2, 3));
+  EXPECT_THAT((seen[{blue, EFaceLook::kShiny}]), ElementsAre(4));
+  EXPECT_THAT((seen[{nullptr, EFaceLook::kUntextured}]), ElementsAre(6, 7));
+  EXPECT_TRUE(BatchFaces(CBinModel()).batches.empty());
+}
+
+TEST(ModelTextures, TimePicksTheFrame) {
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  const struct {
+    double rate, seconds;
+    size_t frame;
+  } cases[] = {{2, 0, 0},   {2, 0.49, 0}, {2, 0.5, 1},         {2, 1.0, 2}, {2, 1.5, 0}, {2, 1e15, 2},
+               {30, 10, 0}, {0, 5, 0},    {kInfinite, 0.0, 0}, {-2, 5, 0},  {2, -1, 0}};
+  SScene scene;
+  for (const auto& row : cases) {
+    const CBinTexture* entry = scene.Animation({testing::kRed, testing::kGreen, testing::kBlue}, row.rate);
+    const STextureImage* shown = &FrameAt(*entry, row.seconds);
+    size_t frame = 0;
+    while (frame < 3 && entry->Frames()[frame].image != shown)
+      ++frame;
+    EXPECT_EQ(frame, row.frame) << row.rate << " after " << row.seconds;
+  }
+  const CBinTexture* plain = scene.Texture({testing::kRed});
+  EXPECT_EQ(&FrameAt(*plain, 3.0), plain->Image());
+}
+
+}  // namespace
+}  // namespace veldra

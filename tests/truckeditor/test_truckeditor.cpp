@@ -1,0 +1,298 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTest>
+#include <QTreeWidget>
+#include <QUrl>
+
+#include "archive/poddocument.h"
+#include "platform/paths.h"
+#include "platform/sound.h"
+#include "platform/text.h"
+#include "samples/truckfile.h"
+#include "samples/workspace.h"
+#include "settings/coptools.h"
+#include "support/dialogdriver.h"
+#include "support/scriptedquestions.h"
+#include "support/testfiles.h"
+#include "truckeditor/truckeditordlg.h"
+#include "truckeditor/trucknamespage.h"
+#include "truckeditor/truckview.h"
+
+namespace veldra::testing {
+namespace {
+
+/// The editor on a screen, with the truck of the sample workspace, which is made once.
+class CTruckEditorTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    folder_ = std::make_unique<CTempFolder>();
+    CScriptedQuestions questions;
+    SError error;
+    ASSERT_TRUE(samples::WriteWorkspace(folder_->Path(), questions, &error)) << error.what;
+  }
+  static void TearDownTestSuite() { folder_.reset(); }
+
+  CTruckEditorTest() {
+    SettingsMap map;
+    CopTools::ReadCfgFile(folder_->File(kSettingsFileName), map);
+    settings.Take(map);
+    editor = std::make_unique<CTruckEditorDlg>(STruckEditorServices{
+        settings, questions, stock, GreyRamp(), "", [this](const std::string& pod) { shown_archive = pod; }});
+  }
+
+  std::string TruckPath() const { return JoinPath(settings.trk_dir, samples::kTruckFileName); }
+  const CTruck& Truck() const { return editor->Document().Truck(); }
+
+  void Show(int page) {
+    Child<QTabWidget>(*editor, "pages")->setCurrentIndex(page);
+    editor->show();
+    editor->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+  }
+  /// TEXT in UTF-8, in place of what stands in the line.
+  void Type(const char* line, const char* text) {
+    auto* const edit = Child<QLineEdit>(*editor, line);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    for (const QChar letter : QString::fromUtf8(text))
+      QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, letter, Qt::NoModifier);
+  }
+  void Click(const char* button) { QTest::mouseClick(Child<QPushButton>(*editor, button), Qt::LeftButton); }
+  QString Note(const char* name) { return Child<QLabel>(*editor, name)->toolTip(); }
+
+  static inline std::unique_ptr<CTempFolder> folder_;
+  CSettings settings;
+  CScriptedQuestions questions;
+  CStockFiles stock;
+  std::string shown_archive;
+  std::unique_ptr<CTruckEditorDlg> editor;
+};
+
+TEST_F(CTruckEditorTest, NamesSayWhereTheirFilesAre) {
+  ASSERT_TRUE(editor->OpenFile(TruckPath()));
+  Show(0);
+  EXPECT_NE(Note("bodyModelNote").indexOf("MKBODY.BIN"), -1) << "in the folder of the models";
+  EXPECT_EQ(Note("tireModelsNote").left(3), "In ");
+  Type("tireModels", "NOKING");
+  EXPECT_EQ(Truck().tire_base_name, "NOKING");
+  EXPECT_EQ(Note("tireModelsNote"),
+            "Not found: NOKING08L.BIN, NOKING08R.BIN, NOKING10L.BIN, NOKING10R.BIN, NOKING16L.BIN, NOKING16R.BIN");
+  Type("truckName", " Big \u00E9 ");
+  EXPECT_EQ(Truck().name, "Big \xE9") << "a byte a letter, without the blanks around it";
+  Type("truckName", "\u4E2D");
+  EXPECT_EQ(Truck().name, "") << "what was a name last";
+  EXPECT_EQ(Note("truckNameNote"), "The game has no letters like these.");
+
+  questions.OnOpenFile("Select a file", "/anywhere/Mking10l.bin");
+  Click("tireModelsBrowse");
+  EXPECT_EQ(Truck().tire_base_name, "MKING");
+  for (const char* file : {"wheel.bin", "16L.BIN"})
+    EXPECT_EQ(TireBaseOfFile(file), UpperCase(file));
+}
+
+TEST_F(CTruckEditorTest, NumbersGoIntoTheTruckAsOneTypes) {
+  ASSERT_TRUE(editor->OpenFile(TruckPath()));
+  Show(1);
+  const double before = Truck().tires[kFrontLeftTire][2];
+  Type("frontlefttire2", "4.25");
+  EXPECT_EQ(Truck().tires[kFrontLeftTire][2], 4.25);
+  Type("frontlefttire2", "4,5");
+  EXPECT_EQ(Truck().tires[kFrontLeftTire][2], 4) << "what was a number last";
+  EXPECT_FALSE(Child<QLabel>(*editor, "frontlefttireFault")->text().isEmpty());
+  Child<QLineEdit>(*editor, "axlebar0")->setFocus();
+  EXPECT_EQ(Child<QLineEdit>(*editor, "frontlefttire2")->text(), "4");
+  EXPECT_TRUE(Child<QLabel>(*editor, "frontlefttireFault")->text().isEmpty());
+  editor->Document().Undo();
+  EXPECT_EQ(Truck().tires[kFrontLeftTire][2], before) << "a line is one step";
+  Click("mirrorRight");
+  EXPECT_EQ(Truck().tires[kFrontLeftTire][0], -Truck().tires[kFrontRightTire][0]);
+  EXPECT_EQ(Truck().tires[kRearLeftTire][2], Truck().tires[kRearRightTire][2]);
+  Show(2);
+  Type("scrapepoint121", "-7");
+  EXPECT_EQ(Truck().scrape_points[11][1], -7);
+}
+
+TEST_F(CTruckEditorTest, Lights) {
+  Show(3);
+  auto* const list = Child<QListWidget>(*editor, "lights");
+  EXPECT_FALSE(Child<QLineEdit>(*editor, "cone0")->isEnabled()) << "no light yet";
+  for (int i = 0; i < kTruckLights; ++i) {
+    Click("addLight");
+    Type("lightPosition0", std::to_string(i).c_str());
+  }
+  EXPECT_FALSE(Child<QPushButton>(*editor, "addLight")->isEnabled());
+  EXPECT_EQ(list->currentRow(), 13);
+  Click("lightUp");
+  EXPECT_EQ(list->currentRow(), 12);
+  EXPECT_EQ(Truck().lights[12].position[0], 13);
+  EXPECT_EQ(Child<QLineEdit>(*editor, "lightPosition0")->text(), "13");
+  Click("deleteLight");
+  EXPECT_EQ(Truck().light_count, 13);
+  EXPECT_EQ(Child<QLineEdit>(*editor, "lightPosition0")->text(), "12");
+  list->setCurrentRow(0);
+  EXPECT_FALSE(Child<QPushButton>(*editor, "lightUp")->isEnabled());
+
+  auto* const type = Child<QComboBox>(*editor, "lightType");
+  type->setFocus();
+  QTest::keyClick(type, Qt::Key_Down);
+  QTest::keyClick(type, Qt::Key_Down);
+  EXPECT_EQ(Truck().lights[0].type, 2);
+  EXPECT_EQ(list->item(0)->text(), "0  Roof Light");
+  EXPECT_FALSE(Child<QLabel>(*editor, "lightTypeNote")->text().isEmpty());
+  editor->Document().Change("", [](CTruck& truck) { truck.lights[0].type = 5; });
+  EXPECT_EQ(type->currentText(), "type 5");
+
+  Type("blink0", "250");
+  Type("headingSpeed0", "-1.5");
+  Type("coneTexture", "MKCONE.RAW");
+  EXPECT_EQ(Truck().lights[0].ms_on, 250);
+  EXPECT_EQ(Truck().lights[0].heading_speed, -1.5);
+  const auto color = Child<QLabel>(*editor, "coneColor")->property("color").value<QColor>();
+  EXPECT_GT(color.red(), color.blue()) << "the texture is a warm white";
+  Type("coneTexture", "A,B.RAW");
+  EXPECT_EQ(Note("coneTextureNote"), "A truck file cannot hold a name with a comma here.");
+}
+
+TEST_F(CTruckEditorTest, SoundsWarnOfWhatWouldNotBeRead) {
+  ASSERT_TRUE(editor->OpenFile(TruckPath()));
+  Show(4);
+  EXPECT_EQ(Note("waveFile1Note").left(3), "In ");
+  EXPECT_EQ(Child<QPushButton>(*editor, "play1")->isEnabled(), CSoundPlayer::WhyNot().empty());
+  Type("waveFile1", "IDLE.MP3");
+  EXPECT_EQ(Note("waveFile1Note"), "The name must end in .WAV, or it is not read again.");
+  EXPECT_FALSE(Child<QPushButton>(*editor, "play1")->isEnabled());
+  Type("waveFile1", "");
+  EXPECT_NE(Note("waveFile2Note").indexOf("The line before it is empty"), -1);
+}
+
+TEST_F(CTruckEditorTest, PointsAreDraggedInThePicture) {
+  ASSERT_TRUE(editor->OpenFile(TruckPath()));
+  Show(5);
+  auto* const view = Child<CTruckView>(*editor, "truckView");
+  const STruckPointId tire = {ETruckPoint::kTire, kFrontRightTire};
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view->PlaceOf(tire).has_value(); }));
+  EXPECT_EQ(view->UnitsPerFoot(), 32) << "guessed from the body and its points";
+  EXPECT_GT(view->Scene().Model().FaceCount(), 500);
+  // What lies before a point would be taken in its place.
+  for (const char* box : {"showScrapePoints", "showLights"})
+    Child<QCheckBox>(*editor, box)->setChecked(false);
+  view->grabFramebuffer();
+  const QPoint from = view->PlaceOf(tire)->toPoint();
+  const QPoint to = from + QPoint(30, -20);
+  const TruckPoint before = Truck().tires[kFrontRightTire];
+  const SBounds parts = view->Scene().PartBounds();
+  QTest::mousePress(view, Qt::LeftButton, {}, from);
+  EXPECT_EQ(Child<QComboBox>(*editor, "points")->currentText(), "Front right tire");
+  QTest::mouseMove(view, from + QPoint(10, -10));
+  QTest::mouseMove(view, to);
+  QTest::mouseRelease(view, Qt::LeftButton, {}, to);
+  view->grabFramebuffer();
+  const TruckPoint after = Truck().tires[kFrontRightTire];
+  EXPECT_GT(after[1], before[1]);
+  const QPointF reached = *view->PlaceOf(tire) - to;
+  EXPECT_LT(std::hypot(reached.x(), reached.y()), 2.0) << "it stays under the mouse";
+  EXPECT_NE(view->Scene().PartBounds(), parts) << "the tire's model came along";
+  editor->Document().Undo();
+  EXPECT_EQ(Truck().tires[kFrontRightTire], before) << "a drag is one step";
+
+  Type("selectedPoint1", "9");
+  EXPECT_EQ(Truck().tires[kFrontRightTire][1], 9);
+  const SRotation rotation = view->State().rotation;
+  QTest::mousePress(view, Qt::LeftButton, {}, QPoint(5, 5));
+  QTest::mouseMove(view, QPoint(40, 5));
+  QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(40, 5));
+  EXPECT_NE(view->State().rotation.y, rotation.y) << "beside the points the truck is turned";
+}
+
+TEST_F(CTruckEditorTest, UnsavedChangesAreAskedAbout) {
+  CTempFolder folder;
+  const std::string path = folder.File("new.trk");
+  editor->Document().Change("", [](CTruck& truck) { truck.name = "One"; });
+  questions.OnYesNoCancel("Save changes to Untitled?", EAnswer::kCancel);
+  EXPECT_FALSE(editor->OpenFile(TruckPath()));
+  EXPECT_EQ(Truck().name, "One");
+  questions.OnYesNoCancel("Save changes to Untitled?", EAnswer::kYes);
+  questions.OnSaveFile("Save truck as", SSavePath{folder.File("new")});
+  EXPECT_TRUE(editor->OpenFile(TruckPath()));
+  CTruck saved;
+  ASSERT_TRUE(saved.Load(path)) << "the extension is added";
+  EXPECT_EQ(saved.name, "One");
+
+  const CTruck sample = Truck();
+  folder.Write("long.trk", "truckname\n" + std::string(17 << 20, 'x'));
+  for (const char* name : {"none.trk", "long.trk"}) {
+    EXPECT_FALSE(editor->OpenFile(folder.File(name)));
+    EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{kFailedToLoadTruck}) << name;
+  }
+  EXPECT_EQ(Truck(), sample) << "the truck that was there stays";
+
+  editor->Document().Change("", [](CTruck& truck) { truck.name = "Two"; });
+  questions.OnSaveFile("Save truck as", SSavePath{folder.File("none/t.trk")});
+  EXPECT_FALSE(editor->SaveAs());
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{kFailedToOpenDestination});
+  questions.OnYesNoCancel("Save changes to MUDKING.TRK?", EAnswer::kCancel);
+  QCloseEvent close;
+  QApplication::sendEvent(editor.get(), &close);
+  EXPECT_FALSE(close.isAccepted());
+  QMimeData dropped;
+  dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+  questions.OnYesNoCancel("Save changes to MUDKING.TRK?", EAnswer::kNo);
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+  QApplication::sendEvent(editor.get(), &enter);
+  QDropEvent drop({5, 5}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+  QApplication::sendEvent(editor.get(), &drop);
+  EXPECT_EQ(Truck().name, "One");
+}
+
+TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
+  const std::string copy = JoinPath(settings.trk_dir, "OTHER.TRK");
+  ASSERT_TRUE(editor->OpenFile(TruckPath()));
+  ASSERT_TRUE(Truck().Save(copy) && editor->OpenFile(copy));
+  const CTempFolder folder;
+  const std::string pod = folder.File("out.pod");
+  editor->Document().Change("", [](CTruck& truck) { truck.bar_texture = "NOWHERE.RAW"; });
+  questions.OnYesNo("Save it now?", EAnswer::kYes);
+  questions.OnSaveFile("Write archive", SSavePath{pod});
+  questions.OnYesNo("Show the archive in the extractor?", EAnswer::kYes);
+  CDialogDriver dialogs;
+  dialogs.On("packTruck", [](QWidget& dialog) {
+    EXPECT_NE(Child<QLabel>(dialog, "packMissing")->text().indexOf("2 files were not found"), -1);
+    auto* const list = Child<QTreeWidget>(dialog, "packList");
+    EXPECT_EQ(list->topLevelItem(0)->text(0), "NOWHERE.RAW");
+    EXPECT_EQ(list->topLevelItem(0)->text(2), "not found");
+    EXPECT_EQ(list->topLevelItem(1)->text(0), "NOWHERE.ACT");
+    EXPECT_EQ(list->topLevelItem(2)->text(0), "OTHER.TRK");
+    Child<QCheckBox>(dialog, "leaveOutStock")->setChecked(false);
+    ClickButton(dialog, "Write archive...");
+  });
+  editor->PackTruck();
+  EXPECT_EQ(shown_archive, pod);
+  CPodDocument archive;
+  ASSERT_TRUE(archive.Load(pod));
+  EXPECT_EQ(archive.FindAll("TRUCK\\OTHER.TRK").size(), 1u);
+  EXPECT_EQ(archive.FindAll("MODELS\\MKING16R.BIN").size(), 1u);
+  EXPECT_EQ(archive.FindAll("NOWHERE.RAW").size(), 0u);
+}
+
+TEST_F(CTruckEditorTest, ItsPlaceIsRemembered) {
+  Show(0);
+  editor->resize(810, 610);
+  editor->close();
+  EXPECT_EQ(settings.truck_dialog.right - settings.truck_dialog.left, 810);
+  EXPECT_EQ(settings.truck_dialog.bottom - settings.truck_dialog.top, 610);
+}
+
+}  // namespace
+}  // namespace veldra::testing

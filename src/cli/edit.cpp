@@ -4,6 +4,7 @@
 #include "cli/command.h"
 #include "cli/session.h"
 #include "cli/values.h"
+#include "editing/modelcommands.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -30,7 +31,7 @@ EditStep Scaling(const std::string& value) {
   const auto factors = ParseNumbers(value, 3);
   if (!factors) return {};
   return [f = *factors](CSession&, CTarnDoc& document) {
-    return StatusOf(!document.CanCenter() || document.Resize({.x = f[0], .y = f[1], .z = f[2]}));
+    return StatusOf(!document.CanCenter() || Resize(document, {.x = f[0], .y = f[1], .z = f[2]}));
   };
 }
 
@@ -38,7 +39,7 @@ EditStep Translation(const std::string& value) {
   const auto offsets = ParseIntegers(value, 3);
   if (!offsets) return {};
   return [o = *offsets](CSession&, CTarnDoc& document) {
-    return StatusOf(!document.CanTranslate() || document.Translate({.x = o[0], .y = o[1], .z = o[2]}));
+    return StatusOf(!document.CanCenter() || Translate(document, {.x = o[0], .y = o[1], .z = o[2]}));
   };
 }
 
@@ -49,7 +50,7 @@ EditStep Rotation(const std::string& value) {
   const auto angle = ParseNumbers(value.substr(comma + 1), 1);
   if (!axis || !angle) return {};
   return [axis = *axis, degrees = angle->front()](CSession&, CTarnDoc& document) {
-    return StatusOf(!document.CanRotate() || document.Rotate({.angle = degrees, .axis = axis}));
+    return StatusOf(!document.CanCenter() || Rotate(document, {.angle = degrees, .axis = axis}));
   };
 }
 
@@ -58,7 +59,7 @@ EditStep Mirroring(const std::string& value) {
   if (!axis) return {};
   return [axis = *axis](CSession&, CTarnDoc& document) {
     const SMirrorInput input = {.x = axis == EAxis::kX, .y = axis == EAxis::kY, .z = axis == EAxis::kZ};
-    return StatusOf(!document.CanMirror() || document.Mirror(input));
+    return StatusOf(!document.CanCenter() || Mirror(document, input));
   };
 }
 
@@ -66,7 +67,7 @@ EditStep Merging(const std::string& value) {
   const auto units = ParseInteger(value);
   if (!units || *units < 0) return {};
   return [units = *units](CSession& session, CTarnDoc& document) {
-    const int32_t merged = document.CanMergeCloseVertices() ? document.MergeCloseVertices({units}) : 0;
+    const int32_t merged = document.CanCenter() ? MergeCloseVertices(document, {units}) : 0;
     return merged < 0 ? kFailed : session.Print(Format("Merged %d vertices\n", merged));
   };
 }
@@ -108,7 +109,7 @@ EditStep ChangingType(const std::string& value) {
 EditStep Appending(const std::string& value) {
   return [path = value](CSession& session, CTarnDoc& document) -> int {
     const auto other = session.Open(path);
-    return StatusOf(other && document.InsertModel(other->Model(), path));
+    return StatusOf(other && InsertModel(document, other->Model(), path));
   };
 }
 

@@ -10,7 +10,6 @@
 
 #include "render/viewgrid.h"
 #include "render/viewmarkers.h"
-#include "view/editcommands.h"
 #include "view/viewmouse.h"
 
 namespace veldra {
@@ -40,7 +39,6 @@ CTarnView::CTarnView(std::shared_ptr<CTarnDoc> document, QWidget* parent)
     : QOpenGLWidget(parent),
       document_(std::move(document)),
       cursor_(*document_),
-      edit_commands_(std::make_unique<CEditCommands>(*this)),
       state_(SViewState::FromSettings(document_->Settings())),
       renderer_(std::make_unique<CModelRenderer>()),
       mouse_(std::make_unique<CViewMouse>(*this)) {
@@ -305,6 +303,11 @@ void CTarnView::wheelEvent(QWheelEvent* event) {
   if (notches == 0.0 || mouse_->IsMovingVertices()) return;
   ZoomBy(std::pow(kZoomPerNotch, notches), event->position());
   event->accept();
+}
+
+void CTarnView::contextMenuEvent(QContextMenuEvent* event) {
+  // With the mouse the menu comes when the button goes up: with some schemes the same button turns or moves.
+  if (event->reason() == QContextMenuEvent::Keyboard) emit MenuWanted(EGroupKind::kFaces, event->globalPos());
 }
 
 }  // namespace veldra

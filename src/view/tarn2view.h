@@ -20,7 +20,6 @@
 
 namespace veldra {
 
-class CEditCommands;
 class CViewMouse;
 
 /// A document in 3D. Draws when something changed or while it plays, never idly.
@@ -51,7 +50,6 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   /// The current face and vertex and the tagged vertices of this view.
   CEditCursor& Cursor() { return cursor_; }
   const CEditCursor& Cursor() const { return cursor_; }
-  CEditCommands& EditCommands() { return *edit_commands_; }
   bool IsPlaying() const { return play_timer_.isActive(); }
   bool HasDrawn() const { return has_drawn_; }
   /// Why nothing can be drawn; empty while all is well.
@@ -62,6 +60,8 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   // --- Finding things; positions are the widget's -----------------------------------------------------------------
   /// The model as it is seen now, in the screen's own pixels.
   CViewCamera Camera() const;
+  /// From the middle of what is seen, of length 1.
+  SUnitNormal ToViewer() const;
   std::optional<SPick> PickAt(const QPointF& position);
   /// All of KIND that can be seen in RECTANGLE, ascending.
   std::vector<int32_t> PickIn(const QRectF& rectangle, EGroupKind kind);
@@ -69,6 +69,8 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   EGroupKind PickedKind() const { return state_.ShowsMarkers() ? EGroupKind::kVertices : EGroupKind::kFaces; }
   /// PICK becomes the current face or vertex; with TOGGLE it also joins or leaves the selection.
   void Choose(const SPick& pick, bool toggle);
+  /// What is at POSITION becomes the current face or vertex, and what can be done with it is offered there.
+  void OfferMenu(const QPointF& position);
 
   // The view's commands; each redraws.
   void ShowVerticesOnly() { SetMode(ERenderMode::kVertices); }
@@ -109,6 +111,9 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   void StateChanged();
   /// The current face or vertex, or what is tagged.
   void CursorChanged();
+  /// A click with the right button on the model: what can be done with the current face or vertex is to be offered at
+  /// AT on the screen.
+  void MenuWanted(EGroupKind kind, const QPoint& at);
   /// Once, when a frame with the model is complete.
   void FirstFrameDrawn();
   /// Nothing can be drawn; Fault() says why.
@@ -126,6 +131,7 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) override;
@@ -149,7 +155,6 @@ class CTarnView : public QOpenGLWidget, private CDocumentObserver {
 
   std::shared_ptr<CTarnDoc> document_;
   CEditCursor cursor_;  ///< after the document, and told of its changes before the view
-  std::unique_ptr<CEditCommands> edit_commands_;
   SViewState state_;
   std::unique_ptr<CModelRenderer> renderer_;
   CModelPicker picker_;

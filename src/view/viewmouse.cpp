@@ -132,10 +132,12 @@ void CViewMouse::MoveVertices() {
 void CViewMouse::Release(const QMouseEvent& event) {
   if (!button_ || event.button() != *button_) return;
   if (is_click_ && event.button() == Qt::LeftButton) Click(event);
+  const bool wants_menu = is_click_ && event.button() == Qt::RightButton;
   if (band_) SelectInBand(event.modifiers().testFlag(Qt::ControlModifier));
   if (vertex_drag_ && !vertex_drag_->HasMoved()) view_.Document().SetModified(was_modified_);
   End();
   button_.reset();
+  if (wants_menu) view_.OfferMenu(event.position());
 }
 
 void CViewMouse::Click(const QMouseEvent& event) {

@@ -1,4 +1,4 @@
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 
 #include <algorithm>
 

@@ -1,13 +1,11 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "cli/commandrow.h"
 #include "platform/questions.h"
 #include "settings/coptools.h"
-
-namespace CLI {
-class App;
-}
 
 namespace veldra {
 
@@ -22,7 +20,7 @@ struct SGlobalOptions {
   int blank_texture = 0;              ///< 0 for none
 };
 
-/// Describes them to the parser, which fills OPTIONS.
-void AddGlobalOptions(CLI::App& app, SGlobalOptions& options);
+/// Their rows, which fill OPTIONS.
+std::vector<SOptionRow> GlobalOptions(SGlobalOptions& options);
 
 }  // namespace veldra

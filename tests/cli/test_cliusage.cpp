@@ -16,8 +16,8 @@ TEST_F(CCliUsageTest, WrongUsageEndsWithTwoAndAHint) {
       "info $/m.bin extra",
       "info $/m.bin --face abc",
       "info $/m.bin --face",
-      "info --cfg x $/m.bin",
       "--yes --no info $/m.bin",
+      "--yes info $/m.bin --no",
       "--yes=false info $/m.bin",
       "--blank-texture 100 info $/m.bin",
       "--blank-texture 0x40 info $/m.bin",
@@ -57,8 +57,31 @@ TEST_F(CCliUsageTest, WrongUsageEndsWithTwoAndAHint) {
     EXPECT_EQ(result.out, "");
     EXPECT_NE(result.err.find("--help"), std::string::npos) << result.err;
   }
-  EXPECT_NE(Run("texture frobnicate").err.find("frobnicate"), std::string::npos) << "named as what is wrong";
   EXPECT_FALSE(FileExists(folder.File("o.bin")) || FileExists(folder.File("o.png")));
+}
+
+TEST_F(CCliUsageTest, WhatIsWrongIsNamedWithTheNearestKnownWord) {
+  const std::pair<const char*, const char*> lines[] = {
+      {"inof m.bin", "\"inof\" was not expected, did you mean \"info\"?\nRun with"},
+      {"frobnicate", "\"frobnicate\" was not expected\nRun with"},
+      {"texture EXPROT", "\"EXPROT\" was not expected, did you mean \"export\"?\n"},
+      {"info m.bin b --fase=1 c",
+       "\"b\" was not expected\n\"--fase=1\" was not expected, did you mean \"--face\"?\n\"c\" was not"},
+      {"info m.bin --pallete x", "\"--pallete\" was not expected, did you mean \"--palette\"?\n"},
+      {"convert a b --too mtm", "did you mean \"--to\"?\n\"mtm\" was not expected\n--to is required\n"},
+      {"render a b --mode texturd", "--mode: \"texturd\" is none of vertices|wireframe|solid|textured, did you mean "},
+      {"info m.bin --yes --no", "--no: --yes and --no exclude each other\n"},
+  };
+  for (const auto& [line, message] : lines)
+    EXPECT_NE(Run(line).err.find(message), std::string::npos) << line << '\n' << Run(line).err;
+}
+
+TEST_F(CCliUsageTest, ProgramOptionsMayStandBehindTheCommand) {
+  WriteModel("m.bin", {});
+  folder.Write("Veldra.cfg", "");
+  for (const char* line : {"--art $ info $/m.bin", "info --art $ $/m.bin", "info $/m.bin --art=$"})
+    EXPECT_EQ(Run(line).status, 0) << line;
+  EXPECT_EQ(Run("info $/m.bin").status, 1);
 }
 
 TEST_F(CCliUsageTest, HelpAndVersionGoToStandardOutput) {
@@ -91,6 +114,12 @@ TEST_F(CCliUsageTest, OutputThatCannotBeWrittenEndsWithOne) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.err.rfind("Veldra - Error: ", 0), 0U) << result.err;
+  }
+  for (const char* words : {"dump m.bin ", "edit --center m.bin ", "texture import t.png "}) {
+    std::vector<std::string> arguments = SplitText(words, ' ');
+    std::ostringstream out, err;
+    EXPECT_EQ(RunCli(arguments, out, err), 1) << words;
+    EXPECT_NE(err.str().find(" is empty. What is written needs a name.\n"), std::string::npos) << err.str();
   }
   std::ostringstream full;
   std::ostringstream err;

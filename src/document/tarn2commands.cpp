@@ -2,7 +2,8 @@
 
 #include "document/tarn2doc.h"
 #include "model/appendmodel.h"
-#include "model/binformat.h"
+#include "model/binfile.h"
+#include "model/texturenames.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -188,8 +189,21 @@ bool CTarnDoc::InsertBinFile(const std::string& path) {
   return Load(other, path, nullptr) && InsertModel(other, path);
 }
 
+/// What would keep MODEL's textures from being saved; "" for nothing.
+std::string UnsavableName(const CBinModel& model) {
+  for (int32_t i = 0; i < model.TextureCount(); ++i) {
+    const CBinTexture& entry = model.Texture(i);
+    const bool is_plain = entry.Kind() == ETextureKind::kPlain;
+    if (std::string fault = is_plain ? TextureNameFault(entry.Name()) : ""; !fault.empty()) return fault;
+  }
+  return NameFault(model);
+}
+
 bool CTarnDoc::InsertModel(CBinModel& other, const std::string& name) {
   if (!CanInsertBin()) return false;
+  if (const std::string fault = UnsavableName(other); !fault.empty()) {
+    return ShowError(Format("\"%s\" could not be inserted.", name.c_str()), fault);
+  }
   const CStateBefore before(*this, "Insert BIN");
   return AppendModel(model_, other, true) ||
          ShowError(Format("\"%s\" could not be inserted: the models are too large together.", name.c_str()));
@@ -197,11 +211,9 @@ bool CTarnDoc::InsertModel(CBinModel& other, const std::string& name) {
 
 /// The image of the RAW file PATH and the name of its entry; null when the user has been told what is wrong.
 const STextureImage* CTarnDoc::ImageForEntry(const std::string& path, std::string& name) {
-  name = UpperCase(ChangeExtension(FileNamePart(path), "RAW"));
-  if (name.size() > kTextureNameLength) {
-    ShowError(
-        Format("The name \"%s\" is too long for a model file: %zu characters fit.", name.c_str(), kTextureNameLength),
-        path);
+  name = TextureNameOf(path);
+  if (const std::string fault = TextureNameFault(name); !fault.empty()) {
+    ShowError(fault, path);
     return nullptr;
   }
   if (!IsFile(path)) {

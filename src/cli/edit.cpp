@@ -65,6 +65,8 @@ EditStep Merging(const std::string& value) {
   const auto units = ParseInteger(value);
   if (!units || *units < 0) return {};
   return [units = *units](CSession& session, CTarnDoc& document) {
+    const CBinModel& model = document.Model();
+    if (MergeDistancesWrap(model.Bounds())) session.Questions().Message({.text = kMergeDistancesWrapText});
     const int32_t merged = document.CanMergeCloseVertices() ? document.MergeCloseVertices({units}) : 0;
     return merged < 0 ? kFailed : session.Print(Format("Merged %d vertices\n", merged));
   };

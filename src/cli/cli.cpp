@@ -25,7 +25,8 @@ int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::os
   const SParsedLine line = ParseCommandLine(program, VELDRA_VERSION, arguments, out, err);
   if (line.command == nullptr) return line.status;
   CSession session(options, out, err);
-  return line.command->run(session);
+  const int status = session.CheckSettings();
+  return status == kDone ? line.command->run(session) : status;
 }
 
 }  // namespace veldra

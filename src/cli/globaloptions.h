@@ -5,13 +5,12 @@
 
 #include "cli/commandrow.h"
 #include "platform/questions.h"
-#include "settings/coptools.h"
 
 namespace veldra {
 
 /// What the options before the command say.
 struct SGlobalOptions {
-  std::string settings_file = kSettingsFileName;
+  std::string settings_file;          ///< "" for kSettingsFileName in the current directory
   std::string art_directory;          ///< "" for that of the settings
   std::string palette;                ///< "" for that of the settings
   EAnswer answer = EAnswer::kCancel;  ///< to every Yes/No and Yes/No/Cancel question

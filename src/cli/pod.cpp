@@ -96,7 +96,7 @@ int Load(CSession& session, const std::string& path, CPodDocument& archive) {
 int Select(CSession& session, const CPodDocument& archive, const std::vector<std::string>& names,
            std::vector<size_t>& entries) {
   for (const std::string& name : names) {
-    const std::vector<size_t> found = archive.FindAll(name);
+    const std::vector<size_t> found = archive.FindMatching(name);
     if (found.empty()) return session.Fail(Format("\"%s\" is not in the archive.", name.c_str()));
     entries.insert(entries.end(), found.begin(), found.end());
   }
@@ -138,16 +138,17 @@ SCommandRow ExtractCommand() {
   return {
       .name = "extract",
       .help = "Write the files of an archive into a folder",
-      .options = {Argument("POD", "Archive", options->pod),
-                  Argument("DEST", "Folder to write into; it must be there", options->destination),
-                  Arguments("NAME",
-                            "Only these entries, in any letter case; a name without a folder is found in all of "
-                            "them",
-                            options->names),
-                  Flag("--folders", "Recreate the archive's folders", options->folders),
-                  Flag("--deps", "The files that these need, too, where the archive has them", options->dependencies),
-                  Choice("--overwrite", kReplaceAnswers, "What to do with files that exist (default: cancel)",
-                         options->overwrite)},
+      .options =
+          {Argument("POD", "Archive", options->pod),
+           Argument("DEST", "Folder to write into; it must be there", options->destination),
+           Arguments("NAME",
+                     "Only these entries, in any letter case, with * and ?; a name without a folder is found in all of "
+                     "them",
+                     options->names),
+           Flag("--folders", "Recreate the archive's folders", options->folders),
+           Flag("--deps", "The files that these need, too, where the archive has them", options->dependencies),
+           Choice("--overwrite", kReplaceAnswers, "What to do with files that exist (default: cancel)",
+                  options->overwrite)},
       .run = [options](CSession& session) { return Extract(session, *options); }};
 }
 
@@ -182,7 +183,7 @@ SCommandRow CreateCommand() {
           .help = "Put files into a new archive",
           .options = {Output("POD", "Archive to write; one that is there is replaced", options->pod),
                       Required(Arguments("FILE", "Files, in this order", options->files)),
-                      Flag("--skip-stock", "Leave out the files that every installation has", options->skip_stock)},
+                      Flag("--skip-stock", kSkipStockHelp, options->skip_stock)},
           .run = [options](CSession& session) { return Create(session, *options); }};
 }
 
@@ -199,7 +200,7 @@ int PrintStock(CSession& session, const std::vector<std::string>& names) {
 SCommandRow IsStockCommand() {
   const auto names = std::make_shared<std::vector<std::string>>();
   return {.name = "is-stock",
-          .help = "Say which files every installation of the game has",
+          .help = std::string("Say which files every installation of the game has. ") + kShippedListNote,
           .options = {Required(Arguments("NAME", "File names without folders", *names))},
           .run = [names](CSession& session) { return PrintStock(session, *names); }};
 }

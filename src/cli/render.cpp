@@ -56,12 +56,14 @@ const Words<ERenderMode> kModes = {{"vertices", ERenderMode::kVertices},
 
 SCommandRow RenderCommand() {
   const auto options = std::make_shared<SRenderOptions>();
+  const auto take_size = [options = options.get()](const std::string& text) {
+    return TakePictureSize(text, options->size);
+  };
   const auto parse_rotation = [](const std::string& text) { return ParseNumbers(text, 3); };
   return {.name = "render",
           .help = "Draw the model into a PNG file; needs no display",
           .options = {Argument("MODEL", "Model file", options->model), Output("OUT", "PNG file to write", options->out),
-                      Option("--size", "WxH", "Size in pixels (default: 800x600)",
-                             Parsed(options->size, ParsePictureSize, "does not have the form WxH")),
+                      Option("--size", "WxH", "Size in pixels (default: 800x600)", take_size),
                       Choice("--mode", kModes, "Render mode (default: that of new views)", options->mode),
                       Option("--rotate", "X,Y,Z", "Rotation in degrees (default: that of new views)",
                              Parsed(options->rotation, parse_rotation, "does not have the form X,Y,Z")),

@@ -177,7 +177,7 @@ TEST_F(CCliModelsTest, EveryFailedLoadGivesAReason) {
 TEST_F(CCliModelsTest, RenderWritesAPictureOfTheSizeAskedFor) {
   WriteModel("m.bin", {});
   const SResult result = Run(
-      "render $/m.bin $/m.png --size 64x48 --mode solid --rotate -.5,0,1e1 --background 102030 --axes --transparency");
+      "render $/m.bin $/m.png --size 64x48 --mode solid --rotate -.5,0,1e1 --background #102030 --axes --transparency");
   if (result.err.find("could not be drawn") != std::string::npos) GTEST_SKIP() << result.err;
   ASSERT_EQ(result.status, 0) << result.err;
   const auto picture = ReadPng(folder.File("m.png"));

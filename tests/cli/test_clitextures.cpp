@@ -64,7 +64,9 @@ TEST_F(CCliTexturesTest, DefaultColourTableIsTheOptionElseTheSettingElseGrey) {
                {"none", "--palette $/none.act ", 0x64}};
   for (const auto& c : cases) {
     folder.Write("Veldra.cfg", "DEFPAL " + c.setting + "\n");
-    ASSERT_EQ(Run(std::string(c.option) + "texture export $/bare.raw $/bare.png").status, 0);
+    const SResult result = Run(std::string(c.option) + "texture export $/bare.raw $/bare.png");
+    ASSERT_EQ(result.status, 0);
+    EXPECT_EQ(result.err.empty(), std::string(c.option).find("none") == std::string::npos) << result.err;
     EXPECT_EQ(ReadPng(folder.File("bare.png"))->rgba[0], c.red) << c.setting << ' ' << c.option;
   }
 }

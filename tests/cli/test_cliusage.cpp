@@ -70,6 +70,7 @@ TEST_F(CCliUsageTest, WhatIsWrongIsNamedWithTheNearestKnownWord) {
       {"info m.bin --pallete x", "\"--pallete\" was not expected, did you mean \"--palette\"?\n"},
       {"convert a b --too mtm", "did you mean \"--to\"?\n\"mtm\" was not expected\n--to is required\n"},
       {"render a b --mode texturd", "--mode: \"texturd\" is none of vertices|wireframe|solid|textured, did you mean "},
+      {"render a b --size 99999x2", "--size: \"99999x2\" has a side that is not from 1 to 16384\n"},
       {"info m.bin --yes --no", "--no: --yes and --no exclude each other\n"},
   };
   for (const auto& [line, message] : lines)
@@ -82,6 +83,7 @@ TEST_F(CCliUsageTest, ProgramOptionsMayStandBehindTheCommand) {
   for (const char* line : {"--art $ info $/m.bin", "info --art $ $/m.bin", "info $/m.bin --art=$"})
     EXPECT_EQ(Run(line).status, 0) << line;
   EXPECT_EQ(Run("info $/m.bin").status, 1);
+  EXPECT_EQ(Run("info $/m.bin --art $ --cfg $/none.cfg").status, 0) << "the defaults";
 }
 
 TEST_F(CCliUsageTest, HelpAndVersionGoToStandardOutput) {
@@ -108,7 +110,8 @@ TEST_F(CCliUsageTest, OutputThatCannotBeWrittenEndsWithOne) {
   for (const char* line :
        {"dump $/m.bin $/no/o", "json $/m.bin $/no/o", "textures $/m.bin $/no/o", "convert $/m.bin $/no/o --to mtm",
         "convert $/m.bin $/no/o --to obj", "edit $/m.bin $/no/o --center", "texture export $/t.raw $/no/o",
-        "dump $/m.bin $", "texture import $/t.png $/no/o.raw", "convert $/m.bin $ --to backdrop"}) {
+        "dump $/m.bin $", "info $/m.bin --cfg $", "texture import $/t.png $/no/o.raw",
+        "convert $/m.bin $ --to backdrop"}) {
     SCOPED_TRACE(line);
     const SResult result = Run(line);
     EXPECT_EQ(result.status, 1);

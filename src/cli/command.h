@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "cli/commandrow.h"
@@ -12,9 +13,8 @@ struct SGlobalOptions;
 /// All of the command line. What its options say goes to OPTIONS.
 SCommandRow Program(SGlobalOptions& options);
 
-inline constexpr const char* kSkipStockHelp =
-    "Leave out files that every installation of the game has, as far as the list of pod stock-list knows them; the "
-    "built-in one is short";
+/// The built-in list's shortcoming and the way out.
+std::string StockNote();
 
 std::vector<SCommandRow> ModelCommands();  ///< info, dump, json, textures, convert
 SCommandRow EditCommand();

@@ -8,8 +8,8 @@ namespace {
 
 std::optional<SUnknownFaceAnswer> ParseUnknownFaceAnswer(const std::string& text) {
   using EChoice = SUnknownFaceAnswer::EChoice;
-  if (text == "ignore") return SUnknownFaceAnswer{EChoice::kIgnore};
-  if (text == "abort") return SUnknownFaceAnswer{EChoice::kAbort};
+  if (EqualNoCase(text, "ignore")) return SUnknownFaceAnswer{EChoice::kIgnore};
+  if (EqualNoCase(text, "abort")) return SUnknownFaceAnswer{EChoice::kAbort};
   const auto type = ParseFaceType(text, false);
   return type ? std::optional(SUnknownFaceAnswer{EChoice::kChange, *type}) : std::nullopt;
 }

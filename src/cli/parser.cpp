@@ -62,7 +62,6 @@ void CParser::AddOption(CLI::App& app, const SOptionRow& row, const std::string&
 void CParser::AddCommand(CLI::App& parent, const SCommandRow& row) {
   CLI::App& app = *parent.add_subcommand(row.name, row.help)->group("Commands");
   Fill(app, row);
-  if (!row.commands.empty()) return;
   for (const SOptionRow& option : program_.options) {
     const bool has_own = std::ranges::find(row.options, option.name, &SOptionRow::name) != row.options.end();
     if (!has_own) AddOption(app, option, "");  // understood here too; the help of the program lists it

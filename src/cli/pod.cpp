@@ -183,7 +183,8 @@ SCommandRow CreateCommand() {
           .help = "Put files into a new archive",
           .options = {Output("POD", "Archive to write; one that is there is replaced", options->pod),
                       Required(Arguments("FILE", "Files, in this order", options->files)),
-                      Flag("--skip-stock", kSkipStockHelp, options->skip_stock)},
+                      Flag("--skip-stock", "Leave out files that every installation has. " + StockNote(),
+                           options->skip_stock)},
           .run = [options](CSession& session) { return Create(session, *options); }};
 }
 
@@ -200,8 +201,8 @@ int PrintStock(CSession& session, const std::vector<std::string>& names) {
 SCommandRow IsStockCommand() {
   const auto names = std::make_shared<std::vector<std::string>>();
   return {.name = "is-stock",
-          .help = std::string("Say which files every installation of the game has. ") + kShippedListNote,
-          .options = {Required(Arguments("NAME", "File names without folders", *names))},
+          .help = "Say which files every installation of the game has",
+          .options = {Required(Arguments("NAME", "File names without folders. " + StockNote(), *names))},
           .run = [names](CSession& session) { return PrintStock(session, *names); }};
 }
 
@@ -227,6 +228,10 @@ SCommandRow StockListCommand() {
 }
 
 }  // namespace
+
+std::string StockNote() {
+  return std::string(kShippedListNote) + " pod stock-list makes the whole list.";
+}
 
 SCommandRow PodCommands() {
   return {.name = "pod",

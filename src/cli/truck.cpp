@@ -104,7 +104,8 @@ SCommandRow TruckCommands() {
               Command("deps", "Print the files that a truck needs, one a line", PrintNeeded, values),
               Command("pack", "Write an archive of a truck and all that it needs", Pack, values,
                       {Output("POD", "Archive to write", values->out),
-                       Flag("--skip-stock", kSkipStockHelp, values->skip_stock)}),
+                       Flag("--skip-stock", "Leave out files that every installation has. " + StockNote(),
+                            values->skip_stock)}),
           }};
 }
 

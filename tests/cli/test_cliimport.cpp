@@ -74,9 +74,7 @@ TEST_F(CliImport, FailuresLeaveTheOldFile) {
       {"$/bad.obj $/Old.bin", 2, "--texture is required"},
   };
   for (const auto& row : rows) {
-    const SResult result = Run(std::string("import ") + row.line);
-    EXPECT_EQ(result.status, row.status) << row.line;
-    EXPECT_NE(result.err.find(row.err), std::string::npos) << result.err;
+    Expect({{std::string("import ") + row.line, row.status, "", row.err}});
     EXPECT_EQ(ReadTestFile(folder.File("Old.bin")), "old");
   }
 }

@@ -39,12 +39,8 @@ TEST_F(CCliModelsTest, InfoDescribesAFaceAndAVertexThatExist) {
   EXPECT_EQ(both.status, 0);
   EXPECT_NE(both.out.find("INFORMATION FOR FACE# 0\n"), std::string::npos);
   EXPECT_NE(both.out.find("INFORMATION FOR VERTEX# 2\n   Position: 10,10,0\n"), std::string::npos);
-  for (const char* line : {"info $/m.bin --face 1", "info $/m.bin --face -1", "info $/m.bin --vertex 3"}) {
-    const SResult result = Run(line);
-    EXPECT_EQ(result.status, 1) << line;
-    EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err.find("the model has "), std::string::npos) << result.err;
-  }
+  for (const char* line : {"info $/m.bin --face 1", "info $/m.bin --face -1", "info $/m.bin --vertex 3"})
+    Expect({{line, 1, "", "the model has "}});
 }
 
 TEST_F(CCliModelsTest, ConvertWritesTheKindAskedFor) {

@@ -103,6 +103,7 @@ TEST_F(CModelCommandsTest, RefusalsAreToldAndChangeNothing) {
       {[](CTarnDoc& d) { return d.AddFace({.texture = -1}); }, "type 0x18 needs a texture"},
       {[](CTarnDoc& d) { return d.AddFace({.texture = 1}); }, "no texture 1: the model has 1"},
       {[](CTarnDoc& d) { return d.ReplaceTexture({.path = "/no/such.raw"}); }, "no file \"/no/such.raw\""},
+      {[](CTarnDoc& d) { return d.ReplaceTexture({.path = "/no/abcdefghi.raw"}); }, "too long for a model file"},
       {[](CTarnDoc& d) { return d.LoadTexture("/no/such.raw") != nullptr; }, "\"/no/such.raw\" could not be opened"},
       {[](CTarnDoc& d) { return d.LoadTexture("MUCHTOOLONG.RAW") != nullptr; }, "12 characters fit"},
       {[](CTarnDoc& d) { return d.InsertBinFile("/no/such.bin"); }, "\"/no/such.bin\" could not be opened"},

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "cli/command.h"
@@ -67,6 +66,8 @@ EditStep Merging(const std::string& value) {
   const auto units = ParseInteger(value);
   if (!units || *units < 0) return {};
   return [units = *units](CSession& session, CTarnDoc& document) {
+    const CBinModel& model = document.Model();
+    if (MergeDistancesWrap(model.Bounds())) session.Questions().Message({.text = kMergeDistancesWrapText});
     const int32_t merged = document.CanCenter() ? MergeCloseVertices(document, {units}) : 0;
     return merged < 0 ? kFailed : session.Print(Format("Merged %d vertices\n", merged));
   };
@@ -115,22 +116,22 @@ EditStep Appending(const std::string& value) {
 
 struct SOperationRow {
   const char* name;
-  const char* value;  ///< what the value looks like; null for an operation without one
+  const char* form;  ///< what the value looks like; "" for an operation without one
   const char* help;
   EditStep (*step)(const std::string& value);  ///< gives an empty step when the value is malformed
 };
 
 constexpr SOperationRow kOperations[] = {
-    {"--center", nullptr, "Center on all axes", Centering<&CTarnDoc::CenterAll>},
-    {"--center-x", nullptr, "Center on the x axis", Centering<&CTarnDoc::CenterX>},
-    {"--center-y", nullptr, "Center on the y axis", Centering<&CTarnDoc::CenterY>},
-    {"--center-z", nullptr, "Center on the z axis", Centering<&CTarnDoc::CenterZ>},
+    {"--center", "", "Center on all axes", Centering<&CTarnDoc::CenterAll>},
+    {"--center-x", "", "Center on the x axis", Centering<&CTarnDoc::CenterX>},
+    {"--center-y", "", "Center on the y axis", Centering<&CTarnDoc::CenterY>},
+    {"--center-z", "", "Center on the z axis", Centering<&CTarnDoc::CenterZ>},
     {"--scale", "SX,SY,SZ", "Multiply the coordinates", Scaling},
     {"--translate", "DX,DY,DZ", "Move by whole units", Translation},
     {"--rotate", "x|y|z,DEGREES", "Turn about an axis", Rotation},
     {"--mirror", "x|y|z", "Negate a coordinate; faces still face outwards", Mirroring},
     {"--merge", "UNITS", "Merge vertices that lie within UNITS of each other", Merging},
-    {"--delete-unused", nullptr, "Delete the vertices that no face uses", DeletingUnused},
+    {"--delete-unused", "", "Delete the vertices that no face uses", DeletingUnused},
     {"--face-type", "FROM,TO", "Give all faces of type FROM the type TO", ChangingType},
     {"--append", "OTHER", "Add the vertices, faces and groups of another model", Appending},
 };
@@ -151,45 +152,29 @@ int Edit(CSession& session, const SEditOptions& options) {
   return document->CheckWritable(options.out) && document->SaveMTM(options.out) ? kDone : kFailed;
 }
 
-void AddOperation(CLI::App& command, const SOperationRow& row) {
-  CLI::Option* const option = row.value == nullptr
-                                  ? command.add_flag(row.name, row.help)->disable_flag_override()
-                                  : command.add_option(row.name, row.help)->expected(1)->type_name(row.value);
-  option->take_all()->group("Operations");
-}
-
-/// The operations in the order in which they were typed; the parser keeps the values option by option.
-std::vector<EditStep> StepsInOrder(const CLI::App& command) {
-  std::vector<EditStep> steps;
-  std::map<const CLI::Option*, size_t> taken;
-  for (const CLI::Option* option : command.parse_order()) {
-    for (const SOperationRow& row : kOperations) {
-      if (option->get_name() != row.name) continue;
-      const std::string& value = option->results().at(taken[option]++);
-      steps.push_back(row.step(value));
-      if (!steps.back()) {
-        throw CLI::ValidationError(row.name, "\"" + value + "\" does not have the form " + row.value);
-      }
-    }
-  }
-  return steps;
+SOptionRow OperationOption(const SOperationRow& row, std::vector<EditStep>& steps) {
+  const auto add_step = [&row, &steps](const std::string& text) -> std::string {
+    steps.push_back(row.step(text));
+    return steps.back() ? "" : std::string("does not have the form ") + row.form;
+  };
+  SOptionRow option = Option(row.name, row.form, row.help, add_step);
+  option.repeated = true;
+  return InGroup("Operations", option);
 }
 
 }  // namespace
 
-void AddEditCommand(CLI::App& app, CommandRun& run) {
+SCommandRow EditCommand() {
   const auto options = std::make_shared<SEditOptions>();
-  CLI::App* const command =
-      app.add_subcommand("edit", "Do operations in the order given, then save as MTM model without the save checks");
-  command->add_option("MODEL", options->model, "Model file")->required();
-  command->add_option("OUT", options->out, "File to write")->required();
+  SCommandRow command = {
+      .name = "edit",
+      .help = "Do operations in the order given, then save as MTM model without the save checks",
+      .options = {Argument("MODEL", "Model file", options->model), Output("OUT", "File to write", options->out)},
+      .run = [options](CSession& session) { return Edit(session, *options); },
+      .check = [options] { return std::string(options->steps.empty() ? "An operation is required" : ""); }};
   for (const SOperationRow& row : kOperations)
-    AddOperation(*command, row);
-  command->callback([command, options, &run] {
-    options->steps = StepsInOrder(*command);
-    if (options->steps.empty()) throw CLI::RequiredError("An operation");
-    run = [options](CSession& session) { return Edit(session, *options); };
-  });
+    command.options.push_back(OperationOption(row, options->steps));
+  return command;
 }
 
 }  // namespace veldra

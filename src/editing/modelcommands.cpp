@@ -4,7 +4,8 @@
 
 #include "document/statebefore.h"
 #include "model/appendmodel.h"
-#include "model/binformat.h"
+#include "model/binfile.h"
+#include "model/texturenames.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -26,13 +27,21 @@ bool Said(const CTarnDoc& document, bool done, const char* what, const SScope& s
   return done;
 }
 
+/// What would keep MODEL's textures from being saved; "" for nothing.
+std::string UnsavableName(const CBinModel& model) {
+  for (int32_t i = 0; i < model.TextureCount(); ++i) {
+    const CBinTexture& entry = model.Texture(i);
+    const bool is_plain = entry.Kind() == ETextureKind::kPlain;
+    if (std::string fault = is_plain ? TextureNameFault(entry.Name()) : ""; !fault.empty()) return fault;
+  }
+  return NameFault(model);
+}
+
 /// The image of the RAW file PATH and the name of its entry; null when the user has been told what is wrong.
 const STextureImage* ImageForEntry(CTarnDoc& document, const std::string& path, std::string& name) {
-  name = UpperCase(ChangeExtension(FileNamePart(path), "RAW"));
-  if (name.size() > kTextureNameLength) {
-    document.ShowError(
-        Format("The name \"%s\" is too long for a model file: %zu characters fit.", name.c_str(), kTextureNameLength),
-        path);
+  name = TextureNameOf(path);
+  if (const std::string fault = TextureNameFault(name); !fault.empty()) {
+    document.ShowError(fault, path);
     return nullptr;
   }
   if (!IsFile(path)) {
@@ -177,6 +186,8 @@ bool InsertBinFile(CTarnDoc& document, const std::string& path) {
 
 bool InsertModel(CTarnDoc& document, CBinModel& other, const std::string& name) {
   if (!CanEditModel(document)) return false;
+  if (const std::string fault = UnsavableName(other); !fault.empty())
+    return document.ShowError(Format("\"%s\" could not be inserted.", name.c_str()), fault);
   const std::string inserted =
       Counted(other.VertexCount(), "vertex", "vertices") + " and " + Counted(other.FaceCount(), "face", "faces");
   const CStateBefore before(document, "Insert BIN");

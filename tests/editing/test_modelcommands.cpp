@@ -105,6 +105,7 @@ TEST_F(CModelCommandsTest, RefusalsAreToldAndChangeNothing) {
       {[](CTarnDoc& d) { return AddFace(d, {.texture = -1}); }, "type 0x18 needs a texture"},
       {[](CTarnDoc& d) { return AddFace(d, {.texture = 1}); }, "no texture 1: the model has 1"},
       {[](CTarnDoc& d) { return ReplaceTexture(d, {.path = "/no/such.raw"}); }, "no file \"/no/such.raw\""},
+      {[](CTarnDoc& d) { return ReplaceTexture(d, {.path = "/no/abcdefghi.raw"}); }, "too long for a model file"},
       {[](CTarnDoc& d) { return LoadTexture(d, "/no/such.raw") != nullptr; }, "\"/no/such.raw\" could not be opened"},
       {[](CTarnDoc& d) { return LoadTexture(d, "MUCHTOOLONG.RAW") != nullptr; }, "12 characters fit"},
       {[](CTarnDoc& d) { return InsertBinFile(d, "/no/such.bin"); }, "\"/no/such.bin\" could not be opened"},

@@ -1,5 +1,6 @@
 # Headers of the library, of Qt and of GoogleTest that most files include, compiled once for each kind of target. No file
-# may lean on them: the preset "asan" builds without (CMAKE_DISABLE_PRECOMPILE_HEADERS), where a missing #include shows.
+# may lean on them: the presets "fuzz" and "tidy" do without (CMAKE_DISABLE_PRECOMPILE_HEADERS), where a missing #include
+# shows.
 
 set(VELDRA_STD_HEADERS <algorithm> <array> <cmath> <cstdint> <functional> <limits> <map> <memory> <optional> <span>
   <string> <string_view> <unordered_map> <utility> <vector>)

@@ -11,8 +11,8 @@
 namespace veldra {
 namespace {
 
-/// Meshes that other programs wrote, in a folder that the build may name: "counts.tsv" has for each its vertices and its
-/// faces as written, or "-" where it is to be refused.
+/// Meshes that other programs wrote, in a folder that the build may name: "counts.tsv" has for each its vertices and
+/// its faces as written, or "-" where it is to be refused.
 class Samples3d : public testing::CImportTest {
  protected:
   void SetUp() override {

@@ -7,8 +7,8 @@ add_library(veldra_options INTERFACE)
 target_compile_features(veldra_options INTERFACE cxx_std_20)
 target_compile_options(veldra_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # GCC 12 sees overlaps in std::string's operator+ that cannot be (GCC bug 105651).
-  target_compile_options(veldra_options INTERFACE -Wno-restrict)
+  # GCC 12 sees overlaps and overruns in std::string's operator+ that cannot be (GCC bugs 105651 and 105329).
+  target_compile_options(veldra_options INTERFACE -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
 endif()
 if(VELDRA_SANITIZE)
   target_compile_options(veldra_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
@@ -34,17 +34,17 @@ function(veldra_offer_headers target folder)
 endfunction()
 
 # veldra_library(NAME FOLDER folder SOURCES file... LINK target...)
+# NAME ends in _ui where the target has windows.
 function(veldra_library name)
   cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC veldra_options ${ARG_LINK})
   veldra_offer_headers(${name} ${ARG_FOLDER})
-endfunction()
-
-# The same for a library of widgets.
-function(veldra_ui_library name)
-  veldra_library(${name} ${ARGN})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  string(REGEX MATCH "_ui$" with_windows ${name})
+  veldra_use_precompiled(${name} veldra_headers "${with_windows}")
+  if(with_windows)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  endif()
 endfunction()
 
 # veldra_header_only(TARGET HEADER): an interface target for a library that is just the folder of HEADER. Only that folder

@@ -11,13 +11,17 @@
 namespace veldra {
 namespace {
 
-/// Meshes that other programs wrote, which may lie beside the project: "counts.tsv" has for each its vertices and its
-/// faces as written, or "-" where it is to be refused.
+/// Meshes that other programs wrote, in a folder that the build may name: "counts.tsv" has for each its vertices and
+/// its faces as written, or "-" where it is to be refused.
 class Samples3d : public testing::CImportTest {
  protected:
+  void SetUp() override {
+    if (*VELDRA_MESH_SAMPLES == '\0') GTEST_SKIP() << "no folder is named in VELDRA_MESH_SAMPLES";
+  }
+
   void Check(const std::string& name, const std::string& vertices, const std::string& faces) {
     SCOPED_TRACE(name);
-    const std::string path = JoinPath(VELDRA_SAMPLES_3D, name);
+    const std::string path = JoinPath(VELDRA_MESH_SAMPLES, name);
     const bool is_3ds = EqualNoCase(ExtensionPart(path), "3ds");
     const bool is_read = is_3ds ? ImportFrom3ds(model, path, Road(), context, &fault)
                                 : ImportWavefront(model, {path, Road()}, {.scale = 0.01}, context, fault);
@@ -39,8 +43,8 @@ class Samples3d : public testing::CImportTest {
 };
 
 TEST_F(Samples3d, ImportWithTheirCounts) {
-  const auto counts = ReadWholeFile(JoinPath(VELDRA_SAMPLES_3D, "counts.tsv"));
-  if (!counts) GTEST_SKIP() << "skipped: no meshes of other programs beside the project";
+  const auto counts = ReadWholeFile(JoinPath(VELDRA_MESH_SAMPLES, "counts.tsv"));
+  ASSERT_TRUE(counts);
   std::istringstream lines{std::string(counts->Text())};
   size_t checked = 0;
   for (std::string line; std::getline(lines, line);) {
@@ -57,8 +61,7 @@ TEST_F(Samples3d, ImportWithTheirCounts) {
 }
 
 TEST_F(Samples3d, NumbersThatDoNotFitAtFullScale) {
-  const std::string path = JoinPath(VELDRA_SAMPLES_3D, "number_formats.obj");
-  if (!IsFile(path)) GTEST_SKIP() << "skipped: no meshes of other programs beside the project";
+  const std::string path = JoinPath(VELDRA_MESH_SAMPLES, "number_formats.obj");
   EXPECT_FALSE(ImportWavefront(model, {path, Road()}, {}, context, fault));
   EXPECT_EQ(fault.what.rfind("line 19: (1e+10, ", 0), 0U) << fault.what;
 }

@@ -4,10 +4,6 @@ namespace veldra {
 
 namespace {
 
-int32_t& Coordinate(SPoint& point, EAxis axis) {
-  return axis == EAxis::kX ? point.x : axis == EAxis::kY ? point.y : point.z;
-}
-
 bool Delete(CEditCursor& cursor, const std::vector<int32_t>& vertices, const char* command) {
   CTarnDoc& document = cursor.Document();
   if (document.Model().AreUnused(vertices)) document.KeepState(command);

@@ -9,7 +9,7 @@ namespace veldra {
 
 /// DRAW with a picture of WIDTH × HEIGHT pixels of its own to draw into. False when there is none.
 bool CTarnView::DrawAside(int width, int height, const std::function<void()>& draw) {
-  if (!fault_.isEmpty() || !isValid() || document_->Model().IsBusy()) return false;
+  if (!Fault().isEmpty() || !isValid() || document_->Model().IsBusy()) return false;
   makeCurrent();
   const auto loader = [](const char* name) { return QOpenGLContext::currentContext()->getProcAddress(name); };
   bool is_ready = false;
@@ -29,7 +29,7 @@ std::optional<SPick> CTarnView::PickAt(const QPointF& position) {
   const int side = CModelPicker::SidePixels(ratio);
   std::optional<SPick> found;
   DrawAside(side, side, [&] {
-    found = picker_.Pick(document_->Model(), state_, Camera(), ratio, static_cast<int>(position.x() * ratio),
+    found = picker_.Pick(document_->Model(), State(), Camera(), ratio, static_cast<int>(position.x() * ratio),
                          static_cast<int>(position.y() * ratio));
   });
   return found;
@@ -45,7 +45,7 @@ std::vector<int32_t> CTarnView::PickIn(const QRectF& rectangle, EGroupKind kind)
   std::vector<int32_t> found;
   if (pixels.Width() < 1 || pixels.Height() < 1) return found;
   DrawAside(pixels.Width(), pixels.Height(),
-            [&] { found = picker_.PickRectangle(document_->Model(), state_, Camera(), kind, pixels); });
+            [&] { found = picker_.PickRectangle(document_->Model(), State(), Camera(), kind, pixels); });
   return found;
 }
 

@@ -14,6 +14,7 @@
 #include <QUrl>
 
 #include "app/commands/commandicons.h"
+#include "app/commands/otherkeys.h"
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
 #include "app/windowplace.h"
@@ -139,7 +140,7 @@ void CMainFrame::AskBackground() {
 }
 
 void CMainFrame::ShowKeyboard() {
-  CKeyboardDialog(app_.Settings(), app_.Questions(), this).exec();
+  CKeyboardDialog(app_.Settings(), app_.Questions(), OtherKeys(), this).exec();
 }
 
 void CMainFrame::About() {

@@ -4,7 +4,7 @@
 
 namespace veldra::samples {
 
-/// A jump ramp of planks on a mound, and a poster above it: textures 128 and 512 wide.
+/// A jump ramp of planks on a mound, and a poster above it.
 void BuildRamp(CMeshBuilder& mesh);
 
 }  // namespace veldra::samples

@@ -204,7 +204,7 @@ std::vector<STextureDesign> TextureDesigns() {
       {"GLASS.RAW", 64, PaintGlass},  {"FLAP.RAW", 64, PaintFlap},      {"FRAME.RAW", 64, PaintFrame},
       {"SHOCK.RAW", 64, PaintShock},  {"PLATE.RAW", 64, PaintPlate},    {"SEAT.RAW", 64, PaintSeat},
       {"LAMP.RAW", 64, PaintLamp},    {"MKCONE.RAW", 64, PaintCone},    {"MKGLOW.RAW", 64, PaintGlow},
-      {"DIRT.RAW", 128, PaintDirt},   {"PLANKS.RAW", 128, PaintPlanks}, {"POSTER.RAW", 512, PaintPoster}};
+      {"DIRT.RAW", 64, PaintDirt},    {"PLANKS.RAW", 256, PaintPlanks}, {"POSTER.RAW", 256, PaintPoster}};
   for (int frame = 0; frame < 4; ++frame) {
     designs.push_back({Format("BEACON%d.RAW", frame + 1), 64,
                        [frame](double u, double v) { return PaintBeacon(u, v, frame / 4.0); }});

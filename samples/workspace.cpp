@@ -1,6 +1,7 @@
 #include "samples/workspace.h"
 
 #include <functional>
+#include <string_view>
 
 #include "archive/podwriter.h"
 #include "archive/stockfiles.h"
@@ -117,6 +118,16 @@ bool WriteTruckArchive(const SFolders& folders, const CSettings& settings, CQues
          CreatePod(questions, JoinPath(folders.root, kTruckArchiveName), plan.Sources(false));
 }
 
+/// As modelling programs write it: in metres, z upwards.
+constexpr std::string_view kBarnMesh =
+    "o barn\n"
+    "v -3 -4 0\nv 3 -4 0\nv 3 4 0\nv -3 4 0\nv -3 -4 3\nv 3 -4 3\nv 3 4 3\nv -3 4 3\nv 0 -4 5\nv 0 4 5\n"
+    "vt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\nvt 0.5 1\n"
+    "g walls\n"
+    "f 1/1 2/2 6/3 5/4\nf 2/1 3/2 7/3 6/4\nf 3/1 4/2 8/3 7/4\nf 4/1 1/2 5/3 8/4\nf 5/1 6/2 9/5\nf 7/1 8/2 10/5\n"
+    "g roof\n"
+    "f 6/1 7/2 10/3 9/4\nf 8/1 5/2 9/3 10/4\n";
+
 CSettings WorkspaceSettings(const SFolders& folders) {
   CSettings settings;
   settings.defpal = folders.palette;
@@ -145,7 +156,7 @@ bool WriteWorkspace(const std::string& directory, CQuestions& questions, SError*
   return WriteModel(folders, "TRUCK.BIN", BuildTruck, store, questions, error) &&
          WriteModel(folders, "RAMP.BIN", BuildRamp, store, questions, error) &&
          WriteTruck(folders, store, questions, error) && WriteTruckArchive(folders, settings, questions, error) &&
-         WriteSettings(folders, settings, error);
+         ReplaceFile(JoinPath(folders.root, "barn.obj"), kBarnMesh, error) && WriteSettings(folders, settings, error);
 }
 
 }  // namespace veldra::samples

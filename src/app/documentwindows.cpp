@@ -52,6 +52,7 @@ void CDocumentWindows::Connect(CChildFrame& child) {
   connect(&child, &CChildFrame::DocumentMoved, this, &CDocumentWindows::DocumentsChanged);
   connect(&child.View(), &CTarnView::StateChanged, this, &CDocumentWindows::Changed);
   connect(&child.View(), &CTarnView::CursorChanged, this, &CDocumentWindows::Changed);
+  connect(&child.View(), &CTarnView::MenuWanted, this, &CDocumentWindows::MenuWanted);
   connect(&child, &QObject::destroyed, this, [this] {
     NumberViews();
     emit DocumentsChanged();

@@ -50,6 +50,8 @@ class CDocumentWindows : public QObject {
  signals:
   /// Which window is active, or what one shows.
   void Changed();
+  /// CTarnView::MenuWanted of a view.
+  void MenuWanted(EGroupKind kind, const QPoint& at);
   /// A document has got a window, or a path.
   void DocumentsChanged();
 

@@ -1,7 +1,6 @@
 #include "app/filecommands.h"
 
 #include "app/fileopeners.h"
-#include "app/mainfrm.h"
 #include "app/recoveryoffer.h"
 #include "document/earlierstatesdlg.h"
 #include "platform/assert.h"
@@ -10,11 +9,12 @@
 
 namespace veldra {
 
-CFileCommands::CFileCommands(CMainFrame& frame) : frame_(frame), app_(frame.App()) {}
+CFileCommands::CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, QWidget& window)
+    : app_(app), windows_(windows), tools_(tools), window_(window) {}
 
 /// The enabling rules see to it that there is one.
 CTarnDoc& CFileCommands::Active() const {
-  CTarnDoc* document = frame_.ActiveDocument();
+  CTarnDoc* document = windows_.ActiveDocument();
   VELDRA_ASSERT(document != nullptr);
   return *document;
 }
@@ -22,7 +22,7 @@ CTarnDoc& CFileCommands::Active() const {
 // --- Opening -------------------------------------------------------------------------------------------------------
 
 void CFileCommands::New() {
-  frame_.Windows().AddView(app_.NewDocument(), false);
+  windows_.AddView(app_.NewDocument(), false);
 }
 
 void CFileCommands::AskAndOpen() {
@@ -41,22 +41,21 @@ void CFileCommands::AskAndOpen() {
 bool CFileCommands::OpenFile(const std::string& path, bool read_only) {
   // What the table does not know may still be a model of another name.
   const SFileOpener* opener = FindFileOpener(path);
-  return opener != nullptr ? opener->open(frame_, path, read_only) : OpenModel(path, read_only);
+  return opener != nullptr ? opener->open(*this, tools_, path, read_only) : OpenModel(path, read_only);
 }
 
 bool CFileCommands::OpenModel(const std::string& path, bool read_only) {
   if (const auto open = app_.FindDocument(path)) {
-    frame_.Windows().Activate(*open);
+    windows_.Activate(*open);
     return true;
   }
   const auto document = app_.OpenDocument(path, read_only);
-  frame_.RefreshCommands();
   if (document == nullptr) {
     if (!FileExists(path)) app_.RecentFiles().Remove(AbsolutePath(path));
     return false;
   }
-  frame_.Windows().AddView(document, true);
-  frame_.Say(QObject::tr("Opened %1").arg(QString::fromStdString(document->Title())));
+  windows_.AddView(document, true);
+  app_.Say("Opened " + document->Title());
   return true;
 }
 
@@ -67,13 +66,13 @@ void CFileCommands::ListRecentIn(QMenu& menu) {
     const QString text = QString::fromStdString(path).replace('&', "&&");
     QAction* action = menu.addAction(QStringLiteral("&%1 %2").arg(++number).arg(text));
     action->setStatusTip(QObject::tr("Open this document"));
-    QObject::connect(action, &QAction::triggered, &frame_, [this, path] { OpenFile(path, false); });
+    QObject::connect(action, &QAction::triggered, &window_, [this, path] { OpenFile(path, false); });
   }
 }
 
 void CFileCommands::Preferences() {
-  CPreferencesDialog dialog(app_.Settings(), &frame_);
-  QObject::connect(&dialog, &CPreferencesDialog::SettingsChanged, &frame_,
+  CPreferencesDialog dialog(app_.Settings(), &window_);
+  QObject::connect(&dialog, &CPreferencesDialog::SettingsChanged, &window_,
                    [this](const std::vector<std::string>& keys) { app_.SettingsChanged(keys); });
   dialog.exec();
 }
@@ -81,7 +80,7 @@ void CFileCommands::Preferences() {
 // --- Saving and closing --------------------------------------------------------------------------------------------
 
 void CFileCommands::Close() {
-  frame_.Windows().CloseActive();
+  windows_.CloseActive();
 }
 
 void CFileCommands::Save() {
@@ -93,28 +92,29 @@ void CFileCommands::SaveAs() {
 }
 
 void CFileCommands::Reload() {
-  if (Active().Reload()) frame_.Say(QObject::tr("Reloaded %1").arg(QString::fromStdString(Active().Title())));
+  if (Active().Reload()) app_.Say("Reloaded " + Active().Title());
 }
 
 void CFileCommands::EarlierStates() {
   const CTarnDoc& document = Active();
   const std::string key = document.StatesKey();
   const QString title = QString::fromStdString(document.Title());
-  CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), &frame_);
+  CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), &window_);
   dialog.exec();
   const auto chosen = dialog.Chosen();
   if (!chosen) return;
-  if (const auto opened = app_.OpenEarlierState(document, *chosen)) frame_.Windows().AddView(opened, false);
+  if (const auto opened = app_.OpenEarlierState(document, *chosen)) windows_.AddView(opened, false);
 }
 
 void CFileCommands::Recover() {
-  if (!OfferLeftovers(frame_)) app_.Questions().Message({.text = "There are no unsaved documents to recover."});
+  if (!OfferLeftovers(app_, windows_, &window_))
+    app_.Questions().Message({.text = "There are no unsaved documents to recover."});
 }
 
 void CFileCommands::ReportSaved(bool saved) {
   if (!saved) return;
   app_.RecentFiles().Add(Active().Path());
-  frame_.Say(QObject::tr("Saved %1").arg(QString::fromStdString(Active().Path())));
+  app_.Say("Saved " + Active().Path());
 }
 
 }  // namespace veldra

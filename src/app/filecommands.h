@@ -3,16 +3,17 @@
 #include <QMenu>
 #include <string>
 
+#include "app/documentwindows.h"
 #include "app/tarn2.h"
+#include "app/toolcommands.h"
 
 namespace veldra {
-
-class CMainFrame;
 
 /// The commands of the File menu: documents opened, saved, read anew and closed.
 class CFileCommands {
  public:
-  explicit CFileCommands(CMainFrame& frame);
+  /// Dialogs stand over WINDOW. All outlive it.
+  CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, QWidget& window);
 
   void New();
   void AskAndOpen();
@@ -35,8 +36,10 @@ class CFileCommands {
   CTarnDoc& Active() const;
   void ReportSaved(bool saved);
 
-  CMainFrame& frame_;
   CTarn2App& app_;
+  CDocumentWindows& windows_;
+  CToolCommands& tools_;
+  QWidget& window_;
 };
 
 }  // namespace veldra

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/mainfrm.h"
+#include "app/filecommands.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -11,19 +11,18 @@ namespace veldra {
 namespace {
 
 constexpr SFileOpener kOpeners[] = {
-    {"bin", [](CMainFrame& frame, const std::string& path,
-               bool read_only) { return frame.Files().OpenModel(path, read_only); }},
-    {"trk", [](CMainFrame& frame, const std::string& path, bool) { return frame.Tools().OpenTruck(path); }},
-    {"pod", [](CMainFrame& frame, const std::string& path, bool) { return frame.Tools().OpenArchive(path); }},
-    {"3ds", [](CMainFrame& frame, const std::string& path, bool) { return frame.Tools().Import3dsFile(path); }},
-    {"obj", [](CMainFrame& frame, const std::string& path, bool) { return frame.Tools().ImportWavefrontFile(path); }},
+    {"bin", [](CFileCommands& files, CToolCommands&, const std::string& path,
+               bool read_only) { return files.OpenModel(path, read_only); }},
+    {"trk", [](CFileCommands&, CToolCommands& tools, const std::string& path, bool) { return tools.OpenTruck(path); }},
+    {"pod",
+     [](CFileCommands&, CToolCommands& tools, const std::string& path, bool) { return tools.OpenArchive(path); }},
+    {"3ds",
+     [](CFileCommands&, CToolCommands& tools, const std::string& path, bool) { return tools.Import3dsFile(path); }},
+    {"obj", [](CFileCommands&, CToolCommands& tools, const std::string& path,
+               bool) { return tools.ImportWavefrontFile(path); }},
 };
 
 }  // namespace
-
-std::span<const SFileOpener> FileOpeners() {
-  return kOpeners;
-}
 
 const SFileOpener* FindFileOpener(const std::string& path) {
   const std::string name = LowerCase(FileNamePart(path));

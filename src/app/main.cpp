@@ -31,7 +31,7 @@ bool IsAttended(const SProgramOptions& options) {
 void OpenFiles(CMainFrame& frame, const SProgramOptions& options) {
   for (const QString& file : options.files)
     frame.OpenFile(file.toStdString(), options.read_only);
-  OfferLeftovers(frame);
+  OfferLeftovers(frame.App(), frame.Windows(), &frame);
 }
 
 /// For measuring: opens the files and ends the program, without more ado, once the active one is on the screen.

@@ -1,25 +1,19 @@
 #include "app/mainfrm.h"
 
-#include <QApplication>
 #include <QCloseEvent>
-#include <QColorDialog>
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QOpenGLWidget>
 #include <QSettings>
 #include <QStatusBar>
 #include <QUrl>
 
-#include "app/commands/commandicons.h"
-#include "app/commands/otherkeys.h"
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
 #include "app/windowplace.h"
-#include "view/editcommands.h"
-#include "view/keyboarddlg.h"
+#include "platform/text.h"
 
 namespace veldra {
 
@@ -44,7 +38,12 @@ QSettings WindowSettings() {
 }  // namespace
 
 CMainFrame::CMainFrame(CTarn2App& app)
-    : app_(app), area_(new CDocumentArea), counts_(new QLabel), docks_(new CToolDocks(*this, app.Settings())) {
+    : app_(app),
+      area_(new CDocumentArea),
+      counts_(new QLabel),
+      selected_(new QLabel),
+      docks_(new CToolDocks(*this, app.Settings())),
+      dialogs_(app.Settings()) {
   setObjectName("mainFrame");
   setWindowTitle(tr("Veldra"));
   setAcceptDrops(true);
@@ -52,8 +51,11 @@ CMainFrame::CMainFrame(CTarn2App& app)
   MakeReadyForOpenGL();
   MakeCommands();
   counts_->setObjectName("modelCounts");
-  counts_->setContentsMargins(8, 0, 8, 0);
-  statusBar()->addPermanentWidget(counts_);
+  selected_->setObjectName("selectedCounts");
+  for (QLabel* label : {selected_, counts_}) {
+    label->setContentsMargins(8, 0, 8, 0);
+    statusBar()->addPermanentWidget(label);
+  }
   ReadWindowState();
   area_->setFocus();  // and not the first field of a tool window
   Refresh();
@@ -64,6 +66,7 @@ CMainFrame::~CMainFrame() {
   docks_->disconnect(this);
   windows_.reset();
   app_.SetPictureMaker({});
+  app_.SetSay({});
 }
 
 /// A window that gets its first OpenGL view while it is shown is made anew by Qt, which flickers and loses the focus.
@@ -73,17 +76,24 @@ void CMainFrame::MakeReadyForOpenGL() {
 }
 
 void CMainFrame::MakeCommands() {
-  auto* view_keys = new CViewKeys([this](const SCommandRow& row) { Run(row); },
-                                  [this](const SCommandRow& row) { return IsEnabled(row, CommandState()); }, this);
+  auto* view_keys = new CViewKeys([this](const SCommandRow& row) { RunKey(row); }, this);
   windows_ = std::make_unique<CDocumentWindows>(app_, *area_, view_keys);
-  files_ = std::make_unique<CFileCommands>(*this);
-  models_ = std::make_unique<CModelCommands>(*this);
-  tools_ = std::make_unique<CToolCommands>(*this);
+  tools_ = std::make_unique<CToolCommands>(app_, *windows_, *this);
+  files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *this);
   actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
   new CFileWatch(app_, *windows_, this);
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
+  app_.SetSay([this](const std::string& text) { Say(QString::fromStdString(text)); });
   connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
+  docks_->InstallKeys(view_keys);
+  connect(docks_, &CToolDocks::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
+  const auto pop_up = [this](EGroupKind kind, const QPoint& at) {
+    Refresh();  // what is current may have become so just now
+    actions_->PopUp(ItemMenu(kind), at);
+  };
+  connect(docks_, &CToolDocks::MenuWanted, this, pop_up);
+  connect(windows_.get(), &CDocumentWindows::MenuWanted, this, pop_up);
   QMenu* recent = actions_->ListMenu(ECommand::kFileRecent);
   connect(recent, &QMenu::aboutToShow, this, [this, recent] { files_->ListRecentIn(*recent); });
   QMenu* window_list = actions_->ListMenu(ECommand::kWindowList);
@@ -92,66 +102,35 @@ void CMainFrame::MakeCommands() {
 
 // --- Commands ------------------------------------------------------------------------------------------------------
 
+SCommandTarget CMainFrame::CommandTarget() {
+  return {.app = app_,
+          .window = *this,
+          .windows = *windows_,
+          .files = *files_,
+          .tools = *tools_,
+          .docks = *docks_,
+          .dialogs = dialogs_,
+          .view = ActiveView(),
+          .document = ActiveDocument()};
+}
+
+/// Whatever it comes from: a menu, the tool bar, a key, a tool window. What its rule says now counts, not what a menu
+/// has shown before.
 void CMainFrame::Run(const SCommandRow& row) {
-  const auto& handler = row.handler;
-  if (const auto* own = std::get_if<void (CMainFrame::*)()>(&handler)) {
-    (this->**own)();
-  } else if (const auto* file = std::get_if<void (CFileCommands::*)()>(&handler)) {
-    (*files_.*(*file))();
-  } else if (const auto* model = std::get_if<void (CModelCommands::*)()>(&handler)) {
-    (*models_.*(*model))();
-  } else if (const auto* window = std::get_if<void (CDocumentWindows::*)()>(&handler)) {
-    (*windows_.*(*window))();
-  } else if (const auto* dock = std::get_if<void (CToolDocks::*)()>(&handler)) {
-    (docks_->**dock)();
-  } else if (const auto* tool = std::get_if<void (CToolCommands::*)()>(&handler)) {
-    (*tools_.*(*tool))();
-  } else if (CTarnView* view = ActiveView()) {
-    RunOn(*view, row);
-  }
+  const SCommandTarget target = CommandTarget();
+  if (row.run != nullptr && IsEnabled(row, target)) row.run(target);
+  GiveKeysToView();
   RefreshCommands();
 }
 
-void CMainFrame::RunOn(CTarnView& view, const SCommandRow& row) {
-  if (const auto* own = std::get_if<void (CTarnView::*)()>(&row.handler)) {
-    (view.**own)();
-  } else if (const auto* edit = std::get_if<void (CEditCommands::*)()>(&row.handler)) {
-    (view.EditCommands().**edit)();
-  } else if (const auto* document = std::get_if<void (CTarnDoc::*)()>(&row.handler)) {
-    (view.Document().**document)();
-  }
+void CMainFrame::RunKey(const SCommandRow& row) {
+  if (!IsEnabled(row, CommandTarget()) && *row.needs != '\0') Say(QString::fromUtf8(row.needs));
+  Run(row);
 }
 
-void CMainFrame::AskBackground() {
-  auto& colors = app_.Settings().custom_colors;
-  for (size_t i = 0; i < colors.size(); ++i)
-    QColorDialog::setCustomColor(static_cast<int>(i), QColor(colors[i].red, colors[i].green, colors[i].blue));
-  const SColor& now = ActiveView()->State().background;
-  QColorDialog dialog(QColor(now.red, now.green, now.blue), this);
-  dialog.setObjectName("backgroundColor");
-  dialog.setWindowTitle(tr("Background Color"));
-  const auto to_color = [](const QColor& color) {
-    return SColor{static_cast<uint8_t>(color.red()), static_cast<uint8_t>(color.green()),
-                  static_cast<uint8_t>(color.blue())};
-  };
-  if (dialog.exec() == QDialog::Accepted) ActiveView()->SetBackground(to_color(dialog.selectedColor()));
-  for (size_t i = 0; i < colors.size(); ++i)
-    colors[i] = to_color(QColorDialog::customColor(static_cast<int>(i)));
-}
-
-void CMainFrame::ShowKeyboard() {
-  CKeyboardDialog(app_.Settings(), app_.Questions(), OtherKeys(), this).exec();
-}
-
-void CMainFrame::About() {
-  QMessageBox box(this);
-  box.setObjectName("about");
-  box.setWindowTitle(tr("About Veldra"));
-  box.setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
-  box.setText(QStringLiteral("<h3>Veldra %1</h3>").arg(VELDRA_VERSION));
-  box.setInformativeText(tr("An editor for the 3D models of Monster Truck Madness 2.\n\nRuns on Qt %1.")
-                             .arg(QString::fromUtf8(qVersion())));
-  box.exec();
+/// After a command that was chosen in a tool window the keys are the view's again.
+void CMainFrame::GiveKeysToView() {
+  if (CTarnView* view = ActiveView(); view != nullptr && docks_->HasFocus()) view->setFocus();
 }
 
 // --- State ---------------------------------------------------------------------------------------------------------
@@ -163,17 +142,10 @@ void CMainFrame::RefreshCommands() {
       this, [this] { Refresh(); }, Qt::QueuedConnection);
 }
 
-SCommandState CMainFrame::CommandState() const {
-  return {.document = ActiveDocument(),
-          .view = ActiveView(),
-          .has_recent_files = !app_.RecentFiles().Paths().empty(),
-          .docks = docks_};
-}
-
 void CMainFrame::Refresh() {
   refresh_is_due_ = false;
   docks_->Follow(ActiveView());
-  actions_->Refresh(CommandState());
+  actions_->Refresh(CommandTarget());
   RefreshStatus();
 }
 
@@ -181,12 +153,18 @@ void CMainFrame::RefreshStatus() {
   const CTarnDoc* document = ActiveDocument();
   if (document == nullptr) {
     counts_->clear();
+    selected_->clear();
     return;
   }
   const CBinModel& model = document->Model();
-  counts_->setText(Counted(model.VertexCount(), "vertex", "vertices") + ", " +
-                   Counted(model.FaceCount(), "face", "faces") + ", " +
-                   Counted(model.TextureCount(), "texture", "textures"));
+  const CEditCursor& cursor = ActiveView()->Cursor();
+  const std::string all = Counted(model.VertexCount(), "vertex", "vertices") + ", " +
+                          Counted(model.FaceCount(), "face", "faces") + ", " +
+                          Counted(model.TextureCount(), "texture", "textures");
+  const std::string selected = Counted(cursor.SelectedCount(EGroupKind::kFaces), "face", "faces") + ", " +
+                               Counted(cursor.SelectedCount(EGroupKind::kVertices), "vertex", "vertices") + " selected";
+  counts_->setText(QString::fromStdString(all));
+  selected_->setText(QString::fromStdString(selected));
 }
 
 void CMainFrame::Say(const QString& text) {

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "app/commands/commandactions.h"
+#include "app/commands/commandtarget.h"
 #include "app/commands/viewkeys.h"
 #include "app/documentwindows.h"
 #include "app/filecommands.h"
-#include "app/modelcommands.h"
 #include "app/tarn2.h"
 #include "app/toolcommands.h"
 #include "app/tooldocks.h"
@@ -28,7 +28,6 @@ class CMainFrame : public QMainWindow {
   CTarn2App& App() { return app_; }
   CDocumentWindows& Windows() { return *windows_; }
   CFileCommands& Files() { return *files_; }
-  CModelCommands& Models() { return *models_; }
   CToolDocks& Docks() { return *docks_; }
   CToolCommands& Tools() { return *tools_; }
 
@@ -48,12 +47,6 @@ class CMainFrame : public QMainWindow {
   /// What the settings keep of the windows.
   void WriteWindowState();
 
-  // What the command table calls.
-  void Exit() { close(); }
-  void AskBackground();
-  void ShowKeyboard();
-  void About();
-
  protected:
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -63,20 +56,22 @@ class CMainFrame : public QMainWindow {
   void MakeReadyForOpenGL();
   void MakeCommands();
   void Run(const SCommandRow& row);
-  void RunOn(CTarnView& view, const SCommandRow& row);
+  void RunKey(const SCommandRow& row);
+  void GiveKeysToView();
   void Refresh();
   void RefreshStatus();
-  SCommandState CommandState() const;
+  SCommandTarget CommandTarget();
   void ReadWindowState();
 
   CTarn2App& app_;
   CDocumentArea* area_;
   QLabel* counts_;
+  QLabel* selected_;
   CToolDocks* docks_;
   std::unique_ptr<CDocumentWindows> windows_;
-  std::unique_ptr<CFileCommands> files_;
-  std::unique_ptr<CModelCommands> models_;
   std::unique_ptr<CToolCommands> tools_;
+  std::unique_ptr<CFileCommands> files_;
+  CEditDialogs dialogs_;
   std::unique_ptr<CCommandActions> actions_;
   bool refresh_is_due_ = false;
 };

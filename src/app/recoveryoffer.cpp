@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "app/mainfrm.h"
+#include "app/documentwindows.h"
 #include "app/recoverydlg.h"
 #include "platform/text.h"
 
@@ -13,45 +13,46 @@ namespace {
 using EChoice = CRecoveryDialog::EChoice;
 
 /// What FILE holds, opened meanwhile and untouched, would only stand in the way of what was made of it.
-void CloseUntouched(CMainFrame& frame, const std::string& path) {
-  const auto open = path.empty() ? nullptr : frame.App().FindDocument(path);
+void CloseUntouched(CTarn2App& app, CDocumentWindows& windows, const std::string& path) {
+  const auto open = path.empty() ? nullptr : app.FindDocument(path);
   if (open == nullptr || open->IsModified()) return;
-  for (CChildFrame* child : frame.Children())
+  for (CChildFrame* child : windows.Children())
     if (&child->Document() == open.get()) child->close();
 }
 
-void Recover(CMainFrame& frame, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
+void Recover(CTarn2App& app, CDocumentWindows& windows, const std::vector<SLeftover>& leftovers,
+             const std::vector<size_t>& chosen) {
   for (const size_t i : chosen) {
-    const auto document = frame.App().OpenLeftover(leftovers[i]);
+    const auto document = app.OpenLeftover(leftovers[i]);
     if (document == nullptr) continue;
-    CloseUntouched(frame, leftovers[i].document.path);
-    frame.Windows().AddView(document, false);
+    CloseUntouched(app, windows, leftovers[i].document.path);
+    windows.AddView(document, false);
   }
 }
 
 /// False when one of them cannot be deleted.
-bool Discard(CMainFrame& frame, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
+bool Discard(CTarn2App& app, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
   const size_t count = chosen.size();
   const std::string text = Format("Discard %zu unsaved document%s for good?", count, count == 1 ? "" : "s");
   const SMessage question = {.text = text, .icon = EIcon::kWarning};
-  if (frame.App().Questions().AskYesNo(question) != EAnswer::kYes) return true;
+  if (app.Questions().AskYesNo(question) != EAnswer::kYes) return true;
   bool all_gone = true;
   for (const size_t i : chosen)
-    all_gone = frame.App().Recovery().Discard(leftovers[i]) && all_gone;
+    all_gone = app.Recovery().Discard(leftovers[i]) && all_gone;
   return all_gone;
 }
 
 }  // namespace
 
-bool OfferLeftovers(CMainFrame& frame) {
+bool OfferLeftovers(CTarn2App& app, CDocumentWindows& windows, QWidget* parent) {
   for (bool was_offered = false;; was_offered = true) {
-    const std::vector<SLeftover> leftovers = frame.App().Recovery().Leftovers();
+    const std::vector<SLeftover> leftovers = app.Recovery().Leftovers();
     if (leftovers.empty()) return was_offered;
-    CRecoveryDialog dialog(leftovers, &frame);
+    CRecoveryDialog dialog(leftovers, parent);
     dialog.exec();
-    if (dialog.Choice() == EChoice::kRecover) Recover(frame, leftovers, dialog.Chosen());
+    if (dialog.Choice() == EChoice::kRecover) Recover(app, windows, leftovers, dialog.Chosen());
     // What was not ticked is offered once more, so that it can be looked at on its own.
-    if (dialog.Choice() != EChoice::kDiscard || !Discard(frame, leftovers, dialog.Chosen())) return true;
+    if (dialog.Choice() != EChoice::kDiscard || !Discard(app, leftovers, dialog.Chosen())) return true;
   }
 }
 

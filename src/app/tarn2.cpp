@@ -146,7 +146,8 @@ SDocumentServices CTarn2App::Services() {
       .is_open_read_only_elsewhere = [this](const CTarnDoc& asking,
                                             const std::string& path) { return IsOpenReadOnlyElsewhere(asking, path); },
       .earlier_states = &earlier_states_,
-      .make_picture = [this](const CTarnDoc& document) { return make_picture_ ? make_picture_(document) : SImage(); }};
+      .make_picture = [this](const CTarnDoc& document) { return make_picture_ ? make_picture_(document) : SImage(); },
+      .say = [this](const std::string& text) { Say(text); }};
 }
 
 bool CTarn2App::IsOpenReadOnlyElsewhere(const CTarnDoc& asking, const std::string& path) {

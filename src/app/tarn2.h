@@ -36,6 +36,12 @@ class CTarn2App {
   /// Of textures without a colour table of their own.
   const ColorTable& DefaultColors() const { return startup_.default_colors; }
 
+  /// Who shows what has been done, where one can look without being stopped.
+  void SetSay(std::function<void(const std::string& text)> say) { say_ = std::move(say); }
+  void Say(const std::string& text) const {
+    if (say_) say_(text);
+  }
+
   /// Who makes the small pictures of the earlier states.
   void SetPictureMaker(PictureMaker make_picture) { make_picture_ = std::move(make_picture); }
 
@@ -77,6 +83,7 @@ class CTarn2App {
   CRecoveryFolder recovery_folder_;
   CRecoveryKeeper recovery_;
   PictureMaker make_picture_;
+  std::function<void(const std::string& text)> say_;
   std::vector<std::weak_ptr<CTarnDoc>> documents_;
 };
 

@@ -1,6 +1,5 @@
 #include "app/toolcommands.h"
 
-#include "app/mainfrm.h"
 #include "archive/stockbuilder.h"
 #include "interchange/importoptionsdlg.h"
 #include "platform/paths.h"
@@ -20,8 +19,8 @@ void BringToFront(QWidget& window) {
 
 }  // namespace
 
-CToolCommands::CToolCommands(CMainFrame& frame)
-    : frame_(frame), app_(frame.App()), stock_(DirectoryPart(app_.SettingsPath())) {}
+CToolCommands::CToolCommands(CTarn2App& app, CDocumentWindows& windows, QWidget& window)
+    : app_(app), windows_(windows), window_(window), stock_(DirectoryPart(app_.SettingsPath())) {}
 
 /// Before the settings and the stock files that they look at.
 CToolCommands::~CToolCommands() {
@@ -42,7 +41,7 @@ SPodServices CToolCommands::PodServices() {
 
 CPodExtractorDialog& CToolCommands::Extractor() {
   if (extractor_ == nullptr) {
-    extractor_ = new CPodExtractorDialog(PodServices(), &frame_);
+    extractor_ = new CPodExtractorDialog(PodServices(), &window_);
     extractor_->setAttribute(Qt::WA_DeleteOnClose);
   }
   BringToFront(*extractor_);
@@ -63,7 +62,7 @@ bool CToolCommands::OpenArchive(const std::string& path) {
 
 void CToolCommands::ShowCreator() {
   if (creator_ == nullptr) {
-    creator_ = new CPodCreatorDialog(PodServices(), &frame_);
+    creator_ = new CPodCreatorDialog(PodServices(), &window_);
     creator_->setAttribute(Qt::WA_DeleteOnClose);
   }
   BringToFront(*creator_);
@@ -89,7 +88,7 @@ CTruckEditorDlg& CToolCommands::TruckEditor() {
                                         .default_colors = app_.DefaultColors(),
                                         .game_folder = app_.InstallationDirectory(),
                                         .show_archive = [this](const std::string& path) { OpenArchive(path); }};
-    truck_editor_ = new CTruckEditorDlg(services, &frame_);
+    truck_editor_ = new CTruckEditorDlg(services, &window_);
     truck_editor_->setAttribute(Qt::WA_DeleteOnClose);
   }
   BringToFront(*truck_editor_);
@@ -118,11 +117,11 @@ SImportServices CToolCommands::ImportServices() {
                 const auto document = app_.NewDocument();
                 if (!fill(document->Model())) return app_.LetGo(*document);
                 document->SetModified(true);
-                frame_.Windows().AddView(document, false);
+                windows_.AddView(document, false);
               },
           .ask_wave_options =
               [this](const SWaveMesh& mesh, const std::string& path) {
-                return AskImportOptions(mesh, path, wave_options_, &frame_);
+                return AskImportOptions(mesh, path, wave_options_, &window_);
               }};
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/documentwindows.h"
 #include "app/tarn2.h"
 #include "archive/stockfiles.h"
 #include "interchange/importcommands.h"
@@ -11,7 +12,6 @@
 
 namespace veldra {
 
-class CMainFrame;
 class CPodCreatorDialog;
 class CPodExtractorDialog;
 class CTruckEditorDlg;
@@ -20,7 +20,8 @@ class CTruckEditorDlg;
 /// of their own, one of each kind.
 class CToolCommands {
  public:
-  explicit CToolCommands(CMainFrame& frame);
+  /// What is imported gets a window of WINDOWS; dialogs, and windows of its own, stand over WINDOW. All outlive it.
+  CToolCommands(CTarn2App& app, CDocumentWindows& windows, QWidget& window);
   ~CToolCommands();
 
   void ShowExtractor();
@@ -46,8 +47,9 @@ class CToolCommands {
   CPodExtractorDialog& Extractor();
   CTruckEditorDlg& TruckEditor();
 
-  CMainFrame& frame_;
   CTarn2App& app_;
+  CDocumentWindows& windows_;
+  QWidget& window_;
   CStockFiles stock_;
   SWaveOptions wave_options_;  ///< the last ones chosen
   QPointer<CPodExtractorDialog> extractor_;

@@ -1,6 +1,8 @@
 #include "app/tooldocks.h"
 
+#include <QApplication>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "tools/currentfacewidget.h"
 #include "tools/modelinfowidget.h"
@@ -41,6 +43,8 @@ void CToolDocks::Add(EToolDock dock, const char* name, const QString& title, CTo
   // One that is behind another is not hidden for Qt, only this tells.
   connect(widget, &QDockWidget::visibilityChanged, tool, &CToolWidget::SetInFront);
   connect(widget->toggleViewAction(), &QAction::toggled, this, &CToolDocks::Changed);
+  connect(tool, &CToolWidget::CommandWanted, this, &CToolDocks::CommandWanted);
+  connect(tool, &CToolWidget::MenuWanted, this, &CToolDocks::MenuWanted);
 }
 
 void CToolDocks::PutTogether() {
@@ -49,6 +53,17 @@ void CToolDocks::PutTogether() {
   window_.tabifyDockWidget(&Dock(EToolDock::kVertexStatus), &Dock(EToolDock::kModelInfo));
   Dock(EToolDock::kModelTree).raise();
   Dock(EToolDock::kCurrentFace).raise();
+}
+
+bool CToolDocks::HasFocus() const {
+  const QWidget* focus = QApplication::focusWidget();
+  return std::ranges::any_of(docks_, [focus](const QDockWidget* dock) { return dock->isAncestorOf(focus); });
+}
+
+void CToolDocks::InstallKeys(QObject* filter) {
+  for (CToolWidget* tool : tools_)
+    for (QWidget* child : tool->findChildren<QWidget*>())
+      child->installEventFilter(filter);
 }
 
 void CToolDocks::Follow(CTarnView* view) {

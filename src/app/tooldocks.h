@@ -37,6 +37,10 @@ class CToolDocks : public QObject {
   /// In the window or beside it, be it behind another one.
   bool IsOpen(EToolDock dock) const { return !Dock(dock).isHidden(); }
   bool AreAway() const { return are_away_; }
+  /// The keys go to something in one of them.
+  bool HasFocus() const;
+  /// FILTER, an event filter, sees the keys that go to them.
+  void InstallKeys(QObject* filter);
 
   // Commands: each opens its window, in front of the others, or closes it.
   void ToggleModelTree() { Toggle(EToolDock::kModelTree); }
@@ -48,6 +52,9 @@ class CToolDocks : public QObject {
  signals:
   /// One has been opened or closed.
   void Changed();
+  // Those of CToolWidget.
+  void CommandWanted(const char* name);
+  void MenuWanted(EGroupKind kind, const QPoint& at);
 
  private:
   void Add(EToolDock dock, const char* name, const QString& title, CToolWidget* tool, Qt::DockWidgetArea area);

@@ -43,6 +43,38 @@ std::string LookUpName(std::string_view name) {
   return wanted;
 }
 
+/// Where the character of TEXT at AT ends.
+size_t NextCharacter(std::string_view text, size_t at) {
+  do {
+    ++at;
+  } while (at < text.size() && (static_cast<uint8_t>(text[at]) & 0xC0) == 0x80);
+  return at;
+}
+
+/// Both upper-cased UTF-8. After a mismatch the last "*" takes one character more.
+bool MatchesPattern(std::string_view text, std::string_view pattern) {
+  size_t at = 0;
+  size_t in_pattern = 0;
+  size_t star = std::string_view::npos;
+  size_t behind_star = 0;
+  while (at < text.size()) {
+    const char wanted = in_pattern < pattern.size() ? pattern[in_pattern] : '\0';
+    if (wanted == '*') {
+      star = in_pattern++;
+      behind_star = at;
+    } else if (in_pattern < pattern.size() && (wanted == '?' || wanted == text[at])) {
+      at = wanted == '?' ? NextCharacter(text, at) : at + 1;
+      ++in_pattern;
+    } else if (star != std::string_view::npos) {
+      in_pattern = star + 1;
+      at = behind_star = NextCharacter(text, behind_star);
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of('*', in_pattern) == std::string_view::npos;
+}
+
 bool Fail(SError* error, std::string what) {
   if (error != nullptr) error->what = std::move(what);
   return false;
@@ -150,6 +182,18 @@ std::vector<size_t> CPodDocument::FindAll(std::string_view name) const {
   if (row != by_file_name_.end()) {
     for (const uint32_t i : row->second)
       if (!has_folder || LookUpName(entries_[i].Name()) == wanted) found.push_back(i);
+  }
+  return found;
+}
+
+std::vector<size_t> CPodDocument::FindMatching(std::string_view pattern) const {
+  std::vector<size_t> found = FindAll(pattern);
+  const std::string wanted = LookUpName(pattern);
+  if (!found.empty() || wanted.find_first_of("*?") == std::string::npos) return found;
+  const bool has_folder = wanted.find('\\') != std::string::npos;
+  for (size_t i = 0; i < entries_.size(); ++i) {
+    const std::string name = LookUpName(entries_[i].Name());
+    if (MatchesPattern(has_folder ? name : FileNamePart(name), wanted)) found.push_back(i);
   }
   return found;
 }

@@ -83,6 +83,8 @@ class CPodDocument {
   /// The positions of the entries that NAME means, in any letter case and with either separator, in directory order: a
   /// name with a folder is the whole name, one without is that of a file in any folder.
   std::vector<size_t> FindAll(std::string_view name) const;
+  /// The same for a name in which "*" stands for any number of any characters and "?" for one.
+  std::vector<size_t> FindMatching(std::string_view pattern) const;
   /// The entry for the bare file NAME: the last one in the folder of its type (as the game looks for it), else the last
   /// one in any folder. Nothing when there is none, or it is faulty.
   std::optional<size_t> FindFile(std::string_view file_name) const;

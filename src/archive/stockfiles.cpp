@@ -70,7 +70,8 @@ void CStockFiles::BuildTables() const {
     if (file) names = ReadStringList(file->View());
     if (!names) Trace("CStockFiles: %s is no stock-file list, the shipped one is used\n", path.c_str());
   }
-  if (!names) names = ReadStringList(PodZipFilesResource());
+  is_shipped_ = !names;
+  if (is_shipped_) names = ReadStringList(PodZipFilesResource());
   VELDRA_ASSERT(names.has_value());
   for (size_t type = 0; names && type < names_.size(); ++type)
     for (const std::string& name : (*names)[type])
@@ -92,6 +93,11 @@ size_t CStockFiles::Count() const {
   for (const auto& of_type : names_)
     count += of_type.size();
   return count;
+}
+
+std::string CStockFiles::Note() const {
+  if (!built_) BuildTables();
+  return is_shipped_ ? std::string(kShippedListNote) + " Tools > Build stock-file list makes the whole list." : "";
 }
 
 }  // namespace veldra

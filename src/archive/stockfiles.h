@@ -27,6 +27,10 @@ inline constexpr std::array<uint32_t, kFileTypeCount> kExpectedStockCounts = {
     20, 350, 3812, 3663, 566, 210, 31, 2,  1,  1, 15, 15, 15, 15, 15, 17, 15, 15,
     15, 15,  15,   15,   15,  15,  17, 15, 15, 1, 32, 1,  1,  3,  60, 1,  1,  1};
 
+/// What they come to, and how many the shipped list has of them.
+inline constexpr const char* kShippedListNote =
+    "The built-in list knows only 123 of the 9,016 files that the game has.";
+
 /// Nothing when RESOURCE is not of the layout above.
 std::optional<StockNames> ReadStringList(std::span<const uint8_t> resource);
 std::vector<uint8_t> WriteStringList(const StockNames& names);
@@ -42,6 +46,8 @@ class CStockFiles {
   bool IsStockFile(std::string_view file_name) const;
   /// How many names the list in use has.
   size_t Count() const;
+  /// What the user of a window should know of that list; "" when it is his own.
+  std::string Note() const;
 
  private:
   void BuildTables() const;
@@ -49,6 +55,7 @@ class CStockFiles {
   std::string settings_folder_;
   mutable std::array<std::unordered_set<std::string>, kFileTypeCount> names_;
   mutable bool built_ = false;
+  mutable bool is_shipped_ = false;
 };
 
 }  // namespace veldra

@@ -1,53 +1,32 @@
 #include "cli/cli.h"
 
-#include <CLI/CLI.hpp>
 #include <ostream>
 
 #include "cli/command.h"
 #include "cli/globaloptions.h"
+#include "cli/parser.h"
 #include "cli/session.h"
 
 namespace veldra {
 
-namespace {
-
-void Describe(CLI::App& app, SGlobalOptions& options, CommandRun& run) {
-  // A path that begins with "/" is a path on every system.
-  app.allow_windows_style_options(false);
-  app.get_formatter()->label("SUBCOMMAND", "COMMAND ...");
-  app.get_formatter()->label("TEXT", "PATH");
-  app.set_version_flag("--version", VELDRA_VERSION, "Print the version and exit");
-  app.require_subcommand(0, 1);
-  AddGlobalOptions(app, options);
-  AddModelCommands(app, run);
-  AddEditCommand(app, run);
-  AddImportCommand(app, run);
-  AddRenderCommand(app, run);
-  AddTextureCommands(app, run);
-  AddPodCommands(app, run);
-  AddTruckCommands(app, run);
-  for (CLI::App* command : app.get_subcommands({}))
-    command->group("Commands");
+SCommandRow Program(SGlobalOptions& options) {
+  SCommandRow program = {.name = "veldra-cli",
+                         .help = "Reads, changes, converts and draws models of Monster Truck Madness 2.",
+                         .options = GlobalOptions(options),
+                         .commands = ModelCommands()};
+  for (const auto command : {EditCommand, ImportCommand, RenderCommand, TextureCommands, PodCommands, TruckCommands})
+    program.commands.push_back(command());
+  return program;
 }
-
-}  // namespace
 
 int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
   SGlobalOptions options;
-  CommandRun run;
-  CLI::App app("Reads, changes, converts and draws models of Monster Truck Madness 2.", "veldra-cli");
-  try {
-    Describe(app, options, run);
-    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
-    app.parse(reversed);
-    // Not left to the parser, which would say this of an unknown command too.
-    if (!run) throw CLI::RequiredError("A command");
-  } catch (const CLI::Error& error) {
-    // Help and version come this way too, and go to standard output.
-    return app.exit(error, out, err) == 0 ? kDone : kWrongUsage;
-  }
+  const SCommandRow program = Program(options);
+  const SParsedLine line = ParseCommandLine(program, VELDRA_VERSION, arguments, out, err);
+  if (line.command == nullptr) return line.status;
   CSession session(options, out, err);
-  return run(session);
+  const int status = session.CheckSettings();
+  return status == kDone ? line.command->run(session) : status;
 }
 
 }  // namespace veldra

@@ -1,28 +1,27 @@
 #pragma once
 
-#include <functional>
+#include <string>
+#include <vector>
 
-namespace CLI {
-class App;
-}
+#include "cli/commandrow.h"
 
-/// The commands, group by group. Each function here describes its commands to the parser; the one that the user names
-/// leaves in RUN what is to be done once the whole command line has been understood.
+/// The commands, in the order of the help.
 namespace veldra {
 
-class CSession;
+struct SGlobalOptions;
 
-enum EExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+/// All of the command line. What its options say goes to OPTIONS.
+SCommandRow Program(SGlobalOptions& options);
 
-/// Returns the exit status.
-using CommandRun = std::function<int(CSession&)>;
+/// The built-in list's shortcoming and the way out.
+std::string StockNote();
 
-void AddModelCommands(CLI::App& app, CommandRun& run);
-void AddEditCommand(CLI::App& app, CommandRun& run);
-void AddImportCommand(CLI::App& app, CommandRun& run);
-void AddRenderCommand(CLI::App& app, CommandRun& run);
-void AddTextureCommands(CLI::App& app, CommandRun& run);
-void AddPodCommands(CLI::App& app, CommandRun& run);
-void AddTruckCommands(CLI::App& app, CommandRun& run);
+std::vector<SCommandRow> ModelCommands();  ///< info, dump, json, textures, convert
+SCommandRow EditCommand();
+SCommandRow ImportCommand();
+SCommandRow RenderCommand();
+SCommandRow TextureCommands();
+SCommandRow PodCommands();
+SCommandRow TruckCommands();
 
 }  // namespace veldra

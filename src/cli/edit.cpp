@@ -1,9 +1,9 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "cli/command.h"
 #include "cli/session.h"
 #include "cli/values.h"
+#include "editing/modelcommands.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -30,7 +30,7 @@ EditStep Scaling(const std::string& value) {
   const auto factors = ParseNumbers(value, 3);
   if (!factors) return {};
   return [f = *factors](CSession&, CTarnDoc& document) {
-    return StatusOf(!document.CanCenter() || document.Resize({.x = f[0], .y = f[1], .z = f[2]}));
+    return StatusOf(!document.CanCenter() || Resize(document, {.x = f[0], .y = f[1], .z = f[2]}));
   };
 }
 
@@ -38,7 +38,7 @@ EditStep Translation(const std::string& value) {
   const auto offsets = ParseIntegers(value, 3);
   if (!offsets) return {};
   return [o = *offsets](CSession&, CTarnDoc& document) {
-    return StatusOf(!document.CanTranslate() || document.Translate({.x = o[0], .y = o[1], .z = o[2]}));
+    return StatusOf(!document.CanCenter() || Translate(document, {.x = o[0], .y = o[1], .z = o[2]}));
   };
 }
 
@@ -49,7 +49,7 @@ EditStep Rotation(const std::string& value) {
   const auto angle = ParseNumbers(value.substr(comma + 1), 1);
   if (!axis || !angle) return {};
   return [axis = *axis, degrees = angle->front()](CSession&, CTarnDoc& document) {
-    return StatusOf(!document.CanRotate() || document.Rotate({.angle = degrees, .axis = axis}));
+    return StatusOf(!document.CanCenter() || Rotate(document, {.angle = degrees, .axis = axis}));
   };
 }
 
@@ -58,7 +58,7 @@ EditStep Mirroring(const std::string& value) {
   if (!axis) return {};
   return [axis = *axis](CSession&, CTarnDoc& document) {
     const SMirrorInput input = {.x = axis == EAxis::kX, .y = axis == EAxis::kY, .z = axis == EAxis::kZ};
-    return StatusOf(!document.CanMirror() || document.Mirror(input));
+    return StatusOf(!document.CanCenter() || Mirror(document, input));
   };
 }
 
@@ -66,7 +66,9 @@ EditStep Merging(const std::string& value) {
   const auto units = ParseInteger(value);
   if (!units || *units < 0) return {};
   return [units = *units](CSession& session, CTarnDoc& document) {
-    const int32_t merged = document.CanMergeCloseVertices() ? document.MergeCloseVertices({units}) : 0;
+    const CBinModel& model = document.Model();
+    if (MergeDistancesWrap(model.Bounds())) session.Questions().Message({.text = kMergeDistancesWrapText});
+    const int32_t merged = document.CanCenter() ? MergeCloseVertices(document, {units}) : 0;
     return merged < 0 ? kFailed : session.Print(Format("Merged %d vertices\n", merged));
   };
 }
@@ -108,28 +110,28 @@ EditStep ChangingType(const std::string& value) {
 EditStep Appending(const std::string& value) {
   return [path = value](CSession& session, CTarnDoc& document) -> int {
     const auto other = session.Open(path);
-    return StatusOf(other && document.InsertModel(other->Model(), path));
+    return StatusOf(other && InsertModel(document, other->Model(), path));
   };
 }
 
 struct SOperationRow {
   const char* name;
-  const char* value;  ///< what the value looks like; null for an operation without one
+  const char* form;  ///< what the value looks like; "" for an operation without one
   const char* help;
   EditStep (*step)(const std::string& value);  ///< gives an empty step when the value is malformed
 };
 
 constexpr SOperationRow kOperations[] = {
-    {"--center", nullptr, "Center on all axes", Centering<&CTarnDoc::CenterAll>},
-    {"--center-x", nullptr, "Center on the x axis", Centering<&CTarnDoc::CenterX>},
-    {"--center-y", nullptr, "Center on the y axis", Centering<&CTarnDoc::CenterY>},
-    {"--center-z", nullptr, "Center on the z axis", Centering<&CTarnDoc::CenterZ>},
+    {"--center", "", "Center on all axes", Centering<&CTarnDoc::CenterAll>},
+    {"--center-x", "", "Center on the x axis", Centering<&CTarnDoc::CenterX>},
+    {"--center-y", "", "Center on the y axis", Centering<&CTarnDoc::CenterY>},
+    {"--center-z", "", "Center on the z axis", Centering<&CTarnDoc::CenterZ>},
     {"--scale", "SX,SY,SZ", "Multiply the coordinates", Scaling},
     {"--translate", "DX,DY,DZ", "Move by whole units", Translation},
     {"--rotate", "x|y|z,DEGREES", "Turn about an axis", Rotation},
     {"--mirror", "x|y|z", "Negate a coordinate; faces still face outwards", Mirroring},
     {"--merge", "UNITS", "Merge vertices that lie within UNITS of each other", Merging},
-    {"--delete-unused", nullptr, "Delete the vertices that no face uses", DeletingUnused},
+    {"--delete-unused", "", "Delete the vertices that no face uses", DeletingUnused},
     {"--face-type", "FROM,TO", "Give all faces of type FROM the type TO", ChangingType},
     {"--append", "OTHER", "Add the vertices, faces and groups of another model", Appending},
 };
@@ -150,45 +152,29 @@ int Edit(CSession& session, const SEditOptions& options) {
   return document->CheckWritable(options.out) && document->SaveMTM(options.out) ? kDone : kFailed;
 }
 
-void AddOperation(CLI::App& command, const SOperationRow& row) {
-  CLI::Option* const option = row.value == nullptr
-                                  ? command.add_flag(row.name, row.help)->disable_flag_override()
-                                  : command.add_option(row.name, row.help)->expected(1)->type_name(row.value);
-  option->take_all()->group("Operations");
-}
-
-/// The operations in the order in which they were typed; the parser keeps the values option by option.
-std::vector<EditStep> StepsInOrder(const CLI::App& command) {
-  std::vector<EditStep> steps;
-  std::map<const CLI::Option*, size_t> taken;
-  for (const CLI::Option* option : command.parse_order()) {
-    for (const SOperationRow& row : kOperations) {
-      if (option->get_name() != row.name) continue;
-      const std::string& value = option->results().at(taken[option]++);
-      steps.push_back(row.step(value));
-      if (!steps.back()) {
-        throw CLI::ValidationError(row.name, "\"" + value + "\" does not have the form " + row.value);
-      }
-    }
-  }
-  return steps;
+SOptionRow OperationOption(const SOperationRow& row, std::vector<EditStep>& steps) {
+  const auto add_step = [&row, &steps](const std::string& text) -> std::string {
+    steps.push_back(row.step(text));
+    return steps.back() ? "" : std::string("does not have the form ") + row.form;
+  };
+  SOptionRow option = Option(row.name, row.form, row.help, add_step);
+  option.repeated = true;
+  return InGroup("Operations", option);
 }
 
 }  // namespace
 
-void AddEditCommand(CLI::App& app, CommandRun& run) {
+SCommandRow EditCommand() {
   const auto options = std::make_shared<SEditOptions>();
-  CLI::App* const command =
-      app.add_subcommand("edit", "Do operations in the order given, then save as MTM model without the save checks");
-  command->add_option("MODEL", options->model, "Model file")->required();
-  command->add_option("OUT", options->out, "File to write")->required();
+  SCommandRow command = {
+      .name = "edit",
+      .help = "Do operations in the order given, then save as MTM model without the save checks",
+      .options = {Argument("MODEL", "Model file", options->model), Output("OUT", "File to write", options->out)},
+      .run = [options](CSession& session) { return Edit(session, *options); },
+      .check = [options] { return std::string(options->steps.empty() ? "An operation is required" : ""); }};
   for (const SOperationRow& row : kOperations)
-    AddOperation(*command, row);
-  command->callback([command, options, &run] {
-    options->steps = StepsInOrder(*command);
-    if (options->steps.empty()) throw CLI::RequiredError("An operation");
-    run = [options](CSession& session) { return Edit(session, *options); };
-  });
+    command.options.push_back(OperationOption(row, options->steps));
+  return command;
 }
 
 }  // namespace veldra

@@ -1,19 +1,16 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "cli/commandrow.h"
 #include "platform/questions.h"
-#include "settings/coptools.h"
-
-namespace CLI {
-class App;
-}
 
 namespace veldra {
 
 /// What the options before the command say.
 struct SGlobalOptions {
-  std::string settings_file = kSettingsFileName;
+  std::string settings_file;          ///< "" for kSettingsFileName in the current directory
   std::string art_directory;          ///< "" for that of the settings
   std::string palette;                ///< "" for that of the settings
   EAnswer answer = EAnswer::kCancel;  ///< to every Yes/No and Yes/No/Cancel question
@@ -22,7 +19,7 @@ struct SGlobalOptions {
   int blank_texture = 0;              ///< 0 for none
 };
 
-/// Describes them to the parser, which fills OPTIONS.
-void AddGlobalOptions(CLI::App& app, SGlobalOptions& options);
+/// Their rows, which fill OPTIONS.
+std::vector<SOptionRow> GlobalOptions(SGlobalOptions& options);
 
 }  // namespace veldra

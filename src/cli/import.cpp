@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "cli/command.h"
@@ -45,53 +44,40 @@ int Import(CSession& session, const SImportOptions& options) {
   return document->CheckWritable(options.out) && document->SaveMTM(options.out) ? kDone : kFailed;
 }
 
-void CheckKind(const SImportOptions& options) {
+/// "" or what is wrong.
+std::string CheckKind(const SImportOptions& options) {
   const EImportKind kind = KindOf(options.file);
-  if (kind == EImportKind::kNone) {
-    throw CLI::ValidationError("FILE", "\"" + options.file + "\" is neither a .3ds nor an .obj file");
-  }
+  if (kind == EImportKind::kNone) return "FILE: \"" + options.file + "\" is neither a .3ds nor an .obj file";
   const SWaveOptions& wave = options.wave;
-  if (kind == EImportKind::k3ds && (wave.scale != 1.0 || wave.swap_yz || wave.center)) {
-    throw CLI::ValidationError("--scale, --swap-yz, --center", "only for .obj files");
-  }
+  const bool has_wave_options = wave.scale != 1.0 || wave.swap_yz || wave.center;
+  return kind == EImportKind::k3ds && has_wave_options ? "--scale, --swap-yz, --center: only for .obj files" : "";
 }
 
-void AddWaveOptions(CLI::App& command, SWaveOptions& wave) {
-  const auto take_scale = [&wave](const std::string& text) {
-    const auto scale = ParseNumber(text);
-    if (!scale || !WaveScaleFault(*scale).empty()) {
-      throw CLI::ValidationError("--scale", "\"" + text + "\" is not a number above 0");
-    }
-    wave.scale = *scale;
-  };
-  const char* const group = "For .obj files";
-  command.add_option_function<std::string>("--scale", take_scale, "Multiply the coordinates")
-      ->type_name("F")
-      ->group(group);
-  command.add_flag("--swap-yz", wave.swap_yz, "Exchange y and z; faces still face outwards")->group(group);
-  command.add_flag("--center", wave.center, "Center on all axes")->group(group);
+std::optional<double> ParseScale(const std::string& text) {
+  const auto scale = ParseNumber(text);
+  return scale && WaveScaleFault(*scale).empty() ? scale : std::nullopt;
 }
 
 }  // namespace
 
-void AddImportCommand(CLI::App& app, CommandRun& run) {
+SCommandRow ImportCommand() {
   const auto options = std::make_shared<SImportOptions>();
-  CLI::App* const command = app.add_subcommand("import", "Make a model of a .3ds or .obj file");
-  command->add_option("FILE", options->file, "File to read")->required();
-  command->add_option("OUT", options->out, "Model file to write")->required();
-  command->add_option("--texture", options->texture, "Texture of the faces")->required()->type_name("RAW");
-  const auto take_type = [options](const std::string& text) {
-    options->face_type = ParseFaceType(text, false);
-    if (!options->face_type) throw CLI::ValidationError("--face-type", "\"" + text + "\" is not a face type");
-  };
-  command
-      ->add_option_function<std::string>("--face-type", take_type, "Type of the faces (default: that of the settings)")
-      ->type_name("TYPE");
-  AddWaveOptions(*command, options->wave);
-  command->callback([options, &run] {
-    CheckKind(*options);
-    run = [options](CSession& session) { return Import(session, *options); };
-  });
+  const char* const wave = "For .obj files";
+  const auto parse_type = [](const std::string& text) { return ParseFaceType(text, false); };
+  return {
+      .name = "import",
+      .help = "Make a model of a .3ds or .obj file",
+      .options = {Argument("FILE", "File to read", options->file), Output("OUT", "Model file to write", options->out),
+                  Required(Option("--texture", "RAW", "Texture of the faces", options->texture)),
+                  Option("--face-type", "TYPE", "Type of the faces (default: that of the settings)",
+                         Parsed(options->face_type, parse_type, "is not a face type")),
+                  InGroup(wave, Option("--scale", "F", "Multiply the coordinates",
+                                       Parsed(options->wave.scale, ParseScale, "is not a number above 0"))),
+                  InGroup(wave,
+                          Flag("--swap-yz", "Exchange y and z; faces still face outwards", options->wave.swap_yz)),
+                  InGroup(wave, Flag("--center", "Center on all axes", options->wave.center))},
+      .run = [options](CSession& session) { return Import(session, *options); },
+      .check = [options] { return CheckKind(*options); }};
 }
 
 }  // namespace veldra

@@ -1,5 +1,5 @@
-#include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/session.h"
@@ -40,22 +40,15 @@ int Info(CSession& session, const SInfoOptions& options) {
   return session.Print(ModelInformation(model, face, vertex));
 }
 
-void AddIndexOption(CLI::App& command, const std::string& name, std::optional<int32_t>& index,
-                    const std::string& help) {
-  const auto take = [name, &index](const std::string& text) {
-    index = ParseInteger(text);
-    if (!index) throw CLI::ValidationError(name, "\"" + text + "\" is not an integer");
-  };
-  command.add_option_function<std::string>(name, take, help)->type_name("N");
-}
-
-void AddInfo(CLI::App& app, CommandRun& run) {
+SCommandRow InfoCommand() {
   const auto options = std::make_shared<SInfoOptions>();
-  CLI::App* const command = app.add_subcommand("info", "Print what the model holds");
-  command->add_option("MODEL", options->model, "Model file")->required();
-  AddIndexOption(*command, "--face", options->face, "Face to describe too, counted from 0");
-  AddIndexOption(*command, "--vertex", options->vertex, "Vertex to describe too, counted from 0");
-  command->callback([options, &run] { run = [options](CSession& session) { return Info(session, *options); }; });
+  const auto index = [](std::optional<int32_t>& target) { return Parsed(target, ParseInteger, "is not an integer"); };
+  return {.name = "info",
+          .help = "Print what the model holds",
+          .options = {Argument("MODEL", "Model file", options->model),
+                      Option("--face", "N", "Face to describe too, counted from 0", index(options->face)),
+                      Option("--vertex", "N", "Vertex to describe too, counted from 0", index(options->vertex))},
+          .run = [options](CSession& session) { return Info(session, *options); }};
 }
 
 // --- dump, json, textures -------------------------------------------------------------------------------------------
@@ -86,21 +79,26 @@ int Report(CSession& session, const SReportRow& row, const SReportOptions& optio
   return session.PrintOrWrite(row.text(document->Model(), options.model), options.out);
 }
 
-void AddReport(CLI::App& app, CommandRun& run, const SReportRow& row) {
+SCommandRow ReportCommand(const SReportRow& row) {
   const auto options = std::make_shared<SReportOptions>();
-  CLI::App* const command = app.add_subcommand(row.command, row.help);
-  command->add_option("MODEL", options->model, "Model file")->required();
-  command->add_option("OUT", options->out, "File to write (default: standard output)");
-  command->callback(
-      [options, &row, &run] { run = [options, &row](CSession& session) { return Report(session, row, *options); }; });
+  return {.name = row.command,
+          .help = row.help,
+          .options = {Argument("MODEL", "Model file", options->model),
+                      Required(Output("OUT", "File to write (default: standard output)", options->out), false)},
+          .run = [options, &row](CSession& session) { return Report(session, row, *options); }};
 }
 
 // --- convert --------------------------------------------------------------------------------------------------------
 
+const Words<std::optional<EModelVariant>> kConvertKinds = {{"mtm", EModelVariant::kMtm},
+                                                           {"backdrop", EModelVariant::kBackdrop},
+                                                           {"hellbender", EModelVariant::kHellbender},
+                                                           {"obj", std::nullopt}};
+
 struct SConvertOptions {
   std::string model;
   std::string out;
-  std::string to;
+  std::optional<EModelVariant> variant;  ///< nothing for a Wavefront file
   std::optional<double> scale;
 };
 
@@ -113,43 +111,31 @@ int ConvertToWavefront(CSession& session, const CBinModel& model, const std::str
 int Convert(CSession& session, const SConvertOptions& options) {
   const auto document = session.Open(options.model);
   if (!document) return kFailed;
-  if (options.to == "obj") return ConvertToWavefront(session, document->Model(), options.out);
+  if (!options.variant) return ConvertToWavefront(session, document->Model(), options.out);
   // Not the setting's: what a script writes must not depend on what somebody last typed into a window.
   session.Questions().SetScaleFactor(options.scale.value_or(document->Model().ScaleWord() / 65536.0));
-  const EModelVariant variant = options.to == "mtm"        ? EModelVariant::kMtm
-                                : options.to == "backdrop" ? EModelVariant::kBackdrop
-                                                           : EModelVariant::kHellbender;
-  return document->SaveAsVariant(options.out, variant) ? kDone : kFailed;
+  return document->SaveAsVariant(options.out, *options.variant) ? kDone : kFailed;
 }
 
-void AddConvert(CLI::App& app, CommandRun& run) {
+SCommandRow ConvertCommand() {
   const auto options = std::make_shared<SConvertOptions>();
-  CLI::App* const command =
-      app.add_subcommand("convert", "Save the model as another kind of file, with the save checks");
-  command->add_option("MODEL", options->model, "Model file")->required();
-  command->add_option("OUT", options->out, "File to write")->required();
-  command->add_option("--to", options->to, "Kind of file")
-      ->required()
-      ->type_name("KIND")
-      ->check(CLI::IsMember({"mtm", "backdrop", "hellbender", "obj"}));
-  const auto take_scale = [options](const std::string& text) {
-    options->scale = ParseNumber(text);
-    if (!options->scale) throw CLI::ValidationError("--scale", "\"" + text + "\" is not a number");
-  };
-  command
-      ->add_option_function<std::string>("--scale", take_scale,
-                                         "Hellbender scale factor (default: that in the model file)")
-      ->type_name("F");
-  command->callback([options, &run] { run = [options](CSession& session) { return Convert(session, *options); }; });
+  return {.name = "convert",
+          .help = "Save the model as another kind of file, with the save checks",
+          .options = {Argument("MODEL", "Model file", options->model), Output("OUT", "File to write", options->out),
+                      Required(Choice("--to", kConvertKinds, "Kind of file", options->variant)),
+                      Option("--scale", "F", "Hellbender scale factor (default: that in the model file)",
+                             Parsed(options->scale, ParseNumber, "is not a number"))},
+          .run = [options](CSession& session) { return Convert(session, *options); }};
 }
 
 }  // namespace
 
-void AddModelCommands(CLI::App& app, CommandRun& run) {
-  AddInfo(app, run);
+std::vector<SCommandRow> ModelCommands() {
+  std::vector<SCommandRow> commands = {InfoCommand()};
   for (const SReportRow& row : kReports)
-    AddReport(app, run, row);
-  AddConvert(app, run);
+    commands.push_back(ReportCommand(row));
+  commands.push_back(ConvertCommand());
+  return commands;
 }
 
 }  // namespace veldra

@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -63,12 +61,12 @@ int List(CSession& session, const SListOptions& options) {
   return session.Print(options.json ? ListJson(archive) : ListText(archive));
 }
 
-void AddList(CLI::App& group, CommandRun& run) {
+SCommandRow ListCommand() {
   const auto options = std::make_shared<SListOptions>();
-  CLI::App* const command = group.add_subcommand("list", "Print the directory of an archive");
-  command->add_option("POD", options->pod, "Archive")->required();
-  command->add_flag("--json", options->json, "As JSON");
-  command->callback([options, &run] { run = [options](CSession& session) { return List(session, *options); }; });
+  return {.name = "list",
+          .help = "Print the directory of an archive",
+          .options = {Argument("POD", "Archive", options->pod), Flag("--json", "As JSON", options->json)},
+          .run = [options](CSession& session) { return List(session, *options); }};
 }
 
 // --- extract --------------------------------------------------------------------------------------------------------
@@ -82,10 +80,10 @@ struct SExtractOptions {
   EReplaceAnswer overwrite = EReplaceAnswer::kCancel;
 };
 
-const std::map<std::string, EReplaceAnswer> kReplaceAnswers = {{"yes", EReplaceAnswer::kYes},
-                                                               {"all", EReplaceAnswer::kYesToAll},
-                                                               {"no", EReplaceAnswer::kNo},
-                                                               {"cancel", EReplaceAnswer::kCancel}};
+const Words<EReplaceAnswer> kReplaceAnswers = {{"yes", EReplaceAnswer::kYes},
+                                               {"all", EReplaceAnswer::kYesToAll},
+                                               {"no", EReplaceAnswer::kNo},
+                                               {"cancel", EReplaceAnswer::kCancel}};
 
 /// kDone when ARCHIVE is the one at PATH; the user has been told otherwise.
 int Load(CSession& session, const std::string& path, CPodDocument& archive) {
@@ -98,7 +96,7 @@ int Load(CSession& session, const std::string& path, CPodDocument& archive) {
 int Select(CSession& session, const CPodDocument& archive, const std::vector<std::string>& names,
            std::vector<size_t>& entries) {
   for (const std::string& name : names) {
-    const std::vector<size_t> found = archive.FindAll(name);
+    const std::vector<size_t> found = archive.FindMatching(name);
     if (found.empty()) return session.Fail(Format("\"%s\" is not in the archive.", name.c_str()));
     entries.insert(entries.end(), found.begin(), found.end());
   }
@@ -135,19 +133,23 @@ int Extract(CSession& session, const SExtractOptions& options) {
   return result.done && result.refused == 0 ? kDone : kFailed;
 }
 
-void AddExtract(CLI::App& group, CommandRun& run) {
+SCommandRow ExtractCommand() {
   const auto options = std::make_shared<SExtractOptions>();
-  CLI::App* const command = group.add_subcommand("extract", "Write the files of an archive into a folder");
-  command->add_option("POD", options->pod, "Archive")->required();
-  command->add_option("DEST", options->destination, "Folder to write into; it must be there")->required();
-  command->add_option("NAME", options->names,
-                      "Only these entries, in any letter case; a name without a folder is found in all of them");
-  command->add_flag("--folders", options->folders, "Recreate the archive's folders");
-  command->add_flag("--deps", options->dependencies, "The files that these need, too, where the archive has them");
-  command->add_option("--overwrite", options->overwrite, "What to do with files that exist (default: cancel)")
-      ->transform(CLI::Transformer(kReplaceAnswers, CLI::ignore_case))
-      ->type_name("yes, all, no, cancel");
-  command->callback([options, &run] { run = [options](CSession& session) { return Extract(session, *options); }; });
+  return {
+      .name = "extract",
+      .help = "Write the files of an archive into a folder",
+      .options =
+          {Argument("POD", "Archive", options->pod),
+           Argument("DEST", "Folder to write into; it must be there", options->destination),
+           Arguments("NAME",
+                     "Only these entries, in any letter case, with * and ?; a name without a folder is found in all of "
+                     "them",
+                     options->names),
+           Flag("--folders", "Recreate the archive's folders", options->folders),
+           Flag("--deps", "The files that these need, too, where the archive has them", options->dependencies),
+           Choice("--overwrite", kReplaceAnswers, "What to do with files that exist (default: cancel)",
+                  options->overwrite)},
+      .run = [options](CSession& session) { return Extract(session, *options); }};
 }
 
 // --- create ---------------------------------------------------------------------------------------------------------
@@ -175,13 +177,15 @@ int Create(CSession& session, const SCreateOptions& options) {
   return session.Print(left_out);
 }
 
-void AddCreate(CLI::App& group, CommandRun& run) {
+SCommandRow CreateCommand() {
   const auto options = std::make_shared<SCreateOptions>();
-  CLI::App* const command = group.add_subcommand("create", "Put files into a new archive");
-  command->add_option("POD", options->pod, "Archive to write; one that is there is replaced")->required();
-  command->add_option("FILE", options->files, "Files, in this order")->required();
-  command->add_flag("--skip-stock", options->skip_stock, "Leave out the files that every installation has");
-  command->callback([options, &run] { run = [options](CSession& session) { return Create(session, *options); }; });
+  return {.name = "create",
+          .help = "Put files into a new archive",
+          .options = {Output("POD", "Archive to write; one that is there is replaced", options->pod),
+                      Required(Arguments("FILE", "Files, in this order", options->files)),
+                      Flag("--skip-stock", "Leave out files that every installation has. " + StockNote(),
+                           options->skip_stock)},
+          .run = [options](CSession& session) { return Create(session, *options); }};
 }
 
 // --- stock files ----------------------------------------------------------------------------------------------------
@@ -194,11 +198,12 @@ int PrintStock(CSession& session, const std::vector<std::string>& names) {
   return session.Print(text);
 }
 
-void AddIsStock(CLI::App& group, CommandRun& run) {
+SCommandRow IsStockCommand() {
   const auto names = std::make_shared<std::vector<std::string>>();
-  CLI::App* const command = group.add_subcommand("is-stock", "Say which files every installation of the game has");
-  command->add_option("NAME", *names, "File names without folders")->required();
-  command->callback([names, &run] { run = [names](CSession& session) { return PrintStock(session, *names); }; });
+  return {.name = "is-stock",
+          .help = "Say which files every installation of the game has",
+          .options = {Required(Arguments("NAME", "File names without folders. " + StockNote(), *names))},
+          .run = [names](CSession& session) { return PrintStock(session, *names); }};
 }
 
 struct SStockListOptions {
@@ -212,30 +217,26 @@ int MakeStockList(CSession& session, const SStockListOptions& options) {
   return session.Print(list.CountsText());
 }
 
-void AddStockList(CLI::App& group, CommandRun& run) {
+SCommandRow StockListCommand() {
   const auto options = std::make_shared<SStockListOptions>();
-  CLI::App* const command =
-      group.add_subcommand("stock-list", "Make the list of stock files from the archives of an installed game");
-  command->add_option("GAMEDIR", options->game_folder, "Folder of the game")->required();
-  command
-      ->add_option("OUT", options->out,
-                   std::string("List to write; ") + kStockFileName +
-                       " beside the settings file takes the place of the built-in list")
-      ->required();
-  command->callback(
-      [options, &run] { run = [options](CSession& session) { return MakeStockList(session, *options); }; });
+  const std::string place = std::string(kStockFileName) + " beside the settings file";
+  return {.name = "stock-list",
+          .help = "Make the list of stock files from the archives of an installed game",
+          .options = {Argument("GAMEDIR", "Folder of the game", options->game_folder),
+                      Output("OUT", "List to write; " + place + " takes the place of the built-in list", options->out)},
+          .run = [options](CSession& session) { return MakeStockList(session, *options); }};
 }
 
 }  // namespace
 
-void AddPodCommands(CLI::App& app, CommandRun& run) {
-  CLI::App* const group = app.add_subcommand("pod", "Archives");
-  group->require_subcommand(0, 1);
-  AddList(*group, run);
-  AddExtract(*group, run);
-  AddCreate(*group, run);
-  AddIsStock(*group, run);
-  AddStockList(*group, run);
+std::string StockNote() {
+  return std::string(kShippedListNote) + " pod stock-list makes the whole list.";
+}
+
+SCommandRow PodCommands() {
+  return {.name = "pod",
+          .help = "Archives",
+          .commands = {ListCommand(), ExtractCommand(), CreateCommand(), IsStockCommand(), StockListCommand()}};
 }
 
 }  // namespace veldra

@@ -1,5 +1,5 @@
-#include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/session.h"
@@ -44,44 +44,31 @@ int Render(CSession& session, const SRenderOptions& options) {
   return WritePng(options.out, *picture, &error) ? kDone : session.FailToWrite(options.out, error.what);
 }
 
-/// An option whose value PARSE understands, or says nothing to; FORM is what it looks like.
-template <typename Target, typename Parse>
-void AddParsed(CLI::App& command, const std::string& name, const std::string& form, const std::string& help,
-               Target& target, Parse parse) {
-  const auto take = [name, form, parse, &target](const std::string& text) {
-    const auto value = parse(text);
-    if (!value) throw CLI::ValidationError(name, "\"" + text + "\" does not have the form " + form);
-    target = *value;
-  };
-  command.add_option_function<std::string>(name, take, help)->type_name(form);
-}
-
-std::optional<ERenderMode> ParseMode(const std::string& text) {
-  if (text == "vertices") return ERenderMode::kVertices;
-  if (text == "wireframe") return ERenderMode::kWireframe;
-  if (text == "solid") return ERenderMode::kSolid;
-  if (text == "textured") return ERenderMode::kTextured;
-  return std::nullopt;
-}
+const Words<ERenderMode> kModes = {{"vertices", ERenderMode::kVertices},
+                                   {"wireframe", ERenderMode::kWireframe},
+                                   {"solid", ERenderMode::kSolid},
+                                   {"textured", ERenderMode::kTextured}};
 
 }  // namespace
 
-void AddRenderCommand(CLI::App& app, CommandRun& run) {
+SCommandRow RenderCommand() {
   const auto options = std::make_shared<SRenderOptions>();
-  CLI::App* const command = app.add_subcommand("render", "Draw the model into a PNG file; needs no display");
-  command->add_option("MODEL", options->model, "Model file")->required();
-  command->add_option("OUT", options->out, "PNG file to write")->required();
-  AddParsed(*command, "--size", "WxH", "Size in pixels (default: 800x600)", options->size, ParsePictureSize);
-  AddParsed(*command, "--mode", "vertices|wireframe|solid|textured", "Render mode (default: that of new views)",
-            options->mode, ParseMode);
-  AddParsed(*command, "--rotate", "X,Y,Z", "Rotation in degrees (default: that of new views)", options->rotation,
-            [](const std::string& text) { return ParseNumbers(text, 3); });
-  AddParsed(*command, "--background", "RRGGBB", "Colour behind the model (default: that of the settings)",
-            options->background, ParseColor);
-  command->add_flag("--axes", options->axes, "Draw the axes")->disable_flag_override();
-  command->add_flag("--transparency", options->transparency, "Let the transparent texels of faces through")
-      ->disable_flag_override();
-  command->callback([options, &run] { run = [options](CSession& session) { return Render(session, *options); }; });
+  const auto take_size = [options = options.get()](const std::string& text) {
+    return TakePictureSize(text, options->size);
+  };
+  const auto parse_rotation = [](const std::string& text) { return ParseNumbers(text, 3); };
+  return {.name = "render",
+          .help = "Draw the model into a PNG file; needs no display",
+          .options = {Argument("MODEL", "Model file", options->model), Output("OUT", "PNG file to write", options->out),
+                      Option("--size", "WxH", "Size in pixels (default: 800x600)", take_size),
+                      Choice("--mode", kModes, "Render mode (default: that of new views)", options->mode),
+                      Option("--rotate", "X,Y,Z", "Rotation in degrees (default: that of new views)",
+                             Parsed(options->rotation, parse_rotation, "does not have the form X,Y,Z")),
+                      Option("--background", "RRGGBB", "Colour behind the model (default: that of the settings)",
+                             Parsed(options->background, ParseColor, "does not have the form RRGGBB")),
+                      Flag("--axes", "Draw the axes", options->axes),
+                      Flag("--transparency", "Let the transparent texels of faces through", options->transparency)},
+          .run = [options](CSession& session) { return Render(session, *options); }};
 }
 
 }  // namespace veldra

@@ -2,8 +2,9 @@
 
 #include <ostream>
 
-#include "cli/command.h"
+#include "cli/commandrow.h"
 #include "platform/files.h"
+#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
@@ -12,9 +13,13 @@ namespace veldra {
 
 namespace {
 
+std::string SettingsPath(const SGlobalOptions& options) {
+  return options.settings_file.empty() ? kSettingsFileName : options.settings_file;
+}
+
 CSettings ReadSettings(const SGlobalOptions& options) {
   SettingsMap texts;
-  CopTools::ReadCfgFile(options.settings_file, texts);
+  CopTools::ReadCfgFile(SettingsPath(options), texts);
   CSettings settings;
   settings.Take(texts);
   if (!options.art_directory.empty()) settings.art_dir = options.art_directory;
@@ -22,22 +27,33 @@ CSettings ReadSettings(const SGlobalOptions& options) {
 }
 
 /// The first of the two tables that can be read. Nobody is there to be asked for another.
-ColorTable DefaultColors(const std::string& given, const std::string& setting) {
-  for (const std::string& path : {given, setting}) {
-    if (path.empty()) continue;
-    if (const auto colors = ReadColorTable(path)) return *colors;
+ColorTable DefaultColors(const std::string& given, const std::string& setting, CQuestions& questions) {
+  const auto chosen = given.empty() ? std::nullopt : ReadColorTable(given);
+  if (chosen) return *chosen;
+  const auto set = setting.empty() ? std::nullopt : ReadColorTable(setting);
+  if (!given.empty()) {
+    questions.Message({.text = Format("\"%s\" is not a colour table that can be read.", given.c_str()),
+                       .details = set ? "That of the setting DEFPAL is taken: " + setting : "A grey ramp is taken."});
   }
-  return GreyRamp();
+  return set ? *set : GreyRamp();
 }
 
 }  // namespace
 
 CSession::CSession(const SGlobalOptions& options, std::ostream& out, std::ostream& err)
-    : questions_(options, err),
+    : options_(options),
+      questions_(options, err),
       out_(out),
       settings_(ReadSettings(options)),
-      settings_folder_(DirectoryPart(AbsolutePath(options.settings_file))),
-      textures_(questions_, DefaultColors(options.palette, settings_.defpal)) {}
+      settings_folder_(DirectoryPart(AbsolutePath(SettingsPath(options)))),
+      textures_(questions_, DefaultColors(options.palette, settings_.defpal, questions_)) {}
+
+int CSession::CheckSettings() {
+  const std::string& path = options_.settings_file;
+  SError error;
+  if (path.empty() || !FileExists(path) || CInputFile().Open(path, &error)) return kDone;
+  return Fail(Format("\"%s\" could not be read.", path.c_str()), error.what);
+}
 
 std::unique_ptr<CTarnDoc> CSession::NewDocument() {
   return std::make_unique<CTarnDoc>(SDocumentServices{questions_, textures_, settings_});

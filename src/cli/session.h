@@ -19,6 +19,10 @@ class CSession {
  public:
   CSession(const SGlobalOptions& options, std::ostream& out, std::ostream& err);
 
+  /// kDone, or kFailed when the settings file that the options name is there and cannot be read; the user has been
+  /// told.
+  int CheckSettings();
+
   CCliQuestions& Questions() { return questions_; }
   const CSettings& Settings() const { return settings_; }
   /// Where the settings file lies, and with it what else the user keeps for the program.
@@ -42,6 +46,7 @@ class CSession {
   int CheckWritable(const std::string& path);
 
  private:
+  const SGlobalOptions& options_;
   CCliQuestions questions_;
   std::ostream& out_;
   CSettings settings_;

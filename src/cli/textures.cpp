@@ -1,5 +1,6 @@
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/session.h"
@@ -36,12 +37,13 @@ int Export(CSession& session, const SExportOptions& options) {
   return WritePng(options.out, picture, &error) ? kDone : session.FailToWrite(options.out, error.what);
 }
 
-void AddExport(CLI::App& group, CommandRun& run) {
+SCommandRow ExportCommand() {
   const auto options = std::make_shared<SExportOptions>();
-  CLI::App* const command = group.add_subcommand("export", "Write a texture as a PNG file");
-  command->add_option("RAW", options->raw, "Texture file; its ACT file is taken from beside it")->required();
-  command->add_option("OUT", options->out, "PNG file to write")->required();
-  command->callback([options, &run] { run = [options](CSession& session) { return Export(session, *options); }; });
+  return {.name = "export",
+          .help = "Write a texture as a PNG file",
+          .options = {Argument("RAW", "Texture file; its ACT file is taken from beside it", options->raw),
+                      Output("OUT", "PNG file to write", options->out)},
+          .run = [options](CSession& session) { return Export(session, *options); }};
 }
 
 // --- import ---------------------------------------------------------------------------------------------------------
@@ -98,23 +100,23 @@ int Import(CSession& session, const SImportOptions& options) {
   return WriteTexture(session, options.raw, QuantizeTexture(*picture, colors));
 }
 
-void AddImport(CLI::App& group, CommandRun& run) {
+SCommandRow ImportTextureCommand() {
   const auto options = std::make_shared<SImportOptions>();
-  CLI::App* const command = group.add_subcommand("import", "Turn a PNG file into a texture and its colour table");
-  command->add_option("PNG", options->png, "Square picture, 64, 128, 256 or 512 pixels wide")->required();
-  command->add_option("RAW", options->raw, "Texture file to write; the ACT file is written beside it")->required();
-  command->add_option("--palette", options->palette, "Take the colours of this table (default: a table made to fit)")
-      ->type_name("ACT");
-  command->callback([options, &run] { run = [options](CSession& session) { return Import(session, *options); }; });
+  return {.name = "import",
+          .help = "Turn a PNG file into a texture and its colour table",
+          .options = {Argument("PNG", "Square picture, 64, 128, 256 or 512 pixels wide", options->png),
+                      Output("RAW", "Texture file to write; the ACT file is written beside it", options->raw),
+                      Option("--palette", "ACT", "Take the colours of this table (default: a table made to fit)",
+                             options->palette)},
+          .run = [options](CSession& session) { return Import(session, *options); }};
 }
 
 }  // namespace
 
-void AddTextureCommands(CLI::App& app, CommandRun& run) {
-  CLI::App* const group = app.add_subcommand("texture", "Textures to and from PNG files");
-  group->require_subcommand(0, 1);
-  AddExport(*group, run);
-  AddImport(*group, run);
+SCommandRow TextureCommands() {
+  return {.name = "texture",
+          .help = "Textures to and from PNG files",
+          .commands = {ExportCommand(), ImportTextureCommand()}};
 }
 
 }  // namespace veldra

@@ -1,6 +1,5 @@
 #include "truck/truck.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 
@@ -81,29 +80,33 @@ int Pack(CSession& session, const STruckOptions& options) {
 
 using TruckAction = int (*)(CSession& session, const STruckOptions& options);
 
-CLI::App* Add(CLI::App& group, CommandRun& run, const char* name, const char* help,
-              const std::shared_ptr<STruckOptions>& options, TruckAction action) {
-  CLI::App* const command = group.add_subcommand(name, help);
-  command->add_option("TRK", options->truck, "Truck file")->required();
-  command->callback(
-      [options, action, &run] { run = [options, action](CSession& session) { return action(session, *options); }; });
+/// OPTIONS are those behind the truck's file; all fill VALUES.
+SCommandRow Command(const char* name, const char* help, TruckAction action,
+                    const std::shared_ptr<STruckOptions>& values, const std::vector<SOptionRow>& options = {}) {
+  SCommandRow command = {.name = name,
+                         .help = help,
+                         .options = {Argument("TRK", "Truck file", values->truck)},
+                         .run = [values, action](CSession& session) { return action(session, *values); }};
+  command.options.insert(command.options.end(), options.begin(), options.end());
   return command;
 }
 
 }  // namespace
 
-void AddTruckCommands(CLI::App& app, CommandRun& run) {
-  CLI::App* const group = app.add_subcommand("truck", "Truck files");
-  group->require_subcommand(0, 1);
-  const auto options = std::make_shared<STruckOptions>();
-  Add(*group, run, "show", "Print a truck", options, Show)->add_flag("--json", options->json, "As JSON");
-  Add(*group, run, "rewrite", "Read a truck and write it again", options, Rewrite)
-      ->add_option("OUT", options->out, "Truck file to write")
-      ->required();
-  Add(*group, run, "deps", "Print the files that a truck needs, one a line", options, PrintNeeded);
-  CLI::App* const pack = Add(*group, run, "pack", "Write an archive of a truck and all that it needs", options, Pack);
-  pack->add_option("POD", options->out, "Archive to write")->required();
-  pack->add_flag("--skip-stock", options->skip_stock, "Leave out files that every installation of the game has");
+SCommandRow TruckCommands() {
+  const auto values = std::make_shared<STruckOptions>();
+  return {.name = "truck",
+          .help = "Truck files",
+          .commands = {
+              Command("show", "Print a truck", Show, values, {Flag("--json", "As JSON", values->json)}),
+              Command("rewrite", "Read a truck and write it again", Rewrite, values,
+                      {Output("OUT", "Truck file to write", values->out)}),
+              Command("deps", "Print the files that a truck needs, one a line", PrintNeeded, values),
+              Command("pack", "Write an archive of a truck and all that it needs", Pack, values,
+                      {Output("POD", "Archive to write", values->out),
+                       Flag("--skip-stock", "Leave out files that every installation has. " + StockNote(),
+                            values->skip_stock)}),
+          }};
 }
 
 }  // namespace veldra

@@ -56,17 +56,22 @@ std::optional<uint32_t> ParseFaceType(std::string_view text, bool untyped) {
   return static_cast<uint32_t>(*integer);
 }
 
-std::optional<std::pair<int, int>> ParsePictureSize(std::string_view text) {
-  const std::vector<std::string> parts = SplitText(LowerCase(text), 'x');
-  if (parts.size() != 2) return std::nullopt;
-  const auto width = ParseInteger(parts[0]);
-  const auto height = ParseInteger(parts[1]);
-  const auto is_side = [](int32_t side) { return side >= 1 && side <= kLargestImageSide; };
-  if (!width || !height || !is_side(*width) || !is_side(*height)) return std::nullopt;
-  return std::pair<int, int>(*width, *height);
+std::string TakePictureSize(std::string_view text, std::pair<int, int>& size) {
+  const std::vector<std::string> sides = SplitText(LowerCase(text), 'x');
+  const auto is_number = [](const std::string& side) {
+    return !side.empty() && side.find_first_not_of("0123456789") == std::string::npos;
+  };
+  if (sides.size() != 2 || !is_number(sides[0]) || !is_number(sides[1])) return "does not have the form WxH";
+  const auto width = ParseInteger(sides[0]);
+  const auto height = ParseInteger(sides[1]);
+  const auto fits = [](std::optional<int32_t> side) { return side && *side >= 1 && *side <= kLargestImageSide; };
+  if (!fits(width) || !fits(height)) return Format("has a side that is not from 1 to %d", kLargestImageSide);
+  size = {*width, *height};
+  return "";
 }
 
 std::optional<SColor> ParseColor(std::string_view text) {
+  if (text.starts_with('#')) text.remove_prefix(1);
   if (text.size() != 6) return std::nullopt;
   std::array<uint8_t, 3> parts = {};
   for (size_t i = 0; i < parts.size(); ++i) {

@@ -22,9 +22,9 @@ std::optional<std::vector<int32_t>> ParseIntegers(std::string_view text, size_t 
 std::optional<EAxis> ParseAxis(std::string_view text);
 /// A face type that a face can be given: one of the six or, with UNTYPED, 0 too; "0x18" or decimal.
 std::optional<uint32_t> ParseFaceType(std::string_view text, bool untyped);
-/// "WIDTHxHEIGHT", each a side that a picture can have.
-std::optional<std::pair<int, int>> ParsePictureSize(std::string_view text);
-/// "RRGGBB" in hexadecimal.
+/// "WIDTHxHEIGHT", each a side that a picture can have, into SIZE. Returns what is wrong with TEXT, or "".
+std::string TakePictureSize(std::string_view text, std::pair<int, int>& size);
+/// "RRGGBB" or "#RRGGBB" in hexadecimal.
 std::optional<SColor> ParseColor(std::string_view text);
 
 }  // namespace veldra

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "document/commandinputs.h"
 #include "document/filestamp.h"
 #include "document/history.h"
 #include "model/binfile.h"
 #include "model/binmodel.h"
+#include "model/geometry.h"
 #include "platform/bytes.h"
 #include "platform/png.h"
 #include "platform/questions.h"
@@ -62,6 +62,8 @@ struct SDocumentServices {
   /// A small picture of the document for the list of its earlier states. May be empty, and give an image without
   /// pixels.
   std::function<SImage(const CTarnDoc& document)> make_picture = {};
+  /// Shows what a command has done where one can look without being stopped. May be empty.
+  std::function<void(const std::string& text)> say = {};
 };
 
 /// A model that comes from the program's own copies: what a crash left, or an earlier state.
@@ -75,12 +77,8 @@ struct SDocumentCopy {
 /// Fills the empty model; false, MODEL empty, with the reason.
 using CopyReader = std::function<bool(CBinModel& model, CTextureFinder& textures, SDiagnosis& diagnosis)>;
 
-/// One open model: the model, its file and the commands on the whole of it. A new one is empty, unmodified and without
-/// a path.
-///
-/// A command that changes the model does nothing where its enabling rule (Can...) forbids it, and keeps the state
-/// before as one of the earlier states. Where it is refused or fails otherwise, the user has been told and the model is
-/// unchanged.
+/// One open model with its file. A new one is empty, unmodified and without a path. What changes the model stands in
+/// the folder editing, but for what saving may have to do first.
 class CTarnDoc : private CModelObserver {
  public:
   explicit CTarnDoc(const SDocumentServices& services);
@@ -154,70 +152,36 @@ class CTarnDoc : private CModelObserver {
   // --- Enabling rules ----------------------------------------------------------------------------------------------
   bool CanSave() const { return modified_; }
   bool CanCenter() const { return !read_only_ && model_.VertexCount() > 0; }
-  bool CanResize() const;
-  bool CanTranslate() const { return CanCenter(); }
-  bool CanRotate() const { return CanCenter(); }
-  bool CanMirror() const { return CanCenter(); }
-  bool CanAddFace() const { return !read_only_ && model_.VertexCount() > 2 && model_.TextureCount() > 0; }
-  bool CanAddVertex() const { return !read_only_; }
-  bool CanDeleteAllUnused() const { return CanCenter(); }
-  bool CanMergeCloseVertices() const { return CanCenter(); }
-  bool CanInsertBin() const { return !read_only_; }
-  bool CanInsertGenericObject() const { return false; }  ///< kept disabled in this release
-  bool CanLoadTexture() const { return !read_only_; }
-  bool CanReplaceTexture() const { return !read_only_ && model_.TextureCount() > 0; }
-  bool CanSaveTextureList() const { return model_.TextureCount() > 0; }
-  bool CanExportWavefront() const { return true; }
-  bool CanExport3ds() const { return model_.VertexCount() > 0; }
-  bool CanExportVrml() const { return true; }
   bool CanUndo() const { return false; }  ///< kept disabled in this release, as is CanRedo
   bool CanRedo() const { return false; }
 
-  // --- Commands on the whole model ---------------------------------------------------------------------------------
+  // --- What saving may have to do first ----------------------------------------------------------------------------
+  // Each keeps the state before. The other commands stand in the folder editing.
   void CenterX();
   void CenterY();
   void CenterZ();
   void CenterAll();
-  // False when refused.
-  bool Resize(const SResizeInput& input);
-  bool Translate(const STranslateInput& input);
-  bool Rotate(const SRotateInput& input);
-  bool Mirror(const SMirrorInput& input);
-  /// True when there is a texture for a new face, else the user is told to load one: to ask before the dialog.
-  bool CheckTextureLoaded();
-  bool AddFace(const SAddFaceInput& input);
-  bool AddVertex(const SAddVertexInput& input);
   /// Deletes the vertices that no face uses; returns how many.
   int32_t DeleteAllUnused();
-  /// Returns how many vertices were merged away; -1 when refused, or stopped by the user.
-  int32_t MergeCloseVertices(const SMergeInput& input);
-  /// Asks for a model file and inserts it.
-  void InsertBin();
-  /// Appends what the model file PATH holds. False also when the user stopped it.
-  bool InsertBinFile(const std::string& path);
-  /// Appends OTHER, which is empty afterwards; NAME is what a message calls it.
-  bool InsertModel(CBinModel& other, const std::string& name);
-  /// The texture entry of the RAW file PATH: the one that the model has under its name, else a new one. Null when it
-  /// cannot be loaded, which the user has been told.
-  CBinTexture* LoadTexture(const std::string& path);
-  /// All faces of one texture entry get that of another RAW file, and the old entry goes.
-  bool ReplaceTexture(const SReplaceTextureInput& input);
+
   void Undo();
   void Redo();
 
-  // --- Export ------------------------------------------------------------------------------------------------------
-  // Each asks where to.
-  void SaveTextureList();
-  void ExportWavefront();
-  /// Both write nothing, on purpose.
-  void Export3ds();
-  void ExportVrml() {}
+  // --- For the commands --------------------------------------------------------------------------------------------
+  /// Where dialogs for model files open.
+  std::string ModelDirectory() const;
+  /// Reads the model file PATH into MODEL, asking what is to be asked. False when the user has been told what is wrong,
+  /// or has stopped it; DIAGNOSIS (may be null) says more.
+  bool Load(CBinModel& model, const std::string& path, SDiagnosis* diagnosis);
+  /// Says in the status bar what has been done. Does not wait for anybody.
+  void Say(const std::string& text) const;
+  /// Returns false, for the caller to pass on.
+  bool ShowError(const std::string& text, const std::string& details = {});
 
  private:
-  class CStateBefore;
+  friend class CStateBefore;
 
   void OnModelChanged(const CBinModel& model, const SModelChange& change) override;
-  bool Load(CBinModel& model, const std::string& path, SDiagnosis* diagnosis);
   void TakeStamps(const std::string& path);
   std::vector<uint8_t> PackState(const std::string& command) const;
   void KeepPacked(const std::string& key, std::span<const uint8_t> packed, bool is_file);
@@ -237,18 +201,10 @@ class CTarnDoc : private CModelObserver {
 
   void CenterAxes(std::initializer_list<EAxis> axes, const char* command);
   int32_t DeleteUnused();
-  bool IsWithout(const std::string& fault);
-  const STextureImage* ImageForEntry(const std::string& path, std::string& name);
-  /// Where dialogs for model files open.
-  std::string ModelDirectory() const;
-  void Export(const std::string& path, const std::function<bool(SError& error)>& write);
-  std::optional<std::string> AskExportPath(const std::string& title, std::vector<SFileFilter> filters,
-                                           const std::string& extension);
 
   void SetState(const std::string& path, bool modified, bool read_only);
   void NotifyChange(const SModelChange& change);
   void NotifyState();
-  bool ShowError(const std::string& text, const std::string& details = {});
 
   SDocumentServices services_;
   CBinModel model_;

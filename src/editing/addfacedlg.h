@@ -4,7 +4,7 @@
 #include <QRadioButton>
 #include <array>
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 #include "ui/fielddialog.h"
 
 namespace veldra {

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 #include "ui/fielddialog.h"
 
 namespace veldra {

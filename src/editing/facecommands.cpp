@@ -4,7 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
+#include "editing/modelcommands.h"
 #include "editing/texturecommands.h"
 #include "model/normals.h"
 #include "platform/text.h"
@@ -42,6 +43,10 @@ std::vector<CBinVertex*> CornersOf(const CBinModel& model, const SFaceInput& inp
   for (const int32_t index : input.corners)
     if (index >= 0) corners.push_back(&model.Vertex(index));
   return corners;
+}
+
+std::string Faces(size_t count) {
+  return Counted(static_cast<int64_t>(count), "face", "faces");
 }
 
 bool IsUnit(double value) {
@@ -85,7 +90,7 @@ bool CanGroupFaces(const CEditCursor& cursor) {
 }
 
 bool CanMakeTaggedFace(const CEditCursor& cursor) {
-  return cursor.Document().CanAddFace() && cursor.Tagged().size() >= 3;
+  return CanAddFace(cursor.Document()) && cursor.Tagged().size() >= 3;
 }
 
 void SelectCurrentFace(CEditCursor& cursor) {
@@ -117,25 +122,31 @@ int32_t SelectByFacing(CEditCursor& cursor, const SFacingInput& input, const SUn
   const std::vector<int32_t> faces = FacesFacing(model, input, to_viewer);
   if (!input.add) model.SelectAll(EGroupKind::kFaces, false);
   model.Select(EGroupKind::kFaces, faces, true);
+  cursor.Document().Say("Selected " + Faces(faces.size()));
   return static_cast<int32_t>(faces.size());
 }
 
 void DeleteCurrentFace(CEditCursor& cursor) {
   if (!CanEditFace(cursor)) return;
   cursor.Document().KeepState("Delete Current Face");
+  cursor.Document().Say(Format("Deleted face %d", cursor.Face()));
   cursor.Document().Model().RemoveFaces(cursor.Face(), 1);
 }
 
 void DeleteSelectedFaces(CEditCursor& cursor) {
   if (!CanDeleteSelectedFaces(cursor)) return;
   cursor.Document().KeepState("Delete Selected Faces");
-  cursor.Document().Model().RemoveFaces(cursor.Model().Selected(EGroupKind::kFaces));
+  const std::vector<int32_t> faces = cursor.Model().Selected(EGroupKind::kFaces);
+  cursor.Document().Model().RemoveFaces(faces);
+  cursor.Document().Say("Deleted " + Faces(faces.size()));
 }
 
 void FlipFaces(CEditCursor& cursor) {
   if (!CanEditFaces(cursor)) return;
   cursor.Document().KeepState("Flip");
-  cursor.Document().Model().TurnFacesRound(FacesToEdit(cursor));
+  const std::vector<int32_t> faces = FacesToEdit(cursor);
+  cursor.Document().Model().TurnFacesRound(faces);
+  cursor.Document().Say("Flipped " + Faces(faces.size()));
 }
 
 bool MakeTaggedFace(CEditCursor& cursor) {
@@ -148,7 +159,7 @@ bool MakeTaggedFace(CEditCursor& cursor) {
   input.type = static_cast<uint32_t>(document.Settings().def_face_type);
   if (const CBinFace* current = cursor.FaceObject(); current != nullptr && current->Texture() != nullptr)
     input.texture = document.Model().TextureIndex(current->Texture());
-  if (!document.AddFace(input)) return false;
+  if (!AddFace(document, input)) return false;
   cursor.ClearTags();
   cursor.SetFace(document.Model().FaceCount() - 1);
   return true;
@@ -189,6 +200,7 @@ void EditFace(CEditCursor& cursor, const SFaceInput& input) {
   for (size_t k = 0; k < input.coords.size(); ++k)
     face.SetTexCoord(static_cast<int>(k), OnTexel(face, input.coords[k]));
   model.ReportFacesChanged();
+  document.Say(Format("Changed face %d", face.Index()));
 }
 
 SFacePlane ComputedPlane(const CBinModel& model, const SFaceInput& input) {
@@ -221,6 +233,7 @@ void GroupFaces(CEditCursor& cursor, const SGroupFacesInput& input) {
     face.SetStored(normal, CalcMagic(face, normal));
   }
   model.ReportFacesChanged();
+  cursor.Document().Say("Changed " + Faces(input.faces.size()));
 }
 
 }  // namespace veldra

@@ -8,8 +8,8 @@
 
 #include "editing/editcursor.h"
 
-/// The commands on faces. Each does nothing where its enabling rule forbids it; those that change the model keep the
-/// state before as one of the earlier states.
+/// The commands on faces. Each does nothing where its enabling rule forbids it, and says in the status bar what it has
+/// done; those that change the model keep the state before as one of the earlier states.
 namespace veldra {
 
 /// What a command on "the faces" acts on: the selected ones, ascending, or the current one when none is selected.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 #include "ui/fielddialog.h"
 
 namespace veldra {

@@ -2,7 +2,7 @@
 
 #include <QListWidget>
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 #include "settings/settings.h"
 #include "ui/fielddialog.h"
 #include "ui/pathfield.h"

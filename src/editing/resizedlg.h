@@ -3,7 +3,7 @@
 #include <QCheckBox>
 #include <array>
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 #include "editing/sizedlg.h"
 
 namespace veldra {

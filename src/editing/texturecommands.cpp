@@ -6,6 +6,7 @@
 #include <map>
 
 #include "editing/facecommands.h"
+#include "editing/modelcommands.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -56,6 +57,7 @@ void ChangePieces(CEditCursor& cursor, const char* command, const std::function<
   for (const auto& [texture, faces] : pieces)
     ChangeFaces(model, faces, make(AreaOf(model, faces)));
   model.ReportFacesChanged();
+  cursor.Document().Say(std::string("Done: ") + command);
 }
 
 /// 0 to 1 within LOW to HIGH; a value between them that has no extent stays.
@@ -66,14 +68,14 @@ double Stretched(double value, double low, double high) {
 /// The entries of the files that the user picked, up to the first that cannot be loaded.
 std::vector<CBinTexture*> AskTextures(CTarnDoc& document, const char* title) {
   std::vector<CBinTexture*> entries;
-  if (!document.CanLoadTexture()) return entries;
+  if (!CanEditModel(document)) return entries;
   SFilePrompt prompt;
   prompt.title = title;
   prompt.filters = {{"MTM Texture *.raw", "*.raw"}};
   prompt.directory = document.Settings().art_dir;
   const std::optional<SOpenFiles> files = document.Services().questions.AskOpenFiles(prompt);
   for (const std::string& path : files ? files->paths : std::vector<std::string>()) {
-    CBinTexture* const entry = document.LoadTexture(path);
+    CBinTexture* const entry = LoadTexture(document, path);
     if (entry == nullptr) break;
     entries.push_back(entry);
   }
@@ -196,6 +198,7 @@ void NormalizeTexture(CEditCursor& cursor, const CBinTexture& entry) {
     return {Stretched(coord.u, area.min.u, area.max.u), Stretched(coord.v, area.min.v, area.max.v)};
   });
   model.ReportFacesChanged();
+  cursor.Document().Say("Normalized " + Counted(static_cast<int64_t>(faces.size()), "face", "faces"));
 }
 
 void LoadTextures(CTarnDoc& document) {

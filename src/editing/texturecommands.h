@@ -7,8 +7,9 @@
 
 #include "editing/editcursor.h"
 
-/// The commands on textures and texture coordinates. Each does nothing where its enabling rule forbids it. Those that
-/// change more than a step of an offset keep the state before as one of the earlier states.
+/// The commands on textures and texture coordinates. Each does nothing where its enabling rule forbids it, and says in
+/// the status bar what it has done. Those that change more than a step of an offset keep the state before as one of the
+/// earlier states.
 ///
 /// Texture coordinates stay within 0 to 1. One that an operation brings to within a thousandth of a texel of the face's
 /// texture is put on that texel: loading takes the whole texels of what was saved, and would lose one otherwise.

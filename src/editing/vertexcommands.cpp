@@ -1,19 +1,35 @@
 #include "editing/vertexcommands.h"
 
+#include "platform/text.h"
+
 namespace veldra {
 
 namespace {
 
+std::string Vertices(size_t count) {
+  return Counted(static_cast<int64_t>(count), "vertex", "vertices");
+}
+
 bool Delete(CEditCursor& cursor, const std::vector<int32_t>& vertices, const char* command) {
   CTarnDoc& document = cursor.Document();
   if (document.Model().AreUnused(vertices)) document.KeepState(command);
-  return document.Model().DeleteVertices(vertices, document.Services().questions);
+  if (!document.Model().DeleteVertices(vertices, document.Services().questions)) return false;
+  document.Say("Deleted " + Vertices(vertices.size()));
+  return true;
 }
 
 void Move(CEditCursor& cursor, const std::vector<int32_t>& vertices, EAxis axis, bool forward) {
   SPoint step;
   Coordinate(step, axis) = cursor.Document().Settings().move_step;
   TranslateVertices(cursor.Document().Model(), vertices, step.x, step.y, step.z, forward);
+  cursor.Document().Say("Moved " + Vertices(vertices.size()));
+}
+
+void SayTags(const CEditCursor& cursor) {
+  std::string tagged;
+  for (const int32_t vertex : cursor.Tagged())
+    tagged += (tagged.empty() ? "Tagged: " : ", ") + std::to_string(vertex);
+  cursor.Document().Say(tagged.empty() ? "No vertex is tagged" : tagged);
 }
 
 }  // namespace
@@ -45,7 +61,15 @@ void SelectCurrentVertex(CEditCursor& cursor) {
 }
 
 bool TagCurrentVertex(CEditCursor& cursor) {
-  return CanEditVertex(cursor) && cursor.ToggleTag(cursor.Vertex());
+  if (!CanEditVertex(cursor)) return false;
+  const bool done = cursor.ToggleTag(cursor.Vertex());
+  done ? SayTags(cursor) : cursor.Document().Say("Four vertices are tagged already");
+  return done;
+}
+
+void ClearTags(CEditCursor& cursor) {
+  cursor.ClearTags();
+  SayTags(cursor);
 }
 
 bool DeleteCurrentVertex(CEditCursor& cursor) {
@@ -61,6 +85,7 @@ void SetVertexCoordinates(CEditCursor& cursor, const SPoint& position) {
   if (!CanEditVertex(cursor)) return;
   cursor.Document().KeepState("Set Vertex Coordinates");
   cursor.Document().Model().SetVertexPosition(cursor.Vertex(), position);
+  cursor.Document().Say(Format("Moved vertex %d", cursor.Vertex()));
 }
 
 int32_t PlaneCoordinate(const CEditCursor& cursor, const SPlaneInput& input) {
@@ -90,6 +115,7 @@ void SetToPlane(CEditCursor& cursor, const SPlaneInput& input) {
   }
   cursor.Document().KeepState("Set to Plane");
   model.SetVertexPositions(vertices, positions);
+  cursor.Document().Say("Moved " + Vertices(vertices.size()));
 }
 
 void MoveCurrentVertex(CEditCursor& cursor, EAxis axis, bool forward) {

@@ -6,8 +6,8 @@
 #include "editing/editcursor.h"
 #include "model/geometry.h"
 
-/// The commands on vertices. Each does nothing where its enabling rule forbids it. Those that change more than a step
-/// of a move keep the state before as one of the earlier states.
+/// The commands on vertices. Each does nothing where its enabling rule forbids it, and says in the status bar what it
+/// has done. Those that change more than a step of a move keep the state before as one of the earlier states.
 namespace veldra {
 
 // --- Enabling rules ------------------------------------------------------------------------------------------------
@@ -20,6 +20,7 @@ bool CanEditSelectedVertices(const CEditCursor& cursor);
 void SelectCurrentVertex(CEditCursor& cursor);
 /// Tags it, or takes its tag off. False where no more can be tagged.
 bool TagCurrentVertex(CEditCursor& cursor);
+void ClearTags(CEditCursor& cursor);
 
 // Refused with the model's message while a face uses one of them; false then.
 bool DeleteCurrentVertex(CEditCursor& cursor);

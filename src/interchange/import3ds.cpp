@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "interchange/3dstudiofile.h"
+#include "model/texturenames.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "platform/trace.h"
@@ -60,7 +61,7 @@ bool Build(const C3DStudioFile& file, const std::string& texture, const SImportC
   CImportProgress progress(context.questions, file.Path());
   builder.Model().Reserve(file.Vertices().size(), file.Faces().size());
   if (!AddVertices(file, builder.Model(), fault)) return false;
-  CBinTexture& entry = builder.AddTexture(ImportTextureName(texture), *image);
+  CBinTexture& entry = builder.AddTexture(TextureNameOf(texture), *image);
   if (AddFaces(file, builder, entry, progress)) return true;
   fault = kStopped;
   return false;

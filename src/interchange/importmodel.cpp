@@ -2,6 +2,7 @@
 
 #include "model/appendmodel.h"
 #include "model/normals.h"
+#include "model/texturenames.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -11,6 +12,8 @@
 namespace veldra {
 
 const STextureImage* FindImportTexture(const std::string& path, const SImportContext& context, SImportFault& fault) {
+  fault = {TextureNameFault(TextureNameOf(path)), false};
+  if (!fault.what.empty()) return nullptr;
   const std::string there = FindAnyCase(path);
   const STextureImage* image = nullptr;
   if (IsFile(there)) {
@@ -29,10 +32,6 @@ void ShowImportFault(const std::string& path, const SImportFault& fault, CQuesti
                      .caption = kErrorCaption,
                      .icon = EIcon::kError,
                      .details = fault.what});
-}
-
-std::string ImportTextureName(const std::string& path) {
-  return UpperCase(ChangeExtension(FileNamePart(path), "RAW"));
 }
 
 CBinTexture& CImportBuilder::AddTexture(const std::string& name, const STextureImage& image) {

@@ -22,12 +22,10 @@ struct SImportContext {
 };
 
 /// The texture at PATH; when no file is there, the one of that name in the texture directory, and when that is missing
-/// too, what the user picks. Null with FAULT filled when none can be loaded.
+/// too, what the user picks. Null with FAULT filled when none can be loaded or a model cannot name it.
 const STextureImage* FindImportTexture(const std::string& path, const SImportContext& context, SImportFault& fault);
 /// Tells the user that the file PATH could not be imported, and why, unless he knows.
 void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions);
-/// As model files name the texture at PATH: "ROAD.RAW".
-std::string ImportTextureName(const std::string& path);
 
 /// Where the corners of a face lie in its texture when nothing else is known.
 inline constexpr std::array<STexCoord, 4> kWholeTexture = {{{0, 0}, {1, 0}, {1, 1}, {0, 1}}};

@@ -4,6 +4,7 @@
 
 #include "interchange/wavebuilder.h"
 #include "interchange/waveparser.h"
+#include "model/texturenames.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -19,7 +20,7 @@ bool Build(const SWaveMesh& mesh, const SWaveFiles& files, const SWaveOptions& o
   const STextureImage* const image = FindImportTexture(files.texture, context, fault);
   if (image == nullptr) return false;
   CRemarks remarks = mesh.remarks;
-  CWaveTextures textures(mesh, files.path, {ImportTextureName(files.texture), image}, context, remarks);
+  CWaveTextures textures(mesh, files.path, {TextureNameOf(files.texture), image}, context, remarks);
   {
     CImportProgress progress(context.questions, files.path);
     if (!CWaveBuilder(mesh, options, textures, builder, remarks).Build(progress, fault)) return false;

@@ -1,18 +1,13 @@
 #include "interchange/wavetextures.h"
 
 #include "interchange/wavematerials.h"
+#include "model/texturenames.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/trace.h"
 
 namespace veldra {
-
-namespace {
-
-constexpr size_t kLongestName = 12;  // of a texture in a model file: 8.3
-
-}  // namespace
 
 CWaveTextures::CWaveTextures(const SWaveMesh& mesh, const std::string& path, STexture chosen,
                              const SImportContext& context, CRemarks& remarks)
@@ -33,15 +28,14 @@ CWaveTextures::CWaveTextures(const SWaveMesh& mesh, const std::string& path, STe
 /// The game's textures have their own format, so only the picture's name tells which is meant.
 CWaveTextures::STexture CWaveTextures::OfPicture(const std::string& picture, const SImportContext& context,
                                                  CRemarks& remarks) {
-  const std::string name = ImportTextureName(picture);
+  const std::string name = TextureNameOf(picture);
   const auto found = art_.find(name);
   if (found == art_.end()) {
     Trace(">> ImportWaveMesh(): no texture %s for %s\n", name.c_str(), picture.c_str());
     return {};
   }
-  if (name.size() > kLongestName) {
-    remarks.Add(Format("the texture name \"%s\" is too long for a model file: %zu characters fit", ToUtf8(name).c_str(),
-                       kLongestName));
+  if (const std::string fault = TextureNameFault(name); !fault.empty()) {
+    remarks.Add(fault);
     return {};
   }
   const std::string path = JoinPath(context.art_directory, found->second);

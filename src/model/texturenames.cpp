@@ -106,4 +106,14 @@ SDiagnosis ReadTextureNames(std::span<const uint8_t> file, std::vector<std::stri
   return CTextureNameReader(file, names).Read();
 }
 
+std::string TextureNameOf(std::string_view path) {
+  return UpperCase(ChangeExtension(FileNamePart(path), "RAW"));
+}
+
+std::string TextureNameFault(std::string_view name) {
+  if (name.size() <= kTextureNameLength) return "";
+  return Format("The texture name \"%s\" is too long for a model file: %zu characters fit.", ToUtf8(name).c_str(),
+                kTextureNameLength);
+}
+
 }  // namespace veldra

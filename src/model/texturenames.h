@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/bytes.h"
@@ -14,5 +15,11 @@ namespace veldra {
 /// stepped over like one that the user ignores. When the file turns out to be damaged, the names before that are in
 /// NAMES and the result says where; else it is empty.
 SDiagnosis ReadTextureNames(std::span<const uint8_t> file, std::vector<std::string>& names);
+
+/// As a model names the texture file PATH: upper case, without folder, with the extension RAW.
+std::string TextureNameOf(std::string_view path);
+
+/// "", or why a model cannot have a texture of this NAME: files keep 12 characters of it.
+std::string TextureNameFault(std::string_view name);
 
 }  // namespace veldra

@@ -62,6 +62,7 @@ SSearchPlaces PlacesForTruck(const std::string& truck_path, const CSettings& set
 
 STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces& places, const CStockFiles& stock) {
   STruckPackPlan plan;
+  plan.stock_note = stock.Note();
   STruckPackRow truck;
   truck.name = FileNamePart(truck_path);
   truck.where = DirectoryPart(truck_path);

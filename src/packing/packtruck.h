@@ -25,6 +25,7 @@ struct STruckPackRow {
 struct STruckPackPlan {
   std::vector<STruckPackRow> rows;
   std::vector<std::string> complaints;  ///< files that could not be looked into
+  std::string stock_note;               ///< CStockFiles::Note of the list that told which are stock files
 
   /// What goes into the archive.
   std::vector<SPodSource> Sources(bool leave_out_stock) const;

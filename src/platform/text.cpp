@@ -140,4 +140,11 @@ std::string ToUtf8(std::string_view text) {
   return utf8;
 }
 
+std::string Counted(int64_t count, const char* one, const char* many) {
+  std::string digits = std::to_string(count);
+  for (size_t at = digits.size(); at > 3 && digits[at - 4] != '-';)
+    digits.insert(at -= 3, ",");
+  return digits + " " + (count == 1 ? one : many);
+}
+
 }  // namespace veldra

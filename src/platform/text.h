@@ -18,6 +18,8 @@ namespace veldra {
 
 /// printf into a string.
 VELDRA_PRINTF(1, 2) std::string Format(const char* format, ...);
+/// "1 vertex", "1,200 vertices".
+std::string Counted(int64_t count, const char* one, const char* many);
 VELDRA_PRINTF(1, 0) std::string FormatList(const char* format, va_list arguments);
 
 /// ASCII letters only, so that the result does not depend on the locale; other bytes stay.

@@ -179,8 +179,11 @@ QWidget* CPodCreatorDialog::MakeOptions() {
   auto* box = new QWidget;
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins({});
-  for (QCheckBox* option : {leave_out_stock_, show_needed_, insert_archives_})
-    layout->addWidget(option);
+  layout->addWidget(leave_out_stock_);
+  const std::string note = services_.stock.Note();
+  if (!note.empty()) layout->addWidget(new QLabel(ToQString(note)));
+  layout->addWidget(show_needed_);
+  layout->addWidget(insert_archives_);
   layout->addWidget(comment);
   return box;
 }

@@ -10,7 +10,6 @@
 #include "model/normals.h"
 #include "model/texturepicture.h"
 #include "platform/numberrule.h"
-#include "view/editcommands.h"
 
 namespace veldra {
 
@@ -75,7 +74,7 @@ QWidget* CCurrentFaceWidget::MakeContent() {
   edit_ = new QPushButton(tr("&Edit..."));
   edit_->setObjectName("edit");
   connect(edit_, &QPushButton::clicked, this, [this] {
-    if (View() != nullptr) View()->EditCommands().EditFace();
+    if (View() != nullptr) emit CommandWanted("editFace");
   });
   layout->addLayout(surface);
   layout->addWidget(corners_);

@@ -5,7 +5,6 @@
 
 #include "editing/groupcommands.h"
 #include "tools/itemmenus.h"
-#include "view/editcommands.h"
 
 namespace veldra {
 
@@ -122,9 +121,9 @@ void CModelTreeWidget::Activate(const QModelIndex& index) {
   if (!place || !place->IsItem()) return;
   switch (place->section) {
     case Tree::kFaces:
-      return View()->EditCommands().EditFace();
+      return CommandWanted("editFace");
     case Tree::kVertices:
-      return View()->EditCommands().SetVertexCoordinates();
+      return CommandWanted("vertexCoordinates");
     case Tree::kTextures:
       return SelectFacesOfTexture(*View(), place->number);
     case Tree::kFaceGroups:
@@ -138,23 +137,22 @@ void CModelTreeWidget::Activate(const QModelIndex& index) {
 void CModelTreeWidget::ShowMenu(const QPoint& at) {
   const auto place = rows_.PlaceOf(tree_->indexAt(at));
   if (!place || View() == nullptr) return;
+  const QPoint on_screen = tree_->viewport()->mapToGlobal(at);
   QMenu menu;
   menu.setObjectName("modelTreeMenu");
   switch (place->section) {
     case Tree::kFaces:
-      AddFaceItems(menu, *View());
-      break;
+      return MenuWanted(EGroupKind::kFaces, on_screen);
     case Tree::kVertices:
-      AddVertexItems(menu, *View());
-      break;
+      return MenuWanted(EGroupKind::kVertices, on_screen);
     case Tree::kTextures:
-      AddTextureItems(menu, *View(), place->number);
+      AddTextureItems(menu, *this, place->number);
       break;
     case Tree::kFaceGroups:
     case Tree::kVertexGroups:
-      AddGroupItems(menu, *View(), GroupKindOf(place->section), GroupName(View()->Document().Model(), *place));
+      AddGroupItems(menu, *this, GroupKindOf(place->section), GroupName(View()->Document().Model(), *place));
   }
-  menu.exec(tree_->viewport()->mapToGlobal(at));
+  menu.exec(on_screen);
 }
 
 }  // namespace veldra

@@ -103,7 +103,7 @@ void CTextureListWidget::ShowMenu(const QPoint& at) {
   const QModelIndex index = list_->indexAt(at);
   QMenu menu;
   menu.setObjectName("textureMenu");
-  AddTextureItems(menu, *View(), rows_.Texture(index.row()) == nullptr ? -1 : index.row());
+  AddTextureItems(menu, *this, rows_.Texture(index.row()) == nullptr ? -1 : index.row());
   menu.exec(list_->viewport()->mapToGlobal(at));
 }
 

@@ -30,6 +30,12 @@ class CToolWidget : public QWidget, private CDocumentObserver {
 
   QSize sizeHint() const override { return {270, 400}; }
 
+ signals:
+  /// The main window's command of that name ("editFace") is to run on what is current now.
+  void CommandWanted(const char* name);
+  /// What can be done with the current face or vertex is to be offered at AT on the screen.
+  void MenuWanted(EGroupKind kind, const QPoint& at);
+
  protected:
   /// What has happened since it last looked.
   struct SNews {

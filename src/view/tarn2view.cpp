@@ -4,16 +4,12 @@
 
 #include "render/glstate.h"
 #include "render/viewmarkers.h"
-#include "view/editcommands.h"
 #include "view/modelholds.h"
 
 namespace veldra {
 
 CTarnView::CTarnView(std::shared_ptr<CTarnDoc> document, QWidget* parent)
-    : C3DView(document->Settings(), parent),
-      document_(std::move(document)),
-      cursor_(*document_),
-      edit_commands_(std::make_unique<CEditCommands>(*this)) {
+    : C3DView(document->Settings(), parent), document_(std::move(document)), cursor_(*document_) {
   setObjectName("modelView");
   document_->AddObserver(this);
   cursor_.SetOnChanged([this] { OnCursorChanged(); });
@@ -102,8 +98,15 @@ std::unique_ptr<CViewHold> CTarnView::Grab(const QMouseEvent& press, EMouseDrag 
 }
 
 void CTarnView::Click(const QMouseEvent& event) {
+  if (event.button() == Qt::RightButton) OfferMenu(event.position());
+  if (event.button() != Qt::LeftButton) return;
   const std::optional<SPick> pick = PickAt(event.position());
   if (pick) Choose(*pick, event.modifiers().testFlag(Qt::ControlModifier));
+}
+
+void CTarnView::contextMenuEvent(QContextMenuEvent* event) {
+  // With the mouse the menu comes when the button goes up: with some schemes the same button turns or moves.
+  if (event->reason() == QContextMenuEvent::Keyboard) emit MenuWanted(EGroupKind::kFaces, event->globalPos());
 }
 
 }  // namespace veldra

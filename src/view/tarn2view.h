@@ -12,8 +12,6 @@
 
 namespace veldra {
 
-class CEditCommands;
-
 /// A document in 3D.
 ///
 /// Mouse: a click makes the face or vertex under it the current one, with Ctrl it also takes it into the selection or
@@ -31,10 +29,11 @@ class CTarnView : public C3DView, private CDocumentObserver {
   /// The current face and vertex and the tagged vertices of this view.
   CEditCursor& Cursor() { return cursor_; }
   const CEditCursor& Cursor() const { return cursor_; }
-  CEditCommands& EditCommands() { return *edit_commands_; }
   const CModelPicker& Picker() const { return picker_; }
 
   // --- Finding things; positions are the widget's -----------------------------------------------------------------
+  /// From the middle of what is seen, of length 1.
+  SUnitNormal ToViewer() const;
   std::optional<SPick> PickAt(const QPointF& position);
   /// All of KIND that can be seen in RECTANGLE, ascending.
   std::vector<int32_t> PickIn(const QRectF& rectangle, EGroupKind kind);
@@ -42,6 +41,8 @@ class CTarnView : public C3DView, private CDocumentObserver {
   EGroupKind PickedKind() const;
   /// PICK becomes the current face or vertex; with TOGGLE it also joins or leaves the selection.
   void Choose(const SPick& pick, bool toggle);
+  /// What is at POSITION becomes the current face or vertex, and what can be done with it is offered there.
+  void OfferMenu(const QPointF& position);
 
   /// A rubber band from corner to corner, in the widget, or none.
   void ShowBand(const std::optional<QRectF>& band);
@@ -64,6 +65,9 @@ class CTarnView : public C3DView, private CDocumentObserver {
  signals:
   /// The current face or vertex, or what is tagged.
   void CursorChanged();
+  /// A click with the right button on the model: what can be done with the current face or vertex is to be offered at
+  /// AT on the screen.
+  void MenuWanted(EGroupKind kind, const QPoint& at);
 
  protected:
   const CBinModel& Model() const override { return document_->Model(); }
@@ -72,6 +76,7 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void DrawOver(const CViewCamera& camera) override;
   std::unique_ptr<CViewHold> Grab(const QMouseEvent& press, EMouseDrag drag) override;
   void Click(const QMouseEvent& event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   /// Tab and Shift+Tab are commands here.
   bool focusNextPrevChild(bool) override { return false; }
 
@@ -86,7 +91,6 @@ class CTarnView : public C3DView, private CDocumentObserver {
 
   std::shared_ptr<CTarnDoc> document_;
   CEditCursor cursor_;  ///< after the document, and told of its changes before the view
-  std::unique_ptr<CEditCommands> edit_commands_;
   CModelPicker picker_;
   std::optional<QRectF> band_;
   int32_t followed_face_ = -1;

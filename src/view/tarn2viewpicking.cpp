@@ -24,6 +24,17 @@ bool CTarnView::DrawAside(int width, int height, const std::function<void()>& dr
   return is_ready;
 }
 
+SUnitNormal CTarnView::ToViewer() const {
+  const SBounds& bounds = document_->Model().Bounds();
+  const auto middle = [](int32_t low, int32_t high) {
+    return static_cast<int32_t>((int64_t{low} + int64_t{high}) / 2);
+  };
+  const auto [x, y, z] = Camera().TowardViewer(
+      {middle(bounds.min.x, bounds.max.x), middle(bounds.min.y, bounds.max.y), middle(bounds.min.z, bounds.max.z)});
+  const double length = Length({x, y, z});
+  return length > 0.0 ? SUnitNormal{x / length, y / length, z / length} : SUnitNormal{0, 0, 1};
+}
+
 std::optional<SPick> CTarnView::PickAt(const QPointF& position) {
   const double ratio = devicePixelRatioF();
   const int side = CModelPicker::SidePixels(ratio);
@@ -62,6 +73,12 @@ void CTarnView::Choose(const SPick& pick, bool toggle) {
   if (!toggle) return;
   const bool was_selected = is_face ? model.Face(pick.index).IsSelected() : model.Vertex(pick.index).IsSelected();
   model.Select(pick.kind, std::span(&pick.index, 1), !was_selected);
+}
+
+void CTarnView::OfferMenu(const QPointF& position) {
+  const std::optional<SPick> pick = PickAt(position);
+  if (pick) Choose(*pick, false);
+  emit MenuWanted(pick ? pick->kind : EGroupKind::kFaces, mapToGlobal(position).toPoint());
 }
 
 }  // namespace veldra

@@ -93,7 +93,7 @@ class C3DView : public QOpenGLWidget {
   /// What a drag that begins with PRESS holds, where DRAG is what the mouse scheme makes of it; null when the drag
   /// moves the view. Nothing happens to it before the pointer has moved.
   virtual std::unique_ptr<CViewHold> Grab(const QMouseEvent& press, EMouseDrag drag);
-  /// The left button was released where it was pressed.
+  /// A button was released where it was pressed.
   virtual void Click(const QMouseEvent&) {}
 
   const CSettings& Settings() const { return settings_; }

@@ -90,7 +90,7 @@ void CViewMouse::Release(const QMouseEvent& event) {
   LetGo();
   if (!is_click_) {
     if (held) held->Drop(event.modifiers());
-  } else if (event.button() == Qt::LeftButton) {
+  } else {
     view_.Click(event);
   }
 }

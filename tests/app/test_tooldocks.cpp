@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include "app/editorfixture.h"
+#include "editing/modelcommands.h"
 #include "model/geometry.h"
 #include "support/dialogdriver.h"
 #include "tools/modeltreemodel.h"
@@ -190,7 +191,7 @@ TEST_F(CToolDocksTest, SearchNarrowsTheTree) {
 
 TEST_F(CToolDocksTest, TextureListMarksUnusedOnesAndSelectsFaces) {
   CTarnView& view = StartWith(WriteModel("a.bin"));
-  ASSERT_NE(view.Document().LoadTexture(folder.File("BIG.RAW")), nullptr);
+  ASSERT_NE(LoadTexture(view.Document(), folder.File("BIG.RAW")), nullptr);
   Raise(EToolDock::kTextureList);
   auto* list = Child<QTreeView>(Tool(EToolDock::kTextureList), "textures");
   const auto text = [&](int row, int column) { return list->model()->index(row, column).data().toString(); };

@@ -81,7 +81,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
     row_of(*list, "Damaged copy")->setCheckState(0, Qt::Checked);
     ClickButton(dialog, "Recover");
   });
-  EXPECT_TRUE(OfferLeftovers(*frame));
+  EXPECT_TRUE(OfferLeftovers(*app, frame->Windows(), frame.get()));
   Settle();
   ASSERT_EQ(frame->Children().size(), 2);
   const auto recovered = app->FindDocument(path);
@@ -90,7 +90,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
   EXPECT_TRUE(recovered->IsModified());
   EXPECT_EQ(app->Recovery().Leftovers().size(), 1u);  // the damaged one
   driver.Click("recovery", "Ask Later");
-  EXPECT_TRUE(OfferLeftovers(*frame));
+  EXPECT_TRUE(OfferLeftovers(*app, frame->Windows(), frame.get()));
   EXPECT_EQ(frame->Children().size(), 2);
 }
 

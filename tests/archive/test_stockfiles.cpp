@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 #include "archive/filelists.h"
 #include "archive/stockbuilder.h"
 #include "archive/testpod.h"
@@ -37,6 +39,14 @@ TEST(CStockFiles, KnowsBareNamesInAnyCaseByExtension) {
     EXPECT_FALSE(stock.IsStockFile(name)) << name;
 }
 
+TEST(CStockFiles, SaysHowMuchTheShippedListKnows) {
+  const CStockFiles stock;
+  const auto all = std::accumulate(kExpectedStockCounts.begin(), kExpectedStockCounts.end(), 0u);
+  const std::string counts = std::to_string(stock.Count()) + " of the " + std::to_string(all / 1000) + "," +
+                             std::to_string(all % 1000).insert(0, all % 1000 < 100 ? "0" : "");
+  EXPECT_NE(stock.Note().find(counts), std::string::npos) << counts;
+}
+
 TEST(CStockFiles, BuildsItsTablesOnce) {
   const CTempFolder folder;
   StockNames names;
@@ -46,6 +56,7 @@ TEST(CStockFiles, BuildsItsTablesOnce) {
   const CStockFiles own(folder.Path());
   EXPECT_TRUE(own.IsStockFile("mine.trk"));
   EXPECT_FALSE(own.IsStockFile("bigfoot.trk")) << "a list of one's own takes the place of the shipped one";
+  EXPECT_EQ(own.Note(), "");
   folder.Write(kStockFileName, "broken");
   EXPECT_TRUE(own.IsStockFile("mine.trk")) << "read once";
   EXPECT_TRUE(CStockFiles(folder.Path()).IsStockFile("bigfoot.trk")) << "a broken one does not";

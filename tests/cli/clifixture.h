@@ -28,18 +28,36 @@ class CCliTest : public ::testing::Test {
 
   CCliTest() { folder.Write("Veldra.cfg", "ARTDIR " + folder.Path() + "\nDEFPAL none\n"); }
 
-  /// LINE is split at blanks; "$" stands for the test's folder.
+  /// LINE is split at blanks; "$" stands for the test's folder, a word '' for an empty one.
   SResult Run(const std::string& line) const {
     std::vector<std::string> arguments = {"--cfg", folder.File("Veldra.cfg")};
     for (std::string& word : SplitText(line, ' ')) {
       const size_t mark = word.find('$');
       if (mark != std::string::npos) word.replace(mark, 1, folder.Path());
-      if (!word.empty()) arguments.push_back(word);
+      if (!word.empty()) arguments.push_back(word == "''" ? "" : word);
     }
     std::ostringstream out;
     std::ostringstream err;
     const int status = RunCli(arguments, out, err);
     return {status, out.str(), err.str()};
+  }
+  /// What a line must do; OUT and ERR are parts of what it prints, "" where it prints nothing.
+  struct SLine {
+    std::string line;
+    int status = 0;
+    std::string out = {};
+    std::string err = {};
+  };
+  void Expect(const std::vector<SLine>& lines) const {
+    const auto has = [](const std::string& text, const std::string& part) {
+      return part.empty() ? text.empty() : text.find(part) != std::string::npos;
+    };
+    for (const SLine& line : lines) {
+      const SResult result = Run(line.line);
+      EXPECT_EQ(result.status, line.status) << line.line << '\n' << result.err;
+      EXPECT_TRUE(has(result.out, line.out)) << line.line << "\nprinted:\n" << result.out;
+      EXPECT_TRUE(has(result.err, line.err)) << line.line << "\nsaid:\n" << result.err;
+    }
   }
   nlohmann::json JsonOf(const std::string& name) const {
     return nlohmann::json::parse(Run("json $/" + name).out, nullptr, false);

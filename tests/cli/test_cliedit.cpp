@@ -53,6 +53,17 @@ TEST_F(CCliEditTest, MergeAndDeleteSayHowMany) {
   EXPECT_EQ(JsonOf("o.bin")["vertices"].size(), 3U);
 }
 
+TEST_F(CCliEditTest, MergeWarnsWhereDistancesWrap) {
+  const std::pair<SPoint, bool> corners[] = {
+      {{46340, 0, 0}, false}, {{46341, 0, 0}, true}, {{30000, 40000, 0}, true}, {{-0x7FFFFFFF, 0, 0}, true}};
+  for (const auto& [corner, warns] : corners) {
+    WriteModel("m.bin", {.points = {{0, 0, 0}, corner, {0, 0, 1}}});
+    const SResult result = Run("edit $/m.bin $/o.bin --merge 0");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, warns ? std::string("Veldra: ") + kMergeDistancesWrapText + "\n" : "");
+  }
+}
+
 TEST_F(CCliEditTest, FaceTypesNeedATexture) {
   WriteModel("textured.bin", {});
   WriteModel("bare.bin", {.type = kFaceUntextured, .texture = ""});
@@ -93,7 +104,9 @@ TEST_F(CCliEditTest, NothingIsWrittenWhenAnOperationFails) {
   WriteModel("m.bin", {});
   folder.Write("bad.bin", "bad");
   folder.Write("o.bin", "old");
-  for (const char* operations : {"--center --append $/missing.bin", "--append $/bad.bin", "--scale 1e9,1e9,1e9"}) {
+  WriteModel("long.bin", {.texture = "ABCDEFGHI.RAW"});
+  for (const char* operations :
+       {"--center --append $/missing.bin", "--append $/bad.bin", "--append $/long.bin", "--scale 1e9,1e9,1e9"}) {
     SCOPED_TRACE(operations);
     const SResult result = Run(std::string("edit $/m.bin $/o.bin ") + operations);
     EXPECT_EQ(result.status, 1);

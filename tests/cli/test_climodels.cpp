@@ -39,12 +39,8 @@ TEST_F(CCliModelsTest, InfoDescribesAFaceAndAVertexThatExist) {
   EXPECT_EQ(both.status, 0);
   EXPECT_NE(both.out.find("INFORMATION FOR FACE# 0\n"), std::string::npos);
   EXPECT_NE(both.out.find("INFORMATION FOR VERTEX# 2\n   Position: 10,10,0\n"), std::string::npos);
-  for (const char* line : {"info $/m.bin --face 1", "info $/m.bin --face -1", "info $/m.bin --vertex 3"}) {
-    const SResult result = Run(line);
-    EXPECT_EQ(result.status, 1) << line;
-    EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err.find("the model has "), std::string::npos) << result.err;
-  }
+  for (const char* line : {"info $/m.bin --face 1", "info $/m.bin --face -1", "info $/m.bin --vertex 3"})
+    Expect({{line, 1, "", "the model has "}});
 }
 
 TEST_F(CCliModelsTest, ConvertWritesTheKindAskedFor) {
@@ -177,7 +173,7 @@ TEST_F(CCliModelsTest, EveryFailedLoadGivesAReason) {
 TEST_F(CCliModelsTest, RenderWritesAPictureOfTheSizeAskedFor) {
   WriteModel("m.bin", {});
   const SResult result = Run(
-      "render $/m.bin $/m.png --size 64x48 --mode solid --rotate -.5,0,1e1 --background 102030 --axes --transparency");
+      "render $/m.bin $/m.png --size 64x48 --mode solid --rotate -.5,0,1e1 --background #102030 --axes --transparency");
   if (result.err.find("could not be drawn") != std::string::npos) GTEST_SKIP() << result.err;
   ASSERT_EQ(result.status, 0) << result.err;
   const auto picture = ReadPng(folder.File("m.png"));

@@ -43,14 +43,9 @@ TEST_F(CCliTruckTest, ShowRewriteAndDeps) {
 }
 
 TEST_F(CCliTruckTest, WhatFailsSaysSo) {
-  for (const char* line : {"truck show $/none.trk", "truck show $/Veldra.cfg", "truck deps $/none.trk"}) {
-    const SResult result = Run(line);
-    EXPECT_EQ(result.status, 1) << line;
-    EXPECT_NE(result.err.find("Veldra - Error: Failed to load truck"), std::string::npos) << line;
-  }
-  const SResult result = Run("truck rewrite $/t.trk $/none/t.trk");
-  EXPECT_EQ(result.status, 1);
-  EXPECT_NE(result.err.find("Veldra - Error: Failed to open destination file"), std::string::npos);
+  for (const char* line : {"truck show $/none.trk", "truck show $/Veldra.cfg", "truck deps $/none.trk"})
+    Expect({{line, 1, "", "Veldra - Error: Failed to load truck"}});
+  Expect({{"truck rewrite $/t.trk $/none/t.trk", 1, "", "Veldra - Error: Failed to open destination file"}});
 }
 
 TEST_F(CCliTruckTest, PackAsksAboutWhatIsNotThere) {

@@ -1,4 +1,6 @@
 #include "cli/clifixture.h"
+#include "cli/command.h"
+#include "cli/globaloptions.h"
 #include "platform/files.h"
 
 namespace veldra::testing {
@@ -6,76 +8,72 @@ namespace {
 
 using CCliUsageTest = CCliTest;
 
-TEST_F(CCliUsageTest, WrongUsageEndsWithTwoAndAHint) {
+TEST_F(CCliUsageTest, WrongUsageIsNamedWithTheNearestKnownWord) {
   WriteModel("m.bin", {});
-  const char* const lines[] = {
-      "",
-      "frobnicate",
-      "texture frobnicate",
-      "info",
-      "info $/m.bin extra",
-      "info $/m.bin --face abc",
-      "info $/m.bin --face",
-      "info --cfg x $/m.bin",
-      "--yes --no info $/m.bin",
-      "--yes=false info $/m.bin",
-      "--blank-texture 100 info $/m.bin",
-      "--blank-texture 0x40 info $/m.bin",
-      "--unknown-face 0x20 info $/m.bin",
-      "--unknown-face 0 info $/m.bin",
-      "--unknown-face perhaps info $/m.bin",
-      "convert $/m.bin $/o.bin",
-      "convert $/m.bin $/o.bin --to dxf",
-      "convert $/m.bin $/o.bin --to hellbender --scale big",
-      "edit $/m.bin $/o.bin",
-      "edit $/m.bin $/o.bin --scale 1,2",
-      "edit $/m.bin $/o.bin --scale 1,2,nan",
-      "edit $/m.bin $/o.bin --translate 1,2,3.5",
-      "edit $/m.bin $/o.bin --translate 1,2,99999999999",
-      "edit $/m.bin $/o.bin --rotate w,90",
-      "edit $/m.bin $/o.bin --rotate x",
-      "edit $/m.bin $/o.bin --mirror xy",
-      "edit $/m.bin $/o.bin --merge -1",
-      "edit $/m.bin $/o.bin --face-type 0x18",
-      "edit $/m.bin $/o.bin --face-type 0x18,0x20",
-      "edit $/m.bin $/o.bin --center=no",
-      "edit $/m.bin $/o.bin --center --explode",
-      "texture",
-      "texture export $/a.raw",
-      "render $/m.bin $/o.png --size 800",
-      "render $/m.bin $/o.png --size 0x600",
-      "render $/m.bin $/o.png --size 800x16385",
-      "render $/m.bin $/o.png --mode lines",
-      "render $/m.bin $/o.png --rotate 1,2",
-      "render $/m.bin $/o.png --background 12345g",
-      "render $/m.bin $/o.png --background -12345",
-  };
-  for (const char* line : lines) {
-    SCOPED_TRACE(line);
-    const SResult result = Run(line);
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err.find("--help"), std::string::npos) << result.err;
-  }
-  EXPECT_NE(Run("texture frobnicate").err.find("frobnicate"), std::string::npos) << "named as what is wrong";
+  const std::pair<const char*, const char*> rows[] = {
+      {"inof m.bin", "\"inof\" was not expected, did you mean \"info\"?\nRun with"},
+      {"frobnicate", "\"frobnicate\" was not expected\nRun with"},
+      {"texture EXPROT", "\"EXPROT\" was not expected, did you mean \"export\"?\n"},
+      {"info m.bin b --fase=1 c",
+       "\"b\" was not expected\n\"--fase=1\" was not expected, did you mean \"--face\"?\n\"c\" was not"},
+      {"info m.bin --pallete x", "\"--pallete\" was not expected, did you mean \"--palette\"?\n"},
+      {"convert a b --too mtm", "did you mean \"--to\"?\n\"mtm\" was not expected\n--to is required\n"},
+      {"render a b --mode texturd", "--mode: \"texturd\" is none of vertices|wireframe|solid|textured, did you mean "},
+      {"render a b --size 99999x2", "--size: \"99999x2\" has a side that is not from 1 to 16384\n"},
+      {"info m.bin --yes --no", "--no: --yes and --no exclude each other\n"}};
+  for (const auto& [line, message] : rows)
+    Expect({{line, 2, "", message}});
+  const std::pair<std::string, std::vector<std::string>> malformed[] = {
+      {"", {"", "info", "--yes info $/m.bin --no", "texture", "texture export $/a.raw"}},
+      {"info $/m.bin ",
+       {"extra", "--face abc", "--face", "--yes=false", "--blank-texture 100", "--blank-texture 0x40",
+        "--unknown-face 0x20", "--unknown-face 0", "--unknown-face perhaps"}},
+      {"convert $/m.bin $/o.bin ", {"", "--to dxf", "--to hellbender --scale big"}},
+      {"edit $/m.bin $/o.bin ",
+       {"", "--scale 1,2", "--scale 1,2,nan", "--translate 1,2,3.5", "--translate 1,2,99999999999", "--rotate w,90",
+        "--rotate x", "--mirror xy", "--merge -1", "--face-type 0x18", "--face-type 0x18,0x20", "--center=no",
+        "--center --explode"}},
+      {"render $/m.bin $/o.png ",
+       {"--size 800", "--size 0x600", "--size 800x16385", "--mode lines", "--rotate 1,2", "--background 12345g",
+        "--background -12345"}}};
+  for (const auto& [command, ends] : malformed)
+    for (const std::string& end : ends)
+      Expect({{command + end, 2, "", "--help"}});
   EXPECT_FALSE(FileExists(folder.File("o.bin")) || FileExists(folder.File("o.png")));
 }
 
-TEST_F(CCliUsageTest, HelpAndVersionGoToStandardOutput) {
-  const std::pair<const char*, const char*> lines[] = {
-      {"--help", "convert"},          {"info --help", "--vertex"},   {"dump --help", "OUT"},
-      {"edit --help", "--face-type"}, {"texture --help", "import"},  {"texture import --help", "--palette"},
-      {"render --help", "--rotate"},  {"convert --help", "--scale"}, {"-h", "--unknown-face"},
-  };
-  for (const auto& [line, word] : lines) {
-    SCOPED_TRACE(line);
-    const SResult result = Run(line);
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_NE(result.out.find(word), std::string::npos) << result.out;
+TEST_F(CCliUsageTest, ProgramOptionsMayStandBehindTheCommand) {
+  WriteModel("m.bin", {});
+  folder.Write("Veldra.cfg", "");
+  Expect({{"--art $ info $/m.bin", 0, "Number of"},
+          {"info --art $ $/m.bin", 0, "Number of"},
+          {"info $/m.bin --art=$", 0, "Number of"},
+          {"info $/m.bin --art $ --cfg $/none.cfg", 0, "Number of"},
+          {"info $/m.bin", 1, "", "ROAD.RAW"}});
+}
+
+/// The help of COMMAND, which stands behind LINE, and of those in it.
+void ExpectHelp(const SCommandRow& command, const std::vector<std::string>& line) {
+  std::vector<std::string> words = line;
+  words.push_back("--help");
+  std::ostringstream out, err;
+  EXPECT_EQ(RunCli(words, out, err), 0);
+  EXPECT_EQ(err.str(), "");
+  for (const SOptionRow& option : command.options)
+    EXPECT_NE(out.str().find(option.name + (option.IsFlag() ? " " : " " + option.form)), std::string::npos)
+        << out.str();
+  for (const SCommandRow& inner : command.commands) {
+    EXPECT_NE(out.str().find("\n  " + inner.name + " "), std::string::npos) << out.str();
+    words.back() = inner.name;
+    ExpectHelp(inner, words);
   }
+}
+
+TEST_F(CCliUsageTest, HelpAndVersionGoToStandardOutput) {
+  SGlobalOptions options;
+  ExpectHelp(Program(options), {});
+  EXPECT_EQ(Run("-h").out, Run("--help").out);
   EXPECT_EQ(Run("--version").out, "2.0.23\n");
-  EXPECT_EQ(Run("--version").status, 0);
 }
 
 TEST_F(CCliUsageTest, OutputThatCannotBeWrittenEndsWithOne) {
@@ -85,13 +83,12 @@ TEST_F(CCliUsageTest, OutputThatCannotBeWrittenEndsWithOne) {
   for (const char* line :
        {"dump $/m.bin $/no/o", "json $/m.bin $/no/o", "textures $/m.bin $/no/o", "convert $/m.bin $/no/o --to mtm",
         "convert $/m.bin $/no/o --to obj", "edit $/m.bin $/no/o --center", "texture export $/t.raw $/no/o",
-        "dump $/m.bin $", "texture import $/t.png $/no/o.raw", "convert $/m.bin $ --to backdrop"}) {
-    SCOPED_TRACE(line);
-    const SResult result = Run(line);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err.rfind("Veldra - Error: ", 0), 0U) << result.err;
+        "dump $/m.bin $", "info $/m.bin --cfg $", "texture import $/t.png $/no/o.raw",
+        "convert $/m.bin $ --to backdrop"}) {
+    Expect({{line, 1, "", "Veldra - Error: "}});
   }
+  for (const char* line : {"dump m.bin ''", "edit --center m.bin ''", "texture import t.png ''"})
+    Expect({{line, 1, "", " is empty. What is written needs a name.\n"}});
   std::ostringstream full;
   std::ostringstream err;
   full.setstate(std::ios::badbit);

@@ -2,6 +2,7 @@
 
 #include "document/documentfixture.h"
 #include "document/earlierstates.h"
+#include "editing/modelcommands.h"
 #include "platform/files.h"
 
 namespace veldra::testing {
@@ -120,16 +121,16 @@ TEST_F(CFileChangesTest, StatesAreKeptByCommandUnlessNothingChanges) {
   FillGood(document.Model());
   document.Model().AddVertex({3, 3, 3});
   document.CenterY();
-  document.Translate({});
-  document.Rotate({.angle = 0});
-  document.MergeCloseVertices({0});
-  document.Resize({.x = 1e30});
+  Translate(document, {});
+  Rotate(document, {.angle = 0});
+  MergeCloseVertices(document, {0});
+  Resize(document, {.x = 1e30});
   EXPECT_EQ(Kept(document), "") << "nothing changed";
   EXPECT_EQ(questions.TakeMessageTexts().size(), 1U);
   document.CenterAll();
-  document.Resize({.x = 2});
+  Resize(document, {.x = 2});
   document.DeleteAllUnused();
-  document.MergeCloseVertices({1000});
+  MergeCloseVertices(document, {1000});
   const std::string before_save = "Center All, Resize, Delete All Unused, Merge close vertices";
   EXPECT_EQ(Kept(document), before_save);
   const std::string old_key = document.StatesKey();
@@ -137,11 +138,11 @@ TEST_F(CFileChangesTest, StatesAreKeptByCommandUnlessNothingChanges) {
   EXPECT_EQ(Kept(document), before_save + ", Save") << "moved along";
   EXPECT_TRUE(states_.List(old_key).empty());
   EXPECT_EQ(states_.List(document.StatesKey())[0].picture.width, 1);
-  ASSERT_TRUE(document.Translate({.x = 1}));
-  ASSERT_TRUE(document.InsertBinFile(path_));
+  ASSERT_TRUE(Translate(document, {.x = 1}));
+  ASSERT_TRUE(InsertBinFile(document, path_));
   EXPECT_EQ(document.Model().VertexCount(), 5);
   SetFileFault([](std::string_view, std::string_view) { return ENOSPC; });
-  EXPECT_TRUE(document.Translate({.x = 1})) << "a full disk stops no command";
+  EXPECT_TRUE(Translate(document, {.x = 1})) << "a full disk stops no command";
   SetFileFault({});
   EXPECT_EQ(Kept(document), before_save + ", Save, Insert BIN");
 }

@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <QtTest>
 
-#include "editing/modeldialogs.h"
+#include "editing/editdialogs.h"
 #include "support/dialogdriver.h"
 #include "support/richmodel.h"
 #include "ui/fielddialog.h"
@@ -34,7 +34,7 @@ class FaceTextureDialogs : public ::testing::Test {
   }
   CTextureSet textures_;
   CSettings settings_;
-  CModelDialogs dialogs_{settings_};
+  CEditDialogs dialogs_{settings_};
   CBinModel model_;
   CDialogDriver driver_;
 };

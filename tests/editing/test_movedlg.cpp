@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <QtTest>
 
-#include "editing/modeldialogs.h"
+#include "editing/editdialogs.h"
 #include "support/dialogdriver.h"
 #include "ui/fielddialog.h"
 
@@ -34,7 +34,7 @@ class MoveDialogs : public ::testing::Test {
     model_.AddVertex({300, 50, 10});
   }
   CSettings settings_;
-  CModelDialogs dialogs_{settings_};
+  CEditDialogs dialogs_{settings_};
   CBinModel model_;
   CDialogDriver driver_;
 };

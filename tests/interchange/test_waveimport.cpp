@@ -129,7 +129,7 @@ TEST_F(WaveImport, MaterialsPickTexturesByTheNameOfTheirPicture) {
   EXPECT_EQ(questions.Messages()[0].text, "\"in.obj\" was imported, but not all of it.");
   EXPECT_EQ(questions.Messages()[0].details,
             "material file none.mtl: there is no such file\n"
-            "the texture name \"AVERYLONGNAME.RAW\" is too long for a model file: 12 characters fit\n");
+            "The texture name \"AVERYLONGNAME.RAW\" is too long for a model file: 12 characters fit.\n");
 }
 
 TEST_F(WaveImport, MaterialFilesMayHaveBlanksInTheirNames) {

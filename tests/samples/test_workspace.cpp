@@ -92,9 +92,9 @@ double VolumeAbout(const SPoint& middle, const CBinModel& model, const CBinGroup
   return volume / 6.0;
 }
 
-TEST_F(SampleWorkspace, HoldsItsFoldersAndTexturesOfAllSizesWithTheirTables) {
+TEST_F(SampleWorkspace, HoldsItsFoldersAndTexturesThatTheGameTakes) {
   EXPECT_THAT(ListDirectory(folder_->Path()),
-              UnorderedElementsAre("ART", "MODELS", "MUDKING.POD", "SOUND", "TRUCK", "Veldra.cfg"));
+              UnorderedElementsAre("ART", "MODELS", "MUDKING.POD", "SOUND", "TRUCK", "Veldra.cfg", "barn.obj"));
   std::set<int> sizes;
   for (const std::string& name : ListDirectory(settings_.art_dir)) {
     EXPECT_LE(name.size(), 12u) << name;
@@ -103,11 +103,14 @@ TEST_F(SampleWorkspace, HoldsItsFoldersAndTexturesOfAllSizesWithTheirTables) {
     sizes.insert(TextureSizeOfLength(FileLength(path).value_or(0)));
     EXPECT_EQ(FileLength(ChangeExtension(path, "ACT")), 768u) << name;
   }
-  EXPECT_THAT(sizes, UnorderedElementsAre(64, 128, 256, 512));
+  EXPECT_THAT(sizes, UnorderedElementsAre(64, 256));
   EXPECT_EQ(FileLength(settings_.defpal), 768u);
 }
 
-TEST_F(SampleWorkspace, TheTruckLoadsWithoutAnyQuestion) {
+TEST_F(SampleWorkspace, TheModelsLoadWithoutAnyQuestion) {
+  CBinModel ramp;
+  ASSERT_TRUE(Load(ramp, "RAMP.BIN"));
+  EXPECT_EQ(ramp.CheckInvariants(), "");
   CBinModel truck;
   ASSERT_TRUE(Load(truck, "TRUCK.BIN"));
   EXPECT_TRUE(questions_.Messages().empty());
@@ -201,18 +204,6 @@ TEST_F(SampleWorkspace, NoLetteringIsMirrored) {
     EXPECT_LE((b.u - a.u) * (c.v - a.v) - (b.v - a.v) * (c.u - a.u), 1e-3) << "face " << i;
   }
   EXPECT_GT(lettered, 100);
-}
-
-TEST_F(SampleWorkspace, TheRampAsksOnceAboutItsTextureSizes) {
-  questions_.OnYesNo("texture size not supported by MTM2", EAnswer::kYes);
-  CBinModel ramp;
-  ASSERT_TRUE(Load(ramp, "RAMP.BIN"));
-  EXPECT_EQ(ramp.CheckInvariants(), "");
-  std::set<int> widths;
-  for (int32_t i = 0; i < ramp.TextureCount(); ++i)
-    widths.insert(ramp.Texture(i).Width());
-  EXPECT_THAT(widths, UnorderedElementsAre(128, 512));
-  EXPECT_LE(std::abs(ramp.Bound(1) + ramp.Bound(4)), 1);
 }
 
 TEST(SampleWorkspaceFailure, SaysWhatCannotBeWritten) {

@@ -95,11 +95,17 @@ QMenu* CCommandActions::ListMenu(ECommand id) const {
   return list_menus_.at(id);
 }
 
-void CCommandActions::Refresh(const SCommandState& state) {
+void CCommandActions::PopUp(const SMenuRow& row, const QPoint& at) {
+  QMenu menu(&window_);
+  MakeMenu(menu, row);
+  menu.exec(at);
+}
+
+void CCommandActions::Refresh(const SCommandTarget& target) {
   for (const auto& [id, action] : actions_) {
     const SCommandRow& row = CommandRow(id);
-    action->setEnabled(IsEnabled(row, state));
-    if (row.checked != nullptr) action->setChecked(row.checked(state));
+    action->setEnabled(IsEnabled(row, target));
+    if (row.checked != nullptr) action->setChecked(row.checked(target));
   }
 }
 

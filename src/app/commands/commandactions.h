@@ -23,8 +23,10 @@ class CCommandActions {
   QAction* Action(ECommand id) const;
   /// The menu of a list that is filled when it opens: recent files or windows.
   QMenu* ListMenu(ECommand id) const;
+  /// The commands of ROW as a menu at AT on the screen. Comes back when it is closed.
+  void PopUp(const SMenuRow& row, const QPoint& at);
   /// Enabling and check marks.
-  void Refresh(const SCommandState& state);
+  void Refresh(const SCommandTarget& target);
 
  private:
   QAction* MakeAction(const SCommandRow& row);

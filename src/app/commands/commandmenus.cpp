@@ -162,6 +162,35 @@ constexpr SMenuRow kMenus[] = {
     {"menuHelp", "&Help", kHelpMenu},
 };
 
+constexpr ECommand kFaceItems[] = {ECommand::kFaceEdit,
+                                   ECommand::kTextureMapping,
+                                   ECommand::kFaceGroupType,
+                                   ECommand::kFaceFlip,
+                                   kSeparator,
+                                   ECommand::kFaceSelect,
+                                   ECommand::kFaceSelectAll,
+                                   ECommand::kFaceDeselectAll,
+                                   ECommand::kFaceInvert,
+                                   ECommand::kFaceGroups,
+                                   kSeparator,
+                                   ECommand::kFaceDelete,
+                                   ECommand::kFaceDeleteSelected};
+constexpr ECommand kVertexItems[] = {ECommand::kVertexCoordinates,
+                                     ECommand::kVertexPlane,
+                                     ECommand::kFaceTag,
+                                     ECommand::kFaceMakeTagged,
+                                     kSeparator,
+                                     ECommand::kVertexSelect,
+                                     ECommand::kVertexSelectAll,
+                                     ECommand::kVertexDeselectAll,
+                                     ECommand::kVertexInvert,
+                                     ECommand::kVertexGroups,
+                                     kSeparator,
+                                     ECommand::kVertexDelete,
+                                     ECommand::kVertexDeleteSelected};
+constexpr SMenuRow kFaceItemMenu = {"menuFaceItems", "", kFaceItems};
+constexpr SMenuRow kVertexItemMenu = {"menuVertexItems", "", kVertexItems};
+
 constexpr ECommand kToolBar[] = {ECommand::kFileNew,
                                  ECommand::kFileOpen,
                                  ECommand::kFileSave,
@@ -188,6 +217,10 @@ constexpr ECommand kToolBar[] = {ECommand::kFileNew,
 
 std::span<const SMenuRow> MenuRows() {
   return kMenus;
+}
+
+const SMenuRow& ItemMenu(EGroupKind kind) {
+  return kind == EGroupKind::kFaces ? kFaceItemMenu : kVertexItemMenu;
 }
 
 std::span<const ECommand> ToolBarCommands() {

@@ -1,18 +1,18 @@
 #include "app/commands/commandrows.h"
-#include "app/tooldocks.h"
+#include "app/commands/commandrules.h"
 
 namespace veldra {
 
 namespace {
 
 /// While a view is seen alone, no tool window can be opened beside it.
-bool CanToggle(const SCommandState& state) {
-  return state.docks != nullptr && !state.docks->AreAway();
+bool CanToggle(const SCommandTarget& on) {
+  return !on.docks.AreAway();
 }
 
 template <EToolDock kDock>
-bool IsOpen(const SCommandState& state) {
-  return state.docks != nullptr && state.docks->IsOpen(kDock);
+bool IsOpen(const SCommandTarget& on) {
+  return on.docks.IsOpen(kDock);
 }
 
 const SCommandRow kRows[] = {
@@ -22,35 +22,35 @@ const SCommandRow kRows[] = {
      .status = "Show or hide the tree of faces, vertices, textures and groups\nModel Tree",
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kModelTree>,
-     .handler = &CToolDocks::ToggleModelTree},
+     .run = WithDocks<&CToolDocks::ToggleModelTree>},
     {.id = ECommand::kDockTextureList,
      .name = "textureList",
      .text = "Texture &List",
      .status = "Show or hide the list of textures\nTexture List",
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kTextureList>,
-     .handler = &CToolDocks::ToggleTextureList},
+     .run = WithDocks<&CToolDocks::ToggleTextureList>},
     {.id = ECommand::kDockCurrentFace,
      .name = "currentFace",
      .text = "Current &Face",
      .status = "Show or hide the details of the current face\nCurrent Face",
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kCurrentFace>,
-     .handler = &CToolDocks::ToggleCurrentFace},
+     .run = WithDocks<&CToolDocks::ToggleCurrentFace>},
     {.id = ECommand::kDockVertexStatus,
      .name = "vertexStatus",
      .text = "Current &Vertex",
      .status = "Show or hide the coordinates of the current vertex\nCurrent Vertex",
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kVertexStatus>,
-     .handler = &CToolDocks::ToggleVertexStatus},
+     .run = WithDocks<&CToolDocks::ToggleVertexStatus>},
     {.id = ECommand::kDockModelInfo,
      .name = "modelInfoDock",
      .text = "Model &Information",
      .status = "Show or hide the model information text\nModel Information",
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kModelInfo>,
-     .handler = &CToolDocks::ToggleModelInfo},
+     .run = WithDocks<&CToolDocks::ToggleModelInfo>},
 };
 
 }  // namespace

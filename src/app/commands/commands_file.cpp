@@ -1,19 +1,23 @@
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
-#include "app/mainfrm.h"
+#include "document/exports.h"
 
 namespace veldra {
 
 namespace {
 
-bool HasFile(const SCommandState& state) {
-  return HasDocument(state) && !state.document->Path().empty();
+bool HasFile(const SCommandTarget& on) {
+  return HasDocument(on) && !on.document->Path().empty();
 }
-bool HasEarlierStates(const SCommandState& state) {
-  return HasDocument(state) && !state.document->StatesKey().empty();
+bool HasEarlierStates(const SCommandTarget& on) {
+  return HasDocument(on) && !on.document->StatesKey().empty();
 }
-bool HasRecentFiles(const SCommandState& state) {
-  return state.has_recent_files;
+bool HasRecentFiles(const SCommandTarget& on) {
+  return !on.app.RecentFiles().Paths().empty();
+}
+
+void Exit(const SCommandTarget& on) {
+  on.window.close();
 }
 
 const SCommandRow kRows[] = {
@@ -23,29 +27,29 @@ const SCommandRow kRows[] = {
      .status = "Creates a new model\nNew",
      .key = "Ctrl+N",
      .has_icon = true,
-     .handler = &CFileCommands::New},
+     .run = WithFiles<&CFileCommands::New>},
     {.id = ECommand::kFileOpen,
      .name = "open",
      .text = "&Open...",
      .status = "Open an existing document\nOpen",
      .key = "Ctrl+O",
      .has_icon = true,
-     .handler = &CFileCommands::AskAndOpen},
+     .run = WithFiles<&CFileCommands::AskAndOpen>},
     {.id = ECommand::kFileClose,
      .name = "close",
      .text = "&Close",
      .status = "Close the active document\nClose",
      .key = "Ctrl+W",
      .when = HasDocument,
-     .handler = &CFileCommands::Close},
+     .run = WithFiles<&CFileCommands::Close>},
     {.id = ECommand::kFileSave,
      .name = "save",
      .text = "&Save",
      .status = "Save the active document",
      .key = "Ctrl+S",
      .has_icon = true,
-     .when = Allows<&CTarnDoc::CanSave>,
-     .handler = &CFileCommands::Save},
+     .when = IfDocument<&CTarnDoc::CanSave>,
+     .run = WithFiles<&CFileCommands::Save>},
     {.id = ECommand::kFileSaveAs,
      .name = "saveAs",
      .text = "Save &As...",
@@ -53,49 +57,49 @@ const SCommandRow kRows[] = {
      .key = "Ctrl+Shift+S",
      .has_icon = true,
      .when = HasDocument,
-     .handler = &CFileCommands::SaveAs},
+     .run = WithFiles<&CFileCommands::SaveAs>},
     {.id = ECommand::kFileReload,
      .name = "reload",
      .text = "Re&load",
      .status = "Reads the active document anew from its file\nReload",
      .key = "F5",
      .when = HasFile,
-     .handler = &CFileCommands::Reload},
+     .run = WithFiles<&CFileCommands::Reload>},
     {.id = ECommand::kFileEarlierStates,
      .name = "earlierStates",
      .text = "&Earlier States...",
      .status = "Opens what the active document was before an earlier command",
      .when = HasEarlierStates,
-     .handler = &CFileCommands::EarlierStates},
+     .run = WithFiles<&CFileCommands::EarlierStates>},
     {.id = ECommand::kFileRecover,
      .name = "recover",
      .text = "Reco&ver Documents...",
      .status = "Offers what was unsaved when the program ended unexpectedly",
-     .handler = &CFileCommands::Recover},
+     .run = WithFiles<&CFileCommands::Recover>},
     {.id = ECommand::kExportWavefront,
      .name = "exportWavefront",
      .text = "&Wavefront...",
      .status = "Saves active document as a Wavefront file",
-     .when = Allows<&CTarnDoc::CanExportWavefront>,
-     .handler = &CTarnDoc::ExportWavefront},
+     .when = HasDocument,
+     .run = WithDocument<&ExportWavefront>},
     {.id = ECommand::kExport3ds,
      .name = "export3ds",
      .text = "&3D Studio...",
      .status = "Export model as an Autodesk 3D Studio File",
-     .when = Allows<&CTarnDoc::CanExport3ds>,
-     .handler = &CTarnDoc::Export3ds},
+     .when = IfDocument<&CanExport3ds>,
+     .run = WithDocument<&Export3ds>},
     {.id = ECommand::kExportVrml,
      .name = "exportVrml",
      .text = "&VRML...",
      .status = "Saves active document as a VRML file",
-     .when = Allows<&CTarnDoc::CanExportVrml>,
-     .handler = &CTarnDoc::ExportVrml},
+     .when = HasDocument,
+     .run = WithDocument<&ExportVrml>},
     {.id = ECommand::kFileTextureList,
      .name = "saveTextureList",
      .text = "Save &Texture List...",
      .status = "Saves current texture names within an LST file",
-     .when = Allows<&CTarnDoc::CanSaveTextureList>,
-     .handler = &CTarnDoc::SaveTextureList},
+     .when = IfDocument<&CanSaveTextureList>,
+     .run = WithDocument<&SaveTextureList>},
     {.id = ECommand::kFileRecent,
      .name = "recentFiles",
      .text = "&Recent Files",
@@ -105,28 +109,28 @@ const SCommandRow kRows[] = {
      .name = "preferences",
      .text = "Pre&ferences...",
      .status = "Changes the settings of the program\nPreferences",
-     .handler = &CFileCommands::Preferences},
+     .run = WithFiles<&CFileCommands::Preferences>},
     {.id = ECommand::kFileExit,
      .name = "exit",
      .text = "E&xit",
      .status = "Quit the application; prompts to save documents",
      .key = "Ctrl+Q",
-     .handler = &CMainFrame::Exit},
+     .run = Exit},
     // --- Edit
     {.id = ECommand::kEditUndo,
      .name = "undo",
      .text = "&Undo",
      .status = "Undoes last action",
      .key = "Ctrl+Z",
-     .when = Allows<&CTarnDoc::CanUndo>,
-     .handler = &CTarnDoc::Undo},
+     .when = IfDocument<&CTarnDoc::CanUndo>,
+     .run = WithDocument<&CTarnDoc::Undo>},
     {.id = ECommand::kEditRedo,
      .name = "redo",
      .text = "&Redo",
      .status = "Redoes last action",
      .key = "Ctrl+Y",
-     .when = Allows<&CTarnDoc::CanRedo>,
-     .handler = &CTarnDoc::Redo},
+     .when = IfDocument<&CTarnDoc::CanRedo>,
+     .run = WithDocument<&CTarnDoc::Redo>},
 };
 
 }  // namespace

@@ -1,11 +1,58 @@
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
-#include "app/mainfrm.h"
-#include "view/editcommands.h"
+#include "editing/infodlg.h"
+#include "editing/modelcommands.h"
 
 namespace veldra {
 
 namespace {
+
+bool Never(const SCommandTarget&) {
+  return false;
+}
+
+void AskResize(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskResize(on.Model(), &on.window)) Resize(*on.document, *input);
+}
+
+void AskTranslate(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskTranslate(on.Model(), &on.window)) Translate(*on.document, *input);
+}
+
+void AskRotate(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskRotate(on.Model(), &on.window)) Rotate(*on.document, *input);
+}
+
+void AskMirror(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskMirror(on.Model(), &on.window)) Mirror(*on.document, *input);
+}
+
+void AskReplaceTexture(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskReplaceTexture(on.Model(), &on.window)) ReplaceTexture(*on.document, *input);
+}
+
+void AskAddFace(const SCommandTarget& on) {
+  if (!CheckTextureLoaded(*on.document)) return;
+  const auto input = on.dialogs.AskAddFace(on.Model(), &on.window);
+  if (input && AddFace(*on.document, *input)) on.Cursor().SetFace(on.Model().FaceCount() - 1);
+}
+
+void AskAddVertex(const SCommandTarget& on) {
+  const auto input = on.dialogs.AskAddVertex(&on.window);
+  if (input && AddVertex(*on.document, *input)) on.Cursor().SetVertex(on.Model().VertexCount() - 1);
+}
+
+void AskMerge(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskMerge(&on.window)) MergeCloseVertices(*on.document, *input);
+}
+
+void ShowInfo(const SCommandTarget& on) {
+  CInfoDialog(on.Cursor(), &on.window).exec();
+}
+
+void JumpTo(const SCommandTarget& on) {
+  on.dialogs.JumpTo(on.Cursor(), &on.window);
+}
 
 const SCommandRow kRows[] = {
     {.id = ECommand::kModelInfo,
@@ -13,102 +60,104 @@ const SCommandRow kRows[] = {
      .text = "I&nfo...",
      .status = "Displays information about current model",
      .view_key = "I",
-     .handler = &CEditCommands::ShowInfo},
+     .when = HasDocument,
+     .run = ShowInfo},
     {.id = ECommand::kModelJump,
      .name = "jumpTo",
      .text = "&Jump To...",
      .status = "Opens the Jump To Face/Vertex dialog",
      .view_key = "J",
-     .handler = &CEditCommands::JumpTo},
+     .when = HasDocument,
+     .run = JumpTo},
     {.id = ECommand::kModelCenterAll,
      .name = "centerAll",
      .text = "Center &All",
      .status = "Centers model relative to all axes",
-     .when = Allows<&CTarnDoc::CanCenter>,
-     .handler = &CTarnDoc::CenterAll},
+     .when = IfDocument<&CTarnDoc::CanCenter>,
+     .run = WithDocument<&CTarnDoc::CenterAll>},
     {.id = ECommand::kModelCenterX,
      .name = "centerX",
      .text = "Center &X",
      .status = "Centers model relative to the X axis",
-     .when = Allows<&CTarnDoc::CanCenter>,
-     .handler = &CTarnDoc::CenterX},
+     .when = IfDocument<&CTarnDoc::CanCenter>,
+     .run = WithDocument<&CTarnDoc::CenterX>},
     {.id = ECommand::kModelCenterY,
      .name = "centerY",
      .text = "Center &Y",
      .status = "Centers model relative to the Y axis",
-     .when = Allows<&CTarnDoc::CanCenter>,
-     .handler = &CTarnDoc::CenterY},
+     .when = IfDocument<&CTarnDoc::CanCenter>,
+     .run = WithDocument<&CTarnDoc::CenterY>},
     {.id = ECommand::kModelCenterZ,
      .name = "centerZ",
      .text = "Center &Z",
      .status = "Centers model relative to the Z axis",
-     .when = Allows<&CTarnDoc::CanCenter>,
-     .handler = &CTarnDoc::CenterZ},
+     .when = IfDocument<&CTarnDoc::CanCenter>,
+     .run = WithDocument<&CTarnDoc::CenterZ>},
     {.id = ECommand::kModelResize,
      .name = "resize",
      .text = "&Resize...",
      .status = "Opens the Resize Model dialog",
-     .when = Allows<&CTarnDoc::CanResize>,
-     .handler = &CModelCommands::Resize},
+     .when = IfDocument<&CanResize>,
+     .run = AskResize},
     {.id = ECommand::kModelTranslate,
      .name = "translate",
      .text = "&Translate...",
      .status = "Opens the Translate Model dialog",
-     .when = Allows<&CTarnDoc::CanTranslate>,
-     .handler = &CModelCommands::Translate},
+     .when = IfDocument<&CanMoveVertices>,
+     .run = AskTranslate},
     {.id = ECommand::kModelRotate,
      .name = "rotate",
      .text = "R&otate...",
      .status = "Opens the Rotate Model dialog",
-     .when = Allows<&CTarnDoc::CanRotate>,
-     .handler = &CModelCommands::Rotate},
+     .when = IfDocument<&CanMoveVertices>,
+     .run = AskRotate},
     {.id = ECommand::kModelMirror,
      .name = "mirror",
      .text = "&Mirror...",
      .status = "Mirror the model along the X, Y, and Z axes",
-     .when = Allows<&CTarnDoc::CanMirror>,
-     .handler = &CModelCommands::Mirror},
+     .when = IfDocument<&CanMoveVertices>,
+     .run = AskMirror},
     {.id = ECommand::kModelAddFace,
      .name = "addFace",
      .text = "Add &Face...",
      .status = "Opens the Add Face dialog",
-     .when = Allows<&CTarnDoc::CanAddFace>,
-     .handler = &CModelCommands::AddFace},
+     .when = IfDocument<&CanAddFace>,
+     .run = AskAddFace},
     {.id = ECommand::kModelAddVertex,
      .name = "addVertex",
      .text = "Add &Vertex...",
      .status = "Opens the Add Vertex dialog",
-     .when = Allows<&CTarnDoc::CanAddVertex>,
-     .handler = &CModelCommands::AddVertex},
+     .when = IfDocument<&CanEditModel>,
+     .run = AskAddVertex},
     {.id = ECommand::kModelDeleteUnused,
      .name = "deleteUnused",
      .text = "&Delete All Unused",
      .status = "Deletes all unused vertices",
-     .when = Allows<&CTarnDoc::CanDeleteAllUnused>,
-     .handler = &CModelCommands::DeleteUnused},
+     .when = IfDocument<&CTarnDoc::CanCenter>,
+     .run = WithDocument<&CTarnDoc::DeleteAllUnused>},
     {.id = ECommand::kModelMerge,
      .name = "mergeVertices",
      .text = "Merge &Close Vertices...",
      .status = "Merges close vertices into one vertex",
-     .when = Allows<&CTarnDoc::CanMergeCloseVertices>,
-     .handler = &CModelCommands::MergeClose},
+     .when = IfDocument<&CanMoveVertices>,
+     .run = AskMerge},
     {.id = ECommand::kModelReplaceTexture,
      .name = "replaceTexture",
      .text = "Re&place Texture...",
      .status = "Replace a currently loaded texture with another",
-     .when = Allows<&CTarnDoc::CanReplaceTexture>,
-     .handler = &CModelCommands::ReplaceTexture},
+     .when = IfDocument<&CanReplaceTexture>,
+     .run = AskReplaceTexture},
     {.id = ECommand::kInsertBin,
      .name = "insertBin",
      .text = "&BIN Model...",
      .status = "Inserts a bin model into the active document",
-     .when = Allows<&CTarnDoc::CanInsertBin>,
-     .handler = &CTarnDoc::InsertBin},
+     .when = IfDocument<&CanEditModel>,
+     .run = WithDocument<&InsertBin>},
     {.id = ECommand::kInsertGenericObject,
      .name = "insertGenericObject",
      .text = "&Generic Object...",
      .status = "Inserts a generic object into the active document",
-     .when = Allows<&CTarnDoc::CanInsertGenericObject>},
+     .when = Never},
 };
 
 }  // namespace

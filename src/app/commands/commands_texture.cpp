@@ -1,10 +1,31 @@
 #include "app/commands/commandrows.h"
-#include "app/commands/editrules.h"
-#include "view/editcommands.h"
+#include "app/commands/commandrules.h"
+#include "editing/animationdlg.h"
+#include "editing/binmapperdlg.h"
+#include "editing/facecommands.h"
+#include "editing/normalizedlg.h"
+#include "editing/texturecommands.h"
 
 namespace veldra {
 
 namespace {
+
+constexpr const char* kNeedsCorner = "The current vertex is not one of the current face's, or the face has no texture";
+
+void ShowBinMapper(const SCommandTarget& on) {
+  CBinMapperDialog(on.Cursor(), &on.window).exec();
+}
+
+void AskNormalize(const SCommandTarget& on) {
+  CNormalizeDialog dialog(on.Cursor(), &on.window);
+  if (dialog.exec() == QDialog::Accepted) NormalizeTexture(on.Cursor(), on.Model().Texture(dialog.Texture()));
+}
+
+void AskAnimation(const SCommandTarget& on) {
+  const CBinFace* const face = on.Cursor().FaceObject();
+  CAnimationDialog dialog(*on.document, face == nullptr ? nullptr : face->Texture(), &on.window);
+  if (dialog.exec() == QDialog::Accepted) DefineAnimation(*on.document, dialog.Input(), dialog.Edited());
+}
 
 const SCommandRow kRows[] = {
     {.id = ECommand::kTextureMapping,
@@ -12,73 +33,77 @@ const SCommandRow kRows[] = {
      .text = "Texture &Mapping...",
      .status = "Opens the texture-mapping dialog",
      .view_key = "T",
-     .when = If<CanMapTexture>,
-     .handler = &CEditCommands::OpenBinMapper},
+     .when = IfCursor<CanMapTexture>,
+     .run = ShowBinMapper},
     {.id = ECommand::kTextureNormalize,
      .name = "normalizeTexture",
      .text = "&Normalize Texture...",
      .status = "Normalizes a texture for all faces",
      .view_key = "Ctrl+T",
-     .when = If<CanNormalizeTexture>,
-     .handler = &CEditCommands::NormalizeTexture},
+     .when = IfCursor<CanNormalizeTexture>,
+     .run = AskNormalize},
     {.id = ECommand::kTextureFlipX,
      .name = "flipTextureX",
      .text = "Flip Texture &X",
      .status = "Mirrors the texture on the selected faces, or on the current one, from left to right",
-     .when = If<CanEditFaces>,
-     .handler = &CEditCommands::FlipTextureX},
+     .when = IfCursor<CanEditFaces>,
+     .run = WithCursor<&FlipTexture, ETextureAxis::kU>},
     {.id = ECommand::kTextureFlipY,
      .name = "flipTextureY",
      .text = "Flip Texture &Y",
      .status = "Mirrors the texture on the selected faces, or on the current one, from top to bottom",
-     .when = If<CanEditFaces>,
-     .handler = &CEditCommands::FlipTextureY},
+     .when = IfCursor<CanEditFaces>,
+     .run = WithCursor<&FlipTexture, ETextureAxis::kV>},
     {.id = ECommand::kTextureRotate,
      .name = "rotateTexture",
      .text = "&Rotate Texture by 90\u00B0",
      .status = "Turns the texture on the selected faces, or on the current one, by 90 degrees",
-     .when = If<CanEditFaces>,
-     .handler = &CEditCommands::RotateTexture},
+     .when = IfCursor<CanEditFaces>,
+     .run = WithCursor<&RotateTexture>},
     {.id = ECommand::kTextureOffsetU,
      .name = "offsetU",
      .text = "Offset &U",
      .status = "Offsets the horizontal texture coordinate of current face vertex",
      .view_key = "Ctrl+J",
-     .when = If<CanOffsetCorner>,
-     .handler = &CEditCommands::OffsetU},
+     .needs = kNeedsCorner,
+     .when = IfCursor<CanOffsetCorner>,
+     .run = WithCursor<&OffsetCorner, ETextureAxis::kU, true>},
     {.id = ECommand::kTextureOffsetV,
      .name = "offsetV",
      .text = "Offset &V",
      .status = "Offsets the vertical texture coordinate of current face vertex",
      .view_key = "Ctrl+K",
-     .when = If<CanOffsetCorner>,
-     .handler = &CEditCommands::OffsetV},
+     .needs = kNeedsCorner,
+     .when = IfCursor<CanOffsetCorner>,
+     .run = WithCursor<&OffsetCorner, ETextureAxis::kV, true>},
     {.id = ECommand::kTextureReverseOffsetU,
      .name = "reverseOffsetU",
      .text = "&Reverse-offset U",
      .status = "Reverse-offsets the horizontal texture coordinate of current face vertex",
      .view_key = "Ctrl+Shift+J",
-     .when = If<CanOffsetCorner>,
-     .handler = &CEditCommands::ReverseOffsetU},
+     .needs = kNeedsCorner,
+     .when = IfCursor<CanOffsetCorner>,
+     .run = WithCursor<&OffsetCorner, ETextureAxis::kU, false>},
     {.id = ECommand::kTextureReverseOffsetV,
      .name = "reverseOffsetV",
      .text = "R&everse-offset V",
      .status = "Reverse-offsets the vertical texture coordinate of current face vertex",
      .view_key = "Ctrl+Shift+K",
-     .when = If<CanOffsetCorner>,
-     .handler = &CEditCommands::ReverseOffsetV},
+     .needs = kNeedsCorner,
+     .when = IfCursor<CanOffsetCorner>,
+     .run = WithCursor<&OffsetCorner, ETextureAxis::kV, false>},
     {.id = ECommand::kTextureLoad,
      .name = "loadTexture",
      .text = "&Load Texture...",
      .status = "Adds textures to the model",
-     .when = If<CanDefineAnimation>,
-     .handler = &CEditCommands::LoadTexture},
+     .when = IfCursor<CanDefineAnimation>,
+     .run = WithDocument<&LoadTextures>},
     {.id = ECommand::kTextureAnimation,
      .name = "defineAnimation",
      .text = "Define &Animation...",
      .status = "Opens the Define Animation dialog",
-     .when = If<CanDefineAnimation>,
-     .handler = &CEditCommands::DefineAnimation},
+     .when = IfCursor<CanDefineAnimation>,
+     .run = AskAnimation},
 };
 
 }  // namespace

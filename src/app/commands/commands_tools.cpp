@@ -1,5 +1,5 @@
 #include "app/commands/commandrows.h"
-#include "app/toolcommands.h"
+#include "app/commands/commandrules.h"
 
 namespace veldra {
 
@@ -10,33 +10,33 @@ const SCommandRow kRows[] = {
      .name = "import3ds",
      .text = "&3ds File...",
      .status = "Import an Autodesk 3D Studio File",
-     .handler = &CToolCommands::Import3ds},
+     .run = WithTools<&CToolCommands::Import3ds>},
     {.id = ECommand::kImportWavefront,
      .name = "importWavefront",
      .text = "&Wavefront File...",
      .status = "Import WaveFront Model",
-     .handler = &CToolCommands::ImportWavefront},
+     .run = WithTools<&CToolCommands::ImportWavefront>},
     {.id = ECommand::kToolsTruckEditor,
      .name = "truckEditor",
      .text = "&Truck Editor...",
      .status = "Edit a truck file, and pack a truck with all that it needs\nTruck Editor",
-     .handler = &CToolCommands::ShowTruckEditor},
+     .run = WithTools<&CToolCommands::ShowTruckEditor>},
     {.id = ECommand::kToolsExtractor,
      .name = "podExtractor",
      .text = "POD &Extractor...",
      .status = "Look into an archive and extract files from it\nPOD Extractor",
-     .handler = &CToolCommands::ShowExtractor},
+     .run = WithTools<&CToolCommands::ShowExtractor>},
     {.id = ECommand::kToolsCreator,
      .name = "podCreator",
      .text = "POD &Creator...",
      .status = "Put files into a new archive\nPOD Creator",
-     .handler = &CToolCommands::ShowCreator},
+     .run = WithTools<&CToolCommands::ShowCreator>},
     {.id = ECommand::kToolsStockList,
      .name = "stockList",
      .text = "&Build stock-file list...",
      .status =
          "Make the list of files that every installation has, from the archives of an installed game\nStock-file list",
-     .handler = &CToolCommands::BuildStockList},
+     .run = WithTools<&CToolCommands::BuildStockList>},
 };
 
 }  // namespace

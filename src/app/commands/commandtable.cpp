@@ -26,12 +26,15 @@ const SCommandRow& CommandRow(ECommand id) {
   return *row;
 }
 
-bool IsEnabled(const SCommandRow& row, const SCommandState& state) {
-  const bool needs_view = std::holds_alternative<void (CTarnView::*)()>(row.handler) ||
-                          std::holds_alternative<void (CEditCommands::*)()>(row.handler);
-  if (needs_view && state.view == nullptr) return false;
-  if (std::holds_alternative<void (CTarnDoc::*)()>(row.handler) && state.document == nullptr) return false;
-  return row.when == nullptr || row.when(state);
+const SCommandRow* FindCommand(std::string_view name) {
+  const auto rows = CommandRows();
+  const auto row =
+      std::find_if(rows.begin(), rows.end(), [name](const SCommandRow& each) { return each.name == name; });
+  return row != rows.end() ? &*row : nullptr;
+}
+
+bool IsEnabled(const SCommandRow& row, const SCommandTarget& target) {
+  return row.when == nullptr || row.when(target);
 }
 
 QString StatusText(const SCommandRow& row) {

@@ -2,36 +2,14 @@
 
 #include <QString>
 #include <span>
-#include <variant>
+#include <string_view>
 
 #include "app/commands/commandid.h"
-#include "document/tarn2doc.h"
-#include "view/tarn2view.h"
+#include "model/helperclasses.h"
 
 namespace veldra {
 
-class CDocumentWindows;
-class CEditCommands;
-class CFileCommands;
-class CMainFrame;
-class CModelCommands;
-class CToolCommands;
-class CToolDocks;
-
-/// What the rules of the commands look at. Without an open document both are null.
-struct SCommandState {
-  const CTarnDoc* document = nullptr;
-  const CTarnView* view = nullptr;
-  bool has_recent_files = false;
-  const CToolDocks* docks = nullptr;
-};
-
-/// Who carries a command out: the main frame or one of its parts, or the active view, its editing commands or its
-/// document, which need one to be there.
-using CommandHandler =
-    std::variant<std::monostate, void (CMainFrame::*)(), void (CFileCommands::*)(), void (CModelCommands::*)(),
-                 void (CDocumentWindows::*)(), void (CToolDocks::*)(), void (CToolCommands::*)(), void (CTarnView::*)(),
-                 void (CEditCommands::*)(), void (CTarnDoc::*)()>;
+struct SCommandTarget;
 
 /// One command. Menus, tool bar, status texts, keys and enabling all come from these rows.
 struct SCommandRow {
@@ -42,16 +20,22 @@ struct SCommandRow {
   const char* key = "";       ///< the application's shortcut, "Ctrl+O"
   const char* view_key = "";  ///< works while a 3D view has the focus: "F", "Shift+Space", "+", "5 (Number Pad)"
   bool has_icon = false;
-  bool is_key_only = false;                         ///< stands in no menu
-  bool (*when)(const SCommandState&) = nullptr;     ///< enabled; null: whenever its handler's target is there
-  bool (*checked)(const SCommandState&) = nullptr;  ///< null: not checkable
-  bool is_choice = false;                           ///< one of several, shown as a radio button
-  CommandHandler handler = {};
+  bool is_key_only = false;  ///< stands in no menu
+  /// Said when its key is pressed while it is not enabled; "" for nothing.
+  const char* needs = "";
+  bool (*when)(const SCommandTarget&) = nullptr;     ///< enabled; null: always
+  bool (*checked)(const SCommandTarget&) = nullptr;  ///< null: not checkable
+  bool is_choice = false;                            ///< one of several, shown as a radio button
+  /// Carries it out. Only called while the rule above allows it. Null: a list that is filled when it opens, or a
+  /// command that is never enabled.
+  void (*run)(const SCommandTarget&) = nullptr;
 };
 
 std::span<const SCommandRow> CommandRows();
 const SCommandRow& CommandRow(ECommand id);
-bool IsEnabled(const SCommandRow& row, const SCommandState& state);
+/// The row of that name; null when there is none.
+const SCommandRow* FindCommand(std::string_view name);
+bool IsEnabled(const SCommandRow& row, const SCommandTarget& target);
 QString StatusText(const SCommandRow& row);
 QString ToolTip(const SCommandRow& row);
 
@@ -65,6 +49,8 @@ struct SMenuRow {
 std::span<const SMenuRow> MenuRows();
 /// The submenu of that id; null when ID is none.
 const SMenuRow* FindSubmenu(ECommand id);
+/// What can be done with the current face or vertex and the selection: the context menu of a 3D view or a tool window.
+const SMenuRow& ItemMenu(EGroupKind kind);
 std::span<const ECommand> ToolBarCommands();
 
 }  // namespace veldra

@@ -1,7 +1,11 @@
 #include "app/commands/viewkeys.h"
 
 #include <QKeySequence>
+#include <algorithm>
 #include <utility>
+#include <vector>
+
+#include "view/tarn2view.h"
 
 namespace veldra {
 
@@ -26,6 +30,20 @@ int PlainKey(const QKeyEvent& event) {
     default:
       return event.key();
   }
+}
+
+bool TakesText(const QObject& widget) {
+  return widget.inherits("QLineEdit") || widget.inherits("QAbstractSpinBox") || widget.inherits("QComboBox");
+}
+
+/// WIDGET is no view, and the key means something in it.
+bool IsWidgetsOwn(const QObject& widget, QKeyEvent& event) {
+  constexpr int kMoving[] = {Qt::Key_Up,    Qt::Key_Down,   Qt::Key_Left,     Qt::Key_Right, Qt::Key_Home,
+                             Qt::Key_End,   Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Tab,   Qt::Key_Backtab,
+                             Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter};
+  if (qobject_cast<const CTarnView*>(&widget) != nullptr) return false;
+  return TakesText(widget) || std::ranges::find(kMoving, event.key()) != std::end(kMoving) ||
+         event.matches(QKeySequence::SelectAll) || event.matches(QKeySequence::Copy);
 }
 
 /// Each row with its key taken apart once.
@@ -62,9 +80,8 @@ bool CViewKey::Matches(const QKeyEvent& event) const {
   return on_number_pad_ ? MatchesNumberPad(event) : PlainKey(event) == key_;
 }
 
-CViewKeys::CViewKeys(std::function<void(const SCommandRow&)> run, std::function<bool(const SCommandRow&)> is_enabled,
-                     QObject* parent)
-    : QObject(parent), run_(std::move(run)), is_enabled_(std::move(is_enabled)) {}
+CViewKeys::CViewKeys(std::function<void(const SCommandRow&)> run, QObject* parent)
+    : QObject(parent), run_(std::move(run)) {}
 
 const SCommandRow* CViewKeys::Find(const QKeyEvent& event) {
   for (const auto& [key, row] : Rows())
@@ -75,10 +92,11 @@ const SCommandRow* CViewKeys::Find(const QKeyEvent& event) {
 bool CViewKeys::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
     return QObject::eventFilter(watched, event);
-  const SCommandRow* row = Find(static_cast<const QKeyEvent&>(*event));
+  auto& key = static_cast<QKeyEvent&>(*event);
+  const SCommandRow* row = IsWidgetsOwn(*watched, key) ? nullptr : Find(key);
   if (row == nullptr) return QObject::eventFilter(watched, event);
   event->accept();
-  if (event->type() == QEvent::KeyPress && is_enabled_(*row)) run_(*row);
+  if (event->type() == QEvent::KeyPress) run_(*row);
   return true;
 }
 

@@ -25,16 +25,16 @@ class CViewKey {
   bool on_number_pad_ = false;
 };
 
-/// The keys of the 3D views, as the command table has them. Watches the views that it is installed on as an event
-/// filter; so a key reaches a command before Qt takes it for itself (Tab, the menus' Alt keys), and never while a text
-/// field has the focus.
+/// The keys of the 3D views, as the command table has them. Watches the widgets that it is installed on as an event
+/// filter; so a key reaches a command before Qt takes it for itself (Tab, the menus' Alt keys). In other widgets than
+/// views the keys that mean something there are theirs: all of them in text fields, else those that move about, press,
+/// select or copy.
 class CViewKeys : public QObject {
   Q_OBJECT
 
  public:
-  /// RUN carries a command out, IS_ENABLED says whether it can be.
-  CViewKeys(std::function<void(const SCommandRow&)> run, std::function<bool(const SCommandRow&)> is_enabled,
-            QObject* parent);
+  /// RUN carries a command out where its rule allows it.
+  CViewKeys(std::function<void(const SCommandRow&)> run, QObject* parent);
 
   /// The row of that key, enabled or not; null when there is none.
   static const SCommandRow* Find(const QKeyEvent& event);
@@ -44,7 +44,6 @@ class CViewKeys : public QObject {
 
  private:
   std::function<void(const SCommandRow&)> run_;
-  std::function<bool(const SCommandRow&)> is_enabled_;
 };
 
 }  // namespace veldra

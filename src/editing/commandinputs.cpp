@@ -1,7 +1,8 @@
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
 
 #include <algorithm>
 
+#include "model/texturenames.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
@@ -94,6 +95,7 @@ std::string InputFault(const CBinModel& model, const SReplaceTextureInput& input
   std::string fault = TextureFault(model, input.texture);
   if (!fault.empty()) return fault;
   if (input.path.empty()) return "No texture file is chosen.";
+  if (std::string name_fault = TextureNameFault(TextureNameOf(input.path)); !name_fault.empty()) return name_fault;
   return IsFile(input.path) ? "" : Format("There is no file \"%s\".", input.path.c_str());
 }
 

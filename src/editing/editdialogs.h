@@ -3,16 +3,18 @@
 #include <QWidget>
 #include <optional>
 
-#include "document/commandinputs.h"
+#include "editing/commandinputs.h"
+#include "editing/facecommands.h"
+#include "editing/vertexcommands.h"
 #include "settings/settings.h"
 
 namespace veldra {
 
-/// The dialogs of the commands on a whole model. Each comes back with what was entered last, as long as this lives;
-/// nothing when the dialog was cancelled.
-class CModelDialogs {
+/// The dialogs of commands that are asked for again and again. Each comes back with what was entered last, as long as
+/// this lives; nothing when the dialog was cancelled.
+class CEditDialogs {
  public:
-  explicit CModelDialogs(const CSettings& settings) : settings_(settings) {}
+  explicit CEditDialogs(const CSettings& settings) : settings_(settings) {}
 
   std::optional<SResizeInput> AskResize(const CBinModel& model, QWidget* parent);
   std::optional<STranslateInput> AskTranslate(const CBinModel& model, QWidget* parent);
@@ -22,6 +24,12 @@ class CModelDialogs {
   std::optional<SAddVertexInput> AskAddVertex(QWidget* parent);
   std::optional<SMergeInput> AskMerge(QWidget* parent);
   std::optional<SReplaceTextureInput> AskReplaceTexture(const CBinModel& model, QWidget* parent);
+  /// TO_VIEWER: from the model's middle, of length 1.
+  std::optional<SFacingInput> AskFacing(const CBinModel& model, const SUnitNormal& to_viewer, QWidget* parent);
+  /// Vertices are selected.
+  std::optional<SPlaneInput> AskPlane(const CEditCursor& cursor, QWidget* parent);
+  /// The face or vertex that the user names becomes the current one.
+  void JumpTo(CEditCursor& cursor, QWidget* parent);
 
  private:
   const CSettings& settings_;
@@ -33,6 +41,9 @@ class CModelDialogs {
   SAddVertexInput add_vertex_;
   SMergeInput merge_;
   SReplaceTextureInput replace_texture_;
+  SFacingInput facing_;
+  SPlaneInput plane_;
+  EGroupKind jump_ = EGroupKind::kFaces;
 };
 
 }  // namespace veldra

@@ -2,6 +2,8 @@
 #include <functional>
 
 #include "document/documentfixture.h"
+#include "document/exports.h"
+#include "editing/modelcommands.h"
 #include "platform/files.h"
 
 namespace veldra::testing {
@@ -34,30 +36,30 @@ TEST_F(CModelCommandsTest, CommandsMoveWhatTheirScopeSaysAndNothingWhenReadOnly)
     std::vector<SPoint> expected;
   } cases[] = {
       {"resize",
-       [](CTarnDoc& d) { return d.Resize({.x = 0.5, .y = 2.0}); },
+       [](CTarnDoc& d) { return Resize(d, {.x = 0.5, .y = 2.0}); },
        {{0, -20, 0}, {5, -20, 0}, {5, 20, 0}, {2, 0, 8}}},
       {"translate selected vertices",
-       [](CTarnDoc& d) { return d.Translate({.x = 1, .z = -2, .scope = EKind::kSelectedVertices}); },
+       [](CTarnDoc& d) { return Translate(d, {.x = 1, .z = -2, .scope = EKind::kSelectedVertices}); },
        {{0, -10, 0}, {10, -10, 0}, {10, 10, 0}, {5, 0, 6}}},
       {"rotate selected faces",
-       [](CTarnDoc& d) { return d.Rotate({.angle = 90, .axis = EAxis::kZ, .scope = ScopeOfRotateTarget(2)}); },
+       [](CTarnDoc& d) { return Rotate(d, {.angle = 90, .axis = EAxis::kZ, .scope = ScopeOfRotateTarget(2)}); },
        {{10, 0, 0}, {10, 10, 0}, {-10, 10, 0}, {4, 0, 8}}},
       {"rotate selected vertices by radians",
        [](CTarnDoc& d) {
-         return d.Rotate({.angle = 3.14159265358979, .radians = true, .scope = ScopeOfRotateTarget(1)});
+         return Rotate(d, {.angle = 3.14159265358979, .radians = true, .scope = ScopeOfRotateTarget(1)});
        },
        {{0, -10, 0}, {10, -10, 0}, {10, 10, 0}, {-4, 0, -8}}},
       {"mirror two axes",
-       [](CTarnDoc& d) { return d.Mirror({.x = true, .z = true}); },
+       [](CTarnDoc& d) { return Mirror(d, {.x = true, .z = true}); },
        {{0, -10, 0}, {-10, -10, 0}, {-10, 10, 0}, {-4, 0, -8}}},
       {"center",
        [](CTarnDoc& d) { return d.CenterAll(), true; },
        {{-5, -10, -4}, {5, -10, -4}, {5, 10, -4}, {-1, 0, 4}}},
-      {"merge", [](CTarnDoc& d) { return d.MergeCloseVertices({10}) == 1; }, {{0, -10, 0}, {10, 10, 0}, {4, 0, 8}}},
+      {"merge", [](CTarnDoc& d) { return MergeCloseVertices(d, {10}) == 1; }, {{0, -10, 0}, {10, 10, 0}, {4, 0, 8}}},
       {"delete unused", [](CTarnDoc& d) { return d.DeleteAllUnused() == 1; }, {{0, -10, 0}, {10, -10, 0}, {10, 10, 0}}},
       {"add vertex",
        [](CTarnDoc& d) {
-         return d.AddVertex({{7, 8, 9}});
+         return AddVertex(d, {{7, 8, 9}});
        },
        {{0, -10, 0}, {10, -10, 0}, {10, 10, 0}, {4, 0, 8}, {7, 8, 9}}},
   };
@@ -87,25 +89,26 @@ TEST_F(CModelCommandsTest, RefusalsAreToldAndChangeNothing) {
     std::function<bool(CTarnDoc&)> run;
     const char* text;
   } cases[] = {
-      {[](CTarnDoc& d) { return d.Resize({.x = 1e9}); }, "Vertex 1 would get x = 1e+10"},
-      {[](CTarnDoc& d) { return d.Translate({.x = 1, .scope = EKind::kSelectedVertices}); }, "No vertex is selected."},
-      {[](CTarnDoc& d) { return d.Mirror({.x = true, .scope = EKind::kSelectedFaces}); }, "No face is selected."},
-      {[](CTarnDoc& d) { return d.MergeCloseVertices({-1}) >= 0; }, "must not be negative"},
+      {[](CTarnDoc& d) { return Resize(d, {.x = 1e9}); }, "Vertex 1 would get x = 1e+10"},
+      {[](CTarnDoc& d) { return Translate(d, {.x = 1, .scope = EKind::kSelectedVertices}); }, "No vertex is selected."},
+      {[](CTarnDoc& d) { return Mirror(d, {.x = true, .scope = EKind::kSelectedFaces}); }, "No face is selected."},
+      {[](CTarnDoc& d) { return MergeCloseVertices(d, {-1}) >= 0; }, "must not be negative"},
       {[](CTarnDoc& d) {
-         return d.AddFace({.corners = {0, 1, 4, -1}});
+         return AddFace(d, {.corners = {0, 1, 4, -1}});
        },
        "no vertex 4: the model has 4"},
       {[](CTarnDoc& d) {
-         return d.AddFace({.corners = {0, 1, 2, 1}});
+         return AddFace(d, {.corners = {0, 1, 2, 1}});
        },
        "Vertex 1 is named twice"},
-      {[](CTarnDoc& d) { return d.AddFace({.type = 0x12}); }, "0x12 is no face type"},
-      {[](CTarnDoc& d) { return d.AddFace({.texture = -1}); }, "type 0x18 needs a texture"},
-      {[](CTarnDoc& d) { return d.AddFace({.texture = 1}); }, "no texture 1: the model has 1"},
-      {[](CTarnDoc& d) { return d.ReplaceTexture({.path = "/no/such.raw"}); }, "no file \"/no/such.raw\""},
-      {[](CTarnDoc& d) { return d.LoadTexture("/no/such.raw") != nullptr; }, "\"/no/such.raw\" could not be opened"},
-      {[](CTarnDoc& d) { return d.LoadTexture("MUCHTOOLONG.RAW") != nullptr; }, "12 characters fit"},
-      {[](CTarnDoc& d) { return d.InsertBinFile("/no/such.bin"); }, "\"/no/such.bin\" could not be opened"},
+      {[](CTarnDoc& d) { return AddFace(d, {.type = 0x12}); }, "0x12 is no face type"},
+      {[](CTarnDoc& d) { return AddFace(d, {.texture = -1}); }, "type 0x18 needs a texture"},
+      {[](CTarnDoc& d) { return AddFace(d, {.texture = 1}); }, "no texture 1: the model has 1"},
+      {[](CTarnDoc& d) { return ReplaceTexture(d, {.path = "/no/such.raw"}); }, "no file \"/no/such.raw\""},
+      {[](CTarnDoc& d) { return ReplaceTexture(d, {.path = "/no/abcdefghi.raw"}); }, "too long for a model file"},
+      {[](CTarnDoc& d) { return LoadTexture(d, "/no/such.raw") != nullptr; }, "\"/no/such.raw\" could not be opened"},
+      {[](CTarnDoc& d) { return LoadTexture(d, "MUCHTOOLONG.RAW") != nullptr; }, "12 characters fit"},
+      {[](CTarnDoc& d) { return InsertBinFile(d, "/no/such.bin"); }, "\"/no/such.bin\" could not be opened"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
@@ -118,23 +121,23 @@ TEST_F(CModelCommandsTest, RefusalsAreToldAndChangeNothing) {
     EXPECT_FALSE(document.IsModified());
   }
   CTarnDoc bare(Services());
-  EXPECT_FALSE(bare.AddFace({}));
+  EXPECT_FALSE(AddFace(bare, {}));
   ExpectOnlyMessage("No texture loaded!\nLoad texture first!");
   AddTexture(bare.Model(), "A.RAW", 64);
   bare.Model().AddVertex({0, 0, 0});
   bare.Model().AddVertex({1, 0, 0});
-  EXPECT_FALSE(bare.CanAddFace()) << "two vertices make no face";
+  EXPECT_FALSE(CanAddFace(bare)) << "two vertices make no face";
 }
 
 TEST_F(CModelCommandsTest, AddedFaceShowsTheWholeTextureAndHasItsNormal) {
   CTarnDoc document(Services());
   Fill(document);
-  ASSERT_TRUE(document.AddFace({.corners = {2, 1, 0, -1}, .type = kFaceShiny}));
+  ASSERT_TRUE(AddFace(document, {.corners = {2, 1, 0, -1}, .type = kFaceShiny}));
   const CBinFace& face = document.Model().Face(1);
   EXPECT_EQ(face.CornerCount(), 3);
   EXPECT_EQ(face.TexCoord(2), (STexCoord{1.0, 1.0}));
   EXPECT_EQ(std::abs(face.StoredNormal().z), 65535);
-  EXPECT_TRUE(document.AddFace({.type = kFaceUntextured, .texture = -1}));
+  EXPECT_TRUE(AddFace(document, {.type = kFaceUntextured, .texture = -1}));
   EXPECT_EQ(document.Model().CheckInvariants(), "");
 }
 
@@ -142,7 +145,7 @@ TEST_F(CModelCommandsTest, MergeStoppedByTheUserLeavesTheModel) {
   CTarnDoc document(Services());
   Fill(document);
   questions.CancelWorkAfter(0);
-  EXPECT_EQ(document.MergeCloseVertices({1000}), -1);
+  EXPECT_EQ(MergeCloseVertices(document, {1000}), -1);
   EXPECT_EQ(document.Model().VertexCount(), 4);
   EXPECT_FALSE(document.IsModified());
 }
@@ -154,14 +157,14 @@ TEST_F(CModelCommandsTest, InsertedModelComesBehindTheOwn) {
   Fill(document);
   ASSERT_TRUE(document.SaveMTM(path));
   questions.OnOpenFile("Insert BIN File", std::nullopt).OnOpenFile("Insert BIN File", path);
-  document.InsertBin();
+  InsertBin(document);
   EXPECT_FALSE(document.IsModified());
-  document.InsertBin();
+  InsertBin(document);
   EXPECT_EQ(document.Model().VertexCount(), 8);
   EXPECT_EQ(document.Model().Face(1).Corner(0)->Index(), 4);
   EXPECT_TRUE(document.IsModified());
   questions.CancelWorkAfter(0);
-  EXPECT_FALSE(document.InsertBinFile(path)) << "stopped";
+  EXPECT_FALSE(InsertBinFile(document, path)) << "stopped";
   EXPECT_EQ(document.Model().VertexCount(), 8);
   ExpectNoMessages();
 }
@@ -170,22 +173,22 @@ TEST_F(CModelCommandsTest, ReplacedTextureHandsItsFacesOn) {
   CTarnDoc document(Services());
   Fill(document);
   CBinModel& model = document.Model();
-  CBinTexture* const loaded = document.LoadTexture(WriteTexture("other.raw"));
+  CBinTexture* const loaded = LoadTexture(document, WriteTexture("other.raw"));
   ASSERT_NE(loaded, nullptr);
   EXPECT_EQ(loaded->Name(), "OTHER.RAW");
-  EXPECT_EQ(document.LoadTexture(folder.File("other.raw")), loaded) << "once a name";
-  ASSERT_TRUE(document.ReplaceTexture({0, folder.File("other.raw")}));
+  EXPECT_EQ(LoadTexture(document, folder.File("other.raw")), loaded) << "once a name";
+  ASSERT_TRUE(ReplaceTexture(document, {0, folder.File("other.raw")}));
   EXPECT_EQ(model.TextureCount(), 1);
   EXPECT_EQ(model.Face(0).Texture(), loaded);
 
   const std::string same_name = WriteTexture("elsewhere/OTHER.RAW");
-  EXPECT_EQ(document.LoadTexture(same_name), nullptr);
+  EXPECT_EQ(LoadTexture(document, same_name), nullptr);
   EXPECT_EQ(questions.TakeMessageTexts().size(), 1U);
-  ASSERT_TRUE(document.ReplaceTexture({0, same_name}));
+  ASSERT_TRUE(ReplaceTexture(document, {0, same_name}));
   EXPECT_EQ(model.TextureCount(), 1);
   EXPECT_EQ(model.Face(0).Texture()->Image()->path, same_name);
   document.SetModified(false);
-  EXPECT_TRUE(document.ReplaceTexture({0, same_name}));
+  EXPECT_TRUE(ReplaceTexture(document, {0, same_name}));
   EXPECT_FALSE(document.IsModified()) << "it is that one already";
   EXPECT_EQ(model.CheckInvariants(), "");
 }
@@ -194,19 +197,19 @@ TEST_F(CModelCommandsTest, ExportsAskWhereToAndReportFailure) {
   CTarnDoc document(Services());
   Fill(document);
   questions.OnSaveFile("Save Texture File", SSavePath{folder.File("m.lst"), 0});
-  document.SaveTextureList();
+  SaveTextureList(document);
   EXPECT_EQ(ReadTestFile(folder.File("m.lst")), "GOOD.RAW\n");
   questions.OnSaveFile("Export Wavefront File", std::nullopt)
       .OnSaveFile("Export Wavefront File", SSavePath{folder.File("m.obj"), 0});
-  document.ExportWavefront();
-  document.ExportWavefront();
+  ExportWavefront(document);
+  ExportWavefront(document);
   EXPECT_NE(ReadTestFile(folder.File("m.obj")).find("f 1 2 3\n"), std::string::npos);
-  document.Export3ds();
-  document.ExportVrml();
+  Export3ds(document);
+  ExportVrml(document);
   EXPECT_EQ(ListDirectory(folder.Path()), (std::vector<std::string>{"m.lst", "m.obj"}));
   const std::string nowhere = folder.File("no-such-folder/m.obj");
   questions.OnSaveFile("Export Wavefront File", SSavePath{nowhere, 0});
-  document.ExportWavefront();
+  ExportWavefront(document);
   ExpectOnlyMessage("\"" + nowhere + "\" could not be written.");
   EXPECT_FALSE(document.IsModified());
 }
@@ -226,9 +229,9 @@ TEST_F(CModelCommandsTest, PreviewIsWhatTheCommandDoes) {
   };
   for (const EKind scope : {EKind::kAll, EKind::kSelectedVertices}) {
     for (const double factor : {0.37, -3.0, 1e10})
-      check(SResizeInput{factor, 1, 2, scope}, [](CTarnDoc& d, const auto& input) { return d.Resize(input); });
-    check(STranslateInput{5, -6, 2147483647, scope}, [](CTarnDoc& d, const auto& i) { return d.Translate(i); });
-    check(SRotateInput{33, false, EAxis::kX, scope}, [](CTarnDoc& d, const auto& i) { return d.Rotate(i); });
+      check(SResizeInput{factor, 1, 2, scope}, [](CTarnDoc& d, const auto& input) { return Resize(d, input); });
+    check(STranslateInput{5, -6, 2147483647, scope}, [](CTarnDoc& d, const auto& i) { return Translate(d, i); });
+    check(SRotateInput{33, false, EAxis::kX, scope}, [](CTarnDoc& d, const auto& i) { return Rotate(d, i); });
   }
   EXPECT_EQ(questions.TakeMessageTexts().size(), 2U) << "the factor that leads out of the range";
 }

@@ -7,30 +7,6 @@
 
 namespace veldra::samples {
 
-SVec operator+(const SVec& a, const SVec& b) {
-  return {a.x + b.x, a.y + b.y, a.z + b.z};
-}
-
-SVec operator-(const SVec& a, const SVec& b) {
-  return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-
-SVec operator*(double factor, const SVec& a) {
-  return {factor * a.x, factor * a.y, factor * a.z};
-}
-
-SVec Cross(const SVec& a, const SVec& b) {
-  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-
-double Dot(const SVec& a, const SVec& b) {
-  return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
-SVec Normalized(const SVec& a) {
-  return 1.0 / std::hypot(a.x, a.y, a.z) * a;
-}
-
 const STextureImage* CMeshBuilder::Find(const std::string& name) {
   const STextureImage* image = textures_.Find(name);
   if (image == nullptr && missing_.empty()) missing_ = name;
@@ -63,14 +39,14 @@ void CMeshBuilder::UseNoTexture() {
   texture_ = nullptr;
 }
 
-void CMeshBuilder::Place(const SVec& offset, bool mirrored) {
+void CMeshBuilder::Place(const Vector3& offset, bool mirrored) {
   offset_ = offset;
   mirrored_ = mirrored;
 }
 
-CBinVertex* CMeshBuilder::VertexAt(const SVec& place) {
-  const SPoint point = {static_cast<int32_t>(std::lround(place.x)), static_cast<int32_t>(std::lround(place.y)),
-                        static_cast<int32_t>(std::lround(place.z))};
+CBinVertex* CMeshBuilder::VertexAt(const Vector3& place) {
+  const SPoint point = {static_cast<int32_t>(std::lround(place[0])), static_cast<int32_t>(std::lround(place[1])),
+                        static_cast<int32_t>(std::lround(place[2]))};
   const auto [entry, is_new] = vertices_.try_emplace({point.x, point.y, point.z}, nullptr);
   if (is_new) entry->second = &model_.AddVertex(point);
   return entry->second;
@@ -81,9 +57,9 @@ void CMeshBuilder::AddFace(std::span<const SCorner> corners) {
   std::vector<SPoint> points;
   std::vector<SCorner> kept;
   for (const SCorner& corner : corners) {
-    const SVec place = SVec{mirrored_ ? -corner.at.x : corner.at.x, corner.at.y, corner.at.z} + offset_;
-    const SPoint point = {static_cast<int32_t>(std::lround(place.x)), static_cast<int32_t>(std::lround(place.y)),
-                          static_cast<int32_t>(std::lround(place.z))};
+    const Vector3 place = Vector3{mirrored_ ? -corner.at[0] : corner.at[0], corner.at[1], corner.at[2]} + offset_;
+    const SPoint point = {static_cast<int32_t>(std::lround(place[0])), static_cast<int32_t>(std::lround(place[1])),
+                          static_cast<int32_t>(std::lround(place[2]))};
     if (std::ranges::find(points, point) != points.end()) continue;
     points.push_back(point);
     kept.push_back({place, corner.tex});

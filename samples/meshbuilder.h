@@ -7,25 +7,13 @@
 #include <vector>
 
 #include "model/binmodel.h"
+#include "platform/vector3.h"
 #include "textures/texturefinder.h"
 
 namespace veldra::samples {
 
-struct SVec {
-  double x = 0.0;
-  double y = 0.0;
-  double z = 0.0;
-};
-
-SVec operator+(const SVec& a, const SVec& b);
-SVec operator-(const SVec& a, const SVec& b);
-SVec operator*(double factor, const SVec& a);
-SVec Cross(const SVec& a, const SVec& b);
-double Dot(const SVec& a, const SVec& b);
-SVec Normalized(const SVec& a);
-
 struct SCorner {
-  SVec at;
+  Vector3 at;
   STexCoord tex;
 };
 
@@ -41,7 +29,7 @@ class CMeshBuilder {
   void UseNoTexture();
 
   /// Moves what is built from now on by OFFSET, after turning its x round when MIRRORED.
-  void Place(const SVec& offset, bool mirrored);
+  void Place(const Vector3& offset, bool mirrored);
   void PlaceAtOrigin() { Place({}, false); }
 
   /// 3 or 4 corners, counter-clockwise seen from outside (before any mirroring).
@@ -56,7 +44,7 @@ class CMeshBuilder {
   const std::string& MissingTexture() const { return missing_; }
 
  private:
-  CBinVertex* VertexAt(const SVec& place);
+  CBinVertex* VertexAt(const Vector3& place);
   const STextureImage* Find(const std::string& name);
 
   CBinModel& model_;
@@ -64,7 +52,7 @@ class CMeshBuilder {
   std::map<std::tuple<int32_t, int32_t, int32_t>, CBinVertex*> vertices_;
   CBinTexture* texture_ = nullptr;
   uint32_t type_ = kFaceUntextured;
-  SVec offset_;
+  Vector3 offset_ = {};
   bool mirrored_ = false;
   std::string missing_;
 };

@@ -10,20 +10,20 @@ namespace veldra::samples {
 namespace {
 
 /// Two directions across NORMAL: with it they form a right-handed system.
-std::pair<SVec, SVec> Across(const SVec& normal) {
-  const SVec upwards = std::abs(normal.y) > 0.9 ? SVec{0, 0, -1} : SVec{0, 1, 0};
-  const SVec right = Normalized(Cross(upwards, normal));
+std::pair<Vector3, Vector3> Across(const Vector3& normal) {
+  const Vector3 upwards = std::abs(normal[1]) > 0.9 ? Vector3{0, 0, -1} : Vector3{0, 1, 0};
+  const Vector3 right = Normalized(Cross(upwards, normal));
   return {right, Cross(normal, right)};
 }
 
 struct SRing {
-  SVec center;
-  SVec normal;
+  Vector3 center;
+  Vector3 normal;
   double radius;
   int sides;
 
   /// Place K of SIDES, counter-clockwise for who looks against NORMAL.
-  SVec At(int k) const {
+  Vector3 At(int k) const {
     const auto [right, up] = Across(normal);
     const double angle = 2.0 * std::numbers::pi * k / sides;
     return center + radius * std::cos(angle) * right + radius * std::sin(angle) * up;
@@ -34,8 +34,8 @@ struct SRing {
 void AddCap(CMeshBuilder& mesh, const SRing& ring, bool from_behind) {
   const auto [right, up] = Across(from_behind ? -1.0 * ring.normal : ring.normal);
   const auto corner = [&, right = right, up = up](int k) {
-    const SVec place = ring.At(from_behind ? -k : k);
-    const SVec away = 1.0 / ring.radius * (place - ring.center);
+    const Vector3 place = ring.At(from_behind ? -k : k);
+    const Vector3 away = 1.0 / ring.radius * (place - ring.center);
     return SCorner{place, {0.5 + 0.5 * Dot(away, right), 0.5 - 0.5 * Dot(away, up)}};
   };
   // Quads from the first corner on, which an odd number of sides ends with a triangle.
@@ -54,12 +54,13 @@ void AddGrid(CMeshBuilder& mesh, int columns, int rows, const std::function<SCor
   }
 }
 
-void AddBox(CMeshBuilder& mesh, const SVec& low, const SVec& high) {
+void AddBox(CMeshBuilder& mesh, const Vector3& low, const Vector3& high) {
   // Corner bits: 1 right, 2 top, 4 front.
   constexpr std::array<std::array<int, 4>, 6> kSides = {
       {{4, 5, 7, 6}, {1, 0, 2, 3}, {5, 1, 3, 7}, {0, 4, 6, 2}, {6, 7, 3, 2}, {0, 1, 5, 4}}};
   const auto corner = [&](int bits) {
-    return SVec{(bits & 1) != 0 ? high.x : low.x, (bits & 2) != 0 ? high.y : low.y, (bits & 4) != 0 ? high.z : low.z};
+    return Vector3{(bits & 1) != 0 ? high[0] : low[0], (bits & 2) != 0 ? high[1] : low[1],
+                   (bits & 4) != 0 ? high[2] : low[2]};
   };
   for (const auto& side : kSides) {
     mesh.AddQuad({corner(side[0]), {0, 1}}, {corner(side[1]), {1, 1}}, {corner(side[2]), {1, 0}},
@@ -67,13 +68,13 @@ void AddBox(CMeshBuilder& mesh, const SVec& low, const SVec& high) {
   }
 }
 
-void AddTube(CMeshBuilder& mesh, const SVec& from, const SVec& to, double radius, int sides, ECaps caps) {
+void AddTube(CMeshBuilder& mesh, const Vector3& from, const Vector3& to, double radius, int sides, ECaps caps) {
   AddStump(mesh, from, to, radius, radius, sides, caps);
 }
 
-void AddStump(CMeshBuilder& mesh, const SVec& from, const SVec& to, double from_radius, double to_radius, int sides,
-              ECaps caps) {
-  const SVec axis = Normalized(to - from);
+void AddStump(CMeshBuilder& mesh, const Vector3& from, const Vector3& to, double from_radius, double to_radius,
+              int sides, ECaps caps) {
+  const Vector3 axis = Normalized(to - from);
   const SRing start = {from, axis, from_radius, sides};
   const SRing end = {to, axis, to_radius, sides};
   AddGrid(mesh, sides, 1, [&](int column, int row) {
@@ -84,7 +85,7 @@ void AddStump(CMeshBuilder& mesh, const SVec& from, const SVec& to, double from_
   if (caps == ECaps::kBoth) AddCap(mesh, start, true);
 }
 
-void AddDisc(CMeshBuilder& mesh, const SVec& center, const SVec& normal, double radius, int sides) {
+void AddDisc(CMeshBuilder& mesh, const Vector3& center, const Vector3& normal, double radius, int sides) {
   AddCap(mesh, {center, Normalized(normal), radius, sides}, false);
 }
 

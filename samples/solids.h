@@ -12,17 +12,17 @@ namespace veldra::samples {
 /// (upwards).
 void AddGrid(CMeshBuilder& mesh, int columns, int rows, const std::function<SCorner(int column, int row)>& at);
 
-void AddBox(CMeshBuilder& mesh, const SVec& low, const SVec& high);
+void AddBox(CMeshBuilder& mesh, const Vector3& low, const Vector3& high);
 
 enum class ECaps { kNone, kEnd, kBoth };
 
 /// Round about the line FROM, TO; the texture goes round it once, its first row at FROM.
-void AddTube(CMeshBuilder& mesh, const SVec& from, const SVec& to, double radius, int sides, ECaps caps);
+void AddTube(CMeshBuilder& mesh, const Vector3& from, const Vector3& to, double radius, int sides, ECaps caps);
 /// A cone's stump: another radius at its end.
-void AddStump(CMeshBuilder& mesh, const SVec& from, const SVec& to, double from_radius, double to_radius, int sides,
-              ECaps caps);
+void AddStump(CMeshBuilder& mesh, const Vector3& from, const Vector3& to, double from_radius, double to_radius,
+              int sides, ECaps caps);
 
 /// A disc whose NORMAL points to where it is seen from; the whole texture lies over it.
-void AddDisc(CMeshBuilder& mesh, const SVec& center, const SVec& normal, double radius, int sides);
+void AddDisc(CMeshBuilder& mesh, const Vector3& center, const Vector3& normal, double radius, int sides);
 
 }  // namespace veldra::samples

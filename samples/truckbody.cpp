@@ -62,12 +62,12 @@ const SPlane& SideView(bool left) {
   return left ? kLeftSide : kRightSide;
 }
 
-SCorner Project(const SPlane& plane, const SVec& at, double across, double up) {
+SCorner Project(const SPlane& plane, const Vector3& at, double across, double up) {
   return {at, plane.At(across, up)};
 }
 
-SCorner FromAbove(const SVec& at) {
-  return Project(kAbove, at, at.x, at.z);
+SCorner FromAbove(const Vector3& at) {
+  return Project(kAbove, at, at[0], at[2]);
 }
 
 void AddSide(CMeshBuilder& mesh, bool left) {
@@ -75,8 +75,8 @@ void AddSide(CMeshBuilder& mesh, bool left) {
   AddGrid(mesh, kStrips, kRowCount, [left](int column, int row) {
     const double z = kStations[static_cast<size_t>(column)];
     const double t = kRows[static_cast<size_t>(row)];
-    const SVec at = {SideX(z, t), SideY(z, t), z};
-    return Project(SideView(left), at, at.z, at.y);
+    const Vector3 at = {SideX(z, t), SideY(z, t), z};
+    return Project(SideView(left), at, at[2], at[1]);
   });
   mesh.PlaceAtOrigin();
 }
@@ -118,27 +118,27 @@ void AddFront(CMeshBuilder& mesh) {
   AddGrid(mesh, kColumns, kRowCount, [](int column, int row) {
     const double t = kRows[static_cast<size_t>(row)];
     const double across = AcrossOf(column);
-    const SVec at = {across * SideX(kFrontEnd, t), SideY(kFrontEnd, t) + t * t * Crown(across, 9.0),
-                     kFrontEnd + t * FrontBow(across)};
-    return Project(kFrontView, at, at.x, at.y);
+    const Vector3 at = {across * SideX(kFrontEnd, t), SideY(kFrontEnd, t) + t * t * Crown(across, 9.0),
+                        kFrontEnd + t * FrontBow(across)};
+    return Project(kFrontView, at, at[0], at[1]);
   });
 }
 
 void AddTailgate(CMeshBuilder& mesh) {
   AddGrid(mesh, 2, kRowCount, [](int column, int row) {
     const double t = kRows[static_cast<size_t>(row)];
-    const SVec at = {(1 - column) * SideX(kRearEnd, t), SideY(kRearEnd, t), kRearEnd};
-    return Project(kRearView, at, at.x, at.y);
+    const Vector3 at = {(1 - column) * SideX(kRearEnd, t), SideY(kRearEnd, t), kRearEnd};
+    return Project(kRearView, at, at[0], at[1]);
   });
 }
 
 /// The air scoop on the bonnet.
 void AddScoop(CMeshBuilder& mesh) {
-  const SVec front_left = {-24, 238, 146};
-  const SVec front_right = {24, 238, 146};
-  const SVec back_left = {-19, 236, 78};
-  const SVec back_right = {19, 236, 78};
-  const auto down = [](const SVec& at) { return FromAbove({at.x, at.y - 22, at.z}); };
+  const Vector3 front_left = {-24, 238, 146};
+  const Vector3 front_right = {24, 238, 146};
+  const Vector3 back_left = {-19, 236, 78};
+  const Vector3 back_right = {19, 236, 78};
+  const auto down = [](const Vector3& at) { return FromAbove({at[0], at[1] - 22, at[2]}); };
   mesh.AddQuad(FromAbove(front_left), FromAbove(front_right), FromAbove(back_right), FromAbove(back_left));
   mesh.AddQuad(down(front_right), down(back_right), FromAbove(back_right), FromAbove(front_right));
   mesh.AddQuad(down(back_left), down(front_left), FromAbove(front_left), FromAbove(back_left));
@@ -151,11 +151,11 @@ void AddScoop(CMeshBuilder& mesh) {
 // --------------------------------------------------------------------------------------------------------------
 
 /// Four places, counter-clockwise from the lower left one as seen from outside.
-using Pane = std::array<SVec, 4>;
+using Pane = std::array<Vector3, 4>;
 
-SVec Inside(const Pane& pane, double across, double up) {
-  const SVec lower = (1 - across) * pane[0] + across * pane[1];
-  const SVec upper = (1 - across) * pane[3] + across * pane[2];
+Vector3 Inside(const Pane& pane, double across, double up) {
+  const Vector3 lower = (1 - across) * pane[0] + across * pane[1];
+  const Vector3 upper = (1 - across) * pane[3] + across * pane[2];
   return (1 - up) * lower + up * upper;
 }
 
@@ -199,8 +199,8 @@ std::array<SWindow, 2> SideWindows() {
                       {kRoofHalfWidth, kRoof, kRoofBack},
                       {kRoofHalfWidth, kRoof, kRoofFront}}};
   constexpr double kPost = 0.62;
-  const SVec low = Inside(side, kPost, 0);
-  const SVec high = Inside(side, kPost, 1);
+  const Vector3 low = Inside(side, kPost, 0);
+  const Vector3 high = Inside(side, kPost, 1);
   return {{{{{side[0], low, high, side[3]}}, 0.07, 0.06, 0.13}, {{{low, side[1], side[2], high}}, 0.12, 0.06, 0.13}}};
 }
 
@@ -303,7 +303,7 @@ void BuildCab(CMeshBuilder& mesh) {
   for (const bool left : {false, true}) {
     mesh.Place({}, left);
     for (const SWindow& window : SideWindows()) {
-      AddWindowWall(mesh, window, [left](const SVec& at) { return Project(SideView(left), at, at.z, at.y); });
+      AddWindowWall(mesh, window, [left](const Vector3& at) { return Project(SideView(left), at, at[2], at[1]); });
     }
   }
   mesh.PlaceAtOrigin();

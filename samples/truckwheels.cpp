@@ -17,7 +17,7 @@ constexpr double kCarcassRadius = 73;
 constexpr double kRimRadius = 40;
 
 /// A place on the wheel: X outwards from its middle, RADIUS and ANGLE about its axle.
-SVec OnWheel(double x, double radius, double angle) {
+Vector3 OnWheel(double x, double radius, double angle) {
   return {x, radius * std::cos(angle), radius * std::sin(angle)};
 }
 
@@ -35,11 +35,11 @@ struct SRing {
 void AddBand(CMeshBuilder& mesh, int segments, const SRing& inner, const SRing& outer, bool mirrored) {
   AddGrid(mesh, segments, 1, [&](int column, int row) {
     const SRing& ring = row == 0 ? inner : outer;
-    const SVec at = OnWheel(ring.x, ring.radius, -TurnOf(column, segments));
+    const Vector3 at = OnWheel(ring.x, ring.radius, -TurnOf(column, segments));
     // Seen from the right the truck's front is on the left; on the other side the other way round.
-    const double right = (mirrored ? 1.0 : -1.0) * at.z;
+    const double right = (mirrored ? 1.0 : -1.0) * at[2];
     const double reach = 2.0 * (kCarcassRadius + 2.0);
-    return SCorner{at, {0.5 + right / reach, 0.5 - at.y / reach}};
+    return SCorner{at, {0.5 + right / reach, 0.5 - at[1] / reach}};
   });
 }
 
@@ -59,11 +59,11 @@ void AddLug(CMeshBuilder& mesh, double angle, double side) {
     return OnWheel(side * x, radius, angle + from_middle * kSlant + side * width);
   };
   // Corners: middle and shoulder, each with its two edges, at the carcass and on top.
-  const SVec low[4] = {place(1, kCarcassRadius - 2, 1, kHalfWidth), place(32, kCarcassRadius - 6, 0, kHalfWidth),
-                       place(32, kCarcassRadius - 6, 0, -kHalfWidth), place(1, kCarcassRadius - 2, 1, -kHalfWidth)};
-  const SVec high[4] = {place(2, kTyreRadius, 1, kHalfWidth * 0.85), place(30, kTyreRadius - 2, 0, kHalfWidth * 0.85),
-                        place(30, kTyreRadius - 2, 0, -kHalfWidth * 0.85),
-                        place(2, kTyreRadius, 1, -kHalfWidth * 0.85)};
+  const Vector3 low[4] = {place(1, kCarcassRadius - 2, 1, kHalfWidth), place(32, kCarcassRadius - 6, 0, kHalfWidth),
+                          place(32, kCarcassRadius - 6, 0, -kHalfWidth), place(1, kCarcassRadius - 2, 1, -kHalfWidth)};
+  const Vector3 high[4] = {
+      place(2, kTyreRadius, 1, kHalfWidth * 0.85), place(30, kTyreRadius - 2, 0, kHalfWidth * 0.85),
+      place(30, kTyreRadius - 2, 0, -kHalfWidth * 0.85), place(2, kTyreRadius, 1, -kHalfWidth * 0.85)};
   mesh.AddQuad({high[0], {0, 0}}, {high[1], {1, 0}}, {high[2], {1, 0.49}}, {high[3], {0, 0.49}});
   for (int i = 0; i < 4; ++i) {
     const int next = (i + 1) % 4;
@@ -102,7 +102,7 @@ void AddRim(CMeshBuilder& mesh, int segments, bool mirrored) {
   AddDisc(mesh, {cap.x, 0, 0}, {1, 0, 0}, cap.radius, segments);
 }
 
-void BuildWheelAt(CMeshBuilder& mesh, const SVec& place, int segments, int lugs, bool left) {
+void BuildWheelAt(CMeshBuilder& mesh, const Vector3& place, int segments, int lugs, bool left) {
   mesh.Place(place, left);
   AddTyre(mesh, segments, lugs, left);
   AddRim(mesh, segments, left);

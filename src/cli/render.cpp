@@ -30,10 +30,7 @@ SViewState ViewState(const CSession& session, const CBinModel& model, const SRen
   // What a switch of the command turns on is off without it: a picture should not hang on somebody's settings for that.
   state.axes = options.axes;
   state.transparency = options.transparency;
-  int32_t bounds[6];
-  for (int i = 0; i < 6; ++i)
-    bounds[i] = model.Bound(i);
-  state.ZoomToFit(bounds);
+  state.ZoomToFit(model.Bounds());
   return state;
 }
 

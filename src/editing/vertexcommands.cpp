@@ -10,10 +10,6 @@ std::string Vertices(size_t count) {
   return Counted(static_cast<int64_t>(count), "vertex", "vertices");
 }
 
-int32_t& Coordinate(SPoint& point, EAxis axis) {
-  return axis == EAxis::kX ? point.x : axis == EAxis::kY ? point.y : point.z;
-}
-
 bool Delete(CEditCursor& cursor, const std::vector<int32_t>& vertices, const char* command) {
   CTarnDoc& document = cursor.Document();
   if (document.Model().AreUnused(vertices)) document.KeepState(command);

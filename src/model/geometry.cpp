@@ -18,11 +18,6 @@ namespace {
 constexpr char kAxisNames[] = {'x', 'y', 'z'};
 constexpr SPoint kAxisUnits[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
-int32_t SPoint::*Coordinate(EAxis axis) {
-  constexpr int32_t SPoint::*kMembers[] = {&SPoint::x, &SPoint::y, &SPoint::z};
-  return kMembers[static_cast<size_t>(axis)];
-}
-
 /// What the mark at each index says, as ascending indices.
 std::vector<int32_t> MarkedIndices(const std::vector<bool>& marks) {
   std::vector<int32_t> indices;
@@ -32,23 +27,19 @@ std::vector<int32_t> MarkedIndices(const std::vector<bool>& marks) {
   return indices;
 }
 
-/// A position before it is truncated.
-using SExactPoint = std::array<double, 3>;
-
 /// Where MOVE would bring VERTICES, truncated.
 GeometryFault TruncatedPositions(const CBinModel& model, std::span<const int32_t> vertices,
-                                 const std::function<SExactPoint(const SPoint&)>& move,
-                                 std::vector<SPoint>& positions) {
+                                 const std::function<Vector3(const SPoint&)>& move, std::vector<SPoint>& positions) {
   positions.resize(vertices.size());
   for (size_t i = 0; i < vertices.size(); ++i) {
-    const SExactPoint exact = move(model.Vertex(vertices[i]).Position());
+    const Vector3 exact = move(model.Vertex(vertices[i]).Position());
     for (size_t axis = 0; axis < 3; ++axis) {
       const auto whole = TryTruncate(exact[axis]);
       if (!whole) {
         return Format("Vertex %d would get %c = %.10g, which does not fit in 32 bits.", vertices[i], kAxisNames[axis],
                       exact[axis]);
       }
-      positions[i].*Coordinate(static_cast<EAxis>(axis)) = *whole;
+      Coordinate(positions[i], static_cast<EAxis>(axis)) = *whole;
     }
   }
   return "";
@@ -111,7 +102,7 @@ std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope
 
 GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
                                double sz, std::vector<SPoint>& positions) {
-  const auto move = [=](const SPoint& p) { return SExactPoint{p.x * sx, p.y * sy, p.z * sz}; };
+  const auto move = [=](const SPoint& p) { return Vector3{p.x * sx, p.y * sy, p.z * sz}; };
   return TruncatedPositions(model, vertices, move, positions);
 }
 
@@ -143,7 +134,7 @@ void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int3
 GeometryFault RotatedPositions(const CBinModel& model, std::span<const int32_t> vertices, EAxis axis, double angle,
                                bool radians, std::vector<SPoint>& positions) {
   const auto [s, c] = SineCosine(angle, radians);
-  const auto move = [=, sine = s, cosine = c](const SPoint& p) -> SExactPoint {
+  const auto move = [=, sine = s, cosine = c](const SPoint& p) -> Vector3 {
     switch (axis) {
       case EAxis::kX:
         return {static_cast<double>(p.x), p.y * cosine - p.z * sine, p.y * sine + p.z * cosine};
@@ -171,7 +162,7 @@ void Mirror(CBinModel& model, const SScope& scope, EAxis axis) {
   positions.reserve(vertices.size());
   for (const int32_t index : vertices) {
     SPoint position = model.Vertex(index).Position();
-    position.*Coordinate(axis) = WrapNegate(position.*Coordinate(axis));
+    Coordinate(position, axis) = WrapNegate(Coordinate(position, axis));
     positions.push_back(position);
   }
   const std::vector<int32_t> turned = FacesWithin(model, vertices);
@@ -180,9 +171,8 @@ void Mirror(CBinModel& model, const SScope& scope, EAxis axis) {
 }
 
 void Center(CBinModel& model, EAxis axis) {
-  const auto coordinate = Coordinate(axis);
   const SBounds& bounds = model.Bounds();
-  const int64_t sum = int64_t{bounds.min.*coordinate} + bounds.max.*coordinate;
+  const int64_t sum = int64_t{Coordinate(bounds.min, axis)} + Coordinate(bounds.max, axis);
   // The only half that does not fit, 2^31, comes round to where it belongs.
   const auto offset = static_cast<int32_t>(static_cast<uint32_t>(-sum / 2));
   const SPoint& unit = kAxisUnits[static_cast<size_t>(axis)];

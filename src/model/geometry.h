@@ -27,6 +27,15 @@ struct SScope {
 std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope);
 
 enum class EAxis { kX = 0, kY = 1, kZ = 2 };
+/// POINT's place on AXIS.
+constexpr int32_t& Coordinate(SPoint& point, EAxis axis) {
+  constexpr int32_t SPoint::*kMembers[] = {&SPoint::x, &SPoint::y, &SPoint::z};
+  return point.*kMembers[static_cast<size_t>(axis)];
+}
+constexpr int32_t Coordinate(const SPoint& point, EAxis axis) {
+  SPoint copy = point;
+  return Coordinate(copy, axis);
+}
 
 /// "" when done, else what stood in the way; the model is unchanged then. Resize and rotate refuse what would not fit
 /// in 32 bits.

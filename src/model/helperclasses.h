@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/vector3.h"
 #include "textures/texturestore.h"
 
 /// The parts of a CBinModel: vertices, faces, texture entries and groups.
@@ -22,6 +23,10 @@ struct SPoint {
   int32_t z = 0;
   bool operator==(const SPoint&) const = default;
 };
+
+constexpr Vector3 ToVector(const SPoint& point) {
+  return {double(point.x), double(point.y), double(point.z)};
+}
 
 /// The values that open a face record in a model file.
 enum EFaceType : uint32_t {

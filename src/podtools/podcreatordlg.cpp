@@ -17,6 +17,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "ui/faultlabel.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -29,10 +30,6 @@ constexpr QSize kUsualSize(820, 600);
 constexpr int kFilesShare = 3;
 constexpr int kNeededShare = 2;
 constexpr int kNeededNameWidth = 160;
-
-QString ToQString(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 std::vector<std::string> LocalFiles(const QMimeData& data) {
   std::vector<std::string> paths;

@@ -15,6 +15,7 @@
 #include "packing/dependencies.h"
 #include "platform/paths.h"
 #include "platform/unattendedquestions.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -23,10 +24,6 @@ namespace {
 constexpr QSize kUsualSize(860, 560);
 constexpr int kListShare = 3;
 constexpr int kPreviewShare = 2;
-
-QString ToQString(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 QString PodFileIn(const QMimeData& data) {
   for (const QUrl& url : data.urls())

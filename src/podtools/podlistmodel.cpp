@@ -8,13 +8,14 @@
 #include <algorithm>
 
 #include "ui/faultlabel.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
 namespace {
 
-QString ToQString(std::string_view name) {
-  return QString::fromStdString(DisplayName(name));
+QString Shown(std::string_view name) {
+  return ToQString(DisplayName(name));
 }
 
 }  // namespace
@@ -40,9 +41,9 @@ int CPodListModel::columnCount(const QModelIndex& parent) const {
 QString CPodListModel::Text(const SPodEntry& entry, int column) const {
   switch (column) {
     case kName:
-      return ToQString(entry.FileName());
+      return Shown(entry.FileName());
     case kFolder:
-      return ToQString(entry.Folder());
+      return Shown(entry.Folder());
     case kSize:
       return QLocale().toString(entry.length);
     default:

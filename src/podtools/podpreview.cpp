@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QLocale>
+#include <QStackedLayout>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -9,6 +10,7 @@
 #include "model/binfile.h"
 #include "platform/text.h"
 #include "podtools/podtextures.h"
+#include "ui/qstrings.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
@@ -19,10 +21,6 @@ constexpr size_t kLargestPreview = size_t{16} << 20;
 constexpr size_t kLargestText = size_t{256} << 10;
 constexpr int kSmallestSide = 220;
 constexpr int kPaletteSide = 16;
-
-QString ToQString(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 bool LooksLikeText(std::string_view text) {
   return std::none_of(text.begin(), text.end(), [](char letter) {
@@ -35,13 +33,15 @@ bool LooksLikeText(std::string_view text) {
 
 CPodPreview::CPodPreview(CSettings& settings, QWidget* parent)
     : QWidget(parent),
-      settings_(settings),
       default_colors_(ReadColorTable(settings.defpal).value_or(GreyRamp())),
       textures_(nobody_, default_colors_),
+      document_(std::make_shared<CTarnDoc>(
+          SDocumentServices{.questions = nobody_, .textures = textures_, .settings = settings})),
       pages_(new QStackedWidget),
       message_(new QLabel),
       picture_(new QLabel),
       text_(new QPlainTextEdit),
+      view_(new CTarnView(document_)),
       caption_(new QLabel) {
   setObjectName("preview");
   message_->setAlignment(Qt::AlignCenter);
@@ -51,8 +51,15 @@ CPodPreview::CPodPreview(CSettings& settings, QWidget* parent)
   text_->setReadOnly(true);
   text_->setLineWrapMode(QPlainTextEdit::NoWrap);
   text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  for (QWidget* page : {static_cast<QWidget*>(message_), static_cast<QWidget*>(picture_), static_cast<QWidget*>(text_)})
+  document_->SetReadOnly(true);
+  for (QLabel* page : {message_, picture_})
+    page->setAutoFillBackground(true);
+  view_->setFocusPolicy(Qt::ClickFocus);
+  for (QWidget* page : std::initializer_list<QWidget*>{message_, picture_, text_, view_})
     pages_->addWidget(page);
+  // The view is there from the start, and is never hidden but covered by the other pages: the first OpenGL widget in a
+  // window that is shown makes that window anew, and one that was hidden for a while can stay black.
+  static_cast<QStackedLayout*>(pages_->layout())->setStackingMode(QStackedLayout::StackAll);
   pages_->setMinimumSize(kSmallestSide, kSmallestSide);
   caption_->setObjectName("previewCaption");
   caption_->setTextFormat(Qt::PlainText);
@@ -88,28 +95,18 @@ void CPodPreview::ShowEntry(const CPodDocument& archive, size_t entry) {
   if (!shown) ShowNothing(tr("No preview for this kind of file (%1)").arg(size));
 }
 
-void CPodPreview::MakeView() {
-  if (view_ != nullptr) return;
-  document_ =
-      std::make_shared<CTarnDoc>(SDocumentServices{.questions = nobody_, .textures = textures_, .settings = settings_});
-  document_->SetReadOnly(true);
-  view_ = new CTarnView(document_);
-  pages_->addWidget(view_);
-}
-
 bool CPodPreview::ShowModel(const CPodDocument& archive, const CFileBytes& bytes) {
-  MakeView();
   document_->Model().Clear();
   CPodTextureFinder finder(archive, default_colors_, textures_, nobody_);
   const SLoadContext context{.textures = finder, .questions = nobody_, .ask_texture_size = false};
   const bool loaded = LoadBin(document_->Model(), bytes.View(), {}, context);
   images_ = finder.TakeImages();
   if (!loaded) return false;
+  pages_->setCurrentWidget(view_);  // which gives it its size
   view_->ZoomToFit();
   const CBinModel& model = document_->Model();
   caption_->setText(ToQString(
       Format("%d vertices, %d faces, %d textures", model.VertexCount(), model.FaceCount(), model.TextureCount())));
-  pages_->setCurrentWidget(view_);
   return true;
 }
 

@@ -45,7 +45,6 @@ class CPodPreview : public QWidget {
   bool ShowText(const CFileBytes& bytes);
   void ShowPicture(const QImage& image);
   void FitPicture();
-  void MakeView();
 
   /// Questions about a damaged model go nowhere: the preview then says so.
   class CNobody : public CUnattendedQuestions {
@@ -53,7 +52,6 @@ class CPodPreview : public QWidget {
     void Message(const SMessage&) override {}
   };
 
-  CSettings& settings_;
   ColorTable default_colors_;
   CNobody nobody_;
   CTextureStore textures_;
@@ -63,7 +61,7 @@ class CPodPreview : public QWidget {
   QLabel* message_;
   QLabel* picture_;
   QPlainTextEdit* text_;
-  CTarnView* view_ = nullptr;  ///< from the first model on
+  CTarnView* view_;
   QLabel* caption_;
   QImage image_;
 };

@@ -1,6 +1,6 @@
 #include "render/modelgeometry.h"
 
-#include <cmath>
+#include <algorithm>
 #include <unordered_map>
 
 #include "model/normals.h"
@@ -63,14 +63,10 @@ bool HasEdge(const CBinVertex& from, const CBinVertex& to) {
 }  // namespace
 
 CModelSpace::CModelSpace(const SBounds& bounds) {
-  const std::array<double, 3> low = {double(bounds.min.x), double(bounds.min.y), double(bounds.min.z)};
-  const std::array<double, 3> high = {double(bounds.max.x), double(bounds.max.y), double(bounds.max.z)};
-  double squares = 0.0;
-  for (size_t axis = 0; axis < 3; ++axis) {
-    center_[axis] = (low[axis] + high[axis]) / 2.0;
-    squares += (high[axis] - low[axis]) * (high[axis] - low[axis]);
-  }
-  radius_ = std::max(1.0, std::sqrt(squares) / 2.0);
+  const Vector3 low = ToVector(bounds.min);
+  const Vector3 high = ToVector(bounds.max);
+  center_ = 0.5 * (low + high);
+  radius_ = std::max(1.0, Length(high - low) / 2.0);
 }
 
 FloatPoint CModelSpace::Place(const SPoint& point) const {

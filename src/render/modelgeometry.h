@@ -19,11 +19,11 @@ class CModelSpace {
   explicit CModelSpace(const SBounds& bounds);
 
   double Radius() const { return radius_; }  ///< model units in one of ours; at least 1
-  const std::array<double, 3>& Center() const { return center_; }
+  const Vector3& Center() const { return center_; }
   std::array<float, 3> Place(const SPoint& point) const;
 
  private:
-  std::array<double, 3> center_ = {};
+  Vector3 center_ = {};
   double radius_ = 1.0;
 };
 

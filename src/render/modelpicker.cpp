@@ -191,7 +191,7 @@ std::optional<SPick> CModelPicker::Pick(const CBinModel& model, const SViewState
     StartDrawing(camera, region);
     if (state.mode != ERenderMode::kVertices) DrawFaces(model, region);
     if (!state.ShowsSurfaces()) glClear(GL_DEPTH_BUFFER_BIT);
-    DrawVertices(model, region, !state.ShowsMarkers());
+    DrawVertices(model, region, !state.ShowsMarkers(model));
     numbers = ReadNumbers(region);
   }
   const int side = region.Width();

@@ -5,6 +5,7 @@
 #include "render/geometrylists.h"
 #include "render/glstate.h"
 #include "render/modeltextures.h"
+#include "render/vertexnumbers.h"
 #include "render/viewcamera.h"
 #include "render/viewgrid.h"
 #include "render/viewmarkers.h"
@@ -70,6 +71,7 @@ struct CModelRenderer::SImpl {
   CGeometryLists lists;
   CModelTextures textures;
   CHighlights highlights;
+  CVertexNumbers numbers;
   int call_count = 0;
   GLuint shine = 0;
 
@@ -183,7 +185,7 @@ void CModelRenderer::SImpl::DrawModel(const CBinModel& model, const SViewState& 
   glLineWidth(static_cast<float>(frame.pixel_ratio));
   if (state.mode == ERenderMode::kWireframe) DrawEdges(model, ink);
   if (state.ShowsSurfaces()) DrawFaces(model, state, frame.seconds);
-  if (state.ShowsMarkers()) DrawMarkers(model, state, ink);
+  if (state.ShowsMarkers(model)) DrawMarkers(model, state, ink);
 }
 
 void CModelRenderer::Draw(const CBinModel& model, const SViewState& state, const SFrame& frame) {
@@ -200,6 +202,7 @@ void CModelRenderer::Draw(const CBinModel& model, const SViewState& state, const
   camera.EnterModelSpace();
   impl_->DrawModel(model, state, frame);
   impl_->highlights.Draw(model, impl_->lists.Space(), state, frame.marks, frame.pixel_ratio);
+  if (state.vertex_numbers && !state.only_3d) impl_->numbers.Draw(model, state, camera, frame.pixel_ratio);
   if (!state.only_3d) impl_->highlights.DrawOverlay(model, camera, frame.marks, frame.pixel_ratio);
 }
 

@@ -2,7 +2,8 @@
 
 #include <array>
 
-#include "model/binmodel.h"
+#include "model/geometry.h"
+#include "platform/vector3.h"
 #include "render/viewstate.h"
 
 namespace veldra {
@@ -16,18 +17,16 @@ struct SScreenPoint {
 
 /// What stands where in a window of WIDTH × HEIGHT pixels. Drawing, picking and dragging all go by it.
 ///
-/// Its own coordinates have their origin in the view's middle, STATE's centre or that of BOUNDS, and such a unit that
-/// the ball of radius 1 about it holds both the model and what fills the window at zoom 1. The view is along -z with y
-/// up while nothing is turned. In perspective the eye stands outside the ball whatever the zoom, which narrows its
-/// angle: nothing is cut off in front. Without perspective, what lies in the plane through the middle is as large.
+/// Its own coordinates have their origin in STATE's centre, and half of STATE's extent as their unit. The view is along
+/// -z with y up while nothing is turned. What is where follows from STATE alone: a model that grows or moves does not
+/// move the picture. BOUNDS only say how far in front and behind there is something to be drawn, and where that reaches
+/// the eye, it steps back. In perspective the zoom narrows the angle and leaves the eye where it is: nothing is cut off
+/// in front. Without perspective, what lies in the plane through the middle is as large.
 class CViewCamera {
  public:
   using Matrix = std::array<double, 16>;  ///< column by column, as OpenGL has it
-  using Vector = std::array<double, 3>;
 
   CViewCamera(const SViewState& state, const SBounds& bounds, int width, int height);
-  /// For what is drawn from a ball of RADIUS model units about CENTER.
-  CViewCamera(const SViewState& state, const Vector& center, double radius, int width, int height);
   /// The same picture of the same model.
   bool operator==(const CViewCamera&) const = default;
 
@@ -35,40 +34,44 @@ class CViewCamera {
   void Load() const;
   /// After Load: on to the coordinates of the model's CModelSpace.
   void EnterModelSpace() const;
+  /// After Load: on to the model's own coordinates, in units of SCALE.
+  void EnterModel(double scale) const;
 
-  double Unit() const { return unit_; }  ///< model units in one of the camera's
-  const Vector& Middle() const { return middle_; }
+  double Unit() const { return unit_; }    ///< model units in one of the camera's
+  double Reach() const { return reach_; }  ///< of the model from the middle, in the camera's units; at least 1
+  const Vector3& Middle() const { return middle_; }
   int Width() const { return width_; }
   int Height() const { return height_; }
 
-  SScreenPoint Project(const SPoint& point) const;
+  SScreenPoint Project(const Vector3& point) const;
+  SScreenPoint Project(const SPoint& point) const { return Project(ToVector(point)); }
   /// How a point at AT moves in model units when it is moved by RIGHT and DOWN pixels in the view's plane.
-  Vector Movement(const SPoint& at, double right, double down) const;
+  Vector3 Movement(const Vector3& at, double right, double down) const;
   /// How many pixels to the right and down a point at AT moves with one model unit along DIRECTION.
-  std::array<double, 2> Pixels(const SPoint& at, const Vector& direction) const;
+  std::array<double, 2> Pixels(const Vector3& at, const Vector3& direction) const;
   /// From AT toward who looks, in model axes; not of length 1.
-  Vector TowardViewer(const SPoint& at) const;
+  Vector3 TowardViewer(const SPoint& at) const;
 
  private:
-  Vector Eye(const Vector& point) const;
-  double Depth(const Vector& eye) const;
+  Vector3 Eye(const Vector3& point) const;
+  double Depth(const Vector3& eye) const;
 
   int width_;
   int height_;
   bool orthographic_;
-  Vector middle_ = {};
-  Vector space_offset_ = {};
+  Vector3 middle_;
+  Vector3 space_offset_ = {};
   double space_scale_ = 1.0;
   double unit_ = 1.0;
-  std::array<Vector, 3> turn_ = {};  ///< rows
+  double reach_ = 1.0;
+  double distance_ = 1.0;  ///< of the eye from the middle
+  double front_ = 0.0;     ///< from the eye, as is the next
+  double back_ = 1.0;
+  std::array<Vector3, 3> turn_ = {};  ///< rows
   double scale_x_ = 1.0;
   double scale_y_ = 1.0;
   double pan_x_ = 0.0;
   double pan_y_ = 0.0;
 };
-
-/// Sets OpenGL's viewport and matrices for STATE, for what has its own coordinates: about the origin, RADIUS model
-/// units away at most. Returns this radius in the camera's units, 0 to 1.
-double SetCamera(const SViewState& state, double radius, int width, int height);
 
 }  // namespace veldra

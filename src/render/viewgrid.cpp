@@ -11,7 +11,7 @@ namespace veldra {
 
 namespace {
 
-/// How far the grid reaches, in the camera's units.
+/// How far the grid reaches, in parts of what the model does.
 constexpr double kHalfSide = 0.95;
 constexpr double kMostLines = 120.0;
 constexpr double kCellsInSight = 12.0;
@@ -45,7 +45,7 @@ struct SPlane {
 
 SPlane PlaneOf(const SGrid& grid, const SBounds& bounds, const CViewCamera& camera) {
   if (!grid.is_upright) return {.axis = 1, .at = double(bounds.min.y)};
-  const CViewCamera::Vector toward = camera.TowardViewer({});
+  const Vector3 toward = camera.TowardViewer({});
   const size_t axis = std::abs(toward[0]) > std::abs(toward[2]) ? 0 : 2;
   const CModelSpace space(bounds);
   const SPoint far_end = toward[axis] > 0.0 ? bounds.min : bounds.max;
@@ -54,7 +54,8 @@ SPlane PlaneOf(const SGrid& grid, const SBounds& bounds, const CViewCamera& came
 
 /// The two ends of each line of every STEP-th multiple of the spacing, but for those that a coarser grid has.
 std::vector<FloatPoint> Lines(const SPlane& plane, double spacing, int skipped_step, const CViewCamera& camera) {
-  const double half = kHalfSide * camera.Unit();
+  const double half_side = kHalfSide * camera.Reach();
+  const double half = half_side * camera.Unit();
   const size_t across[] = {(plane.axis + 1) % 3, (plane.axis + 2) % 3};
   std::vector<FloatPoint> ends;
   for (const size_t axis : across) {
@@ -67,7 +68,7 @@ std::vector<FloatPoint> Lines(const SPlane& plane, double spacing, int skipped_s
       FloatPoint point = {};
       point[axis] = static_cast<float>((line * spacing - middle) / camera.Unit());
       point[plane.axis] = static_cast<float>((plane.at - camera.Middle()[plane.axis]) / camera.Unit());
-      for (const double end : {-kHalfSide, kHalfSide}) {
+      for (const double end : {-half_side, half_side}) {
         point[along] = static_cast<float>(end);
         ends.push_back(point);
       }
@@ -88,7 +89,8 @@ void DrawLines(const std::vector<FloatPoint>& ends, const SColor& color) {
 SGrid GridFor(const SViewState& state, const CViewCamera& camera) {
   const double extent = std::isfinite(state.extent) ? state.extent : 1.0;
   const double zoom = std::isfinite(state.zoom) && state.zoom > 0.0 ? state.zoom : 1.0;
-  const double wanted = std::max(extent / zoom / kCellsInSight, 2.0 * kHalfSide * camera.Unit() / kMostLines);
+  const double wanted =
+      std::max(extent / zoom / kCellsInSight, 2.0 * kHalfSide * camera.Reach() * camera.Unit() / kMostLines);
   const SRotation& turned = state.rotation;
   const bool is_upright = IsMultiple(turned.x, 360.0) && IsMultiple(turned.y, 90.0) && IsMultiple(turned.z, 180.0);
   return {.spacing = RoundedUp(wanted), .is_upright = is_upright};

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "render/glstate.h"
@@ -38,6 +39,14 @@ constexpr std::array<SStroke, 4> kHairs = {{{kHairFrom, 0, kHairTo, 0},
                                             {-kHairFrom, 0, -kHairTo, 0},
                                             {0, kHairFrom, 0, kHairTo},
                                             {0, -kHairFrom, 0, -kHairTo}}};
+
+/// DIGIT: 0 to 9.
+std::vector<SStroke> StrokesOf(int digit) {
+  std::vector<SStroke> strokes;
+  for (size_t k = 0; k < kDigitStrokes.size(); ++k)
+    if ((kDigits[static_cast<size_t>(digit)] >> k & 1U) != 0) strokes.push_back(kDigitStrokes[k]);
+  return strokes;
+}
 
 void DrawStrokes(std::span<const SStroke> strokes, double left, double top, double scale) {
   glBegin(GL_LINES);
@@ -146,10 +155,34 @@ void DrawNumber(const SScreenPoint& at, int number, double pixel_ratio) {
       glVertex2dv(corner.data());
     glEnd();
   }
-  std::vector<SStroke> strokes;
-  for (size_t k = 0; k < kDigitStrokes.size(); ++k)
-    if ((kDigits[static_cast<size_t>(number % 10)] >> k & 1U) != 0) strokes.push_back(kDigitStrokes[k]);
-  DrawStrokes(strokes, left + 4.0 * pixel_ratio, top + 3.0 * pixel_ratio, 6.0 * pixel_ratio);
+  DrawStrokes(StrokesOf(number % 10), left + 4.0 * pixel_ratio, top + 3.0 * pixel_ratio, 6.0 * pixel_ratio);
+}
+
+void DrawBand(const SScreenPoint& from, const SScreenPoint& to, double pixel_ratio) {
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
+  glColor4ub(130, 180, 230, 90);
+  glRectd(from.x, from.y, to.x, to.y);
+  glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+  glLineWidth(static_cast<float>(pixel_ratio));
+  SetColor({70, 140, 210});
+  glRectd(from.x, from.y, to.x, to.y);
+}
+
+void AppendNumber(int32_t number, double left, double top, double scale, std::vector<FloatPoint>& ends) {
+  constexpr double kDigitSize = 5.0;
+  const auto append = [&](double x, double y) {
+    ends.push_back(
+        {static_cast<float>(left + x * kDigitSize * scale), static_cast<float>(top + y * kDigitSize * scale), 0.0F});
+  };
+  for (const char digit : std::to_string(number)) {
+    for (const SStroke& stroke : StrokesOf(digit - '0')) {
+      append(stroke.x1, stroke.y1);
+      append(stroke.x2, stroke.y2);
+    }
+    left += kDigitAdvance * scale;
+  }
 }
 
 double BallRadius(int count) {

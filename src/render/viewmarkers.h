@@ -1,6 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include "platform/glcontext.h"
+#include "render/modelgeometry.h"
 #include "render/viewcamera.h"
 #include "settings/settings.h"
 
@@ -30,6 +33,13 @@ void EnterWindow(int width, int height);
 void DrawCrossHairs(const SScreenPoint& at, double pixel_ratio);
 /// A flag with NUMBER, 1 to 9, that points to AT.
 void DrawNumber(const SScreenPoint& at, int number, double pixel_ratio);
+/// A rectangle that is being drawn with the mouse, in the window's coordinates.
+void DrawBand(const SScreenPoint& from, const SScreenPoint& to, double pixel_ratio);
+/// How far apart the digits of AppendNumber are, before scaling.
+inline constexpr double kDigitAdvance = 8.0;
+/// Appends the strokes of NUMBER, 0 or more, two ends each: from LEFT and TOP in the window, 10 pixels high times
+/// SCALE.
+void AppendNumber(int32_t number, double left, double top, double scale, std::vector<FloatPoint>& ends);
 
 /// Picture of what a shiny face mirrors, for GL_SPHERE_MAP: a bright spot and a soft sky on black, to be added to the
 /// face's own colours. Hands it over to the texture that is bound.

@@ -1,7 +1,8 @@
 #include "render/viewstate.h"
 
 #include <algorithm>
-#include <cmath>
+
+#include "model/geometry.h"
 
 namespace veldra {
 
@@ -12,6 +13,7 @@ SViewState SViewState::FromSettings(const CSettings& settings) {
   state.only_3d = settings.only_3d != 0;
   state.axes = settings.axes_3d != 0;
   state.vertices = settings.verts_3d != 0;
+  state.vertex_numbers = settings.vertex_numbers != 0;
   state.high_quality = settings.quality_3d != 0;
   state.transparency = settings.show_trans != 0;
   state.follow_current_face = settings.follow_face != 0;
@@ -34,20 +36,22 @@ void SViewState::ZoomOut() {
   zoom = next > zoom_step * (1.0 + 1e-9) ? next : zoom_step;
 }
 
-void SViewState::ZoomToFit(const int32_t (&bounds)[6]) {
-  double largest = 0.0;
-  double squares = 0.0;
-  for (int axis = 0; axis < 3; ++axis) {
-    const double low = bounds[axis];
-    const double high = bounds[axis + 3];
-    largest = std::max({largest, std::abs(low), std::abs(high)});
-    squares += (high - low) * (high - low);
-  }
-  extent = std::max({1.0, 2.0 * largest, std::sqrt(squares)});
+bool SViewState::ShowsMarkers(const CBinModel& model) const {
+  return mode == ERenderMode::kVertices || (vertices && !only_3d) || model.FaceCount() == 0;
+}
+
+bool SViewState::Shows(const CBinModel& model, const CBinVertex& vertex) const {
+  return !vertex.Faces().Empty() || ShowsMarkers(model);
+}
+
+void SViewState::ZoomToFit(const SBounds& bounds) {
+  const Vector3 low = ToVector(bounds.min);
+  const Vector3 high = ToVector(bounds.max);
+  extent = std::max(1.0, Length(high - low));
+  center = 0.5 * (low + high);
   zoom = 1.0;
   pan_x = 0.0;
   pan_y = 0.0;
-  center.reset();
 }
 
 }  // namespace veldra

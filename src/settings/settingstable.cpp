@@ -283,6 +283,8 @@ void AddEditing(Rows& rows) {
           Switch<&CSettings::show_grid>("SHOWGRID", false, Page::kView, "New views show a grid to scale."),
           Switch<&CSettings::orthographic>("ORTHOVIEW", false, Page::kView,
                                            "New views show the model without perspective."),
+          Switch<&CSettings::vertex_numbers>("VERTEXNUMBERS", false, Page::kView,
+                                             "New views show the numbers of the vertices."),
       });
 }
 

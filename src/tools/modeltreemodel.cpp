@@ -6,6 +6,7 @@
 #include "model/texturepicture.h"
 #include "platform/text.h"
 #include "tools/toolwidget.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -13,10 +14,6 @@ namespace {
 
 // An index says in its id whose child it is: 0 for a section, else the section's number and 1.
 constexpr quintptr kTopLevel = 0;
-
-QString Shown(const std::string& text) {
-  return QString::fromStdString(ToUtf8(text));
-}
 
 }  // namespace
 
@@ -178,7 +175,7 @@ QString CModelTreeModel::TextOf(const SPlace& place) const {
   }
   const auto kind = place.section == kFaceGroups ? EGroupKind::kFaces : EGroupKind::kVertices;
   const CBinGroup& group = model.GroupsOf(kind)[static_cast<size_t>(place.number)];
-  return QStringLiteral("%1 (%L2)").arg(Shown(group.Name())).arg(group.Members().size());
+  return QStringLiteral("%1 (%L2)").arg(GameToQString(group.Name())).arg(group.Members().size());
 }
 
 QString CModelTreeModel::SectionText(ESection section) const {
@@ -191,7 +188,7 @@ QString CModelTreeModel::SectionText(ESection section) const {
 QString CModelTreeModel::FaceText(const CBinFace& face) const {
   const QString type = QString::fromUtf8(FaceTypeLabel(face.Type()));
   if (face.Texture() == nullptr) return QStringLiteral("%1: %2").arg(face.Index()).arg(type);
-  return QStringLiteral("%1: %2, %3").arg(face.Index()).arg(Shown(face.Texture()->Name()), type);
+  return QStringLiteral("%1: %2, %3").arg(face.Index()).arg(GameToQString(face.Texture()->Name()), type);
 }
 
 }  // namespace veldra

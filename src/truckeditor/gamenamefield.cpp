@@ -7,6 +7,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "ui/faultlabel.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -15,10 +16,6 @@ namespace {
 /// The game's files have a byte a letter.
 std::string ToGameText(const QString& text) {
   return text.toLatin1().toStdString();
-}
-
-QString FromGameText(const std::string& text) {
-  return QString::fromStdString(ToUtf8(text));
 }
 
 bool IsGameText(const QString& text) {
@@ -83,7 +80,7 @@ void CGameNameField::SetFurtherRule(std::function<QString(const std::string& nam
 void CGameNameField::Refresh() {
   const std::string* const text = context_.document.Look(place_);
   const bool is_there = text != nullptr;
-  if (is_there && (!is_there_ || shown_ != *text)) edit_->setText(FromGameText(*text));
+  if (is_there && (!is_there_ || shown_ != *text)) edit_->setText(GameToQString(*text));
   if (!is_there) edit_->clear();
   is_there_ = is_there;
   shown_ = is_there ? *text : "";
@@ -140,7 +137,7 @@ void CGameNameField::SayWhere(const std::string& name) {
     if (file.place != SDependency::EPlace::kMissing) where = file.source.bytes.path;
     if (file.place != SDependency::EPlace::kMissing || file.is_stock) continue;
     all_stock = false;
-    missing.append(FromGameText(TruckFileName(each, type_)));
+    missing.append(GameToQString(TruckFileName(each, type_)));
   }
   if (!missing.isEmpty()) return Say(tr("Not found: %1").arg(missing.join(", ")), true);
   if (where.empty() && all_stock) return Say(tr("Every installation has it"), false);

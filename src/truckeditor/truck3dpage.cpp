@@ -34,8 +34,8 @@ QWidget* CTruck3dPage::MakeSide() {
   auto* layout = new QVBoxLayout(side);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* hint =
-      new QLabel(tr("Click a point to select it and drag it in the plane of the screen. Elsewhere the left button "
-                    "turns the truck, the middle one moves it, the wheel zooms."));
+      new QLabel(tr("Click a point to select it and drag it in the plane of the screen. Elsewhere the mouse turns and "
+                    "moves the truck as in the editor's 3D view; the wheel zooms."));
   hint->setWordWrap(true);
   layout->addWidget(hint);
   points_->setObjectName("points");
@@ -86,7 +86,10 @@ QWidget* CTruck3dPage::MakeOptions() {
   add(tr("Light c&ones"), "showCones", true, [this](bool on) { view_->Overlay().cones = on; });
   add(tr("Lights turn and &blink"), "animate", false, [this](bool on) { view_->SetAnimated(on); });
   add(tr("&Wireframe"), "wireframe", false,
-      [this](bool on) { view_->State().ChooseMode(on ? ERenderMode::kWireframe : ERenderMode::kTextured); });
+      [this](bool on) { view_->SetMode(on ? ERenderMode::kWireframe : ERenderMode::kTextured); });
+  add(tr("G&rid"), "grid", view_->State().grid, [this](bool on) {
+    if (on != view_->State().grid) view_->ToggleGrid();
+  });
   return box;
 }
 

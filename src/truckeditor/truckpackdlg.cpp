@@ -7,16 +7,13 @@
 
 #include "platform/text.h"
 #include "ui/faultlabel.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
 namespace {
 
 enum EColumn { kName, kSize, kWhere, kNeededBy, kColumnCount };
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(ToUtf8(text));
-}
 
 }  // namespace
 
@@ -61,11 +58,11 @@ void CTruckPackDialog::FillList() {
     for (const STruckPackRow& row : plan_.rows) {
       if (row.is_missing != is_missing) continue;
       auto* item = new QTreeWidgetItem(list_);
-      item->setText(kName, Text(row.name));
+      item->setText(kName, GameToQString(row.name));
       item->setText(kSize, row.length ? QLocale::c().toString(static_cast<qulonglong>(*row.length)) : QString());
       item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
-      item->setText(kNeededBy, Text(row.needed_by));
-      item->setToolTip(kWhere, Text(row.where));
+      item->setText(kNeededBy, GameToQString(row.needed_by));
+      item->setToolTip(kWhere, GameToQString(row.where));
       item->setData(kName, Qt::UserRole, QVariant::fromValue(static_cast<qlonglong>(&row - plan_.rows.data())));
     }
   }
@@ -89,7 +86,7 @@ void CTruckPackDialog::Refresh() {
     const bool is_fault = row.is_missing && !row.is_stock;
     item->setText(kWhere, row.is_missing && !row.is_stock ? tr("not found")
                           : is_left_out                   ? tr("left out: every installation has it")
-                                                          : Text(row.where));
+                                                          : GameToQString(row.where));
     const QColor color = is_fault
                              ? FaultColor(palette())
                              : palette().color(is_left_out ? QPalette::Disabled : QPalette::Active, QPalette::Text);

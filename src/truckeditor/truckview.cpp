@@ -1,59 +1,73 @@
 #include "truckeditor/truckview.h"
 
 #include <QMouseEvent>
-#include <QOpenGLContext>
-#include <QPainter>
 #include <QTimerEvent>
-#include <QWheelEvent>
 #include <cmath>
 
-#include "view/orbit.h"
+#include "view/viewmouse.h"
 
 namespace veldra {
 
 namespace {
 
-constexpr double kDegreesPerPixel = 0.4;
-constexpr double kZoomPerNotch = 1.15;
-constexpr double kWheelUnitsPerNotch = 120.0;
-constexpr double kLargestZoom = 1000.0;
 constexpr double kPickDistance = 9.0;  ///< pixels
 constexpr int kAnimationMs = 16;
+constexpr double kUsualReach = 10;  ///< feet
 constexpr SRotation kFirstLook = {.x = 18, .y = -35, .z = 0};
 
-QSurfaceFormat ViewFormat() {
-  QSurfaceFormat format;
-  format.setRenderableType(QSurfaceFormat::OpenGL);
-  format.setProfile(QSurfaceFormat::CompatibilityProfile);
-  format.setDepthBufferSize(24);
-  format.setSamples(4);
-  return format;
+/// The selected point of a truck, dragged in the plane of the screen: one step of undoing.
+class CPointHold : public CViewHold {
+ public:
+  CPointHold(CTruckView& view, CTruckDocument& document, const STruckPointId& id, const QPointF& from)
+      : view_(view), document_(document), camera_(view.Camera()), id_(id), from_(from) {
+    if (const TruckPoint* const point = FindTruckPoint(document.Truck(), id)) start_ = *point;
+  }
+
+  void MoveTo(const QPointF& to) override;
+  void Drop(Qt::KeyboardModifiers) override { document_.EndStep(); }
+  void Cancel() override {
+    Put(start_);
+    document_.EndStep();
+  }
+
+ private:
+  void Put(const TruckPoint& at) {
+    document_.Change("drag", [&](CTruck& truck) {
+      if (TruckPoint* const point = FindTruckPoint(truck, id_)) *point = at;
+    });
+  }
+
+  CTruckView& view_;
+  CTruckDocument& document_;
+  CViewCamera camera_;
+  STruckPointId id_;
+  QPointF from_;
+  TruckPoint start_ = {};
+};
+
+void CPointHold::MoveTo(const QPointF& to) {
+  const QPointF moved = (to - from_) * view_.devicePixelRatioF();
+  const double units = view_.UnitsPerFoot();
+  TruckPoint target = start_ + 1.0 / units * camera_.Movement(units * start_, moved.x(), moved.y());
+  // As many decimals as a truck file holds.
+  for (double& value : target)
+    value = std::round(value * 1e6) / 1e6;
+  Put(target);
 }
 
 }  // namespace
 
-CTruckView::CTruckView(const STruckPageContext& context, QWidget* parent) : QOpenGLWidget(parent), context_(context) {
+CTruckView::CTruckView(const STruckPageContext& context, QWidget* parent)
+    : C3DView(context.settings, parent), context_(context) {
   setObjectName("truckView");
-  setFormat(ViewFormat());
-  setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(320, 240);
-  state_ = SViewState::FromSettings(context.settings);
-  state_.ChooseMode(ERenderMode::kTextured);
-  state_.vertices = false;
-  state_.transparency = true;
-  state_.rotation = kFirstLook;
+  SViewState& state = MutableState();
+  state.ChooseMode(ERenderMode::kTextured);
+  state.vertices = state.vertex_numbers = false;
+  state.only_3d = false;
+  state.transparency = true;
+  state.rotation = kFirstLook;
   connect(&context.document, &CTruckDocument::Changed, this, &CTruckView::OnTruckChanged);
-}
-
-CTruckView::~CTruckView() {
-  DropGraphics();
-}
-
-void CTruckView::DropGraphics() {
-  if (renderer_ == nullptr) return;
-  makeCurrent();
-  renderer_.reset();
-  doneCurrent();
 }
 
 void CTruckView::Reload() {
@@ -90,20 +104,12 @@ void CTruckView::SetAnimated(bool animated) {
   update();
 }
 
-void CTruckView::ZoomToFit() {
-  const SBounds& bounds = scene_.PartBounds();
-  const int32_t corners[6] = {bounds.min.x, bounds.min.y, bounds.min.z, bounds.max.x, bounds.max.y, bounds.max.z};
-  state_.ZoomToFit(corners);
+void CTruckView::Fit() {
+  C3DView::Fit();
+  if (!(scene_.PartBounds() == SBounds())) return;
   // Without models: some room about where the tires usually are.
-  constexpr double kUsualLength = 20;
-  if (bounds == SBounds()) state_.extent = kUsualLength * units_per_foot_;
-  update();
-}
-
-void CTruckView::initializeGL() {
-  has_context_ = context() != nullptr && !context()->isOpenGLES();
-  renderer_ = std::make_unique<CModelRenderer>();
-  connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CTruckView::DropGraphics, Qt::UniqueConnection);
+  const auto reach = static_cast<int32_t>(kUsualReach * units_per_foot_);
+  MutableState().ZoomToFit({{-reach, -reach, -reach}, {reach, reach, reach}});
 }
 
 /// The models as the truck names them now, in their places.
@@ -114,8 +120,8 @@ void CTruckView::FollowTruck() {
   };
   const int before = scene_.Generation();
   follow(is_stale_);
-  // The renderer knows a model by its address, which a new one may have too.
-  if (scene_.Generation() != before) renderer_ = std::make_unique<CModelRenderer>();
+  // The new model's textures may lie where those of the old one did.
+  if (scene_.Generation() != before) RenewGraphics();
   if (!is_stale_) return;
   is_stale_ = false;
   const double guess = GuessUnitsPerFoot(truck, scene_.BodyLength());
@@ -127,31 +133,29 @@ void CTruckView::FollowTruck() {
   ZoomToFit();
 }
 
-void CTruckView::paintGL() {
-  if (!has_context_ || renderer_ == nullptr || context_.files == nullptr) return;
+bool CTruckView::PrepareFrame() {
+  if (context_.files == nullptr) return false;
   FollowTruck();
-  const double ratio = devicePixelRatioF();
-  const int pixels_wide = static_cast<int>(std::lround(width() * ratio));
-  const int pixels_high = static_cast<int>(std::lround(height() * ratio));
-  overlay_.pixel_ratio = ratio;
+  overlay_.pixel_ratio = devicePixelRatioF();
   overlay_.seconds = timer_.isActive() ? static_cast<double>(time_.elapsed()) / 1000.0 : 0.0;
-  renderer_->Draw(scene_.Model(), state_,
-                  {.width = pixels_wide, .height = pixels_high, .seconds = overlay_.seconds, .pixel_ratio = ratio});
-  // Half the diagonal of the cube that the scene's bounds are.
-  const double radius = std::sqrt(3.0) * scene_.Model().Bound(3);
-  camera_ = CTruckCamera(state_, radius, units_per_foot_, pixels_wide, pixels_high);
-  DrawTruckOverlay(context_.document.Truck(), overlay_, *context_.textures, scene_.HasTires());
+  return true;
+}
+
+void CTruckView::DrawOver(const CViewCamera& camera) {
+  DrawTruckOverlay(context_.document.Truck(), overlay_, camera, units_per_foot_, *context_.textures, scene_.HasTires());
 }
 
 void CTruckView::timerEvent(QTimerEvent* event) {
-  if (event->timerId() == timer_.timerId()) update();
+  if (event->timerId() != timer_.timerId()) return C3DView::timerEvent(event);
+  update();
 }
 
 std::optional<QPointF> CTruckView::PlaceOf(const STruckPointId& id) const {
   const TruckPoint* const point = FindTruckPoint(context_.document.Truck(), id);
-  const auto at = point != nullptr && IsShown(overlay_, id) ? camera_.Project(*point) : std::nullopt;
-  if (!at) return std::nullopt;
-  return QPointF(at->x, at->y) / devicePixelRatioF();
+  if (point == nullptr || !IsShown(overlay_, id)) return std::nullopt;
+  const SScreenPoint at = Camera().Project(InUnits(*point));
+  if (!(at.depth >= 0.0 && at.depth <= 1.0)) return std::nullopt;
+  return QPointF(at.x, at.y) / devicePixelRatioF();
 }
 
 /// The nearest to the place; of two as near, the one in front.
@@ -169,57 +173,12 @@ std::optional<STruckPointId> CTruckView::PointAt(const QPointF& place) const {
   return best;
 }
 
-void CTruckView::mousePressEvent(QMouseEvent* event) {
-  last_mouse_ = event->position();
-  if (event->button() != Qt::LeftButton) return;
-  const auto point = PointAt(event->position());
-  if (!point) return;
+std::unique_ptr<CViewHold> CTruckView::Grab(const QMouseEvent& press, EMouseDrag) {
+  const auto point = IsPlainPress(press) ? PointAt(press.position()) : std::nullopt;
+  if (!point) return nullptr;
   Select(point);
   context_.document.EndStep();
-  is_dragging_ = true;
-}
-
-void CTruckView::Drag(const QPointF& to) {
-  const auto id = overlay_.selected;
-  const TruckPoint* const point = id ? FindTruckPoint(context_.document.Truck(), *id) : nullptr;
-  const auto at = point != nullptr ? camera_.Project(*point) : std::nullopt;
-  if (!at) return;
-  const QPointF moved = (to - last_mouse_) * devicePixelRatioF();
-  auto target = camera_.Unproject({at->x + moved.x(), at->y + moved.y(), at->depth});
-  if (!target) return;
-  // As many decimals as a truck file holds.
-  for (double& value : *target)
-    value = std::round(value * 1e6) / 1e6;
-  context_.document.Change("drag", [&](CTruck& truck) { *FindTruckPoint(truck, *id) = *target; });
-}
-
-void CTruckView::mouseMoveEvent(QMouseEvent* event) {
-  const QPointF moved = event->position() - last_mouse_;
-  if (is_dragging_) {
-    Drag(event->position());
-  } else if ((event->buttons() & Qt::MiddleButton) != 0 ||
-             ((event->buttons() & Qt::LeftButton) != 0 && (event->modifiers() & Qt::ShiftModifier) != 0)) {
-    state_.pan_x += moved.x() / SmallerSide();
-    state_.pan_y -= moved.y() / SmallerSide();
-  } else if ((event->buttons() & Qt::LeftButton) != 0) {
-    state_.rotation =
-        Turned(state_.rotation, {.screen_x = moved.y() * kDegreesPerPixel, .model_y = moved.x() * kDegreesPerPixel});
-  }
-  last_mouse_ = event->position();
-  update();
-}
-
-void CTruckView::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !is_dragging_) return;
-  is_dragging_ = false;
-  context_.document.EndStep();
-}
-
-void CTruckView::wheelEvent(QWheelEvent* event) {
-  const double notches = event->angleDelta().y() / kWheelUnitsPerNotch;
-  state_.zoom = std::clamp(state_.zoom * std::pow(kZoomPerNotch, notches), state_.zoom_step, kLargestZoom);
-  event->accept();
-  update();
+  return std::make_unique<CPointHold>(*this, context_.document, *point, press.position());
 }
 
 }  // namespace veldra

@@ -4,7 +4,7 @@
 #include <numbers>
 
 #include "platform/glcontext.h"
-#include "render/viewcamera.h"
+#include "platform/vector3.h"
 
 namespace veldra {
 
@@ -29,19 +29,6 @@ void SetColor(const SColor& color, double opacity) {
   glColor4ub(color.red, color.green, color.blue, static_cast<GLubyte>(255.0 * opacity));
 }
 
-TruckPoint Cross(const TruckPoint& a, const TruckPoint& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-TruckPoint Normalized(const TruckPoint& a) {
-  const double length = std::hypot(a[0], a[1], a[2]);
-  return {a[0] / length, a[1] / length, a[2] / length};
-}
-
-TruckPoint Moved(const TruckPoint& from, const TruckPoint& direction, double distance) {
-  return {from[0] + direction[0] * distance, from[1] + direction[1] * distance, from[2] + direction[2] * distance};
-}
-
 /// Points of circles about a line.
 class CRing {
  public:
@@ -52,7 +39,7 @@ class CRing {
   }
   void Vertex(double radius, int side) const {
     const double angle = 2.0 * std::numbers::pi * side / kSides;
-    const TruckPoint at = Moved(Moved(middle_, across_, radius * std::cos(angle)), up_, radius * std::sin(angle));
+    const TruckPoint at = middle_ + radius * std::cos(angle) * across_ + radius * std::sin(angle) * up_;
     glVertex3dv(at.data());
   }
   void Draw(double radius) const {
@@ -63,15 +50,15 @@ class CRing {
   }
 
  private:
-  TruckPoint middle_;
-  TruckPoint across_;
-  TruckPoint up_;
+  Vector3 middle_;
+  Vector3 across_;
+  Vector3 up_;
 };
 
 void DrawCone(const TruckLight& light, const SColor& color, double seconds) {
   const TruckPoint direction = LightDirection(light, seconds);
   const CRing base(light.position, direction);
-  const CRing rim(Moved(light.position, direction, light.cone_length), direction);
+  const CRing rim(light.position + light.cone_length * direction, direction);
   glBegin(GL_QUAD_STRIP);
   for (int side = 0; side <= kSides; ++side) {
     SetColor(color, 0.5);
@@ -115,39 +102,6 @@ void DrawTireRings(const CTruck& truck, const std::array<bool, kTireCount>& has_
 
 }  // namespace
 
-CTruckCamera::CTruckCamera(const SViewState& state, double model_radius, double units_per_foot, int width, int height) {
-  const double radius_on_screen = SetCamera(state, model_radius, width, height);
-  feet_scale_ = radius_on_screen / model_radius * units_per_foot;
-  ScaleToFeet();
-  glGetDoublev(GL_MODELVIEW_MATRIX, model_view_.data());
-  glGetDoublev(GL_PROJECTION_MATRIX, projection_.data());
-  viewport_ = {0, 0, width, height};
-}
-
-void CTruckCamera::ScaleToFeet() const {
-  glMatrixMode(GL_MODELVIEW);
-  glScaled(feet_scale_, feet_scale_, feet_scale_);
-}
-
-std::optional<CTruckCamera::SWindowPoint> CTruckCamera::Project(const TruckPoint& feet) const {
-  SWindowPoint at;
-  if (gluProject(feet[0], feet[1], feet[2], model_view_.data(), projection_.data(), viewport_.data(), &at.x, &at.y,
-                 &at.depth) != GL_TRUE)
-    return std::nullopt;
-  at.y = viewport_[3] - at.y;
-  if (!(at.depth >= 0 && at.depth <= 1)) return std::nullopt;
-  return at;
-}
-
-std::optional<TruckPoint> CTruckCamera::Unproject(const SWindowPoint& point) const {
-  TruckPoint feet{};
-  if (gluUnProject(point.x, viewport_[3] - point.y, point.depth, model_view_.data(), projection_.data(),
-                   viewport_.data(), &feet[0], &feet[1], &feet[2]) != GL_TRUE)
-    return std::nullopt;
-  const bool is_finite = std::isfinite(feet[0]) && std::isfinite(feet[1]) && std::isfinite(feet[2]);
-  return is_finite ? std::optional<TruckPoint>(feet) : std::nullopt;
-}
-
 bool IsShown(const SOverlay& overlay, const STruckPointId& id) {
   if (id.kind == ETruckPoint::kScrapePoint) return overlay.scrape_points;
   return id.kind == ETruckPoint::kLight ? overlay.lights : overlay.positions;
@@ -164,8 +118,10 @@ bool IsLit(const TruckLight& light, double seconds) {
   return std::fmod(seconds, period) < light.ms_on / 1000.0;
 }
 
-void DrawTruckOverlay(const CTruck& truck, const SOverlay& overlay, CTruckTextures& textures,
-                      const std::array<bool, kTireCount>& has_tire) {
+void DrawTruckOverlay(const CTruck& truck, const SOverlay& overlay, const CViewCamera& camera, double units_per_foot,
+                      CTruckTextures& textures, const std::array<bool, kTireCount>& has_tire) {
+  camera.Load();
+  camera.EnterModel(units_per_foot);
   glPushAttrib(GL_ALL_ATTRIB_BITS);
   glDisable(GL_LIGHTING);
   glDisable(GL_TEXTURE_2D);

@@ -93,6 +93,7 @@ void CTruckScene::ReadAll(const CTruck& truck, CTruckFiles& files, CTruckTexture
       return Add(name, EPlace::kTire, tire, files, textures);
     });
   }
+  if (parts_.empty()) model_ = std::make_unique<CBinModel>();
 }
 
 bool CTruckScene::Add(const std::string& name, EPlace place, size_t tire, CTruckFiles& files,
@@ -134,6 +135,8 @@ void CTruckScene::MoveParts(const CTruck& truck, double units_per_foot) {
 }
 
 void CTruckScene::FollowBounds() {
+  part_bounds_ = {};
+  if (parts_.empty()) return;
   std::vector<int32_t> vertices(static_cast<size_t>(model_->VertexCount() - kAnchors));
   std::iota(vertices.begin(), vertices.end(), kAnchors);
   part_bounds_ = model_->BoundsOfVertices(vertices).value_or(SBounds());

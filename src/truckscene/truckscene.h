@@ -23,8 +23,8 @@ class CTruckScene {
   void Follow(const CTruck& truck, CTruckFiles& files, CTruckTextures& textures, double units_per_foot,
               bool again = false);
 
-  /// Its bounds are a cube about the truck's origin that holds every part: two vertices of no face see to that, so that
-  /// the view of it stays where it is while parts move.
+  /// Its bounds are a cube about the truck's origin that holds every part and has room for lights and cones: two
+  /// vertices of no face see to that. Without parts it is empty.
   const CBinModel& Model() const { return *model_; }
   /// Grows whenever Model() is another object: who draws it starts anew.
   int Generation() const { return generation_; }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QTreeWidget>
 #include <QWidget>
 
 #include "settings/settings.h"
@@ -14,11 +13,6 @@ class CCommandPage : public QWidget {
  public:
   /// The columns' widths are kept in SETTINGS, which must outlive the page.
   explicit CCommandPage(CSettings& settings, QWidget* parent = nullptr);
-
- private:
-  void Fill();
-
-  QTreeWidget* list_;
 };
 
 }  // namespace veldra

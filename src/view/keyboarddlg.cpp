@@ -5,8 +5,11 @@
 #include <QVBoxLayout>
 
 #include "ui/dialogplace.h"
+#include "ui/qstrings.h"
 #include "view/commandpage.h"
 #include "view/keyboardpage.h"
+#include "view/mousegestures.h"
+#include "view/rowlist.h"
 
 namespace veldra {
 
@@ -14,15 +17,37 @@ namespace {
 
 constexpr QSize kFirstSize(980, 680);
 
+QTreeWidget* MakeOtherKeys(const std::vector<SKeyRow>& keys) {
+  QList<QStringList> rows;
+  for (const SKeyRow& row : keys)
+    rows.append({ToQString(row.command), ToQString(row.key), ToQString(row.description)});
+  QTreeWidget* const list = MakeRowList({"Command", "Keys", "Description"}, rows);
+  list->setObjectName("otherKeys");
+  return list;
+}
+
+QTreeWidget* MakeGestures(const CSettings& settings) {
+  QList<QStringList> rows;
+  for (const SGestureText& row : GestureTexts(MouseScheme(settings.mouse_scheme)))
+    rows.append({ToQString(row.gesture), ToQString(row.effect)});
+  QTreeWidget* const list = MakeRowList({"Gesture", "What it does in a 3D view"}, rows);
+  list->setObjectName("gestures");
+  return list;
+}
+
 }  // namespace
 
-CKeyboardDialog::CKeyboardDialog(CSettings& settings, CQuestions& questions, QWidget* parent) : QDialog(parent) {
+CKeyboardDialog::CKeyboardDialog(CSettings& settings, CQuestions& questions, const std::vector<SKeyRow>& other_keys,
+                                 QWidget* parent)
+    : QDialog(parent) {
   setObjectName("keyboard");
   setWindowTitle(tr("Keyboard"));
   auto* pages = new QTabWidget;
   pages->setObjectName("pages");
   pages->addTab(new CCommandPage(settings), tr("&Commands"));
   pages->addTab(new CKeyboardPage(questions), tr("&Sheet"));
+  pages->addTab(MakeOtherKeys(other_keys), tr("&Other Keys"));
+  pages->addTab(MakeGestures(settings), tr("&Mouse"));
   auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
   connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* layout = new QVBoxLayout(this);

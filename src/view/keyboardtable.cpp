@@ -1,6 +1,27 @@
 #include "view/keyboardtable.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace veldra {
+
+namespace {
+
+// Rows that stand for several keys, and what stands in them after "Shift+" and its like.
+constexpr std::pair<std::string_view, std::string_view> kSeveral[] = {
+    {"X", "X,Y,Z"},
+    {"Y", "X,Y,Z"},
+    {"Z", "X,Y,Z"},
+    {"Up", "Up/Down Arrows"},
+    {"Down", "Up/Down Arrows"},
+    {"Left", "Left/Right Arrows"},
+    {"Right", "Left/Right Arrows"},
+    {"PgUp", "Page Up/Page Down"},
+    {"PgDown", "Page Up/Page Down"},
+};
+
+}  // namespace
 
 const std::array<const char*, kKeyboardRows> kKeyboardCommands = {
     "New Model",
@@ -145,6 +166,16 @@ const std::array<const char*, kKeyboardRows> kKeyboardDescriptions = {
     "Increases the model zoom factor",
     "Decreases the model zoom factor",
 };
+
+bool IsListed(std::string_view key) {
+  const size_t plus = key.rfind('+');
+  const size_t bare = plus == std::string_view::npos || plus + 1 == key.size() ? 0 : plus + 1;
+  const auto* several = std::find_if(std::begin(kSeveral), std::end(kSeveral),
+                                     [&](const auto& pair) { return pair.first == key.substr(bare); });
+  std::string wanted(key);
+  if (several != std::end(kSeveral)) wanted.replace(bare, std::string::npos, several->second);
+  return std::find(kKeyboardKeys.begin(), kKeyboardKeys.end(), wanted) != kKeyboardKeys.end();
+}
 
 const char* CategoryFrom(int row) {
   switch (row) {

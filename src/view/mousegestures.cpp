@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace veldra {
 
@@ -45,7 +46,40 @@ constexpr SSchemeRow kRows[] = {
     {kAltTurns, kLeft, EHeld::kEither, EHeld::kNo, EMouseDrag::kBand},
 };
 
+const char* NameOf(EMouseButton button) {
+  constexpr const char* kNames[] = {"left button", "middle button", "right button"};
+  return kNames[static_cast<size_t>(button)];
+}
+
+const char* EffectOf(EMouseDrag drag) {
+  constexpr const char* kEffects[] = {"", "Turns the model", "Moves the view", "Zooms in and out",
+                                      "Selects what shows in a rectangle; with Ctrl it joins the selection"};
+  return kEffects[static_cast<size_t>(drag)];
+}
+
+constexpr std::pair<const char*, const char*> kCommonGestures[] = {
+    {"Wheel", "Zooms to the pointer"},
+    {"Click", "Makes the face or vertex under the pointer the current one"},
+    {"Ctrl+Click", "Makes it current, and takes it into the selection or out of it"},
+    {"Drag a selected vertex", "Moves the selected vertices in the plane of the screen"},
+    {"X, Y or Z while vertices are dragged", "Moves them along that axis only"},
+    {"Esc while dragging", "Gives up the rectangle, or puts the vertices back"},
+};
+
 }  // namespace
+
+std::vector<SGestureText> GestureTexts(EMouseScheme scheme) {
+  std::vector<SGestureText> texts;
+  for (const SSchemeRow& row : kRows) {
+    if (row.scheme != scheme) continue;
+    const std::string held =
+        std::string(row.shift == EHeld::kYes ? "Shift+" : "") + (row.alt == EHeld::kYes ? "Alt+" : "");
+    texts.push_back({held + "Drag with the " + NameOf(row.button), EffectOf(row.drag)});
+  }
+  for (const auto& [gesture, effect] : kCommonGestures)
+    texts.push_back({gesture, effect});
+  return texts;
+}
 
 EMouseDrag DragOf(EMouseScheme scheme, EMouseButton button, const SModifiers& modifiers) {
   const auto* row = std::find_if(std::begin(kRows), std::end(kRows), [&](const SSchemeRow& candidate) {

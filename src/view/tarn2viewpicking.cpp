@@ -9,7 +9,7 @@ namespace veldra {
 
 /// DRAW with a picture of WIDTH × HEIGHT pixels of its own to draw into. False when there is none.
 bool CTarnView::DrawAside(int width, int height, const std::function<void()>& draw) {
-  if (!fault_.isEmpty() || !isValid() || document_->Model().IsBusy()) return false;
+  if (!Fault().isEmpty() || !isValid() || document_->Model().IsBusy()) return false;
   makeCurrent();
   const auto loader = [](const char* name) { return QOpenGLContext::currentContext()->getProcAddress(name); };
   bool is_ready = false;
@@ -31,7 +31,7 @@ SUnitNormal CTarnView::ToViewer() const {
   };
   const auto [x, y, z] = Camera().TowardViewer(
       {middle(bounds.min.x, bounds.max.x), middle(bounds.min.y, bounds.max.y), middle(bounds.min.z, bounds.max.z)});
-  const double length = std::sqrt(x * x + y * y + z * z);
+  const double length = Length({x, y, z});
   return length > 0.0 ? SUnitNormal{x / length, y / length, z / length} : SUnitNormal{0, 0, 1};
 }
 
@@ -40,7 +40,7 @@ std::optional<SPick> CTarnView::PickAt(const QPointF& position) {
   const int side = CModelPicker::SidePixels(ratio);
   std::optional<SPick> found;
   DrawAside(side, side, [&] {
-    found = picker_.Pick(document_->Model(), state_, Camera(), ratio, static_cast<int>(position.x() * ratio),
+    found = picker_.Pick(document_->Model(), State(), Camera(), ratio, static_cast<int>(position.x() * ratio),
                          static_cast<int>(position.y() * ratio));
   });
   return found;
@@ -56,7 +56,7 @@ std::vector<int32_t> CTarnView::PickIn(const QRectF& rectangle, EGroupKind kind)
   std::vector<int32_t> found;
   if (pixels.Width() < 1 || pixels.Height() < 1) return found;
   DrawAside(pixels.Width(), pixels.Height(),
-            [&] { found = picker_.PickRectangle(document_->Model(), state_, Camera(), kind, pixels); });
+            [&] { found = picker_.PickRectangle(document_->Model(), State(), Camera(), kind, pixels); });
   return found;
 }
 

@@ -31,13 +31,13 @@ CVertexDrag::CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t gr
 }
 
 /// As far as brings the grabbed vertex closest to the pointer, on the line in which the axis is seen.
-CViewCamera::Vector CVertexDrag::AlongAxis(double right, double down, EAxis axis) const {
-  CViewCamera::Vector direction = {};
+Vector3 CVertexDrag::AlongAxis(double right, double down, EAxis axis) const {
+  Vector3 direction = {};
   direction[static_cast<size_t>(axis)] = 1.0;
-  const auto step = camera_.Pixels(grabbed_at_, direction);
+  const auto step = camera_.Pixels(ToVector(grabbed_at_), direction);
   const double squares = step[0] * step[0] + step[1] * step[1];
   // In the view's plane a pixel is so long; an axis that is seen shorter than a twentieth of that points at the viewer.
-  const CViewCamera::Vector pixel = camera_.Movement(grabbed_at_, 1.0, 0.0);
+  const Vector3 pixel = camera_.Movement(ToVector(grabbed_at_), 1.0, 0.0);
   const double pixel_squares = pixel[0] * pixel[0] + pixel[1] * pixel[1] + pixel[2] * pixel[2];
   if (!(squares * pixel_squares > 0.05 * 0.05)) return {};
   const double units = (right * step[0] + down * step[1]) / squares;
@@ -46,7 +46,7 @@ CViewCamera::Vector CVertexDrag::AlongAxis(double right, double down, EAxis axis
 }
 
 SPoint CVertexDrag::OffsetAt(double right, double down, std::optional<EAxis> axis) const {
-  const CViewCamera::Vector offset = axis ? AlongAxis(right, down, *axis) : camera_.Movement(grabbed_at_, right, down);
+  const Vector3 offset = axis ? AlongAxis(right, down, *axis) : camera_.Movement(ToVector(grabbed_at_), right, down);
   return {Bent(offset[0], start_bounds_.min.x, start_bounds_.max.x),
           Bent(offset[1], start_bounds_.min.y, start_bounds_.max.y),
           Bent(offset[2], start_bounds_.min.z, start_bounds_.max.z)};

@@ -27,7 +27,7 @@ class CVertexDrag {
 
  private:
   void Place(const SPoint& offset);
-  CViewCamera::Vector AlongAxis(double right, double down, EAxis axis) const;
+  Vector3 AlongAxis(double right, double down, EAxis axis) const;
 
   CBinModel& model_;
   CViewCamera camera_;

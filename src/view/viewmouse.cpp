@@ -4,7 +4,7 @@
 #include <QMouseEvent>
 #include <cmath>
 
-#include "view/tarn2view.h"
+#include "view/view3d.h"
 
 namespace veldra {
 
@@ -28,22 +28,14 @@ std::optional<EMouseButton> ButtonOf(Qt::MouseButton button) {
   }
 }
 
-std::optional<EAxis> AxisOf(int key) {
-  switch (key) {
-    case Qt::Key_X:
-      return EAxis::kX;
-    case Qt::Key_Y:
-      return EAxis::kY;
-    case Qt::Key_Z:
-      return EAxis::kZ;
-    default:
-      return std::nullopt;
-  }
-}
-
 }  // namespace
 
-CViewMouse::CViewMouse(CTarnView& view) : view_(view) {}
+bool IsPlainPress(const QMouseEvent& press) {
+  return press.button() == Qt::LeftButton &&
+         (press.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier)) == 0;
+}
+
+CViewMouse::CViewMouse(C3DView& view) : view_(view) {}
 
 CViewMouse::~CViewMouse() = default;
 
@@ -53,19 +45,7 @@ EMouseDrag CViewMouse::DragFor(const QMouseEvent& event) const {
   const SModifiers modifiers = {.shift = event.modifiers().testFlag(Qt::ShiftModifier),
                                 .ctrl = event.modifiers().testFlag(Qt::ControlModifier),
                                 .alt = event.modifiers().testFlag(Qt::AltModifier)};
-  return DragOf(MouseScheme(view_.Document().Settings().mouse_scheme), *button, modifiers);
-}
-
-/// The selected vertex under a plain press of the left button.
-std::optional<int32_t> CViewMouse::GrabbedVertex(const QMouseEvent& event) const {
-  const CBinModel& model = view_.Document().Model();
-  const bool is_plain = event.button() == Qt::LeftButton &&
-                        (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier)) == 0;
-  if (!is_plain || view_.Document().IsReadOnly() || model.SelectedCount(EGroupKind::kVertices) == 0)
-    return std::nullopt;
-  const std::optional<SPick> pick = view_.PickAt(event.position());
-  if (!pick || pick->kind != EGroupKind::kVertices || !model.Vertex(pick->index).IsSelected()) return std::nullopt;
-  return pick->index;
+  return DragOf(MouseScheme(view_.Settings().mouse_scheme), *button, modifiers);
 }
 
 void CViewMouse::Press(const QMouseEvent& event) {
@@ -74,83 +54,45 @@ void CViewMouse::Press(const QMouseEvent& event) {
   drag_ = DragFor(event);
   is_click_ = true;
   pressed_at_ = last_ = event.position();
-  grabbed_ = GrabbedVertex(event);
+  hold_ = view_.Grab(event, drag_);
+  if (hold_) drag_ = EMouseDrag::kNone;
 }
 
 void CViewMouse::Move(const QMouseEvent& event) {
   if (!button_ || !event.buttons().testFlag(*button_)) return;
   const QPointF moved = event.position() - pressed_at_;
   if (is_click_ && std::hypot(moved.x(), moved.y()) <= kClickReach) return;
-  if (is_click_) Start();
-  is_click_ = false;
-  Continue(event.position());
-}
-
-void CViewMouse::Start() {
-  if (grabbed_) {
-    view_.HoldMiddle();
-    vertex_drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), *grabbed_);
-    was_modified_ = view_.Document().IsModified();
-    has_kept_state_ = false;
-  } else if (drag_ == EMouseDrag::kBand) {
-    band_ = std::make_unique<QRubberBand>(QRubberBand::Rectangle, &view_);
-    band_->show();
-  }
   // The filter that is installed last is asked first.
-  if (vertex_drag_ || band_) view_.installEventFilter(this);
+  if (is_click_ && hold_) view_.installEventFilter(this);
+  is_click_ = false;
+  if (hold_) {
+    hold_->MoveTo(event.position());
+  } else {
+    MoveView(event.position() - last_);
+  }
+  last_ = event.position();
 }
 
-void CViewMouse::Continue(const QPointF& to) {
-  const QPointF moved = to - last_;
-  last_ = to;
-  if (vertex_drag_) {
-    MoveVertices();
-  } else if (band_) {
-    band_->setGeometry(QRectF(pressed_at_, to).normalized().toRect());
-  } else if (grabbed_) {
-    return;  // given up
-  } else if (drag_ == EMouseDrag::kTurn) {
-    view_.Turn({.screen_x = moved.y() * kDegreesPerPixel, .model_y = moved.x() * kDegreesPerPixel});
+void CViewMouse::MoveView(const QPointF& by) {
+  if (drag_ == EMouseDrag::kTurn) {
+    view_.Turn({.screen_x = by.y() * kDegreesPerPixel, .model_y = by.x() * kDegreesPerPixel});
   } else if (drag_ == EMouseDrag::kPan) {
-    view_.Pan(moved);
+    view_.Pan(by);
   } else if (drag_ == EMouseDrag::kZoom) {
-    view_.ZoomBy(std::pow(kZoomPerPixel, moved.x() - moved.y()), pressed_at_);
+    view_.ZoomBy(std::pow(kZoomPerPixel, by.x() - by.y()), pressed_at_);
   }
-}
-
-void CViewMouse::MoveVertices() {
-  const double ratio = view_.devicePixelRatioF();
-  const QPointF moved = (last_ - pressed_at_) * ratio;
-  const bool moves = !(vertex_drag_->OffsetAt(moved.x(), moved.y(), axis_) == SPoint{});
-  if (moves && !has_kept_state_) {
-    has_kept_state_ = true;
-    view_.Document().KeepState("Move Vertices");
-  }
-  vertex_drag_->MoveTo(moved.x(), moved.y(), axis_);
 }
 
 void CViewMouse::Release(const QMouseEvent& event) {
   if (!button_ || event.button() != *button_) return;
-  if (is_click_ && event.button() == Qt::LeftButton) Click(event);
-  const bool wants_menu = is_click_ && event.button() == Qt::RightButton;
-  if (band_) SelectInBand(event.modifiers().testFlag(Qt::ControlModifier));
-  if (vertex_drag_ && !vertex_drag_->HasMoved()) view_.Document().SetModified(was_modified_);
-  End();
   button_.reset();
-  if (wants_menu) view_.OfferMenu(event.position());
-}
-
-void CViewMouse::Click(const QMouseEvent& event) {
-  const std::optional<SPick> pick = view_.PickAt(event.position());
-  if (pick) view_.Choose(*pick, event.modifiers().testFlag(Qt::ControlModifier));
-}
-
-void CViewMouse::SelectInBand(bool adds) {
-  const EGroupKind kind = view_.PickedKind();
-  const std::vector<int32_t> found = view_.PickIn(QRectF(pressed_at_, last_).normalized(), kind);
-  CBinModel& model = view_.Document().Model();
-  if (!adds) model.SelectAll(kind, false);
-  model.Select(kind, found, true);
+  const std::unique_ptr<CViewHold> held = std::move(hold_);
+  LetGo();
+  if (!is_click_) {
+    if (held) held->Drop(event.modifiers());
+  } else {
+    view_.Click(event);
+  }
 }
 
 // --- Keys meanwhile --------------------------------------------------------------------------------------------------
@@ -171,40 +113,19 @@ bool CViewMouse::eventFilter(QObject* watched, QEvent* event) {
   }
 }
 
-void CViewMouse::TakeKey(const QKeyEvent& event, bool pressed) {
-  if (event.isAutoRepeat()) return;
-  if (pressed && event.key() == Qt::Key_Escape) {
-    Cancel();
-    return;
+void CViewMouse::TakeKey(const QKeyEvent& event, bool is_down) {
+  if (event.isAutoRepeat() || !hold_) return;
+  if (is_down && event.key() == Qt::Key_Escape) {
+    hold_->Cancel();
+    LetGo();
+  } else {
+    hold_->TakeKey(event.key(), is_down);
   }
-  const std::optional<EAxis> axis = AxisOf(event.key());
-  if (!axis || !vertex_drag_) return;
-  if (pressed) {
-    axis_ = axis;
-  } else if (axis_ == axis) {
-    axis_.reset();
-  }
-  MoveVertices();
-}
-
-void CViewMouse::Cancel() {
-  if (vertex_drag_) {
-    vertex_drag_->PutBack();
-    view_.Document().SetModified(was_modified_);
-  }
-  drag_ = EMouseDrag::kNone;
-  End();
 }
 
 void CViewMouse::LetGo() {
-  if (vertex_drag_) End();
-}
-
-void CViewMouse::End() {
   view_.removeEventFilter(this);
-  band_.reset();
-  vertex_drag_.reset();
-  axis_.reset();
+  hold_.reset();
 }
 
 }  // namespace veldra

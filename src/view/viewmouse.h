@@ -2,63 +2,71 @@
 
 #include <QObject>
 #include <QPointF>
-#include <QRubberBand>
 #include <memory>
 #include <optional>
 
 #include "view/mousegestures.h"
-#include "view/vertexdrag.h"
 
 class QKeyEvent;
 class QMouseEvent;
 
 namespace veldra {
 
-class CTarnView;
+class C3DView;
 
-/// What the mouse does in a 3D view: clicks pick, drags turn, move, zoom, select by rubber band or move the selected
-/// vertices. One gesture at a time, from the press of a button to its release; Escape gives up a rubber band or a move
-/// of vertices.
+/// A press of the left button without Shift, Ctrl and Alt: it may take hold of what is under it.
+bool IsPlainPress(const QMouseEvent& press);
+
+/// What a drag holds instead of moving the view: a rubber band, vertices, a point of a truck. It begins with the first
+/// MoveTo and ends with Drop or Cancel, or without either where what it holds is gone.
+class CViewHold {
+ public:
+  CViewHold() = default;
+  virtual ~CViewHold() = default;
+  CViewHold(const CViewHold&) = delete;
+  CViewHold& operator=(const CViewHold&) = delete;
+
+  /// The pointer is at TO, in the widget.
+  virtual void MoveTo(const QPointF& to) = 0;
+  /// The button is released, while MODIFIERS are held.
+  virtual void Drop(Qt::KeyboardModifiers modifiers) = 0;
+  /// Escape: everything as it was.
+  virtual void Cancel() = 0;
+  /// A KEY of the keyboard goes down or up meanwhile.
+  virtual void TakeKey(int /*key*/, bool /*is_down*/) {}
+};
+
+/// What the mouse does in a 3D view: drags turn, move and zoom it as the mouse scheme says, or move what the view gives
+/// into its hand. One gesture at a time, from the press of a button to its release; Escape gives up what it holds.
 class CViewMouse : public QObject {
  public:
-  explicit CViewMouse(CTarnView& view);
+  explicit CViewMouse(C3DView& view);
   ~CViewMouse() override;
 
   void Press(const QMouseEvent& event);
   void Move(const QMouseEvent& event);
   void Release(const QMouseEvent& event);
-  bool IsMovingVertices() const { return vertex_drag_ != nullptr; }
-  /// The vertices that are being moved may be gone: they stay where they are.
+  /// Something is being moved.
+  bool IsHolding() const { return hold_ != nullptr && !is_click_; }
+  /// What is held may be gone: it stays where it is.
   void LetGo();
 
  protected:
-  /// The view's keys while a rubber band or a move is under way.
+  /// The view's keys while something is held.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   EMouseDrag DragFor(const QMouseEvent& event) const;
-  std::optional<int32_t> GrabbedVertex(const QMouseEvent& event) const;
-  void Start();
-  void Continue(const QPointF& to);
-  void Click(const QMouseEvent& event);
-  void SelectInBand(bool adds);
-  void MoveVertices();
-  void TakeKey(const QKeyEvent& event, bool pressed);
-  void Cancel();
-  void End();
+  void MoveView(const QPointF& by);
+  void TakeKey(const QKeyEvent& event, bool is_down);
 
-  CTarnView& view_;
+  C3DView& view_;
   std::optional<Qt::MouseButton> button_;  ///< of the gesture; none while there is none
   EMouseDrag drag_ = EMouseDrag::kNone;
   bool is_click_ = true;  ///< the pointer has not moved yet
   QPointF pressed_at_;
   QPointF last_;
-  std::unique_ptr<QRubberBand> band_;
-  std::optional<int32_t> grabbed_;
-  std::unique_ptr<CVertexDrag> vertex_drag_;
-  std::optional<EAxis> axis_;  ///< whose key is held
-  bool was_modified_ = false;
-  bool has_kept_state_ = false;
+  std::unique_ptr<CViewHold> hold_;
 };
 
 }  // namespace veldra

@@ -367,6 +367,12 @@ TEST_F(Keyboard, TheSheetIsPrintedAsPdf) {
     const QString text = Child<QTextBrowser>(dialog, "sheet")->toPlainText();
     for (const char* key : kKeyboardKeys)
       EXPECT_TRUE(text.contains(key)) << key;
+    const auto* others = Child<QTreeWidget>(dialog, "otherKeys");
+    EXPECT_EQ(others->findItems("Alt+Del", Qt::MatchExactly, 1).size(), 1);
+    for (const char* listed : {"Ctrl+Del", "Alt+Shift+X", "PgUp", "Left", "+", "5 (Number Pad)"})
+      EXPECT_TRUE(others->findItems(listed, Qt::MatchExactly, 1).isEmpty()) << listed;
+    EXPECT_EQ(Child<QTreeWidget>(dialog, "gestures")->findItems("Drag with the left button", Qt::MatchExactly).size(),
+              1);
     ClickButton(dialog, "Save as PDF...");
     static_cast<QDialog&>(dialog).reject();
   });

@@ -2,6 +2,7 @@
 
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QUrl>
 #include <QtTest>
 
@@ -78,6 +79,7 @@ TEST_F(CPodDialogTest, ShowsWhatEachKindOfEntryHolds) {
   auto* preview = Child<CPodPreview>(dialog, "preview");
   ASSERT_EQ(list->model()->rowCount(), 5);
 
+  const WId window = dialog.winId();
   SelectRow(*list, 0);
   ASSERT_NE(qobject_cast<QPlainTextEdit*>(preview->Shown()), nullptr);
   EXPECT_EQ(qobject_cast<QPlainTextEdit*>(preview->Shown())->toPlainText(), "first line");
@@ -91,8 +93,23 @@ TEST_F(CPodDialogTest, ShowsWhatEachKindOfEntryHolds) {
   ASSERT_NE(view, nullptr);
   EXPECT_EQ(view->Document().Model().FaceCount(), 1);
   EXPECT_TRUE(QTest::qWaitFor([&] { return view->HasDrawn(); }));
+  EXPECT_EQ(dialog.winId(), window) << "the window was made anew for the 3D view";
+  // Not what the view would draw, but what the screen shows.
+  const auto shows_model = [&] {
+    QTest::qWait(100);
+    const QPoint at = view->mapTo(&dialog, QPoint());
+    const QImage seen =
+        dialog.screen()->grabWindow(dialog.winId(), at.x(), at.y(), view->width(), view->height()).toImage();
+    const SColor ground = view->State().background;
+    return seen.pixelColor(2, 2) == QColor(ground.red, ground.green, ground.blue) &&
+           seen.pixel(seen.rect().center()) != seen.pixel(2, 2);
+  };
+  EXPECT_TRUE(shows_model());
   SelectRow(*list, 4);
   EXPECT_TRUE(qobject_cast<QLabel*>(preview->Shown())->text().startsWith("No preview"));
+  EXPECT_FALSE(shows_model());
+  SelectRow(*list, 3);
+  EXPECT_TRUE(shows_model()) << "black since it was covered";
 }
 
 TEST_F(CPodDialogTest, SearchesSortsAndExtractsWithEachAnswer) {

@@ -79,10 +79,7 @@ SViewState WallState() {
 
 SViewState FittedState(const CBinModel& model) {
   SViewState state = WallState();
-  int32_t bounds[6];
-  for (int k = 0; k < 6; ++k)
-    bounds[k] = model.Bound(k);
-  state.ZoomToFit(bounds);
+  state.ZoomToFit(model.Bounds());
   return state;
 }
 

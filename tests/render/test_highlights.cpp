@@ -3,6 +3,7 @@
 #include "platform/glcontext.h"
 #include "render/modelrenderer.h"
 #include "render/scene.h"
+#include "render/vertexnumbers.h"
 
 namespace veldra::testing {
 namespace {
@@ -132,6 +133,34 @@ TEST_F(Highlights, CostTheSameWhateverTheSizeAndNothingIsBuiltByTurning) {
   const int few = calls(1);
   EXPECT_EQ(calls(5000), few);
   EXPECT_LT(few, 20);
+}
+
+TEST_F(Highlights, VertexNumbersStandBesideWhatShowsAndNeverCrowd) {
+  // Behind the left wall.
+  scene_.AddQuad({{-150, -50, -90}, {-50, -50, -90}, {-50, 50, -90}, {-150, 50, -90}}, nullptr, kFaceUntextured);
+  const SImage without = Drawn({});
+  state_.vertex_numbers = true;
+  const SImage with = Drawn({});
+  const CViewCamera camera(state_, scene_.model.Bounds(), kSide, kSide);
+  const auto has_number = [&](const SPoint& point) {
+    const SScreenPoint at = camera.Project(point);
+    for (int y = int(at.y) - 14; y < int(at.y) - 3; ++y)
+      for (int x = int(at.x) + 4; x < int(at.x) + 10; ++x)
+        if (At(with, double(x) / (kSide - 1), double(y) / (kSide - 1)) !=
+            At(without, double(x) / (kSide - 1), double(y) / (kSide - 1)))
+          return true;
+    return false;
+  };
+  for (const SPoint& corner : {SPoint{-200, -100, 0}, {0, 100, 0}, {200, 100, 0}})
+    EXPECT_TRUE(has_number(corner)) << corner.x;
+  EXPECT_FALSE(has_number({-150, 50, -90})) << "it is hidden";
+
+  for (int32_t k = 0; k < 3000; ++k)
+    scene_.AddQuad({{k % 100, k / 100, 9}, {k, 1, 9}, {k + 1, 9, 9}, {k, k, 9}}, nullptr, kFaceUntextured);
+  CVertexNumbers numbers;
+  numbers.Draw(scene_.model, state_, camera, 1.0);
+  EXPECT_GT(numbers.Count(), 5);
+  EXPECT_LE(numbers.Count(), (kSide / 36 + 1) * (kSide / 14 + 1));
 }
 
 TEST_F(Highlights, AnotherModelAtTheSameAddressIsNotTakenForTheOld) {

@@ -157,6 +157,7 @@ TEST_F(ModelPicker, WorksInEachProjectionAtTheEndsOfTheNumbersAndWithHardlyAnyth
   state_ = FittedState(scene_.model);
   EXPECT_EQ(At(100, 100), kNothing);
   scene_.model.AddVertex({kHigh, kLow, 0});
+  state_ = FittedState(scene_.model);
   state_.mode = ERenderMode::kVertices;
   EXPECT_EQ(AtVertex(0), Vertex(0));
   scene_.model.Clear();

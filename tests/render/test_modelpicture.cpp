@@ -211,7 +211,9 @@ TEST(ModelPicture, FarAwayLooksAsItDoesAtTheOrigin) {
   far_scene.AddBox({kHigh - 200, kLow, kHigh - 200}, {kHigh, kLow + 200, kHigh}, {kRed, kGreen, kBlue});
   SViewState state = WallState();
   state.rotation = {20, 30, 0};
-  EXPECT_EQ(Picture(near_scene, state).rgba, Picture(far_scene, state).rgba);
+  const SImage near_picture = Picture(near_scene, state);
+  state.center = {kHigh - 100.0, kLow + 100.0, kHigh - 100.0};
+  EXPECT_EQ(near_picture.rgba, Picture(far_scene, state).rgba);
 }
 
 TEST(ModelPicture, ExtremesAreDrawnAsFarAsTheyCan) {
@@ -226,6 +228,7 @@ TEST(ModelPicture, ExtremesAreDrawnAsFarAsTheyCan) {
       const auto draw = [&](const SScene& scene) {
         SViewState state = FittedState(scene.model);
         options.extent = state.extent;
+        options.center = state.center;
         return Covered(Picture(scene, options), options.background);
       };
       SScene empty;

@@ -23,6 +23,7 @@ std::vector<SViewState> States() {
   for (const bool orthographic : {false, true}) {
     SViewState state;
     state.extent = 1500;
+    state.center = {100.0, 100.0, 300.0};
     state.orthographic = orthographic;
     states.push_back(state);
     state.rotation = {20, -35, 50};
@@ -70,13 +71,13 @@ TEST(ViewCamera, MovementsFollowThePointer) {
   for (const SViewState& state : States()) {
     const CViewCamera camera(state, kBounds, kWidth, kHeight);
     const SScreenPoint before = camera.Project(at);
-    const CViewCamera::Vector moved = camera.Movement(at, 40, -25);
+    const Vector3 moved = camera.Movement(ToVector(at), 40, -25);
     const SScreenPoint after =
-        camera.Project({int32_t(at.x + moved[0]), int32_t(at.y + moved[1]), int32_t(at.z + moved[2])});
+        camera.Project(SPoint{int32_t(at.x + moved[0]), int32_t(at.y + moved[1]), int32_t(at.z + moved[2])});
     EXPECT_NEAR(after.x - before.x, 40, 1);
     EXPECT_NEAR(after.y - before.y, -25, 1);
-    const auto step = camera.Pixels(at, {0, 0, 1});
-    const SScreenPoint one = camera.Project({at.x, at.y, at.z + 1});
+    const auto step = camera.Pixels(ToVector(at), {0, 0, 1});
+    const SScreenPoint one = camera.Project(SPoint{at.x, at.y, at.z + 1});
     EXPECT_NEAR(one.x - before.x, step[0], 1e-3);
     EXPECT_NEAR(one.y - before.y, step[1], 1e-3);
   }
@@ -90,8 +91,53 @@ TEST(ViewCamera, TheMiddleIsAsLargeWithoutPerspectiveAndDepthDoesNotMatter) {
   const double depth = perspective.Middle()[2];
   const SPoint middle = {50, 0, int32_t(depth)};
   EXPECT_NEAR(flat.Project(middle).x, perspective.Project(middle).x, 0.01);
-  EXPECT_NEAR(flat.Project({50, 0, -200}).x, flat.Project(middle).x, 1e-9);
-  EXPECT_GT(std::abs(perspective.Project({50, 0, -200}).x - perspective.Project(middle).x), 1.0);
+  EXPECT_NEAR(flat.Project(SPoint{50, 0, -200}).x, flat.Project(middle).x, 1e-9);
+  EXPECT_GT(std::abs(perspective.Project(SPoint{50, 0, -200}).x - perspective.Project(middle).x), 1.0);
+}
+
+TEST(ViewCamera, AnEditThatChangesTheBoundsMovesNothing) {
+  for (const SViewState& state : States()) {
+    const CViewCamera before(state, kBounds, kWidth, kHeight);
+    for (const SBounds& bounds : {SBounds{{-400, -300, -200}, {600, 900, 800}}, SBounds{{0, 0, 0}, {1, 1, 1}}}) {
+      const SScreenPoint then = before.Project(SPoint{-200, 100, 300});
+      const SScreenPoint now = CViewCamera(state, bounds, kWidth, kHeight).Project(SPoint{-200, 100, 300});
+      EXPECT_NEAR(now.x, then.x, 1e-9);
+      EXPECT_NEAR(now.y, then.y, 1e-9);
+    }
+    // Not even a vertex at the other end of space moves the middle or puts the rest out of sight.
+    const CViewCamera far_one(state, {{-400, -300, -200}, {1 << 30, 500, 800}}, kWidth, kHeight);
+    const SPoint middle = {int32_t(state.center[0]), int32_t(state.center[1]), int32_t(state.center[2])};
+    EXPECT_NEAR(far_one.Project(middle).x, before.Project(middle).x, 1e-6);
+    EXPECT_NEAR(far_one.Project(SPoint{-200, 100, 300}).x, before.Project(SPoint{-200, 100, 300}).x, kWidth / 4.0);
+  }
+}
+
+TEST(ViewAim, FramesWhatIsShownFromThisSideWithATenthFree) {
+  constexpr int32_t kOff = 1 << 20;
+  SScene scene;
+  scene.AddBox({kOff - 200, kOff - 100, -50}, {kOff + 200, kOff + 100, 50}, {kRed});
+  scene.model.AddVertex({0, 0, 0});  // in no face and not marked
+  for (const SRotation& rotation : {SRotation{0, 0, 0}, {20, 40, 0}, {90, 0, 0}}) {
+    for (const bool orthographic : {false, true}) {
+      SViewState state = WallState();
+      state.rotation = rotation;
+      state.orthographic = orthographic;
+      Frame(state, scene.model, 200, 200);
+      const SCovered covered = Covered(Picture(scene, state, 200), state.background);
+      EXPECT_NEAR(std::max(covered.Width(), covered.Height()), 180, 2);
+      EXPECT_NEAR(covered.left + covered.right, 200, 2);
+      EXPECT_NEAR(covered.top + covered.bottom, 200, 2);
+    }
+  }
+}
+
+TEST(ViewAim, FollowsOnlyAModelThatLeft) {
+  SViewState state;
+  state.extent = 200;
+  FollowWhatLeft(state, {{-50, -50, -50}, {100000, 50, 50}});
+  EXPECT_EQ(state.center, Vector3{});
+  FollowWhatLeft(state, {{900, -50, -50}, {1100, 50, 50}});
+  EXPECT_EQ(state.center, (Vector3{1000, 0, 0}));
 }
 
 TEST(ViewAim, PresetsLookFromTheSideTheyName) {
@@ -117,7 +163,11 @@ TEST(ViewAim, TurnsAndMovesOnlyAsFarAsAFaceNeedsIt) {
   for (const bool orthographic : {false, true}) {
     SViewState state = FittedState(scene.model);
     state.orthographic = orthographic;
-    state.rotation = {20, 30, 0};
+    state.rotation = {12, 30, 0};
+    SViewState grazing = state;
+    EXPECT_TRUE(BringIntoSight(grazing, scene.model, scene.model.Face(3), 100, 100)) << "nearly edgewise";
+    EXPECT_GT(grazing.rotation.x, 45);
+    state.rotation = {32, 35, 0};
     const CBinFace& front = scene.model.Face(5);
     EXPECT_FALSE(BringIntoSight(state, scene.model, front, 100, 100));
     for (int32_t k = 0; k < 6; ++k) {
@@ -135,7 +185,7 @@ TEST(ViewAim, TurnsAndMovesOnlyAsFarAsAFaceNeedsIt) {
     state.pan_y = -2;
     EXPECT_TRUE(BringIntoSight(state, scene.model, front, 100, 100));
     EXPECT_EQ(Pure(At(Picture(scene, state), 0.5, 0.5)), kMagenta);
-    EXPECT_EQ(state.rotation.y, 30);
+    EXPECT_EQ(state.rotation.y, 35);
   }
 }
 

@@ -30,18 +30,17 @@ TEST(ViewState, ZoomOutStopsAtOneStep) {
   }
 }
 
-TEST(ViewState, FitFollowsTheLargestAbsoluteBound) {
+TEST(ViewState, FitFollowsTheBoundsWhereverTheyAre) {
   const struct {
-    int32_t bounds[6];
+    SBounds bounds;
     double extent;
+    Vector3 center;
   } cases[] = {
-      {{-300, -10, 0, 200, 10, 0}, 600},  // the farthest side, though the box is shorter
-      {{-100, -100, -100, 100, 100, 100}, 200 * std::sqrt(3.0)},
-      {{900, 0, 0, 1000, 0, 0}, 2000},
-      {{-1000, 0, 0, -900, 0, 0}, 2000},
-      {{0, 0, 0, 0, 0, 0}, 1},
-      {{kLow, kLow, kLow, kHigh, kHigh, kHigh}, 4294967295.0 * std::sqrt(3.0)},
-      {{kLow, 0, 0, kLow, 0, 0}, 4294967296.0},
+      {{{-300, 0, 0}, {300, 0, 0}}, 600, {0, 0, 0}},
+      {{{-100, -100, -100}, {100, 100, 100}}, 200 * std::sqrt(3.0), {0, 0, 0}},
+      {{{900, 0, 0}, {1000, 0, 0}}, 100, {950, 0, 0}},
+      {{{0, 5, 0}, {0, 5, 0}}, 1, {0, 5, 0}},
+      {{{kLow, kLow, kLow}, {kHigh, kHigh, kHigh}}, 4294967295.0 * std::sqrt(3.0), {-0.5, -0.5, -0.5}},
   };
   for (const auto& row : cases) {
     SViewState state;
@@ -50,6 +49,7 @@ TEST(ViewState, FitFollowsTheLargestAbsoluteBound) {
     state.pan_y = -1.0;
     state.ZoomToFit(row.bounds);
     EXPECT_DOUBLE_EQ(state.extent, row.extent);
+    EXPECT_EQ(state.center, row.center);
     EXPECT_EQ(state.zoom, 1.0);
     EXPECT_EQ(state.pan_x, 0.0);
     EXPECT_EQ(state.pan_y, 0.0);

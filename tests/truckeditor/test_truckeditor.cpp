@@ -28,6 +28,7 @@
 #include "truckeditor/truckeditordlg.h"
 #include "truckeditor/trucknamespage.h"
 #include "truckeditor/truckview.h"
+#include "view/mousegestures.h"
 
 namespace veldra::testing {
 namespace {
@@ -214,6 +215,18 @@ TEST_F(CTruckEditorTest, PointsAreDraggedInThePicture) {
   QTest::mouseMove(view, QPoint(40, 5));
   QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(40, 5));
   EXPECT_NE(view->State().rotation.y, rotation.y) << "beside the points the truck is turned";
+
+  settings.mouse_scheme = static_cast<int32_t>(EMouseScheme::kMiddleTurns);
+  const SViewState before_pan = view->State();
+  QTest::mousePress(view, Qt::MiddleButton, Qt::ShiftModifier, QPoint(5, 5));
+  QMouseEvent move(QEvent::MouseMove, QPoint(40, 5), view->mapToGlobal(QPoint(40, 5)), Qt::NoButton, Qt::MiddleButton,
+                   Qt::ShiftModifier);
+  QApplication::sendEvent(view, &move);
+  QTest::mouseRelease(view, Qt::MiddleButton, Qt::ShiftModifier, QPoint(40, 5));
+  EXPECT_GT(view->State().pan_x, before_pan.pan_x) << "the mouse scheme of the settings";
+  EXPECT_EQ(view->State().rotation.y, before_pan.rotation.y);
+  Child<QCheckBox>(*editor, "grid")->setChecked(true);
+  EXPECT_TRUE(Child<QLabel>(*view, "gridSpacing")->isVisible());
 }
 
 TEST_F(CTruckEditorTest, UnsavedChangesAreAskedAbout) {

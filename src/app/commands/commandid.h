@@ -39,6 +39,7 @@ enum class ECommand : int32_t {
   kViewOnly3D,
   kViewAxes,
   kViewVertexMarkers,
+  kViewVertexNumbers,
   kViewSphericalMarkers,
   kViewHighQuality,
   kViewTransparency,

@@ -1,5 +1,6 @@
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
+#include "app/commands/otherkeys.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -11,7 +12,7 @@ namespace veldra {
 namespace {
 
 void ShowKeyboard(const SCommandTarget& on) {
-  CKeyboardDialog(on.app.Settings(), on.app.Questions(), &on.window).exec();
+  CKeyboardDialog(on.app.Settings(), on.app.Questions(), OtherKeys(), &on.window).exec();
 }
 
 void ShowAbout(const SCommandTarget& on) {

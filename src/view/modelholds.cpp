@@ -1,0 +1,80 @@
+#include "view/modelholds.h"
+
+#include "view/tarn2view.h"
+
+namespace veldra {
+
+namespace {
+
+std::optional<EAxis> AxisOf(int key) {
+  switch (key) {
+    case Qt::Key_X:
+      return EAxis::kX;
+    case Qt::Key_Y:
+      return EAxis::kY;
+    case Qt::Key_Z:
+      return EAxis::kZ;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+CBandHold::~CBandHold() {
+  view_.ShowBand(std::nullopt);
+}
+
+void CBandHold::MoveTo(const QPointF& to) {
+  to_ = to;
+  view_.ShowBand(QRectF(from_, to_).normalized());
+}
+
+void CBandHold::Drop(Qt::KeyboardModifiers modifiers) {
+  const EGroupKind kind = view_.PickedKind();
+  const std::vector<int32_t> found = view_.PickIn(QRectF(from_, to_).normalized(), kind);
+  CBinModel& model = view_.Document().Model();
+  if (!modifiers.testFlag(Qt::ControlModifier)) model.SelectAll(kind, false);
+  model.Select(kind, found, true);
+}
+
+void CVertexHold::MoveTo(const QPointF& to) {
+  to_ = to;
+  if (drag_ == nullptr) {
+    drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), vertex_);
+    was_modified_ = view_.Document().IsModified();
+  }
+  Move();
+}
+
+void CVertexHold::Move() {
+  const QPointF moved = (to_ - from_) * view_.devicePixelRatioF();
+  const bool moves = !(drag_->OffsetAt(moved.x(), moved.y(), axis_) == SPoint{});
+  if (moves && !has_kept_state_) {
+    has_kept_state_ = true;
+    view_.Document().KeepState("Move Vertices");
+  }
+  drag_->MoveTo(moved.x(), moved.y(), axis_);
+}
+
+void CVertexHold::Drop(Qt::KeyboardModifiers) {
+  if (!drag_->HasMoved()) view_.Document().SetModified(was_modified_);
+}
+
+void CVertexHold::Cancel() {
+  drag_->PutBack();
+  view_.Document().SetModified(was_modified_);
+}
+
+void CVertexHold::TakeKey(int key, bool is_down) {
+  const std::optional<EAxis> axis = AxisOf(key);
+  if (!axis) return;
+  if (is_down) {
+    axis_ = axis;
+  } else if (axis_ == axis) {
+    axis_.reset();
+  }
+  Move();
+}
+
+}  // namespace veldra

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "view/vertexdrag.h"
+#include "view/viewmouse.h"
+
+namespace veldra {
+
+class CTarnView;
+
+/// A rubber band over a model, from where the button went down. What shows in it is selected when it is dropped, and
+/// with Ctrl joins what was.
+class CBandHold : public CViewHold {
+ public:
+  CBandHold(CTarnView& view, const QPointF& from) : view_(view), from_(from), to_(from) {}
+  ~CBandHold() override;
+
+  void MoveTo(const QPointF& to) override;
+  void Drop(Qt::KeyboardModifiers modifiers) override;
+  void Cancel() override {}
+
+ private:
+  CTarnView& view_;
+  QPointF from_;
+  QPointF to_;
+};
+
+/// The selected vertices of a model, taken hold of at one of them. While X, Y or Z is held they move along that axis.
+class CVertexHold : public CViewHold {
+ public:
+  CVertexHold(CTarnView& view, const QPointF& from, int32_t vertex) : view_(view), from_(from), vertex_(vertex) {}
+
+  void MoveTo(const QPointF& to) override;
+  void Drop(Qt::KeyboardModifiers modifiers) override;
+  void Cancel() override;
+  void TakeKey(int key, bool is_down) override;
+
+ private:
+  void Move();
+
+  CTarnView& view_;
+  QPointF from_;
+  QPointF to_;
+  int32_t vertex_;
+  std::unique_ptr<CVertexDrag> drag_;  ///< from the first movement on
+  std::optional<EAxis> axis_;          ///< whose key is held
+  bool was_modified_ = false;
+  bool has_kept_state_ = false;
+};
+
+}  // namespace veldra

@@ -4,6 +4,7 @@
 #include "app/mainfrm.h"
 #include "app/recoveryoffer.h"
 #include "document/earlierstatesdlg.h"
+#include "document/filenews.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "settings/preferencesdlg.h"
@@ -85,15 +86,15 @@ void CFileCommands::Close() {
 }
 
 void CFileCommands::Save() {
-  ReportSaved(Active().Save());
+  ReportSaved(Active().Saver().Save());
 }
 
 void CFileCommands::SaveAs() {
-  ReportSaved(Active().SaveAs());
+  ReportSaved(Active().Saver().SaveAs());
 }
 
 void CFileCommands::Reload() {
-  if (Active().Reload()) frame_.Say(QObject::tr("Reloaded %1").arg(QString::fromStdString(Active().Title())));
+  if (AskAndReload(Active())) frame_.Say(QObject::tr("Reloaded %1").arg(QString::fromStdString(Active().Title())));
 }
 
 void CFileCommands::EarlierStates() {

@@ -79,7 +79,7 @@ void CMainFrame::MakeCommands() {
   models_ = std::make_unique<CModelCommands>(*this);
   tools_ = std::make_unique<CToolCommands>(*this);
   actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
-  new CFileWatch(app_, *windows_, this);
+  new CFileWatch(*windows_, this);
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
   connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
@@ -200,6 +200,16 @@ void CMainFrame::ReadWindowState() {
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
   app_.RecentFiles().Set(std::move(paths));
+  app_.RecentFiles().SetOnChange([this] { WriteRecentFiles(); });
+}
+
+void CMainFrame::WriteRecentFiles() {
+  QSettings kept = WindowSettings();
+  QStringList paths;
+  for (const std::string& path : app_.RecentFiles().Paths())
+    paths.append(QString::fromStdString(path));
+  kept.setValue(kRecentFilesKey, paths);
+  kept.sync();
 }
 
 void CMainFrame::WriteWindowState() {
@@ -207,10 +217,6 @@ void CMainFrame::WriteWindowState() {
   RememberWindowPlace(*this, app_.Settings());
   QSettings kept = WindowSettings();
   kept.setValue(kToolBarsKey, docks_->Keep());
-  QStringList paths;
-  for (const std::string& path : app_.RecentFiles().Paths())
-    paths.append(QString::fromStdString(path));
-  kept.setValue(kRecentFilesKey, paths);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

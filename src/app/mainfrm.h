@@ -68,6 +68,7 @@ class CMainFrame : public QMainWindow {
   void RefreshStatus();
   SCommandState CommandState() const;
   void ReadWindowState();
+  void WriteRecentFiles();
 
   CTarn2App& app_;
   CDocumentArea* area_;

@@ -33,7 +33,7 @@ void Recover(CMainFrame& frame, const std::vector<SLeftover>& leftovers, const s
 bool Discard(CMainFrame& frame, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
   const size_t count = chosen.size();
   const std::string text = Format("Discard %zu unsaved document%s for good?", count, count == 1 ? "" : "s");
-  const SMessage question = {.text = text, .icon = EIcon::kWarning};
+  const SMessage question = {.text = text, .icon = EIcon::kWarning, .usual = EAnswer::kNo};
   if (frame.App().Questions().AskYesNo(question) != EAnswer::kYes) return true;
   bool all_gone = true;
   for (const size_t i : chosen)

@@ -119,7 +119,7 @@ int Convert(CSession& session, const SConvertOptions& options) {
   const EModelVariant variant = options.to == "mtm"        ? EModelVariant::kMtm
                                 : options.to == "backdrop" ? EModelVariant::kBackdrop
                                                            : EModelVariant::kHellbender;
-  return document->SaveAsVariant(options.out, variant) ? kDone : kFailed;
+  return document->Saver().SaveAsVariant(options.out, variant) ? kDone : kFailed;
 }
 
 void AddConvert(CLI::App& app, CommandRun& run) {

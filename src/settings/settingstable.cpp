@@ -283,6 +283,9 @@ void AddEditing(Rows& rows) {
           Switch<&CSettings::show_grid>("SHOWGRID", false, Page::kView, "New views show a grid to scale."),
           Switch<&CSettings::orthographic>("ORTHOVIEW", false, Page::kView,
                                            "New views show the model without perspective."),
+          Switch<&CSettings::reload_unmodified>(
+              "RELOADUNMODIFIED", false, Page::kWindows,
+              "Load models that change on the disk again without asking, unless there are unsaved changes."),
       });
 }
 

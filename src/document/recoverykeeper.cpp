@@ -91,11 +91,12 @@ void CRecoveryKeeper::OnDocumentGone(const CTarnDoc& document) {
 
 bool CRecoveryKeeper::SaveCopy(SKept& kept, Time now) {
   const CTarnDoc& document = *kept.document;
-  const Time begun = clock_();
+  // What the user waits is told by the wall's clock, whatever the schedule runs by.
+  const auto begun = std::chrono::steady_clock::now();
   SError error;
   const bool is_saved =
       folder_.Save({kept.id, document.Title(), document.Path(), document.StatesKey()}, document.Model(), &error);
-  is_saved ? kept.schedule.Copied(now, clock_() - begun) : kept.schedule.Failed(now);
+  is_saved ? kept.schedule.Copied(now, std::chrono::steady_clock::now() - begun) : kept.schedule.Failed(now);
   fault_ = error.what;
   if (!is_saved) Trace(">> CRecoveryKeeper::SaveCopy(%s): %s\n", document.Title().c_str(), error.what.c_str());
   return is_saved;

@@ -3,6 +3,7 @@
 #include "app/fileopeners.h"
 #include "app/recoveryoffer.h"
 #include "document/earlierstatesdlg.h"
+#include "document/filenews.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "settings/preferencesdlg.h"
@@ -84,15 +85,15 @@ void CFileCommands::Close() {
 }
 
 void CFileCommands::Save() {
-  ReportSaved(Active().Save());
+  ReportSaved(Active().Saver().Save());
 }
 
 void CFileCommands::SaveAs() {
-  ReportSaved(Active().SaveAs());
+  ReportSaved(Active().Saver().SaveAs());
 }
 
 void CFileCommands::Reload() {
-  if (Active().Reload()) app_.Say("Reloaded " + Active().Title());
+  if (AskAndReload(Active())) app_.Say("Reloaded " + Active().Title());
 }
 
 void CFileCommands::EarlierStates() {

@@ -2,10 +2,10 @@
 
 #include <QApplication>
 
-#include "model/infofile.h"
+#include "document/filenews.h"
+#include "model/binfile.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/text.h"
 
 namespace veldra {
 
@@ -28,8 +28,7 @@ QStringList WatchedPaths(const QList<CTarnDoc*>& documents) {
 
 }  // namespace
 
-CFileWatch::CFileWatch(CTarn2App& app, CDocumentWindows& windows, QObject* parent)
-    : QObject(parent), app_(app), windows_(windows) {
+CFileWatch::CFileWatch(CDocumentWindows& windows, QObject* parent) : QObject(parent), windows_(windows) {
   settle_.setSingleShot(true);
   settle_.setInterval(kSettleMs);
   connect(&settle_, &QTimer::timeout, this, &CFileWatch::Look);
@@ -59,15 +58,21 @@ void CFileWatch::Look() {
   is_asking_ = true;
   for (CTarnDoc* document : windows_.Documents()) {
     // While a question is open, windows may close.
-    if (windows_.Documents().contains(document) && document->NoticeChangeOnDisk()) Offer(*document);
+    if (windows_.Documents().contains(document)) LookAt(*document);
   }
   is_asking_ = false;
 }
 
-void CFileWatch::Offer(CTarnDoc& document) {
-  windows_.Activate(document);
-  const std::string text = Format("Another program has changed \"%s\".\nLoad it again?", document.Path().c_str());
-  if (app_.Questions().AskYesNo({.text = text, .icon = EIcon::kQuestion}) == EAnswer::kYes) document.Reload();
+void CFileWatch::LookAt(CTarnDoc& document) {
+  // On its way to the disk, or from there.
+  if (document.Model().IsBusy()) {
+    LookSoon();
+    return;
+  }
+  const EFileNews news = TakeFileNews(document);
+  if (news == EFileNews::kNone) return;
+  if (!IsSettledQuietly(document, news)) windows_.Activate(document);
+  SettleFileNews(document, news);
 }
 
 }  // namespace veldra

@@ -81,7 +81,7 @@ void CMainFrame::MakeCommands() {
   tools_ = std::make_unique<CToolCommands>(app_, *windows_, *this);
   files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *this);
   actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
-  new CFileWatch(app_, *windows_, this);
+  new CFileWatch(*windows_, this);
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
   app_.SetSay([this](const std::string& text) { Say(QString::fromStdString(text)); });
@@ -179,6 +179,16 @@ void CMainFrame::ReadWindowState() {
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
   app_.RecentFiles().Set(std::move(paths));
+  app_.RecentFiles().SetOnChange([this] { WriteRecentFiles(); });
+}
+
+void CMainFrame::WriteRecentFiles() {
+  QSettings kept = WindowSettings();
+  QStringList paths;
+  for (const std::string& path : app_.RecentFiles().Paths())
+    paths.append(QString::fromStdString(path));
+  kept.setValue(kRecentFilesKey, paths);
+  kept.sync();
 }
 
 void CMainFrame::WriteWindowState() {
@@ -186,10 +196,6 @@ void CMainFrame::WriteWindowState() {
   RememberWindowPlace(*this, app_.Settings());
   QSettings kept = WindowSettings();
   kept.setValue(kToolBarsKey, docks_->Keep());
-  QStringList paths;
-  for (const std::string& path : app_.RecentFiles().Paths())
-    paths.append(QString::fromStdString(path));
-  kept.setValue(kRecentFilesKey, paths);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

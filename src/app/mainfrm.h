@@ -62,6 +62,7 @@ class CMainFrame : public QMainWindow {
   void RefreshStatus();
   SCommandTarget CommandTarget();
   void ReadWindowState();
+  void WriteRecentFiles();
 
   CTarn2App& app_;
   CDocumentArea* area_;

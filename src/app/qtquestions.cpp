@@ -34,14 +34,28 @@ QMessageBox::Icon BoxIcon(EIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-QMessageBox::StandardButton RunBox(const SMessage& message, QMessageBox::StandardButtons buttons, QWidget* parent) {
-  const CNormalCursor cursor;
-  QMessageBox box(BoxIcon(message.icon), QString::fromStdString(message.caption), QString::fromStdString(message.text),
-                  buttons, parent);
-  box.setObjectName("messageBox");
+QMessageBox::StandardButton ButtonOf(EAnswer answer) {
+  if (answer == EAnswer::kCancel) return QMessageBox::Cancel;
+  return answer == EAnswer::kYes ? QMessageBox::Yes : QMessageBox::No;
+}
+
+EAnswer AnswerOf(int button) {
+  for (const EAnswer answer : {EAnswer::kYes, EAnswer::kNo})
+    if (ButtonOf(answer) == button) return answer;
+  return EAnswer::kCancel;
+}
+
+void SetUp(QMessageBox& box, const SMessage& message, const std::string& details) {
+  box.setIcon(BoxIcon(message.icon));
+  box.setWindowTitle(QString::fromStdString(message.caption));
   box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(QString::fromStdString(message.details));
-  return static_cast<QMessageBox::StandardButton>(box.exec());
+  box.setText(QString::fromStdString(message.text));
+  box.setInformativeText(QString::fromStdString(details));
+}
+
+/// For the dialogs whose texts have no room for the file that they are about.
+void NameInTitle(QDialog& dialog, const std::string& file) {
+  if (!file.empty()) dialog.setWindowTitle(dialog.windowTitle() + " - " + QString::fromStdString(FileNamePart(file)));
 }
 
 /// SELECTED is a filter as it was set or, from Qt's own dialog, as it is shown.
@@ -92,32 +106,45 @@ QWidget* CQtQuestions::Parent() const {
   return last_active_ != nullptr && last_active_->isVisible() ? last_active_.data() : parent_.data();
 }
 
+EAnswer CQtQuestions::Ask(const SMessage& question, QMessageBox::StandardButtons buttons) {
+  const CNormalCursor cursor;
+  QMessageBox box(Parent());
+  box.setObjectName("messageBox");
+  SetUp(box, question, DetailsOf(question));
+  box.setStandardButtons(buttons);
+  box.setDefaultButton(ButtonOf(question.usual));
+  const auto name = [&](QMessageBox::StandardButton button, const std::string& text) {
+    if (!text.empty()) box.button(button)->setText(QString::fromStdString(text));
+  };
+  name(QMessageBox::Yes, question.yes);
+  name(QMessageBox::No, question.no);
+  return AnswerOf(box.exec());
+}
+
 void CQtQuestions::Message(const SMessage& message) {
-  RunBox(message, QMessageBox::Ok, Parent());
+  Ask(message, QMessageBox::Ok);
 }
 
 EAnswer CQtQuestions::AskYesNo(const SMessage& question) {
-  const auto pressed = RunBox(question, QMessageBox::Yes | QMessageBox::No, Parent());
-  return pressed == QMessageBox::Yes ? EAnswer::kYes : EAnswer::kNo;
+  const EAnswer answer = Ask(question, QMessageBox::Yes | QMessageBox::No);
+  return answer == EAnswer::kYes ? answer : EAnswer::kNo;
 }
 
 EAnswer CQtQuestions::AskYesNoCancel(const SMessage& question) {
-  const auto pressed = RunBox(question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, Parent());
-  if (pressed == QMessageBox::Yes) return EAnswer::kYes;
-  return pressed == QMessageBox::No ? EAnswer::kNo : EAnswer::kCancel;
+  return Ask(question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
 }
 
 EReplaceAnswer CQtQuestions::AskReplace(const SMessage& question) {
   const CNormalCursor cursor;
-  QMessageBox box(BoxIcon(question.icon), QString::fromStdString(question.caption),
-                  QString::fromStdString(question.text), QMessageBox::NoButton, Parent());
+  QMessageBox box(Parent());
   box.setObjectName("YesToAll");
-  box.setTextFormat(Qt::PlainText);
+  SetUp(box, question, DetailsOf(question));
   const std::pair<QAbstractButton*, EReplaceAnswer> answers[] = {
       {box.addButton(QStringLiteral("&Yes"), QMessageBox::YesRole), EReplaceAnswer::kYes},
       {box.addButton(QStringLiteral("Yes To &All"), QMessageBox::YesRole), EReplaceAnswer::kYesToAll},
       {box.addButton(QStringLiteral("&No"), QMessageBox::NoRole), EReplaceAnswer::kNo}};
   QPushButton* cancel = box.addButton(QStringLiteral("&Cancel"), QMessageBox::RejectRole);
+  box.setDefaultButton(cancel);
   box.setEscapeButton(cancel);
   box.exec();
   for (const auto& [button, answer] : answers)
@@ -169,6 +196,7 @@ std::optional<SSavePath> CQtQuestions::AskSaveFile(const SFilePrompt& prompt) {
   dialog.setObjectName("saveFile");
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !prompt.asks_to_replace);
   SetUp(dialog, prompt, last_directory_);
   dialog.selectFile(QString::fromStdString(prompt.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
@@ -180,6 +208,7 @@ std::optional<SSavePath> CQtQuestions::AskSaveFile(const SFilePrompt& prompt) {
 SUnknownFaceAnswer CQtQuestions::AskUnknownFace(uint32_t type) {
   const CNormalCursor cursor;
   CUnknownFaceDialog dialog(type, Parent());
+  NameInTitle(dialog, About());
   dialog.exec();
   return dialog.Answer();
 }
@@ -187,6 +216,7 @@ SUnknownFaceAnswer CQtQuestions::AskUnknownFace(uint32_t type) {
 SUnusedVerticesAnswer CQtQuestions::AskUnusedVertices() {
   const CNormalCursor cursor;
   CUnusedVerticesDialog dialog(Parent());
+  NameInTitle(dialog, About());
   dialog.exec();
   return dialog.Answer();
 }
@@ -201,6 +231,7 @@ STextureAnswer CQtQuestions::AskTexture(const SMessage& message, const SFileProm
 std::optional<double> CQtQuestions::AskScaleFactor(double offered) {
   const CNormalCursor cursor;
   CScaleFactorDialog dialog(offered, Parent());
+  NameInTitle(dialog, About());
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Factor();
 }

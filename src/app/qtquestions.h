@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QPointer>
 #include <QWidget>
 
@@ -30,6 +31,7 @@ class CQtQuestions : public CQuestions {
 
  private:
   QWidget* Parent() const;
+  EAnswer Ask(const SMessage& question, QMessageBox::StandardButtons buttons);
   std::optional<SOpenFiles> RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode);
 
   QPointer<QWidget> parent_;

@@ -34,7 +34,7 @@ void Recover(CTarn2App& app, CDocumentWindows& windows, const std::vector<SLefto
 bool Discard(CTarn2App& app, const std::vector<SLeftover>& leftovers, const std::vector<size_t>& chosen) {
   const size_t count = chosen.size();
   const std::string text = Format("Discard %zu unsaved document%s for good?", count, count == 1 ? "" : "s");
-  const SMessage question = {.text = text, .icon = EIcon::kWarning};
+  const SMessage question = {.text = text, .icon = EIcon::kWarning, .usual = EAnswer::kNo};
   if (app.Questions().AskYesNo(question) != EAnswer::kYes) return true;
   bool all_gone = true;
   for (const size_t i : chosen)

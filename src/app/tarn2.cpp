@@ -51,9 +51,8 @@ std::vector<std::shared_ptr<CTarnDoc>> CTarn2App::OpenDocuments() {
 }
 
 std::shared_ptr<CTarnDoc> CTarn2App::FindDocument(const std::string& path) {
-  const std::string wanted = AbsolutePath(path);
   for (const auto& document : OpenDocuments())
-    if (!document->Path().empty() && AbsolutePath(document->Path()) == wanted) return document;
+    if (IsSameFile(document->Path(), path)) return document;
   return nullptr;
 }
 
@@ -96,10 +95,14 @@ std::shared_ptr<CTarnDoc> CTarn2App::OpenLeftover(const SLeftover& leftover) {
 
 bool CTarn2App::MayClose(CTarnDoc& document) {
   if (!document.IsModified()) return true;
-  const SMessage question{.text = Format("Save changes to %s?", document.Title().c_str()), .icon = EIcon::kQuestion};
+  const CQuestions::CAbout about(questions_, document.Path());
+  const SMessage question{.text = Format("Save changes to %s?", document.Title().c_str()),
+                          .icon = EIcon::kQuestion,
+                          .yes = "&Save",
+                          .no = "Do&n't Save"};
   switch (questions_.AskYesNoCancel(question)) {
     case EAnswer::kYes:
-      return document.Save();
+      return document.Saver().Save();
     case EAnswer::kNo:
       return true;
     case EAnswer::kCancel:
@@ -153,7 +156,7 @@ SDocumentServices CTarn2App::Services() {
 bool CTarn2App::IsOpenReadOnlyElsewhere(const CTarnDoc& asking, const std::string& path) {
   const auto open = OpenDocuments();
   return std::any_of(open.begin(), open.end(), [&](const std::shared_ptr<CTarnDoc>& document) {
-    return document.get() != &asking && document->IsReadOnly() && AbsolutePath(document->Path()) == AbsolutePath(path);
+    return document.get() != &asking && document->IsReadOnly() && IsSameFile(document->Path(), path);
   });
 }
 

@@ -4,6 +4,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "document/modelsaver.h"
+
 namespace veldra {
 
 namespace {
@@ -13,20 +15,21 @@ constexpr int kTextWidth = 380;
 }  // namespace
 
 CUnusedVerticesDialog::CUnusedVerticesDialog(QWidget* parent)
-    : QDialog(parent), dont_show_again_(new QCheckBox("Don't show this again")) {
+    : QDialog(parent), dont_show_again_(new QCheckBox(kDontShowAgainText)) {
   using EChoice = SUnusedVerticesAnswer::EChoice;
   setObjectName("unusedVertices");
   setWindowTitle("Veldra");
-  auto* text = new QLabel(
-      "This model contains unused vertices which may cause undesired results in the game. What would you like to do?");
+  auto* text = new QLabel(kUnusedVerticesText);
   text->setWordWrap(true);
   text->setMinimumWidth(kTextWidth);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(text);
   layout->addSpacing(8);
-  AddChoice("deleteUnused", "Delete unused vertices and save", EChoice::kDelete);
-  AddChoice("saveAnyway", "Save Anyway", EChoice::kSaveAnyway);
-  AddChoice("cancelSave", "Cancel save", EChoice::kCancel);
+  AddChoice("deleteUnused", kDeleteUnusedChoice, EChoice::kDelete);
+  AddChoice("saveAnyway", kSaveAnywayChoice, EChoice::kSaveAnyway);
+  AddChoice("cancelSave", kCancelSaveChoice, EChoice::kCancel);
+  // The Enter key deletes nothing.
+  findChild<QPushButton*>("saveAnyway")->setDefault(true);
   layout->addSpacing(8);
   dont_show_again_->setObjectName("dontShowAgain");
   layout->addWidget(dont_show_again_);

@@ -42,6 +42,7 @@ struct SPodEntryInfo {
 /// size field. It is computed in 32 bits and wraps where an archive's offsets go down. What backs the dialogs is
 /// CPodDocument, which trusts the size field and checks the entries.
 ///
+/// The program itself uses the listing only; the queries by name and by index are kept for others that build on it.
 /// Indices are taken modulo 65536, and the count is told modulo 65536; Entries() has them all. Before a directory has
 /// been read the queries return kNotLoaded (or 0).
 class CMTMPODFile {

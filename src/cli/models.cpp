@@ -114,7 +114,7 @@ int Convert(CSession& session, const SConvertOptions& options) {
   if (!options.variant) return ConvertToWavefront(session, document->Model(), options.out);
   // Not the setting's: what a script writes must not depend on what somebody last typed into a window.
   session.Questions().SetScaleFactor(options.scale.value_or(document->Model().ScaleWord() / 65536.0));
-  return document->SaveAsVariant(options.out, *options.variant) ? kDone : kFailed;
+  return document->Saver().SaveAsVariant(options.out, *options.variant) ? kDone : kFailed;
 }
 
 SCommandRow ConvertCommand() {

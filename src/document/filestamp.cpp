@@ -1,7 +1,9 @@
 #include "document/filestamp.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "model/binfile.h"
 #include "platform/compress.h"
 #include "platform/files.h"
 #include "platform/filetime.h"
@@ -29,6 +31,27 @@ bool CFileStamp::IsChanged() {
   const bool is_same = checksum_ && now.length_ == length_ && now.checksum_ == checksum_;
   if (is_same) *this = std::move(now);
   return !is_same;
+}
+
+bool CFileStamp::IsGone() const {
+  return length_ && !IsFile(path_);
+}
+
+CModelFileStamp::CModelFileStamp(const std::string& path) : model_(path), info_(path.empty() ? "" : InfoPath(path)) {}
+
+std::string CModelFileStamp::Gone() const {
+  if (model_.IsGone()) return model_.Path();
+  return info_.IsGone() ? info_.Path() : "";
+}
+
+EFileNews CModelFileStamp::TakeNews() {
+  const std::string gone = Gone();
+  const bool is_news = std::exchange(told_gone_, gone) != gone;
+  if (!gone.empty()) return is_news ? EFileNews::kGone : EFileNews::kNone;
+  if (!IsChanged()) return EFileNews::kNone;
+  // Nothing, for a file that is not there, is less than every time.
+  const auto written = std::max(FileWriteTime(model_.Path()), FileWriteTime(info_.Path()));
+  return std::exchange(told_change_, written) != written ? EFileNews::kChanged : EFileNews::kNone;
 }
 
 }  // namespace veldra

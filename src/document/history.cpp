@@ -4,12 +4,17 @@
 #include "platform/assert.h"
 #include "platform/text.h"
 
+// The tests of the mechanism set it.
+#ifndef VELDRA_RECORD_HISTORY
+#define VELDRA_RECORD_HISTORY false
+#endif
+
 namespace veldra {
 
 namespace {
 
 /// The whole mechanism below works and is tested; this is the one line that keeps it out of use.
-constexpr bool kRecordVertexChanges = false;
+constexpr bool kRecordVertexChanges = VELDRA_RECORD_HISTORY;
 
 }  // namespace
 
@@ -110,8 +115,8 @@ void CHistory::SetMaxDepth(int32_t maximum_depth) {
 
 void CHistory::Clear() {
   VELDRA_ASSERT(!IsBusy());
-  DeleteActions(current_, Size(), true);
-  DeleteActions(0, Size(), false);
+  DeleteActions(0, current_, false);
+  DeleteActions(0, Size(), true);
   current_ = 0;
 }
 

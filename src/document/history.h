@@ -53,7 +53,8 @@ class CVertexAction : public CHistoryAction {
   bool is_add_;
 };
 
-/// A bounded list of actions and a cursor: those below it are in effect, those at and above it were undone.
+/// A bounded list of actions and a cursor: those below it are in effect, those at and above it were undone. While
+/// recording is switched off the program itself adds, undoes and redoes nothing.
 class CHistory {
  public:
   CHistory(CTarnDoc& document, int32_t maximum_depth);  ///< depth at least 1

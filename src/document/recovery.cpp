@@ -186,15 +186,14 @@ void CRecoverySchedule::Changed(Time now) {
   last_change_ = now;
 }
 
-void CRecoverySchedule::Copied(Time now) {
+void CRecoverySchedule::Copied(Time now, Clock::duration took) {
   first_change_.reset();
-  last_attempt_ = now;
+  not_before_ = now + kRest * took;
 }
 
 std::optional<CRecoverySchedule::Time> CRecoverySchedule::DueAt() const {
   if (!first_change_) return std::nullopt;
-  const Time wanted = std::min(*first_change_ + kLongest, last_change_ + kPause);
-  return last_attempt_ ? std::max(wanted, *last_attempt_ + kShortest) : wanted;
+  return std::max(std::min(*first_change_ + kLongest, last_change_ + kPause), not_before_);
 }
 
 }  // namespace veldra

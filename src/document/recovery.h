@@ -76,19 +76,22 @@ class CRecoveryFolder {
   std::map<std::string, CFileLock> adopted_;  ///< the dead programs' sessions, by name
 };
 
-/// When a document's next copy is due: once the user pauses, at the latest a minute after the first change that no copy
-/// has, and not more often than every ten seconds. The clock is passed in.
+/// When a document's next copy is due: once the user pauses, at the latest some seconds after the first change that no
+/// copy has. A model that takes long to copy is copied so seldom that the user, who waits meanwhile, hardly notices.
+/// The clock is passed in.
 class CRecoverySchedule {
  public:
-  using Time = std::chrono::steady_clock::time_point;
-  static constexpr std::chrono::seconds kPause{5};      ///< without a change
-  static constexpr std::chrono::seconds kLongest{60};   ///< after the first change
-  static constexpr std::chrono::seconds kShortest{10};  ///< between two copies
+  using Clock = std::chrono::steady_clock;
+  using Time = Clock::time_point;
+  static constexpr std::chrono::seconds kPause{3};     ///< without a change
+  static constexpr std::chrono::seconds kLongest{10};  ///< after the first change
+  static constexpr std::chrono::seconds kRetry{10};    ///< after a copy that could not be made
+  static constexpr int kRest = 10;                     ///< times as long as a copy takes none is made
 
   void Changed(Time now);
-  /// A copy was made, or could not be: the next attempt waits its turn.
-  void Copied(Time now);
-  void Failed(Time now) { last_attempt_ = now; }
+  /// A copy was made, which took TOOK.
+  void Copied(Time now, Clock::duration took);
+  void Failed(Time now) { not_before_ = now + kRetry; }
   /// The document was saved: nothing is to be copied.
   void Saved() { first_change_.reset(); }
 
@@ -99,7 +102,7 @@ class CRecoverySchedule {
  private:
   std::optional<Time> first_change_;  ///< that is in no copy
   Time last_change_;
-  std::optional<Time> last_attempt_;
+  Time not_before_ = Time::min();
 };
 
 }  // namespace veldra

@@ -32,11 +32,6 @@ void CRecoveryKeeper::Closed(const CTarnDoc& document) {
   kept_.erase(at);
 }
 
-void CRecoveryKeeper::Changed(const CTarnDoc& document) {
-  const auto at = kept_.find(&document);
-  if (at != kept_.end()) at->second.schedule.Changed(clock_());
-}
-
 void CRecoveryKeeper::Tick(Time now) {
   for (auto& [document, kept] : kept_) {
     // A document that is read anew changes too.
@@ -70,7 +65,8 @@ bool CRecoveryKeeper::TakeOver(const SLeftover& leftover, CTarnDoc& document) {
 }
 
 void CRecoveryKeeper::OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) {
-  if (change.Any()) Changed(document);
+  const auto at = kept_.find(&document);
+  if (change.Any() && at != kept_.end()) at->second.schedule.Changed(clock_());
 }
 
 void CRecoveryKeeper::OnDocumentStateChanged(const CTarnDoc& document) {
@@ -95,10 +91,12 @@ void CRecoveryKeeper::OnDocumentGone(const CTarnDoc& document) {
 
 bool CRecoveryKeeper::SaveCopy(SKept& kept, Time now) {
   const CTarnDoc& document = *kept.document;
+  // What the user waits is told by the wall's clock, whatever the schedule runs by.
+  const auto begun = std::chrono::steady_clock::now();
   SError error;
   const bool is_saved =
       folder_.Save({kept.id, document.Title(), document.Path(), document.StatesKey()}, document.Model(), &error);
-  is_saved ? kept.schedule.Copied(now) : kept.schedule.Failed(now);
+  is_saved ? kept.schedule.Copied(now, std::chrono::steady_clock::now() - begun) : kept.schedule.Failed(now);
   fault_ = error.what;
   if (!is_saved) Trace(">> CRecoveryKeeper::SaveCopy(%s): %s\n", document.Title().c_str(), error.what.c_str());
   return is_saved;

@@ -31,8 +31,6 @@ class CRecoveryKeeper : private CDocumentObserver {
   void Watch(CTarnDoc& document);
   /// The user has let go of DOCUMENT and of its unsaved changes.
   void Closed(const CTarnDoc& document);
-  /// Something in DOCUMENT's model has changed; changes of its own accord are noticed without this.
-  void Changed(const CTarnDoc& document);
   /// Writes the copies that are due; to be called every second or so. A document whose model is being worked on waits.
   void Tick(Time now);
   void Tick() { Tick(clock_()); }

@@ -41,14 +41,7 @@ int32_t CTarnDoc::DeleteUnused() {
   const std::vector<int32_t> unused = model_.UnusedVertices();
   if (unused.empty()) return 0;
   const CStateBefore before(*this, "Delete All Unused");
-  CBinModel::Vertices deleted = model_.TakeVertices(unused);
-  std::vector<CBinVertex*> vertices;
-  for (const auto& vertex : deleted)
-    vertices.push_back(vertex.get());
-  if (CHistory::RecordVertexChange(history_, vertices, false)) {
-    for (auto& vertex : deleted)
-      static_cast<void>(vertex.release());  // the history's now
-  }
+  model_.DeleteVertices(unused, services_.questions);
   return static_cast<int32_t>(unused.size());
 }
 

@@ -7,14 +7,13 @@
 #include "document/earlierstates.h"
 #include "platform/assert.h"
 #include "platform/files.h"
-#include "platform/filetime.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/trace.h"
 #include "textures/texturefinder.h"
 
-// The document's state, and how it is opened. Saving is in tarn2save.cpp, the commands are in tarn2commands.cpp and
-// tarn2textures.cpp, the exports in tarn2export.cpp.
+// The document's state, and how it is opened. The checks before saving are in tarn2save.cpp, the commands in
+// tarn2commands.cpp, the exports in tarn2export.cpp.
 
 namespace veldra {
 
@@ -64,7 +63,7 @@ bool CTarnDoc::OnOpenDocument(const std::string& path, SDiagnosis* diagnosis) {
 }
 
 bool CTarnDoc::OnOpenDocument(const std::string& path, bool read_only, SDiagnosis* diagnosis) {
-  TakeStamps(path);
+  stamp_ = CModelFileStamp(path);
   // A model on its way in is no change by the user, and nobody should draw half of it.
   model_.SetObserver(nullptr);
   model_.Clear();
@@ -84,6 +83,7 @@ bool CTarnDoc::Load(CBinModel& model, const std::string& path, SDiagnosis* diagn
     if (diagnosis != nullptr) *diagnosis = {0, reason};
     return ShowError(Format("\"%s\" could not be opened.", path.c_str()), reason);
   }
+  const CQuestions::CAbout about(services_.questions, path);
   const auto work = services_.questions.BeginWork(Format("Opening %s", FileNamePart(path).c_str()), true);
   CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
   const SLoadContext context{finder, services_.questions, services_.settings.texture_size_msg != 0, work.get()};
@@ -94,6 +94,7 @@ bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const CopyReader& reader) {
   VELDRA_ASSERT(path_.empty() && model_.VertexCount() == 0);
   SDiagnosis diagnosis;
   bool is_read = false;
+  const CQuestions::CAbout about(services_.questions, copy.path.empty() ? copy.title : copy.path);
   {
     const auto work = services_.questions.BeginWork(Format("Opening %s", copy.title.c_str()), false);
     CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
@@ -106,7 +107,7 @@ bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const CopyReader& reader) {
   }
   copy_title_ = copy.title;
   copy_states_key_ = copy.path.empty() ? copy.states_key : "";
-  TakeStamps(copy.path);
+  stamp_ = CModelFileStamp(copy.path);
   NotifyChange(kEverything);
   SetState(copy.path, copy.modified, FileExists(copy.path) && !IsWritable(copy.path));
   return true;
@@ -114,31 +115,9 @@ bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const CopyReader& reader) {
 
 // --- Other programs --------------------------------------------------------------------------------------------------
 
-void CTarnDoc::TakeStamps(const std::string& path) {
-  model_stamp_ = CFileStamp(path);
-  info_stamp_ = CFileStamp(InfoPath(path));
-  noticed_change_.reset();
-}
-
-bool CTarnDoc::ChangedOnDisk() const {
-  return !path_.empty() && (model_stamp_.IsChanged() || info_stamp_.IsChanged());
-}
-
-bool CTarnDoc::NoticeChangeOnDisk() {
-  if (!ChangedOnDisk()) return false;
-  // Nothing, for a file that is not there, is less than every time.
-  const auto written = std::max(FileWriteTime(path_), FileWriteTime(InfoPath(path_)));
-  return std::exchange(noticed_change_, written) != written;
-}
-
 bool CTarnDoc::Reload() {
   if (path_.empty()) return false;
-  if (modified_) {
-    const std::string text = Format("Load \"%s\" again and lose the changes since it was last saved?", path_.c_str());
-    if (services_.questions.AskYesNo({.text = text, .icon = EIcon::kQuestion}) != EAnswer::kYes) return false;
-  }
-  const CFileStamp model_stamp(path_);
-  const CFileStamp info_stamp(InfoPath(path_));
+  CModelFileStamp stamp(path_);
   CBinModel loaded;
   if (!Load(loaded, path_, nullptr)) return false;
   KeepState("Reload");
@@ -146,8 +125,7 @@ bool CTarnDoc::Reload() {
   model_.SetObserver(nullptr);
   model_.TakeContents(loaded);
   model_.SetObserver(this);
-  model_stamp_ = model_stamp;
-  info_stamp_ = info_stamp;
+  stamp_ = std::move(stamp);
   is_file_kept_ = false;
   NotifyChange(kEverything);
   SetState(path_, false, wants_read_only_ || !IsWritable(path_));
@@ -192,6 +170,22 @@ void CTarnDoc::KeepPacked(const std::string& key, std::span<const uint8_t> packe
 void CTarnDoc::OnModelChanged(const CBinModel&, const SModelChange& change) {
   NotifyChange(change);
   if (change.Any()) SetModified(true);
+}
+
+// What the history itself does to the model is no news to it.
+
+void CTarnDoc::OnVerticesAdded(std::span<CBinVertex* const> vertices) {
+  if (!history_.IsBusy()) CHistory::RecordVertexChange(history_, vertices, true);
+}
+
+void CTarnDoc::OnVerticesDeleted(CBinModel::Vertices& vertices) {
+  if (history_.IsBusy()) return;
+  std::vector<CBinVertex*> pointers;
+  for (const auto& vertex : vertices)
+    pointers.push_back(vertex.get());
+  if (!CHistory::RecordVertexChange(history_, pointers, false)) return;
+  for (auto& vertex : vertices)
+    static_cast<void>(vertex.release());  // the history's now
 }
 
 void CTarnDoc::SetState(const std::string& path, bool modified, bool read_only) {

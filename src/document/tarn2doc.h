@@ -10,6 +10,7 @@
 
 #include "document/filestamp.h"
 #include "document/history.h"
+#include "document/modelsaver.h"
 #include "model/binfile.h"
 #include "model/binmodel.h"
 #include "model/geometry.h"
@@ -27,17 +28,6 @@ class CTarnDoc;
 
 /// Actions that a document's history holds at most.
 inline constexpr int32_t kHistoryDepth = 100;
-
-/// What the question of AskUnusedVertices says; its choices are kDeleteUnusedChoice and those after it.
-inline constexpr const char* kUnusedVerticesText =
-    "This model contains unused vertices which may cause undesired results in the game. What would you like to do?";
-inline constexpr const char* kDeleteUnusedChoice = "Delete unused vertices and save";
-inline constexpr const char* kSaveAnywayChoice = "Save Anyway";
-inline constexpr const char* kCancelSaveChoice = "Cancel save";
-inline constexpr const char* kDontShowAgainText = "Don't show this again";
-
-/// The three kinds of model file that a document can be saved as, in the order of the save dialog's filters.
-enum class EModelVariant { kMtm, kBackdrop, kHellbender };
 
 /// A window on a document: told what changed, never asked to poll. It leaves the document before it goes.
 class CDocumentObserver {
@@ -97,7 +87,8 @@ class CTarnDoc : private CModelObserver {
   void SetReadOnly(bool read_only);
   const CSettings& Settings() const { return services_.settings; }
   const SDocumentServices& Services() const { return services_; }
-  CHistory& History() { return history_; }
+  /// The Save and Save as commands.
+  CModelSaver& Saver() { return saver_; }
 
   void AddObserver(CDocumentObserver* observer);
   void RemoveObserver(CDocumentObserver* observer);
@@ -110,30 +101,18 @@ class CTarnDoc : private CModelObserver {
   /// Fills a new document from a copy. False, the document empty, when the user has been told what is wrong with it.
   bool OpenCopy(const SDocumentCopy& copy, const CopyReader& reader);
 
-  /// Another program has changed the model's file, or its sidecar, since it was last read or written here.
-  bool ChangedOnDisk() const;
-  /// ChangedOnDisk, but true only once for each such change: for who tells the user.
-  bool NoticeChangeOnDisk();
-  /// Reads the file anew, after asking whether unsaved changes may go; views stay. On failure, which the user has been
-  /// told, the document stays as it is.
+  /// Reads the file anew; views and earlier states stay. On failure, which the user has been told, the document stays
+  /// as it is.
   bool Reload();
+  /// To ask what has become of the file, and its sidecar, since they were last read or written here. Looking at one
+  /// that was written anew with the same bytes brings it up to date.
+  CModelFileStamp& FileStamp() const { return stamp_; }
 
-  /// The Save command. False when it was stopped.
-  bool Save();
-  /// The Save as command: checks, then asks for path and variant.
-  bool SaveAs();
-  /// The checks of Save as, then VARIANT is written to PATH as if the user had chosen both. PATH stays as it is,
-  /// whatever the setting SAVETODEFDIR says.
-  bool SaveAsVariant(const std::string& path, EModelVariant variant);
-
-  // The writers. True when PATH holds the model: it is then the document's path, and the document is not modified. On
-  // failure the user has been told and the old file at PATH is untouched.
-  /// The document must not be read-only.
+  // The writers. True when PATH holds the model: it is then the document's path, and the document, which must not be
+  // read-only, is not modified. On failure the user has been told and the old file at PATH is untouched.
   bool SaveMTM(const std::string& path);
-  /// Asks first when the file could not be read back (its first face has no texture).
-  bool SaveBackdrop(const std::string& path);
-  /// Asks for the scale factor, which the setting SCALEFACTOR keeps, and whether face types above 0x29 become 0x18.
-  bool SaveHellbender(const std::string& path);
+  bool SaveBackdrop(const std::string& path) { return saver_.WriteBackdrop(path); }
+  bool SaveHellbender(const std::string& path) { return saver_.WriteHellbender(path); }
 
   // Each false when the save must not go on. All but the first can be switched off in the settings.
   bool CheckWritable(const std::string& path);
@@ -142,6 +121,11 @@ class CTarnDoc : private CModelObserver {
   bool CheckUnusedVertices();
   /// Another open document has PATH and is read-only.
   bool IsOpenReadOnlyElsewhere(const std::string& path) const;
+
+  /// For the saver: the model lies at PATH now.
+  void TakeSavedPath(const std::string& path);
+  /// What the file at the path holds is among the earlier states.
+  bool IsFileKept() const { return is_file_kept_; }
 
   // --- Earlier states ----------------------------------------------------------------------------------------------
   /// Under which the document's earlier states are kept; "" when none are.
@@ -182,22 +166,10 @@ class CTarnDoc : private CModelObserver {
   friend class CStateBefore;
 
   void OnModelChanged(const CBinModel& model, const SModelChange& change) override;
-  void TakeStamps(const std::string& path);
+  void OnVerticesAdded(std::span<CBinVertex* const> vertices) override;
+  void OnVerticesDeleted(CBinModel::Vertices& vertices) override;
   std::vector<uint8_t> PackState(const std::string& command) const;
   void KeepPacked(const std::string& key, std::span<const uint8_t> packed, bool is_file);
-
-  bool CheckBeforeSaveAs();
-  /// False when another program's changes at PATH, the document's own file, are not to be lost.
-  bool CheckChangedOnDisk(const std::string& path);
-  bool IsOwnPath(const std::string& path) const;
-  bool WriteVariant(const std::string& path, EModelVariant variant);
-  bool Write(const std::string& path, const SSaveOptions& options);
-  void KeepOverwrittenFile(const std::string& path) const;
-  void TakeSavedPath(const std::string& path);
-  std::optional<int32_t> AskScaleWord();
-  bool OfferHellbenderFaceTypes();
-  /// PATH, or the file of that name in the default model directory where the settings want all models there.
-  std::string SavePath(const std::string& path) const;
 
   void CenterAxes(std::initializer_list<EAxis> axes, const char* command);
   int32_t DeleteUnused();
@@ -209,6 +181,7 @@ class CTarnDoc : private CModelObserver {
   SDocumentServices services_;
   CBinModel model_;
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
+  CModelSaver saver_{*this};
   std::string path_;
   std::string copy_title_;           ///< of a copy without path; "" for a title of the document's own
   std::string copy_states_key_;      ///< likewise
@@ -216,11 +189,8 @@ class CTarnDoc : private CModelObserver {
   bool modified_ = false;
   bool read_only_ = false;
   bool wants_read_only_ = false;  ///< whatever the file allows
-  bool is_file_kept_ = false;     ///< what the file at the path holds is among the earlier states
-  // Looking at a file that was written anew with the same bytes brings its stamp up to date.
-  mutable CFileStamp model_stamp_;
-  mutable CFileStamp info_stamp_;
-  std::optional<int64_t> noticed_change_;  ///< when the file was written that the user has been told of
+  bool is_file_kept_ = false;
+  mutable CModelFileStamp stamp_;
   std::vector<CDocumentObserver*> observers_;
 };
 

@@ -60,7 +60,7 @@ bool CBinLoader::CheckType(uint32_t type) {
     context_.questions.Message({.text = kAnimationControlText});
     return Fail(ESeverity::kStopped, 0, "header: type 0x20, an animation control file");
   }
-  const SMessage question = {.text = Format(kUnknownTypeText, type), .icon = EIcon::kWarning};
+  const SMessage question = {.text = Format(kUnknownTypeText, type), .icon = EIcon::kWarning, .usual = EAnswer::kNo};
   if (context_.questions.AskYesNo(question) == EAnswer::kYes) return true;
   return Fail(ESeverity::kStopped, 0, Format("header: unknown type 0x%x", type));
 }

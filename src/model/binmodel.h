@@ -35,6 +35,11 @@ class CModelObserver {
  public:
   virtual ~CModelObserver() = default;
   virtual void OnModelChanged(const CBinModel& model, const SModelChange& change) = 0;
+  /// VERTICES are in the model now, ascending. At once, whatever is under way; not for a model that is built anew.
+  virtual void OnVerticesAdded(std::span<CBinVertex* const>) {}
+  /// VERTICES are out of the model, in the order in which they stood there. They are deleted unless they are moved out
+  /// of the list: InsertVertices can put them back.
+  virtual void OnVerticesDeleted(std::vector<std::unique_ptr<CBinVertex>>&) {}
 };
 
 /// Inclusive; all zero for a model that never had a vertex.
@@ -183,6 +188,8 @@ class CBinModel {
   /// Makes FACE, which TakeAll handed out, one of this model's with 3 or 4 CORNERS (given to Rebuild as well) and
   /// TEXTURE.
   void Adopt(CBinFace& face, std::span<CBinVertex* const> corners, CBinTexture* texture);
+  /// Deletes VERTICES, which TakeAll handed out and Rebuild was not given: they stood at INDICES, ascending.
+  void Discard(Vertices vertices, std::span<const int32_t> indices);
 
   /// "" or the first broken invariant, in words. For tests and the fuzzers; walks the whole model.
   std::string CheckInvariants() const;
@@ -209,6 +216,7 @@ class CBinModel {
   void UnregisterCorners(CBinFace& face);
   void ForgetRemovedFaces(std::vector<CBinVertex*> vertices);
   void PutBack(Vertices vertices);
+  static void NotePlaces(const Vertices& taken, std::span<const int32_t> indices);
   void RenumberVertices(size_t first);
   void RenumberFaces(size_t first);
   void Widen(const SPoint& position, bool first);

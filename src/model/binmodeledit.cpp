@@ -67,9 +67,11 @@ void CBinModel::Reserve(size_t vertices, size_t faces) {
 CBinVertex& CBinModel::AddVertex(const SPoint& position) {
   Widen(position, vertices_.empty());
   vertices_.push_back(std::make_unique<CBinVertex>(*this, position));
-  vertices_.back()->index_ = VertexCount() - 1;
+  CBinVertex* const vertex = vertices_.back().get();
+  vertex->index_ = VertexCount() - 1;
+  if (observer_ != nullptr) observer_->OnVerticesAdded({&vertex, 1});
   Report({.topology = true});
-  return *vertices_.back();
+  return *vertex;
 }
 
 CBinFace& CBinModel::AddFace(std::unique_ptr<CBinFace> face) {
@@ -243,10 +245,12 @@ void CBinModel::InsertVertices(Vertices vertices, int32_t position) {
   VELDRA_ASSERT(position >= -1 && position <= VertexCount());
   if (vertices.empty()) return;
   bool first = vertices_.empty();
+  std::vector<CBinVertex*> added;
   for (const auto& vertex : vertices) {
     VELDRA_ASSERT(vertex != nullptr && vertex->owner_ == this && vertex->index_ < 0);
     Widen(vertex->position_, first);
     first = false;
+    added.push_back(vertex.get());
   }
   if (position < 0) {
     PutBack(std::move(vertices));
@@ -255,6 +259,7 @@ void CBinModel::InsertVertices(Vertices vertices, int32_t position) {
     MoveIn(vertices_, std::move(vertices), position);
   }
   RenumberVertices(0);
+  if (observer_ != nullptr) observer_->OnVerticesAdded(added);
   Report({.topology = true, .groups = !vertex_groups_.empty()});
 }
 
@@ -287,12 +292,17 @@ CBinModel::Vertices CBinModel::TakeVertices(std::span<const int32_t> indices) {
   if (indices.empty()) return {};
   RemapMembers(vertex_groups_, MapWithout(indices, vertices_.size()));
   Vertices taken = MoveOut(vertices_, indices);
-  for (size_t k = 0; k < taken.size(); ++k)
-    taken[k]->index_ = -1 - (indices[k] - static_cast<int32_t>(k));
+  NotePlaces(taken, indices);
   RenumberVertices(static_cast<size_t>(indices.front()));
   RecomputeBounds();
   Report({.topology = true, .groups = !vertex_groups_.empty()});
   return taken;
+}
+
+/// Where among those that stayed they were.
+void CBinModel::NotePlaces(const Vertices& taken, std::span<const int32_t> indices) {
+  for (size_t k = 0; k < taken.size(); ++k)
+    taken[k]->index_ = -1 - (indices[k] - static_cast<int32_t>(k));
 }
 
 bool CBinModel::AreUnused(std::span<const int32_t> indices) const {
@@ -304,7 +314,8 @@ bool CBinModel::DeleteVertices(std::span<const int32_t> indices, CQuestions& que
     questions.Message(Refusal(kVertexInUseText));
     return false;
   }
-  TakeVertices(indices);
+  Vertices taken = TakeVertices(indices);
+  if (observer_ != nullptr && !taken.empty()) observer_->OnVerticesDeleted(taken);
   return true;
 }
 
@@ -351,6 +362,14 @@ void CBinModel::Adopt(CBinFace& face, std::span<CBinVertex* const> corners, CBin
   face.owner_ = this;
   face.corners_ = all;
   face.texture_ = texture;
+}
+
+void CBinModel::Discard(Vertices vertices, std::span<const int32_t> indices) {
+  VELDRA_ASSERT(vertices.size() == indices.size());
+  NotePlaces(vertices, indices);
+  for (const auto& vertex : vertices)
+    vertex->faces_.Clear();
+  if (observer_ != nullptr && !vertices.empty()) observer_->OnVerticesDeleted(vertices);
 }
 
 void CBinModel::Rebuild(Vertices vertices, Faces faces, std::span<const int32_t> vertex_map,

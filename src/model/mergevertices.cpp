@@ -276,13 +276,17 @@ std::vector<int32_t> CMerge::NumberFaces() const {
   return numbers;
 }
 
-/// Destroys the others and closes the gaps.
-template <typename List, typename IsKept>
-void KeepOnly(List& list, const IsKept& is_kept) {
+/// Closes the gaps of those for which IS_KEPT says no, and hands them to DROP.
+template <typename List, typename IsKept, typename Drop>
+void KeepOnly(List& list, const IsKept& is_kept, const Drop& drop) {
   size_t kept = 0;
   for (size_t i = 0; i < list.size(); ++i) {
     auto item = std::move(list[i]);
-    if (is_kept(i, *item)) list[kept++] = std::move(item);
+    if (is_kept(i, *item)) {
+      list[kept++] = std::move(item);
+    } else {
+      drop(i, std::move(item));
+    }
   }
   list.resize(kept);
 }
@@ -296,12 +300,20 @@ void CMerge::Run() {
     }
   }
   auto [vertices, faces] = model_.TakeAll();
-  KeepOnly(faces, [&, &all = vertices](size_t i, CBinFace& face) {
+  const auto keep_face = [&, &all = vertices](size_t i, CBinFace& face) {
     ApplyTo(face, i, all);
     return !changes_[i].removed;
+  };
+  KeepOnly(faces, keep_face, [](size_t, std::unique_ptr<CBinFace> face) { face.reset(); });
+  CBinModel::Vertices members;
+  std::vector<int32_t> indices;
+  const auto is_seed = [&](size_t i, const CBinVertex&) { return seeds_[i] == static_cast<int32_t>(i); };
+  KeepOnly(vertices, is_seed, [&](size_t i, std::unique_ptr<CBinVertex> member) {
+    members.push_back(std::move(member));
+    indices.push_back(static_cast<int32_t>(i));
   });
-  KeepOnly(vertices, [&](size_t i, const CBinVertex&) { return seeds_[i] == static_cast<int32_t>(i); });
   model_.Rebuild(std::move(vertices), std::move(faces), NumberSeeds(), NumberFaces());
+  model_.Discard(std::move(members), indices);
 }
 
 }  // namespace

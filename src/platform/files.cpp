@@ -317,6 +317,24 @@ bool CReplacement::Commit(SError* error) {
   return true;
 }
 
+bool IsSameFile(std::string_view a, std::string_view b) {
+  if (a.empty() || b.empty()) return false;
+  const auto followed = [](std::string_view path) {
+    const std::string absolute = disk::SystemPath(AbsolutePath(path));
+    std::string target;
+    return disk::FollowLinks(absolute, target) == 0 ? target : absolute;
+  };
+  const std::string first = followed(a);
+  const std::string second = followed(b);
+  const auto identity = disk::Identity(first);
+  const auto other = disk::Identity(second);
+  if (identity || other) return identity == other;
+  if (!disk::IsSameName(FileNamePart(first), FileNamePart(second))) return false;
+  // A root that is not there, as of a drive without a disk, has no folder above.
+  const std::string folder = DirectoryPart(first);
+  return folder == first ? second == first : IsSameFile(folder, DirectoryPart(second));
+}
+
 bool FileExists(std::string_view path) {
   return disk::Status(disk::SystemPath(path)).kind != disk::EKind::kNothing;
 }

@@ -90,6 +90,9 @@ std::vector<std::string> ListDirectory(std::string_view path);  ///< names, sort
 std::string CurrentDirectory();
 /// Absolute and without "." and ".." parts, links left alone.
 std::string AbsolutePath(std::string_view path);
+/// A and B name one file or folder, whatever links and letter case lead to it. Of what is not there yet: once it is.
+/// Two empty paths name nothing.
+bool IsSameFile(std::string_view a, std::string_view b);
 
 /// The path under which the game file exists, whatever the case of its name on a case-sensitive disk: PATH itself when
 /// it exists, else the entry that differs in letter case only (the first in byte order); "" when there is none. Folders

@@ -115,6 +115,16 @@ SStatus Status(const std::string& path) {
   return stat(path.c_str(), &info) == 0 ? ToStatus(info) : SStatus{};
 }
 
+std::optional<SIdentity> Identity(const std::string& path) {
+  struct stat info;
+  if (stat(path.c_str(), &info) != 0) return std::nullopt;
+  return SIdentity{static_cast<uint64_t>(info.st_dev), static_cast<uint64_t>(info.st_ino)};
+}
+
+bool IsSameName(const std::string& a, const std::string& b) {
+  return a == b;
+}
+
 bool IsLink(const std::string& path) {
   struct stat info;
   return lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,6 +22,12 @@ struct SStatus {
   int64_t modified = 0;  ///< in seconds since 1970, for kFile
 };
 
+struct SIdentity {
+  uint64_t disk = 0;
+  uint64_t file = 0;
+  bool operator==(const SIdentity&) const = default;
+};
+
 /// The reason as the user reads it.
 std::string ErrorText(int number);
 bool IsAlreadyThere(int number);
@@ -31,6 +38,11 @@ std::string SystemPath(std::string_view path);
 std::string FolderAbove(const std::string& path);
 /// Follows links.
 SStatus Status(const std::string& path);
+/// What tells a file from all others while it is there, whatever it is called. Follows links. Nothing where there is
+/// none.
+std::optional<SIdentity> Identity(const std::string& path);
+/// Whether two names in one folder are one, as the system has it.
+bool IsSameName(const std::string& a, const std::string& b);
 /// The name is that of a link, wherever it leads.
 bool IsLink(const std::string& path);
 /// Where a file of this name really lies: PATH with the links it names followed, even to a file that is not there yet.

@@ -127,6 +127,22 @@ SStatus Status(const std::string& path) {
   return {EKind::kFile, uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow, ToUnixTime(data.ftLastWriteTime)};
 }
 
+std::optional<SIdentity> Identity(const std::string& path) {
+  Handle handle = kNoHandle;
+  if (path.empty() || OpenExisting(path, 0, kShareAll, FILE_FLAG_BACKUP_SEMANTICS, handle) != 0) return std::nullopt;
+  BY_HANDLE_FILE_INFORMATION info = {};
+  const bool is_known = GetFileInformationByHandle(SystemHandle(handle), &info) != 0;
+  CloseHandle(SystemHandle(handle));
+  const uint64_t file = uint64_t{info.nFileIndexHigh} << 32 | info.nFileIndexLow;
+  // Some file systems number nothing.
+  if (!is_known || file == 0) return std::nullopt;
+  return SIdentity{info.dwVolumeSerialNumber, file};
+}
+
+bool IsSameName(const std::string& a, const std::string& b) {
+  return CompareStringOrdinal(ToWide(a).c_str(), -1, ToWide(b).c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
 bool IsLink(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(CallPath(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;

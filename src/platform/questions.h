@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldra {
@@ -23,6 +24,11 @@ struct SMessage {
   std::string caption = kCaption;
   EIcon icon = EIcon::kInformation;
   std::string details = {};
+  /// Of a question: what the Enter key answers. Where an answer loses something, that is another one.
+  EAnswer usual = EAnswer::kYes;
+  // What the buttons say instead of "Yes" and "No"; "&" before the letter of the shortcut.
+  std::string yes = {};
+  std::string no = {};
 };
 
 struct SFileFilter {
@@ -37,6 +43,7 @@ struct SFilePrompt {
   std::string name;               ///< offered file name, when saving
   std::string default_extension;  ///< without ".", added to a name typed without one
   bool offers_read_only = false;  ///< AskOpenFiles only: a check box beside the files
+  bool asks_to_replace = true;    ///< AskSaveFile only: before a file is chosen that is there already
 };
 
 /// Files picked to be opened.
@@ -82,6 +89,21 @@ class CProgress {
 /// programs with nobody to ask.
 class CQuestions {
  public:
+  /// While it lives, all that is said and asked is about one file. Of those that live, the newest counts.
+  class CAbout {
+   public:
+    /// FILE is a path, or a document's title; it goes where there is room, unless the text says it.
+    CAbout(CQuestions& questions, std::string file)
+        : questions_(questions), before_(std::exchange(questions.about_, std::move(file))) {}
+    ~CAbout() { questions_.about_ = std::move(before_); }
+    CAbout(const CAbout&) = delete;
+    CAbout& operator=(const CAbout&) = delete;
+
+   private:
+    CQuestions& questions_;
+    std::string before_;
+  };
+
   virtual ~CQuestions() = default;
 
   virtual void Message(const SMessage& message) = 0;
@@ -105,6 +127,14 @@ class CQuestions {
 
   /// Never null. TITLE says what is under way; CANCELLABLE only where stopping leaves nothing half done.
   virtual std::unique_ptr<CProgress> BeginWork(const std::string& title, bool cancellable) = 0;
+
+ protected:
+  const std::string& About() const { return about_; }  ///< "" while it is about no file
+  /// The details of MESSAGE with the file that it is about.
+  std::string DetailsOf(const SMessage& message) const;
+
+ private:
+  std::string about_;
 };
 
 }  // namespace veldra

@@ -7,8 +7,9 @@
 namespace veldra {
 
 void CUnattendedQuestions::Message(const SMessage& message) {
-  const std::string details = message.details.empty() ? "" : " (" + message.details + ")";
-  std::fprintf(stderr, "%s: %s%s\n", message.caption.c_str(), message.text.c_str(), details.c_str());
+  const std::string details = DetailsOf(message);
+  const std::string in_brackets = details.empty() ? "" : " (" + details + ")";
+  std::fprintf(stderr, "%s: %s%s\n", message.caption.c_str(), message.text.c_str(), in_brackets.c_str());
 }
 
 EAnswer CUnattendedQuestions::AskYesNo(const SMessage& question) {

@@ -338,7 +338,7 @@ void CPodCreatorDialog::Create() {
 void CPodCreatorDialog::reject() {
   const SMessage question{.text = "The archive has not been written.\nClose the Pod Creator all the same?",
                           .icon = EIcon::kQuestion,
-                          .details = {}};
+                          .usual = EAnswer::kNo};
   if (is_written_ || services_.questions.AskYesNo(question) == EAnswer::kYes) QDialog::reject();
 }
 

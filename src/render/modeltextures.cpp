@@ -52,7 +52,7 @@ const STextureImage& FrameAt(const CBinTexture& entry, double seconds) {
 
 void CModelTextures::Bind(const STextureImage& asked, bool filtered) {
   const STextureImage& image = HasTexels(asked) ? asked : Checkerboard();
-  STexture& texture = textures_[&image];
+  STexture& texture = textures_[image.id.Number()];
   const bool is_new = texture.id == 0;
   if (is_new) glGenTextures(1, &texture.id);
   glBindTexture(GL_TEXTURE_2D, texture.id);
@@ -75,10 +75,10 @@ void CModelTextures::Upload(const STextureImage& image, bool with_mipmaps) {
 }
 
 void CModelTextures::Prune(const CBinModel& model) {
-  std::unordered_set<const STextureImage*> used = {&Checkerboard()};
+  std::unordered_set<uint64_t> used = {Checkerboard().id.Number()};
   for (int32_t k = 0; k < model.TextureCount(); ++k) {
     for (const CBinTexture::SFrame& frame : model.Texture(k).Frames())
-      used.insert(frame.image);
+      used.insert(frame.image->id.Number());
   }
   std::erase_if(textures_, [&](const auto& entry) {
     if (used.contains(entry.first)) return false;

@@ -36,7 +36,7 @@ class CModelTextures {
   };
   static void Upload(const STextureImage& image, bool with_mipmaps);
 
-  std::unordered_map<const STextureImage*, STexture> textures_;
+  std::unordered_map<uint64_t, STexture> textures_;  ///< by the number of the image
 };
 
 }  // namespace veldra

@@ -285,6 +285,9 @@ void AddEditing(Rows& rows) {
                                            "New views show the model without perspective."),
           Switch<&CSettings::vertex_numbers>("VERTEXNUMBERS", false, Page::kView,
                                              "New views show the numbers of the vertices."),
+          Switch<&CSettings::reload_unmodified>(
+              "RELOADUNMODIFIED", false, Page::kWindows,
+              "Load models that change on the disk again without asking, unless there are unsaved changes."),
       });
 }
 

@@ -19,7 +19,8 @@ struct TexPoolEntry {
 };
 
 /// Loads textures from RAW and ACT files in folders and keeps each under its upper-cased file name, so that
-/// C:\A\Sky.raw and D:\B\SKY.RAW are one texture, the first that was loaded. There is no removal and no reload.
+/// C:\A\Sky.raw and D:\B\SKY.RAW are one texture, the first that was loaded. There is no removal and no reload. The
+/// program itself never calls it (CTextureStore is what it uses); kept for textures given with their sizes.
 class CMTMTexPool {
  public:
   using Map = std::unordered_map<std::string, TexPoolEntry*>;

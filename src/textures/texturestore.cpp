@@ -1,6 +1,7 @@
 #include "textures/texturestore.h"
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cstring>
 #include <optional>
@@ -146,9 +147,21 @@ const STextureImage* CTextureStore::Store(std::unique_ptr<STextureImage> image) 
   return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
+CImageId::CImageId() {
+  // Archives are looked through on other threads.
+  static std::atomic<uint64_t> last = 0;
+  number_ = ++last;
+}
+
+CImageId& CImageId::operator=(const CImageId& other) {
+  if (&other != this) number_ = CImageId().number_;
+  return *this;
+}
+
 void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, STextureImage& image) {
   const auto size = static_cast<size_t>(image.size);
   VELDRA_ASSERT(size > 0 && size % 2 == 0 && indices.size() == size * size);
+  image.id = CImageId();
   const STexelTables tables = MakeTables(colors);
   image.rgba.resize(indices.size() * 4);
   image.rgb.resize(indices.size() * 3);

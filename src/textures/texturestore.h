@@ -23,8 +23,22 @@ inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
 /// The edge length of a RAW file of LENGTH bytes, or 0 when no texture has that length.
 int TextureSizeOfLength(uint64_t length);
 
+/// Tells one image from all others that this process ever had: whoever caches compares it, as addresses are used again.
+/// A copy is another image.
+class CImageId {
+ public:
+  CImageId();
+  CImageId(const CImageId&) : CImageId() {}
+  CImageId& operator=(const CImageId&);
+  uint64_t Number() const { return number_; }  ///< never 0
+
+ private:
+  uint64_t number_;
+};
+
 /// A loaded texture in the layouts that its users want. Owned by the store, valid as long as the store.
 struct STextureImage {
+  CImageId id = {};
   std::string path;           ///< full path of the RAW file as it was asked for: the store's key
   std::string name;           ///< the file-name part of the path, extension kept
   int32_t size = 0;           ///< edge length in texels

@@ -103,8 +103,7 @@ QTreeWidget* CCurrentFaceWidget::MakeCorners() {
   return corners;
 }
 
-void CCurrentFaceWidget::Refresh(const SNews& news) {
-  if (news.view || news.model.textures) shown_image_ = nullptr;  // another one may stand at its address
+void CCurrentFaceWidget::Refresh(const SNews&) {
   const CBinFace* face = Cursor() == nullptr ? nullptr : Cursor()->FaceObject();
   content_->setVisible(face != nullptr);
   if (face == nullptr) {
@@ -133,7 +132,7 @@ void CCurrentFaceWidget::ShowTexture(const CBinTexture* texture) {
   texture_->setText(texture == nullptr ? tr("none") : TextureText(*texture));
   picture_->setVisible(texture != nullptr);
   const STextureImage* image = texture == nullptr ? nullptr : texture->Image();
-  if (std::exchange(shown_image_, image) == image || image == nullptr) return;
+  if (image == nullptr || std::exchange(shown_image_, image->id.Number()) == image->id.Number()) return;
   picture_->setPixmap(TexturePicture(*image, kPictureSide, *this));
 }
 

@@ -36,7 +36,7 @@ class CCurrentFaceWidget : public CToolWidget {
   QLabel* stored_magic_ = nullptr;
   QLabel* magic_ = nullptr;
   QPushButton* edit_ = nullptr;
-  const STextureImage* shown_image_ = nullptr;  ///< only to be compared
+  uint64_t shown_image_ = 0;  ///< its number
 };
 
 }  // namespace veldra

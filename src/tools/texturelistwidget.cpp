@@ -36,7 +36,7 @@ void CTextureRows::Sync(bool forget) {
 }
 
 QPixmap CTextureRows::Picture(const CBinTexture& texture) const {
-  QPixmap& picture = pictures_[texture.Image()];
+  QPixmap& picture = pictures_[texture.Image()->id.Number()];
   if (picture.isNull()) picture = TexturePicture(*texture.Image(), kPictureSide, owner_);
   return picture;
 }

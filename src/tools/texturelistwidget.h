@@ -34,7 +34,7 @@ class CTextureRows : public QAbstractTableModel {
 
   const CToolWidget& owner_;
   int count_ = 0;
-  mutable std::map<const STextureImage*, QPixmap> pictures_;
+  mutable std::map<uint64_t, QPixmap> pictures_;  ///< by the number of the image
 };
 
 /// The textures of the model. A double click selects the faces that use one.

@@ -43,7 +43,7 @@ CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_st
   layout->addWidget(missing_);
   layout->addWidget(list_, 1);
   layout->addWidget(leave_out_);
-  if (!plan.stock_note.empty()) layout->addWidget(new QLabel(Text(plan.stock_note)));
+  if (!plan.stock_note.empty()) layout->addWidget(new QLabel(ToQString(plan.stock_note)));
   layout->addWidget(total_);
   layout->addWidget(buttons);
   constexpr QSize kUsualSize(760, 460);

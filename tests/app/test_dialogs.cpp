@@ -82,6 +82,41 @@ TEST(QtQuestions, EachAnswerOfYesNoCancel) {
   driver.On("messageBox", escape).On("messageBox", escape);
   EXPECT_EQ(questions.AskYesNoCancel({.text = "?"}), EAnswer::kCancel);
   EXPECT_EQ(questions.AskYesNo({.text = "?"}), EAnswer::kNo);
+  for (const EAnswer usual : {EAnswer::kYes, EAnswer::kNo, EAnswer::kCancel}) {
+    driver.On("messageBox", [](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_EQ(questions.AskYesNoCancel({.text = "?", .usual = usual}), usual);
+  }
+  driver.Click("messageBox", "Don't Save");
+  EXPECT_EQ(questions.AskYesNoCancel({.text = "?", .yes = "&Save", .no = "Do&n't Save"}), EAnswer::kNo);
+}
+
+TEST(QtQuestions, NameTheFileThatTheyAreAbout) {
+  CQtQuestions questions;
+  const CQuestions::CAbout outer(questions, "/models/outer.bin");
+  const struct {
+    const char* file;
+    SMessage message;
+    const char* shown;
+  } cases[] = {{"/a/m.bin", {.text = "Model is currupt"}, "/a/m.bin"},
+               {"/a/m.bin", {.text = "Model is currupt", .details = "at byte 7"}, "/a/m.bin\nat byte 7"},
+               {"/a/m.bin", {.text = "\"/a/m.bin\" is there already."}, ""},
+               {"/a/m.bin", {.text = "Save changes to m.bin?"}, "/a/m.bin"},
+               {"Untitled3", {.text = "Save changes to Untitled3?"}, ""}};
+  for (const auto& row : cases) {
+    CDialogDriver driver;
+    driver.On("messageBox", [&](QWidget& widget) {
+      EXPECT_EQ(dynamic_cast<QMessageBox&>(widget).informativeText(), row.shown);
+      QTest::keyClick(&widget, Qt::Key_Return);
+    });
+    const CQuestions::CAbout about(questions, row.file);
+    questions.Message(row.message);
+  }
+  CDialogDriver driver;
+  driver.On("unusedVertices", [](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Veldra - outer.bin");
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  });
+  EXPECT_EQ(questions.AskUnusedVertices().choice, SUnusedVerticesAnswer::EChoice::kSaveAnyway);
 }
 
 TEST(QtQuestions, UnknownFaceDialog) {

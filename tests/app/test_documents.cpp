@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDropEvent>
+#include <QFile>
 #include <QMenu>
 #include <QMimeData>
 #include <QStatusBar>
@@ -59,13 +60,17 @@ TEST_F(CEditorTest, OpenCommandShowsTheModelAndItsCounts) {
 
 TEST_F(CEditorTest, AFileThatIsOpenIsOnlyActivated) {
   const std::string first = WriteModel("first.bin");
+  const std::string second = WriteModel("second.bin");
+  ASSERT_TRUE(QFile::link(QString::fromStdString(folder.Path()), QString::fromStdString(folder.File("link"))));
   Start();
   ASSERT_TRUE(frame->OpenFile(first));
-  ASSERT_TRUE(frame->OpenFile(WriteModel("second.bin")));
-  EXPECT_EQ(frame->ActiveDocument()->Title(), "second.bin");
-  ASSERT_TRUE(frame->OpenFile(folder.File("./first.bin")));
-  EXPECT_EQ(frame->ActiveDocument()->Title(), "first.bin");
-  EXPECT_EQ(frame->Children().size(), 2);
+  for (const char* other_name : {"./first.bin", "link/first.bin"}) {
+    ASSERT_TRUE(frame->OpenFile(second));
+    EXPECT_EQ(frame->ActiveDocument()->Title(), "second.bin");
+    ASSERT_TRUE(frame->OpenFile(folder.File(other_name)));
+    EXPECT_EQ(frame->ActiveDocument()->Title(), "first.bin");
+    EXPECT_EQ(frame->Children().size(), 2);
+  }
 }
 
 TEST_F(CEditorTest, DocumentsCanOpenWithoutBeingActivated) {
@@ -182,7 +187,7 @@ TEST_F(CEditorTest, RecentFilesAreRememberedAndOpen) {
   Start();
   ASSERT_TRUE(frame->OpenFile(first));
   ASSERT_TRUE(frame->OpenFile(second));
-  EXPECT_TRUE(frame->close());
+  // Not only at the program's end, which may be a crash.
 
   Start();
   QMenu* menu = frame->Action(ECommand::kFileRecent)->menu();

@@ -125,7 +125,7 @@ TEST_F(CEditorTest, RealDialogsAnswerTheQuestionBeforeChangesAreLost) {
   });
   Do(ECommand::kFileClose);
   EXPECT_EQ(frame->Children().size(), 1);
-  driver.Click("messageBox", "Yes");
+  driver.Click("messageBox", "Save");
   Do(ECommand::kFileClose);
   EXPECT_EQ(frame->Children().size(), 0);
   ASSERT_TRUE(frame->OpenFile(folder.File("m.bin")));

@@ -82,11 +82,15 @@ TEST(StartUp, SettingsAreWrittenBackToTheFileTheyCameFrom) {
 
 TEST(RecentFiles, KeepTheLatestFirstAndEachOnce) {
   CRecentFiles files;
+  int changes = 0;
+  files.SetOnChange([&] { ++changes; });
   for (int i = 0; i < 10; ++i)
     files.Add("f" + std::to_string(i));
   files.Add("f5");
   files.Remove("f8");
   EXPECT_EQ(files.Paths(), (std::vector<std::string>{"f5", "f9", "f7", "f6", "f4", "f3", "f2"}));
+  files.Remove("f8");
+  EXPECT_EQ(changes, 12) << "once for each";
   files.Set({"a", "b", "a", ""});
   EXPECT_EQ(files.Paths(), (std::vector<std::string>{"a", "b"}));
 }

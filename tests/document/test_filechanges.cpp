@@ -2,13 +2,14 @@
 
 #include "document/documentfixture.h"
 #include "document/earlierstates.h"
+#include "document/filenews.h"
 #include "editing/modelcommands.h"
 #include "platform/files.h"
 
 namespace veldra::testing {
 namespace {
 
-constexpr const char* kChangedElsewhere = "has been changed by another program since it was opened.\nSave anyway";
+constexpr const char* kChangedElsewhere = "has been changed on the disk since it was opened.\nSave anyway";
 
 /// A document with earlier states, saved as truck.bin, and what other programs do to the file.
 class CFileChangesTest : public CDocumentTest {
@@ -47,24 +48,77 @@ class CFileChangesTest : public CDocumentTest {
 };
 
 TEST_F(CFileChangesTest, OnlyOtherContentByOthersIsAChange) {
-  EXPECT_FALSE(document_->ChangedOnDisk()) << "its own first save";
+  EXPECT_FALSE(document_->FileStamp().IsChanged()) << "its own first save";
   document_->CenterX();
-  ASSERT_TRUE(document_->Save());
-  EXPECT_FALSE(document_->NoticeChangeOnDisk()) << "its own save";
+  ASSERT_TRUE(document_->Saver().Save());
+  EXPECT_EQ(TakeFileNews(*document_), EFileNews::kNone) << "its own save";
   folder.Write("truck.bin", ReadTestFile(path_));
-  EXPECT_FALSE(document_->NoticeChangeOnDisk()) << "the same bytes anew";
+  EXPECT_EQ(TakeFileNews(*document_), EFileNews::kNone) << "the same bytes anew";
   ChangeElsewhere(7);
-  EXPECT_TRUE(document_->NoticeChangeOnDisk());
-  EXPECT_FALSE(document_->NoticeChangeOnDisk()) << "told once";
-  EXPECT_TRUE(document_->ChangedOnDisk());
+  EXPECT_EQ(TakeFileNews(*document_), EFileNews::kChanged);
+  EXPECT_EQ(TakeFileNews(*document_), EFileNews::kNone) << "told once";
+  EXPECT_TRUE(document_->FileStamp().IsChanged());
   ASSERT_TRUE(document_->OnOpenDocument(path_));
-  EXPECT_FALSE(document_->ChangedOnDisk());
+  EXPECT_FALSE(document_->FileStamp().IsChanged());
   folder.Write("truck.bin.info", "something else");
-  EXPECT_TRUE(document_->ChangedOnDisk()) << "the groups would be lost";
-  ASSERT_TRUE(RemoveFile(path_) && RemoveFile(path_ + ".info"));
-  EXPECT_FALSE(document_->ChangedOnDisk());
-  document_->CenterX();
-  EXPECT_TRUE(document_->Save()) << "a file that is gone is written again without a question";
+  EXPECT_TRUE(document_->FileStamp().IsChanged()) << "the groups would be lost";
+
+  // Of a save that gets half through, neither half is another program's.
+  ASSERT_TRUE(document_->SaveMTM(path_));
+  document_->Model().AddVertex({5, 5, 5});
+  settings.not_centered_msg = 0;
+  SetFileFault([](std::string_view call, std::string_view file) {
+    return call == "rename" && file.ends_with(".info") ? ENOSPC : 0;
+  });
+  EXPECT_FALSE(document_->Saver().Save());
+  SetFileFault({});
+  ExpectOnlyMessage("Model could not be saved.");
+  EXPECT_EQ(TakeFileNews(*document_), EFileNews::kNone);
+  EXPECT_TRUE(document_->IsModified());
+}
+
+TEST_F(CFileChangesTest, NewsIsSettledWithOneQuestion) {
+  constexpr const char* kLose = "again and lose the changes since it was last saved?";
+  const struct {
+    const char* what;
+    bool modified, quietly;
+    const char* question;  // "" for none
+    EAnswer answer;
+    bool loaded;
+  } cases[] = {{"nothing to lose", false, false, "Load it again?", EAnswer::kYes, true},
+               {"not wanted", false, false, "Load it again?", EAnswer::kNo, false},
+               {"unsaved changes", true, false, kLose, EAnswer::kYes, true},
+               {"unsaved changes stay", true, false, kLose, EAnswer::kNo, false},
+               {"without asking", false, true, "", EAnswer::kNo, true},
+               {"never without asking", true, true, kLose, EAnswer::kNo, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    document_->SetModified(c.modified);
+    settings.reload_unmodified = c.quietly ? 1 : 0;
+    const int32_t vertices = document_->Model().VertexCount();
+    ChangeElsewhere(vertices + 1);
+    if (*c.question != '\0') questions.OnYesNo(c.question, c.answer);
+    SettleFileNews(*document_, TakeFileNews(*document_));
+    EXPECT_EQ(document_->Model().VertexCount() != vertices, c.loaded);
+    EXPECT_EQ(document_->IsModified(), c.modified && !c.loaded);
+  }
+  ExpectNoMessages();
+}
+
+TEST_F(CFileChangesTest, FileThatIsGoneIsSaidOnceAndIsToBeSaved) {
+  for (const char* gone : {"truck.bin", "truck.bin.info"}) {
+    SCOPED_TRACE(gone);
+    ASSERT_TRUE(RemoveFile(folder.File(gone)));
+    SettleFileNews(*document_, TakeFileNews(*document_));
+    const auto texts = questions.TakeMessageTexts();
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_TRUE(texts[0].starts_with('"' + folder.File(gone) + "\" is no longer on the disk."));
+    SettleFileNews(*document_, TakeFileNews(*document_));
+    EXPECT_TRUE(document_->IsModified());
+    EXPECT_TRUE(document_->Saver().Save()) << "written again without a question";
+    EXPECT_TRUE(IsFile(folder.File(gone)));
+    EXPECT_EQ(TakeFileNews(*document_), EFileNews::kNone);
+  }
   ExpectNoMessages();
 }
 
@@ -73,38 +127,38 @@ TEST_F(CFileChangesTest, SaveAsksBeforeAnythingElseAndKeepsWhatItOverwrites) {
   ChangeElsewhere(7);
   const std::string theirs = ReadTestFile(path_);
   questions.OnYesNo(kChangedElsewhere, EAnswer::kNo);
-  EXPECT_FALSE(document_->Save());
+  EXPECT_FALSE(document_->Saver().Save());
   EXPECT_EQ(ReadTestFile(path_), theirs);
   EXPECT_TRUE(document_->IsModified());
 
   questions.OnYesNo(kChangedElsewhere, EAnswer::kYes).OnYesNoCancel("Model is not centered", EAnswer::kCancel);
-  EXPECT_FALSE(document_->Save());
+  EXPECT_FALSE(document_->Saver().Save());
   EXPECT_EQ(ReadTestFile(path_), theirs);
   questions.OnYesNoCancel("Model is not centered", EAnswer::kNo)
       .OnSaveFile("Save Document As", SSavePath{path_, 0})
       .OnYesNo(kChangedElsewhere, EAnswer::kYes);
-  EXPECT_TRUE(document_->SaveAs());
+  EXPECT_TRUE(document_->Saver().SaveAs());
   EXPECT_EQ(Kept(*document_), "Save, File before saving, Save");
   const auto states = states_.List(document_->StatesKey());
   EXPECT_EQ(states[1].vertices, 7) << "the other program's work";
   document_->CenterX();
   questions.OnYesNoCancel("Model is not centered", EAnswer::kNo);
-  EXPECT_TRUE(document_->Save()) << "not asked again";
+  EXPECT_TRUE(document_->Saver().Save()) << "not asked again";
 }
 
 TEST_F(CFileChangesTest, ReloadAsksKeepsTheStateAndStaysOnFailure) {
   document_->CenterX();
   ChangeElsewhere(7);
   questions.OnYesNo("lose the changes since it was last saved?", EAnswer::kNo);
-  EXPECT_FALSE(document_->Reload());
+  EXPECT_FALSE(AskAndReload(*document_));
   EXPECT_EQ(document_->Model().VertexCount(), 4);
 
   questions.OnYesNo("lose the changes", EAnswer::kYes);
-  ASSERT_TRUE(document_->Reload());
+  ASSERT_TRUE(AskAndReload(*document_));
   EXPECT_EQ(document_->Model().VertexCount(), 7);
   EXPECT_EQ(document_->Model().CheckInvariants(), "");
   EXPECT_FALSE(document_->IsModified());
-  EXPECT_FALSE(document_->ChangedOnDisk());
+  EXPECT_FALSE(document_->FileStamp().IsChanged());
   EXPECT_EQ(Kept(*document_), "Save, Reload") << "what Center X found is the saved state: once is enough";
   EXPECT_EQ(states_.List(document_->StatesKey())[0].vertices, 4);
 
@@ -113,7 +167,7 @@ TEST_F(CFileChangesTest, ReloadAsksKeepsTheStateAndStaysOnFailure) {
   ExpectOnlyMessage("Model is currupt and cannot be loaded");
   EXPECT_EQ(document_->Model().VertexCount(), 7);
   EXPECT_EQ(document_->Path(), path_);
-  EXPECT_TRUE(document_->ChangedOnDisk());
+  EXPECT_TRUE(document_->FileStamp().IsChanged());
 }
 
 TEST_F(CFileChangesTest, StatesAreKeptByCommandUnlessNothingChanges) {
@@ -151,7 +205,7 @@ TEST_F(CFileChangesTest, FirstSaveKeepsTheFileAsItWasOpened) {
   CTarnDoc document(services_);
   ASSERT_TRUE(document.OnOpenDocument(path_));
   document.Model().SetVertexPosition(3, {1, 1, 1});  // no command of the document's
-  ASSERT_TRUE(document.Save());
+  ASSERT_TRUE(document.Saver().Save());
   CTarnDoc old(services_);
   const auto states = states_.List(document.StatesKey());
   ASSERT_EQ(states.size(), 3U);
@@ -172,7 +226,7 @@ TEST_F(CFileChangesTest, ReadOnlyByChoiceOutlivesReloadAndEndsWithSaveAs) {
   EXPECT_TRUE(document.IsReadOnly());
   const std::string new_path = folder.File("new.bin");
   questions.OnSaveFile("Save Document As", SSavePath{new_path, 0});
-  ASSERT_TRUE(document.Save());
+  ASSERT_TRUE(document.Saver().Save());
   ASSERT_TRUE(document.Reload());
   EXPECT_FALSE(document.IsReadOnly());
 }
@@ -181,7 +235,7 @@ TEST_F(CFileChangesTest, StoppedLoadAndSaveLeaveEverythingAsItWas) {
   document_->CenterX();
   const std::string before = ReadTestFile(path_);
   questions.CancelWorkAfter(0);
-  EXPECT_FALSE(document_->Save());
+  EXPECT_FALSE(document_->Saver().Save());
   EXPECT_EQ(ReadTestFile(path_), before);
   EXPECT_TRUE(document_->IsModified());
   CTarnDoc document(services_);

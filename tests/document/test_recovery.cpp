@@ -217,21 +217,21 @@ TEST(RecoverySchedule, SaysWhenACopyIsDue) {
   CRecoverySchedule schedule;
   EXPECT_FALSE(schedule.DueAt());
   schedule.Changed(start);
+  EXPECT_EQ(schedule.DueAt(), start + 3s);
+  schedule.Changed(start + 2s);
   EXPECT_EQ(schedule.DueAt(), start + 5s);
-  schedule.Changed(start + 4s);
-  EXPECT_EQ(schedule.DueAt(), start + 9s);
-  EXPECT_FALSE(schedule.IsDue(start + 8s));
-  EXPECT_TRUE(schedule.IsDue(start + 9s));
-  for (auto time = 5s; time <= 58s; time += 1s)
+  EXPECT_FALSE(schedule.IsDue(start + 4s));
+  EXPECT_TRUE(schedule.IsDue(start + 5s));
+  for (auto time = 3s; time <= 9s; time += 1s)
     schedule.Changed(start + time);
-  EXPECT_EQ(schedule.DueAt(), start + 60s) << "who never pauses gets a copy all the same";
+  EXPECT_EQ(schedule.DueAt(), start + 10s) << "who never pauses gets a copy all the same";
 
-  schedule.Copied(start + 60s);
+  schedule.Copied(start + 10s, 2s);
   EXPECT_FALSE(schedule.DueAt());
-  schedule.Changed(start + 61s);
-  EXPECT_EQ(schedule.DueAt(), start + 70s) << "not more often than every ten seconds";
-  schedule.Failed(start + 70s);
-  EXPECT_EQ(schedule.DueAt(), start + 80s);
+  schedule.Changed(start + 11s);
+  EXPECT_EQ(schedule.DueAt(), start + 30s) << "a copy that takes long is made seldom";
+  schedule.Failed(start + 30s);
+  EXPECT_EQ(schedule.DueAt(), start + 40s);
   schedule.Saved();
   EXPECT_FALSE(schedule.DueAt());
 }

@@ -3,6 +3,7 @@
 #include "document/documentfixture.h"
 #include "document/earlierstates.h"
 #include "document/recoverykeeper.h"
+#include "editing/modelcommands.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 
@@ -54,27 +55,26 @@ class CRecoveryKeeperTest : public CDocumentTest {
   CRecoveryKeeper::Time now_{1000s};
 };
 
-TEST_F(CRecoveryKeeperTest, CopyComesWithAPauseOrAMinuteAndGoesWithTheSave) {
+TEST_F(CRecoveryKeeperTest, CopyComesWithinSecondsAndGoesWithTheSave) {
   SProgram program(*this);
   const auto document = program.NewDocument();
   Wait(program.keeper, 100s);
   EXPECT_EQ(Copies(), 0U) << "nothing to lose yet";
   FillGood(document->Model());
-  Wait(program.keeper, 4s);
+  Wait(program.keeper, 2s);
   EXPECT_EQ(Copies(), 0U);
   Wait(program.keeper, 1s);
   EXPECT_EQ(Copies(), 1U);
   ASSERT_TRUE(document->SaveMTM(folder.File("truck.bin")));
   EXPECT_EQ(Copies(), 0U);
 
-  for (int second = 0; second < 60; second += 3) {
+  for (int second = 0; second < 10; second += 2) {
     EXPECT_EQ(Copies(), 0U) << "at work without a pause for " << second << " s";
     document->Model().AddVertex({second, 0, 0});
-    Wait(program.keeper, 3s);
+    Wait(program.keeper, 2s);
   }
-  EXPECT_EQ(Copies(), 1U) << "a minute at most";
-  ASSERT_TRUE(document->Save());
-  questions.OnYesNo("lose the changes", EAnswer::kYes);
+  EXPECT_EQ(Copies(), 1U) << "ten seconds at most";
+  ASSERT_TRUE(document->Saver().Save());
   document->CenterX();
   ASSERT_TRUE(document->Reload());
   ASSERT_TRUE(document->Reload());
@@ -106,10 +106,10 @@ TEST_F(CRecoveryKeeperTest, LeftoversComeBackAsTheDocumentsThatTheyWere) {
     const auto saved = died.NewDocument();
     FillGood(saved->Model());
     ASSERT_TRUE(saved->SaveMTM(path));
-    saved->Translate({.x = 77});
+    Translate(*saved, {.x = 77});
     const auto never_saved = died.NewDocument();
     FillGood(never_saved->Model());
-    never_saved->Translate({.y = 1});
+    Translate(*never_saved, {.y = 1});
     untitled = never_saved->Title();
     Wait(died.keeper, 5s);
   }
@@ -128,7 +128,7 @@ TEST_F(CRecoveryKeeperTest, LeftoversComeBackAsTheDocumentsThatTheyWere) {
     EXPECT_FALSE(program.states.List(document.StatesKey()).empty());
     EXPECT_EQ(Copies(), &leftover == &leftovers[0] ? 2U : 1U) << "its own copy in place of the leftover";
     if (is_saved) {
-      EXPECT_TRUE(document.Save());
+      EXPECT_TRUE(document.Saver().Save());
     } else {
       EXPECT_TRUE(document.SaveMTM(folder.File("new.bin")));
       EXPECT_EQ(program.states.List(document.StatesKey()).size(), 2U);

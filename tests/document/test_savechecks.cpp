@@ -53,7 +53,7 @@ TEST_F(CSaveChecksTest, AnswersToTheCenteredCheck) {
     CTarnDoc document(Services());
     AddTriangle(document.Model(), -10, 12, &AddTexture(document.Model(), "GOOD.RAW", 64));
     questions.OnYesNoCancel(kNotCentered, c.answer);
-    EXPECT_EQ(document.SaveAsVariant(path, EModelVariant::kMtm), c.saved);
+    EXPECT_EQ(document.Saver().SaveAsVariant(path, EModelVariant::kMtm), c.saved);
     EXPECT_EQ(FileExists(path), c.saved);
     if (c.saved) {
       EXPECT_EQ(FirstYAt(path), c.first_y);
@@ -108,7 +108,7 @@ TEST_F(CSaveChecksTest, AnswersToTheUnusedVerticesCheck) {
     FillGood(document.Model());
     document.Model().AddVertex({1, 2, 3});
     questions.OnUnusedVertices(c.answer);
-    EXPECT_EQ(document.SaveAsVariant(path, EModelVariant::kMtm), c.saved);
+    EXPECT_EQ(document.Saver().SaveAsVariant(path, EModelVariant::kMtm), c.saved);
     EXPECT_EQ(FileExists(path), c.saved);
     if (c.saved) {
       EXPECT_EQ(VertexCountAt(path), c.vertices);
@@ -117,7 +117,7 @@ TEST_F(CSaveChecksTest, AnswersToTheUnusedVerticesCheck) {
     EXPECT_EQ(document.IsModified(), !c.saved);
     EXPECT_EQ(settings.unused_verts_msg, c.answer.dont_show_again ? 0 : 1);
     if (c.answer.dont_show_again) {
-      EXPECT_TRUE(document.SaveAsVariant(path, EModelVariant::kMtm)) << "not asked again";
+      EXPECT_TRUE(document.Saver().SaveAsVariant(path, EModelVariant::kMtm)) << "not asked again";
     }
   }
 }
@@ -153,7 +153,7 @@ TEST_F(CCheckOrderTest, TheFirstCheckThatSaysSoStopsTheSave) {
       // Save as asks for the name behind the checks.
       if (save_as && stop == 4) questions.OnSaveFile("Save Document As", std::nullopt);
       const bool saved = !save_as && stop == 4;
-      EXPECT_EQ(save_as ? document.SaveAs() : document.Save(), saved);
+      EXPECT_EQ(save_as ? document.Saver().SaveAs() : document.Saver().Save(), saved);
       EXPECT_EQ(ReadTestFile(path) == before, !saved);
       EXPECT_EQ(document.IsModified(), !saved);
     }
@@ -169,10 +169,10 @@ TEST_F(CCheckOrderTest, WritableComesFirstInSaveAndLastInSaveAs) {
   FillBad(document.Model());
   // A folder of that name cannot be written to, whoever runs the test.
   ASSERT_TRUE(RemoveFile(path) && MakeDirectories(path));
-  EXPECT_FALSE(document.Save());
+  EXPECT_FALSE(document.Saver().Save());
   ExpectOnlyMessage("Model could not be saved.");
   ExpectChecks(3, false);
-  EXPECT_FALSE(document.SaveAsVariant(path, EModelVariant::kMtm));
+  EXPECT_FALSE(document.Saver().SaveAsVariant(path, EModelVariant::kMtm));
   ExpectOnlyMessage("Model could not be saved.");
   EXPECT_TRUE(IsDirectory(path));
 }

@@ -29,7 +29,7 @@ TEST_F(CSaveDocumentTest, SaveAsWritesTheVariantOfTheChosenFilter) {
     AddTriangle(document.Model(), -10, 10, &AddTexture(document.Model(), "GOOD.RAW", 64), kFaceTransparentMtm2);
     questions.OnSaveFile("Save Document As", SSavePath{path, c.filter});
     if (c.filter == 2) questions.OnScaleFactor(0.25, 0.5).OnYesNoCancel(kHellbenderFaces, EAnswer::kNo);
-    ASSERT_TRUE(document.Save()) << "without a path it is Save as";
+    ASSERT_TRUE(document.Saver().Save()) << "without a path it is Save as";
     EXPECT_EQ(FaceTypeAt(path), c.type);
     EXPECT_EQ(ScaleWordAt(path), c.scale);
     EXPECT_TRUE(IsFile(path + ".info"));
@@ -40,42 +40,84 @@ TEST_F(CSaveDocumentTest, SaveAsWritesTheVariantOfTheChosenFilter) {
   EXPECT_EQ(settings.scale_factor, 0.5);
 }
 
-TEST_F(CSaveDocumentTest, DefaultDirectoryTakesAllSavesButThoseToAGivenPath) {
-  const std::string models = folder.File("models");
-  ASSERT_TRUE(MakeDirectories(models));
-  ASSERT_TRUE(MakeDirectories(folder.File("elsewhere")));
+/// Two folders, and the wish that all models go to one of them.
+class CDefaultDirectoryTest : public CSaveDocumentTest {
+ protected:
+  CDefaultDirectoryTest() {
+    EXPECT_TRUE(MakeDirectories(folder.File("models")) && MakeDirectories(folder.File("elsewhere")));
+    settings.save_to_def_dir = 1;
+    settings.bin_dir = folder.File("MODELS/");  // in the game's letter case
+    FillGood(document.Model());
+  }
+
   const std::string chosen = folder.File("elsewhere/truck.bin");
   const std::string redirected = folder.File("models/truck.bin");
-  settings.save_to_def_dir = 1;
-  CTarnDoc document(Services());
-  FillGood(document.Model());
+  CTarnDoc document{Services()};
+};
 
-  questions.OnSaveFile("", SSavePath{chosen, 0});
-  ASSERT_TRUE(document.SaveAs()) << "BINDIR is no folder yet, so the rule does not hold";
-  EXPECT_EQ(document.Path(), chosen);
-  settings.bin_dir = models + "/";
-  ASSERT_TRUE(document.Save());
-  EXPECT_EQ(document.Path(), redirected);
+TEST_F(CDefaultDirectoryTest, TakesAllSavesButThoseToAGivenPath) {
+  ASSERT_TRUE(document.SaveMTM(chosen));
+  ASSERT_TRUE(document.Saver().Save());
+  EXPECT_TRUE(IsSameFile(document.Path(), redirected));
+  ASSERT_TRUE(document.Saver().Save()) << "its own file: no question";
   ASSERT_TRUE(RemoveFile(redirected));
   questions.OnSaveFile("", SSavePath{chosen, 0});
-  ASSERT_TRUE(document.SaveAs());
-  EXPECT_EQ(document.Path(), redirected);
-  ASSERT_TRUE(document.SaveAsVariant(chosen, EModelVariant::kMtm));
+  ASSERT_TRUE(document.Saver().SaveAs());
+  EXPECT_TRUE(IsSameFile(document.Path(), redirected));
+  ASSERT_TRUE(document.Saver().SaveAsVariant(chosen, EModelVariant::kMtm));
   EXPECT_EQ(document.Path(), chosen);
 }
 
-TEST_F(CSaveDocumentTest, NameOfADocumentOpenReadOnlyElsewhereIsRefused) {
-  const std::string taken = folder.Write("taken.bin", "old");
+TEST_F(CDefaultDirectoryTest, AnotherModelThereIsReplacedOnYesOnly) {
+  ASSERT_TRUE(document.SaveMTM(chosen));
+  folder.Write("models/truck.bin", "another");
+  for (const bool save_as : {false, true}) {
+    if (save_as) questions.OnSaveFile("", SSavePath{chosen, 0});
+    questions.OnYesNo("truck.bin\" is there already.\nReplace it?", EAnswer::kNo);
+    EXPECT_FALSE(save_as ? document.Saver().SaveAs() : document.Saver().Save());
+    EXPECT_EQ(ReadTestFile(redirected), "another");
+    EXPECT_EQ(document.Path(), chosen);
+  }
+  questions.OnYesNo("Replace it?", EAnswer::kYes);
+  EXPECT_TRUE(document.Saver().Save());
+  EXPECT_NE(ReadTestFile(redirected), "another");
+
   SDocumentServices services = Services();
-  services.is_open_read_only_elsewhere = [&](const CTarnDoc&, const std::string& path) { return path == taken; };
-  CTarnDoc document(services);
-  FillGood(document.Model());
-  document.SetReadOnly(true);
-  questions.OnSaveFile("", SSavePath{taken, 0});
-  EXPECT_FALSE(document.SaveAs());
+  services.is_open_read_only_elsewhere = [&](const CTarnDoc&, const std::string& path) {
+    return IsSameFile(path, redirected);
+  };
+  CTarnDoc other(services);
+  FillGood(other.Model());
+  ASSERT_TRUE(other.SaveMTM(chosen));
+  EXPECT_FALSE(other.Saver().Save());
   ExpectOnlyMessage("Cannot save as that name.The file has been opened as read-only");
-  EXPECT_EQ(ReadTestFile(taken), "old");
-  EXPECT_TRUE(document.IsReadOnly());
+}
+
+TEST_F(CDefaultDirectoryTest, FolderThatIsNotThereIsSaidOnce) {
+  settings.bin_dir = folder.File("no-such-folder");
+  ASSERT_TRUE(document.SaveMTM(chosen));
+  questions.OnYesNo("no-such-folder", EAnswer::kNo).OnYesNo(chosen + "\" instead?", EAnswer::kYes);
+  EXPECT_FALSE(document.Saver().Save());
+  EXPECT_TRUE(document.Saver().Save());
+  EXPECT_TRUE(document.Saver().Save());
+  EXPECT_EQ(document.Path(), chosen);
+}
+
+TEST_F(CSaveDocumentTest, SaveAsksOnceBeforeItMakesAnMtmModelOfAnotherKind) {
+  const std::string path = folder.File("kind.bin");
+  CTarnDoc document(Services());
+  FillGood(document.Model());
+  for (const EModelVariant variant : {EModelVariant::kBackdrop, EModelVariant::kHellbender}) {
+    if (variant == EModelVariant::kHellbender) questions.OnScaleFactor(1.0, 1.0);
+    ASSERT_TRUE(document.Saver().SaveAsVariant(path, variant));
+    const std::string before = ReadTestFile(path);
+    const char* const kind = variant == EModelVariant::kBackdrop ? "an MTM backdrop" : "a Hellbender model";
+    questions.OnYesNo(kind, EAnswer::kNo).OnYesNo(kind, EAnswer::kYes);
+    EXPECT_FALSE(document.Saver().Save());
+    EXPECT_EQ(ReadTestFile(path), before);
+    EXPECT_TRUE(document.Saver().Save());
+    EXPECT_TRUE(document.Saver().Save());
+  }
 }
 
 TEST_F(CSaveDocumentTest, ReadOnlyDocumentIsSavedUnderANewNameOnly) {
@@ -88,7 +130,7 @@ TEST_F(CSaveDocumentTest, ReadOnlyDocumentIsSavedUnderANewNameOnly) {
   document.SetReadOnly(true);
   const std::string before = ReadTestFile(old_path);
   questions.OnSaveFile("Save Document As", SSavePath{new_path, 0});
-  ASSERT_TRUE(document.Save());
+  ASSERT_TRUE(document.Saver().Save());
   EXPECT_FALSE(document.IsReadOnly());
   EXPECT_EQ(document.Path(), new_path);
   EXPECT_EQ(ReadTestFile(old_path), before);
@@ -106,7 +148,7 @@ TEST_F(CSaveDocumentTest, FailedWriteKeepsFileAndState) {
     document.CenterX();
     document.SetReadOnly(true);
     SetFileFault([&](std::string_view called, std::string_view) { return called == operation ? ENOSPC : 0; });
-    EXPECT_FALSE(document.SaveAsVariant(path, EModelVariant::kMtm));
+    EXPECT_FALSE(document.Saver().SaveAsVariant(path, EModelVariant::kMtm));
     SetFileFault({});
     ASSERT_EQ(questions.Messages().size(), 1U);
     EXPECT_EQ(questions.Messages()[0].caption, "Veldra - Error");
@@ -129,7 +171,7 @@ TEST_F(CSaveDocumentTest, NameTooLongForTheFileIsReportedAndNothingWritten) {
   EXPECT_FALSE(FileExists(folder.File("long.bin")));
 }
 
-TEST_F(CSaveDocumentTest, HellbenderOffersTheLastFactorElseTheModels) {
+TEST_F(CSaveDocumentTest, HellbenderOffersTheLastFactorAndTakesWhatTheFileHolds) {
   const std::string path = folder.File("hell.bin");
   CTarnDoc document(Services());
   FillGood(document.Model());
@@ -145,19 +187,15 @@ TEST_F(CSaveDocumentTest, HellbenderOffersTheLastFactorElseTheModels) {
   EXPECT_EQ(ScaleWordAt(path), 6553U) << "0.1 x 65536 = 6553.6, truncated";
   EXPECT_EQ(settings.scale_factor, 0.1);
   EXPECT_EQ(document.Model().ScaleWord(), 0x18000);
-}
 
-TEST_F(CSaveDocumentTest, FactorWithoutAPlaceInTheFileIsRefused) {
-  const std::string path = folder.File("hell.bin");
-  CTarnDoc document(Services());
-  FillGood(document.Model());
-  for (const double factor : {32768.0, -40000.0, std::nan(""), HUGE_VAL}) {
-    questions.OnScaleFactor(1.0, factor);
+  const std::string before = ReadTestFile(path);
+  for (const double too_large : {32768.0, -40000.0, std::nan(""), HUGE_VAL}) {
+    questions.OnScaleFactor(0.1, too_large);
     EXPECT_FALSE(document.SaveHellbender(path));
     EXPECT_EQ(questions.TakeMessageTexts().size(), 1U);
-    EXPECT_EQ(settings.scale_factor, 0.0);
+    EXPECT_EQ(settings.scale_factor, 0.1);
   }
-  EXPECT_FALSE(FileExists(path));
+  EXPECT_EQ(ReadTestFile(path), before);
 }
 
 TEST_F(CSaveDocumentTest, HellbenderFaceTypesAreConvertedOnYesOnly) {

@@ -84,6 +84,15 @@ TEST_F(CModelCommandsTest, CommandsMoveWhatTheirScopeSaysAndNothingWhenReadOnly)
   ExpectNoMessages();
 }
 
+TEST_F(CModelCommandsTest, NothingIsRecordedToBeUndone) {
+  CTarnDoc document(Services());
+  Fill(document);
+  ASSERT_TRUE(AddVertex(document, {{7, 8, 9}}));
+  document.Undo();
+  EXPECT_EQ(document.Model().VertexCount(), 5);
+  document.Redo();
+}
+
 TEST_F(CModelCommandsTest, RefusalsAreToldAndChangeNothing) {
   const struct {
     std::function<bool(CTarnDoc&)> run;

@@ -101,19 +101,6 @@ TEST_F(CBinModelTest, RemovedFacesLetGoOfVerticesTexturesAndGroups) {
   EXPECT_EQ(model.TextureCount(), 0);
 }
 
-TEST_F(CBinModelTest, AVertexWithManyFacesLosesThemInAnyOrder) {
-  for (int32_t i = 0; i < 40; ++i)
-    builder.Face({0, 1 + i % 5, 1 + (i + 1) % 5});
-  EXPECT_EQ(model.Vertex(0).Faces().Size(), 42);
-  Indices odd;
-  for (int32_t i = 1; i < model.FaceCount(); i += 2)
-    odd.push_back(i);
-  model.RemoveFaces(odd);
-  EXPECT_EQ(model.CheckInvariants(), "");
-  model.RemoveFaces(0, model.FaceCount());
-  EXPECT_EQ(model.UnusedVertices().size(), 6U);
-}
-
 TEST_F(CBinModelTest, VerticesComeAtAPlaceAndGroupsFollow) {
   model.AddGroup(EGroupKind::kVertices, "v", Indices{5, 0, 1});
   CBinModel::Vertices added;

@@ -86,6 +86,34 @@ TEST(ComparablePath, IsOneForAllSpellings) {
   EXPECT_TRUE(IsAbsolutePath(ComparablePath("gone/a.bin")));
 }
 
+TEST(IsSameFile, LooksAtTheFileNotAtItsName) {
+  const CTempFolder folder;
+  folder.Write("real/a.bin", "x");
+  folder.Write("other/a.bin", "x");
+  std::error_code fault;
+  std::filesystem::create_directory_symlink(folder.File("real"), folder.File("link"), fault);
+  const bool has_links = !fault;
+  const bool any_case = FileExists(folder.File("REAL"));
+  const struct {
+    const char* a;
+    const char* b;
+    bool is_same;
+  } cases[] = {{"real/a.bin", "real/../real/./a.bin", true},
+               {"real/a.bin", "other/a.bin", false},
+               {"real/a.bin", "real/b.bin", false},
+               {"real/b.bin", "real/b.bin", true},
+               {"real/b.bin", "other/b.bin", false},
+               {"gone/deep/b.bin", "gone/deep/../deep/b.bin", true},
+               {"link/a.bin", "real/a.bin", has_links},
+               {"link/b.bin", "real/b.bin", has_links},
+               {"link", "real", has_links},
+               {"Real/A.bin", "real/a.bin", any_case},
+               {"real/B.bin", "real/b.bin", any_case}};
+  for (const auto& c : cases)
+    EXPECT_EQ(IsSameFile(folder.File(c.a), folder.File(c.b)), c.is_same) << c.a << " and " << c.b;
+  EXPECT_FALSE(IsSameFile("", ""));
+}
+
 TEST(RemoveEmptyFolder, TakesNothingElseAway) {
   const CTempFolder folder;
   const std::string file = folder.Write("full/file", "x");

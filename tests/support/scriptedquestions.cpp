@@ -92,6 +92,7 @@ std::vector<std::string> CScriptedQuestions::TakeMessageTexts() {
 
 void CScriptedQuestions::Message(const SMessage& message) {
   messages_.push_back(message);
+  messages_.back().details = DetailsOf(message);
 }
 
 EAnswer CScriptedQuestions::AskYesNo(const SMessage& question) {

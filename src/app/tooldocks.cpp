@@ -7,7 +7,7 @@
 #include "tools/modeltreewidget.h"
 #include "tools/texturelistwidget.h"
 #include "tools/vertexstatuswidget.h"
-#include "ui/dialogplace.h"
+#include "ui/screenplace.h"
 
 namespace veldra {
 
@@ -99,8 +99,7 @@ void CToolDocks::PlaceVertexStatus() {
   QDockWidget& dock = Dock(EToolDock::kVertexStatus);
   dock.setVisible(settings_.vertex_status_visible != 0);
   if (!dock.isFloating()) return;
-  const QRect place(QPoint(settings_.vertex_status_x, settings_.vertex_status_y), dock.size());
-  if (IsOnAScreen(place)) dock.move(place.topLeft());
+  PutAt(dock, {QPoint(settings_.vertex_status_x, settings_.vertex_status_y), dock.size()});
 }
 
 QByteArray CToolDocks::Keep() {
@@ -108,8 +107,9 @@ QByteArray CToolDocks::Keep() {
   const bool is_open = are_away_ ? is_vertex_status_open_ : IsOpen(EToolDock::kVertexStatus);
   settings_.vertex_status_visible = is_open ? 1 : 0;
   if (dock.isFloating()) {
-    settings_.vertex_status_x = dock.x();
-    settings_.vertex_status_y = dock.y();
+    const QPoint corner = PlaceOf(dock).topLeft();
+    settings_.vertex_status_x = corner.x();
+    settings_.vertex_status_y = corner.y();
   }
   return are_away_ ? state_before_ : window_.saveState(kStateVersion);
 }

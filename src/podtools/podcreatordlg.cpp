@@ -72,7 +72,7 @@ QTreeWidget* MakeTree(const char* name, const QStringList& titles) {
 }  // namespace
 
 CPodCreatorDialog::CPodCreatorDialog(const SPodServices& services, QWidget* parent)
-    : QDialog(parent, Qt::Window), services_(services), build_(services.questions, services.stock) {
+    : QDialog(parent, kToolWindow), services_(services), build_(services.questions, services.stock) {
   setObjectName("podCreator");
   setWindowTitle(tr("Pod Creator"));
   setAcceptDrops(true);

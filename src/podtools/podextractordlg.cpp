@@ -45,7 +45,7 @@ SFilePrompt PodFilePrompt(const std::string& title, const CSettings& settings) {
 }
 
 CPodExtractorDialog::CPodExtractorDialog(const SPodServices& services, QWidget* parent)
-    : QDialog(parent, Qt::Window), services_(services) {
+    : QDialog(parent, kToolWindow), services_(services) {
   setObjectName("podExtractor");
   setWindowTitle(tr("Pod Extractor"));
   setAcceptDrops(true);

@@ -1,5 +1,7 @@
 #include "tools/toolwidget.h"
 
+#include <QScreen>
+#include <algorithm>
 #include <utility>
 
 namespace veldra {
@@ -32,6 +34,14 @@ void CToolWidget::Follow(CTarnView* view) {
   }
   news_.view = true;
   Post();
+}
+
+/// One on each side of the views leaves them more than half of the screen.
+QSize CToolWidget::sizeHint() const {
+  constexpr int kSmallest = 170;
+  constexpr int kLargest = 270;
+  constexpr int kShare = 6;
+  return {std::clamp(screen()->availableSize().width() / kShare, kSmallest, kLargest), 400};
 }
 
 void CToolWidget::SetInFront(bool in_front) {

@@ -28,7 +28,7 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   /// How often it brought itself up to date.
   int RefreshCount() const { return refresh_count_; }
 
-  QSize sizeHint() const override { return {270, 400}; }
+  QSize sizeHint() const override;
 
  protected:
   /// What has happened since it last looked.

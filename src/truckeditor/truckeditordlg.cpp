@@ -44,7 +44,7 @@ std::string DraggedTruck(const QMimeData& data) {
 }  // namespace
 
 CTruckEditorDlg::CTruckEditorDlg(const STruckEditorServices& services, QWidget* parent)
-    : QMainWindow(parent, Qt::Window),
+    : QMainWindow(parent, kToolWindow),
       services_(services),
       context_{document_, services.questions, services.settings},
       pages_(new QTabWidget) {

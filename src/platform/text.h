@@ -16,7 +16,7 @@
 
 namespace veldra {
 
-/// printf into a string.
+/// printf into a string, with "." as decimal point whatever the locale.
 VELDRA_PRINTF(1, 2) std::string Format(const char* format, ...);
 VELDRA_PRINTF(1, 0) std::string FormatList(const char* format, va_list arguments);
 

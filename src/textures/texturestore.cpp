@@ -7,6 +7,7 @@
 
 #include "platform/assert.h"
 #include "platform/files.h"
+#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -15,8 +16,6 @@ namespace veldra {
 namespace {
 
 constexpr uint64_t kLargestRaw = uint64_t{512} * 512;
-/// Far more than any colour table with its trailer: what is longer is no colour table.
-constexpr size_t kLargestAct = size_t{1} << 20;
 /// Colours all of whose parts are below it count as transparent black.
 constexpr uint8_t kOpaqueFrom = 9;
 
@@ -165,10 +164,9 @@ void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, S
 std::optional<ColorTable> ReadColorTable(std::string_view path) {
   const std::string found = FindAnyCase(path);
   if (found.empty()) return std::nullopt;
-  const auto bytes = ReadWholeFile(found, nullptr, kLargestAct);
+  CInputFile file;
   ColorTable colors;
-  if (!bytes || bytes->View().size() < colors.size()) return std::nullopt;
-  std::ranges::copy(bytes->View().first(colors.size()), colors.begin());
+  if (!file.Open(found) || !file.ReadAt(0, colors)) return std::nullopt;
   return colors;
 }
 

@@ -13,10 +13,10 @@
 #include <QStatusBar>
 #include <QUrl>
 
-#include "app/commands/commandicons.h"
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
 #include "app/windowplace.h"
+#include "ui/commandicons.h"
 #include "view/editcommands.h"
 #include "view/keyboarddlg.h"
 

@@ -71,6 +71,11 @@ void CNumbersField::AddNumber(const QString& label, SNumber number, const QStrin
   Refresh();
 }
 
+void CNumbersField::AddUnit(const QString& unit) {
+  auto* const line = static_cast<QHBoxLayout*>(layout());
+  line->insertWidget(line->count() - 1, new QLabel(unit));
+}
+
 void CNumbersField::ShowFaultsBy(std::function<void(const QString&)> show) {
   show_fault_ = std::move(show);
   fault_->hide();

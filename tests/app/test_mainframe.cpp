@@ -8,11 +8,11 @@
 #include <QToolButton>
 #include <QtTest>
 
-#include "app/commands/commandicons.h"
 #include "app/editorfixture.h"
 #include "app/qtquestions.h"
 #include "app/windowplace.h"
 #include "support/dialogdriver.h"
+#include "ui/commandicons.h"
 
 namespace veldra::testing {
 

@@ -48,7 +48,7 @@ void CModelCommands::ReplaceTexture() {
 }
 
 void CModelCommands::MergeClose() {
-  const auto input = dialogs_.AskMerge(&frame_);
+  const auto input = dialogs_.AskMerge(Active().Model(), &frame_);
   if (!input) return;
   const int32_t merged = Active().MergeCloseVertices(*input);
   if (merged >= 0) frame_.Say(QObject::tr("Merged %1").arg(Counted(merged, "vertex", "vertices")));

@@ -50,8 +50,8 @@ std::optional<SAddVertexInput> CModelDialogs::AskAddVertex(QWidget* parent) {
   return Run(CAddVertexDialog(add_vertex_, parent), add_vertex_);
 }
 
-std::optional<SMergeInput> CModelDialogs::AskMerge(QWidget* parent) {
-  return Run(CMergeDialog(merge_, parent), merge_);
+std::optional<SMergeInput> CModelDialogs::AskMerge(const CBinModel& model, QWidget* parent) {
+  return Run(CMergeDialog(model, merge_, parent), merge_);
 }
 
 std::optional<SReplaceTextureInput> CModelDialogs::AskReplaceTexture(const CBinModel& model, QWidget* parent) {

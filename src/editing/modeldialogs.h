@@ -20,7 +20,7 @@ class CModelDialogs {
   std::optional<SMirrorInput> AskMirror(const CBinModel& model, QWidget* parent);
   std::optional<SAddFaceInput> AskAddFace(const CBinModel& model, QWidget* parent);
   std::optional<SAddVertexInput> AskAddVertex(QWidget* parent);
-  std::optional<SMergeInput> AskMerge(QWidget* parent);
+  std::optional<SMergeInput> AskMerge(const CBinModel& model, QWidget* parent);
   std::optional<SReplaceTextureInput> AskReplaceTexture(const CBinModel& model, QWidget* parent);
 
  private:

@@ -199,6 +199,16 @@ int32_t Distance(const CBinVertex& a, const CBinVertex& b) {
   return sum < 0 ? std::numeric_limits<int32_t>::max() : static_cast<int32_t>(std::sqrt(sum));
 }
 
+bool MergeDistancesWrap(const SBounds& bounds) {
+  const auto square = [](int32_t low, int32_t high) {
+    const double length = static_cast<double>(high) - low;
+    return length * length;
+  };
+  const SPoint& a = bounds.min;
+  const SPoint& b = bounds.max;
+  return square(a.x, b.x) + square(a.y, b.y) + square(a.z, b.z) > std::numeric_limits<int32_t>::max();
+}
+
 bool IsSamePosition(const CBinVertex& a, const CBinVertex& b) {
   return a.Position() == b.Position();
 }

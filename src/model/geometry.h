@@ -64,4 +64,10 @@ bool IsSamePosition(const CBinVertex& a, const CBinVertex& b);
 /// the number of vertices merged away; 0 leaves the model untouched, as does -1: PROGRESS (may be null) was stopped.
 int32_t MergeVertices(CBinModel& model, int32_t threshold, CProgress* progress = nullptr);
 
+/// Whether a model with these BOUNDS has distances whose square leaves 32 bits, so that Distance wraps.
+bool MergeDistancesWrap(const SBounds& bounds);
+/// What the user should know then.
+inline constexpr const char* kMergeDistancesWrapText =
+    "This model is so large that distances above 46340 units wrap round: vertices far from each other may be merged.";
+
 }  // namespace veldra

@@ -93,6 +93,8 @@ class CTarnDoc : private CModelObserver {
   const std::string& Path() const { return path_; }  ///< "" while never saved
   /// The file name, or "Untitled" with a number that the document keeps.
   std::string Title() const;
+  /// Shown while there is no path, for a document made from a file of another kind.
+  void SetTitle(const std::string& title);
   bool IsModified() const { return modified_; }
   void SetModified(bool modified);
   bool IsReadOnly() const { return read_only_; }
@@ -242,6 +244,7 @@ class CTarnDoc : private CModelObserver {
   /// Where dialogs for model files open.
   std::string ModelDirectory() const;
   void Export(const std::string& path, const std::function<bool(SError& error)>& write);
+  int UntitledNumber() const;
   std::optional<std::string> AskExportPath(const std::string& title, std::vector<SFileFilter> filters,
                                            const std::string& extension);
 
@@ -254,9 +257,10 @@ class CTarnDoc : private CModelObserver {
   CBinModel model_;
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   std::string path_;
-  std::string copy_title_;           ///< of a copy without path; "" for a title of the document's own
+  std::string offered_name_;         ///< of the file when it is first saved; "" for the title
+  std::string copy_title_;           ///< of a copy or an import without path; "" for a title of the document's own
   std::string copy_states_key_;      ///< likewise
-  mutable int untitled_number_ = 0;  ///< 0 until the title is first asked for
+  mutable int untitled_number_ = 0;  ///< 0 until it is first asked for
   bool modified_ = false;
   bool read_only_ = false;
   bool wants_read_only_ = false;  ///< whatever the file allows

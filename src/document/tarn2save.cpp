@@ -91,7 +91,8 @@ bool CTarnDoc::Save() {
 
 bool CTarnDoc::SaveAs() {
   if (!CheckBeforeSaveAs()) return false;
-  const auto chosen = services_.questions.AskSaveFile(SavePrompt(ModelDirectory(), Title()));
+  const auto chosen = services_.questions.AskSaveFile(
+      SavePrompt(ModelDirectory(), path_.empty() && !offered_name_.empty() ? offered_name_ : Title()));
   if (!chosen) return false;
   const auto variant = static_cast<EModelVariant>(std::min<size_t>(chosen->filter, 2));
   return WriteVariant(SavePath(chosen->path), variant);

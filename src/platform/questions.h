@@ -37,6 +37,7 @@ struct SFilePrompt {
   std::string name;               ///< offered file name, when saving
   std::string default_extension;  ///< without ".", added to a name typed without one
   bool offers_read_only = false;  ///< AskOpenFiles only: a check box beside the files
+  std::string note = {};          ///< AskOpenFile only: what the file is for, where the title does not say it
 };
 
 /// Files picked to be opened.

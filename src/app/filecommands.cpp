@@ -1,5 +1,7 @@
 #include "app/filecommands.h"
 
+#include <algorithm>
+
 #include "app/fileopeners.h"
 #include "app/mainfrm.h"
 #include "app/recoveryoffer.h"
@@ -71,10 +73,21 @@ void CFileCommands::ListRecentIn(QMenu& menu) {
   }
 }
 
+/// Textures without colours of their own look different now.
+void CFileCommands::ShowDefaultColors() {
+  for (CTarnView* view : frame_.findChildren<CTarnView*>())
+    view->update();
+  frame_.Docks().ForgetPictures();
+  frame_.Tools().ShowDefaultColors();
+}
+
 void CFileCommands::Preferences() {
   CPreferencesDialog dialog(app_.Settings(), &frame_);
   QObject::connect(&dialog, &CPreferencesDialog::SettingsChanged, &frame_,
-                   [this](const std::vector<std::string>& keys) { app_.SettingsChanged(keys); });
+                   [this](const std::vector<std::string>& keys) {
+                     app_.SettingsChanged(keys);
+                     if (std::ranges::find(keys, "DEFPAL") != keys.end()) ShowDefaultColors();
+                   });
   dialog.exec();
 }
 

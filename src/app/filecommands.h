@@ -34,6 +34,7 @@ class CFileCommands {
  private:
   CTarnDoc& Active() const;
   void ReportSaved(bool saved);
+  void ShowDefaultColors();
 
   CMainFrame& frame_;
   CTarn2App& app_;

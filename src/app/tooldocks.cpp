@@ -59,6 +59,11 @@ void CToolDocks::Follow(CTarnView* view) {
   is_alone ? SendAway() : BringBack();
 }
 
+void CToolDocks::ForgetPictures() {
+  for (CToolWidget* tool : tools_)
+    tool->ForgetPictures();
+}
+
 // --- Away and back -------------------------------------------------------------------------------------------------
 
 void CToolDocks::SendAway() {

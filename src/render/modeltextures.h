@@ -33,6 +33,7 @@ class CModelTextures {
   struct STexture {
     GLuint id = 0;
     bool has_mipmaps = false;
+    uint32_t version = 0;  ///< of the image that it was made of
   };
   static void Upload(const STextureImage& image, bool with_mipmaps);
 

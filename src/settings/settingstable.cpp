@@ -91,19 +91,19 @@ void AddFolders(Rows& rows) {
       {
           Text<&CSettings::defpal>("DEFPAL",
                                    R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\ART\METALCR2.ACT)",
-                                   Page::kFolders, "Colour table of textures that have none of their own."),
+                                   Page::kFolders, "Color table of textures that have none of their own."),
           Number<&CSettings::largest_wf_dim>("LARGESTWFDIM", "1000", 1, kAnyInteger, Page::kNone,
                                              "Largest dimension of a Wavefront model, in model units."),
           Switch<&CSettings::open_inactive>("OPENINACTIVE", false, Page::kWindows,
                                             "Open models behind the one that is being worked on."),
           Switch<&CSettings::save_child_state>("SAVECHILDSTATE", true, Page::kWindows,
-                                               "Remember whether model windows were maximised."),
+                                               "Remember whether model windows were maximized."),
           Switch<&CSettings::save_main_state>("SAVEMAINSTATE", true, Page::kWindows,
                                               "Remember place and size of the main window."),
           Text<&CSettings::bin_dir>("BINDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\MODELS\)",
                                     Page::kFolders, "Folder of the models (BIN)."),
           Text<&CSettings::art_dir>("ARTDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\ART\)",
-                                    Page::kFolders, "Folder of the textures (RAW) and colour tables (ACT)."),
+                                    Page::kFolders, "Folder of the textures (RAW) and color tables (ACT)."),
           Text<&CSettings::trk_dir>("TRKDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\TRUCK\)",
                                     Page::kFolders, "Folder of the truck files (TRK)."),
           Text<&CSettings::pod_dir>("PODDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\)",
@@ -145,7 +145,7 @@ void AddView(Rows& rows) {
           Choice<&CSettings::quality_3d>("3DQUALITY", "1", {{0, "Low"}, {1, "High"}}, Page::kView,
                                          "Texture quality of new views."),
           Switch<&CSettings::verts_3d>("3DVERTS", false, Page::kView, "New views mark every vertex."),
-          Color<&CSettings::background>("BACKGRND", "#56677A", Page::kView, "Background colour of new views."),
+          Color<&CSettings::background>("BACKGRND", "#56677A", Page::kView, "Background color of new views."),
           Number<&CSettings::view_angle_x>("VIEWANGLEX", "20", -360, 360, Page::kView,
                                            "How far new views are turned about the X axis, in degrees."),
           Number<&CSettings::view_angle_y>("VIEWANGLEY", "-35", -360, 360, Page::kView,
@@ -240,8 +240,8 @@ void AddMainWindow(Rows& rows) {
   rows.insert(
       rows.end(),
       {
-          Switch<&CSettings::child_window_max>("CHILDWNDMAX", true, Page::kNone, "Model windows were maximised."),
-          Switch<&CSettings::main_window_max>("MAINWNDMAX", false, Page::kNone, "The main window was maximised."),
+          Switch<&CSettings::child_window_max>("CHILDWNDMAX", true, Page::kNone, "Model windows were maximized."),
+          Switch<&CSettings::main_window_max>("MAINWNDMAX", false, Page::kNone, "The main window was maximized."),
           Number<&CSettings::main_window_tl>("MAINWNDTL", "0", -kAnyInteger - 1, kAnyInteger, Page::kNone,
                                              "Top left corner of the main window: x + 65536 y."),
           Number<&CSettings::main_window_br>("MAINWNDBR", "0", -kAnyInteger - 1, kAnyInteger, Page::kNone,
@@ -259,7 +259,7 @@ template <size_t... Index>
 void AddCustomColors(Rows& rows, std::index_sequence<Index...>) {
   const auto add = [&](size_t index, SColor& (*member)(CSettings&)) {
     rows.push_back({Format("COLOR%zu", index), "#FFFFFF", member, 0, 0, false, Page::kNone,
-                    Format("Custom colour %zu of the colour dialog.", index + 1)});
+                    Format("Custom color %zu of the color dialog.", index + 1)});
   };
   (add(Index, &CustomColor<Index>), ...);
 }

@@ -103,6 +103,16 @@ int TextureSizeOfLength(uint64_t length) {
 CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_colors)
     : questions_(questions), default_colors_(default_colors) {}
 
+void CTextureStore::SetDefaultColors(const ColorTable& colors) {
+  default_colors_ = colors;
+  for (const auto& [path, image] : images_) {
+    if (image->is_stand_in || image->has_own_colors) continue;
+    const auto bytes = ReadWholeFile(path, nullptr, kLargestRaw);
+    if (bytes && TextureSizeOfLength(bytes->View().size()) == image->size)
+      DecodeTexture(bytes->View(), default_colors_, *image);
+  }
+}
+
 const STextureImage* CTextureStore::GetTexture(const std::string& path) {
   const auto stored = images_.find(path);
   return stored != images_.end() ? stored->second.get() : LoadTexture(path);
@@ -119,6 +129,7 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   image->name = FileNamePart(path);
   image->size = TextureSizeOfLength(bytes->View().size());
   const auto colors = ReadColorTable(ChangeExtension(path, "ACT"));
+  image->has_own_colors = colors.has_value();
   DecodeTexture(bytes->View(), colors ? *colors : default_colors_, *image);
   return Store(std::move(image));
 }
@@ -148,6 +159,7 @@ const STextureImage* CTextureStore::Store(std::unique_ptr<STextureImage> image) 
 void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, STextureImage& image) {
   const auto size = static_cast<size_t>(image.size);
   VELDRA_ASSERT(size > 0 && size % 2 == 0 && indices.size() == size * size);
+  ++image.version;
   const STexelTables tables = MakeTables(colors);
   image.rgba.resize(indices.size() * 4);
   image.rgb.resize(indices.size() * 3);

@@ -49,6 +49,11 @@ void CToolWidget::SetInFront(bool in_front) {
   Post();
 }
 
+void CToolWidget::ForgetPictures() {
+  news_.view = true;
+  Post();
+}
+
 void CToolWidget::OnDocumentChanged(const CTarnDoc&, const SModelChange& change) {
   news_.model.Add(change);
   Post();

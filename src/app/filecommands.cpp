@@ -1,5 +1,7 @@
 #include "app/filecommands.h"
 
+#include <algorithm>
+
 #include "app/fileopeners.h"
 #include "app/recoveryoffer.h"
 #include "document/earlierstatesdlg.h"
@@ -10,8 +12,9 @@
 
 namespace veldra {
 
-CFileCommands::CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, QWidget& window)
-    : app_(app), windows_(windows), tools_(tools), window_(window) {}
+CFileCommands::CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, CToolDocks& docks,
+                             QWidget& window)
+    : app_(app), windows_(windows), tools_(tools), docks_(docks), window_(window) {}
 
 /// The enabling rules see to it that there is one.
 CTarnDoc& CFileCommands::Active() const {
@@ -71,10 +74,21 @@ void CFileCommands::ListRecentIn(QMenu& menu) {
   }
 }
 
+/// Textures without colours of their own look different now.
+void CFileCommands::ShowDefaultColors() {
+  for (CTarnView* view : window_.findChildren<CTarnView*>())
+    view->update();
+  docks_.ForgetPictures();
+  tools_.ShowDefaultColors();
+}
+
 void CFileCommands::Preferences() {
   CPreferencesDialog dialog(app_.Settings(), &window_);
   QObject::connect(&dialog, &CPreferencesDialog::SettingsChanged, &window_,
-                   [this](const std::vector<std::string>& keys) { app_.SettingsChanged(keys); });
+                   [this](const std::vector<std::string>& keys) {
+                     app_.SettingsChanged(keys);
+                     if (std::ranges::find(keys, "DEFPAL") != keys.end()) ShowDefaultColors();
+                   });
   dialog.exec();
 }
 

@@ -6,6 +6,7 @@
 #include "app/documentwindows.h"
 #include "app/tarn2.h"
 #include "app/toolcommands.h"
+#include "app/tooldocks.h"
 
 namespace veldra {
 
@@ -13,7 +14,7 @@ namespace veldra {
 class CFileCommands {
  public:
   /// Dialogs stand over WINDOW. All outlive it.
-  CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, QWidget& window);
+  CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, CToolDocks& docks, QWidget& window);
 
   void New();
   void AskAndOpen();
@@ -35,10 +36,12 @@ class CFileCommands {
  private:
   CTarnDoc& Active() const;
   void ReportSaved(bool saved);
+  void ShowDefaultColors();
 
   CTarn2App& app_;
   CDocumentWindows& windows_;
   CToolCommands& tools_;
+  CToolDocks& docks_;
   QWidget& window_;
 };
 

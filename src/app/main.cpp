@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include "app/commands/commandicons.h"
 #include "app/mainfrm.h"
 #include "app/openglcheck.h"
 #include "app/printedquestions.h"
@@ -14,6 +13,7 @@
 #include "app/unsavedwork.h"
 #include "app/windowpicture.h"
 #include "platform/files.h"
+#include "ui/commandicons.h"
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include "app/filewatch.h"
 #include "app/windowplace.h"
 #include "platform/text.h"
+#include "ui/commandicons.h"
 
 namespace veldra {
 
@@ -79,7 +80,7 @@ void CMainFrame::MakeCommands() {
   auto* view_keys = new CViewKeys([this](const SCommandRow& row) { RunKey(row); }, this);
   windows_ = std::make_unique<CDocumentWindows>(app_, *area_, view_keys);
   tools_ = std::make_unique<CToolCommands>(app_, *windows_, *this);
-  files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *this);
+  files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *docks_, *this);
   actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
   new CFileWatch(*windows_, this);
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });

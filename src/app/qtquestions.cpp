@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -96,6 +97,15 @@ QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
   return box;
 }
 
+void AddNote(QFileDialog& dialog, const std::string& text) {
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  auto* note = new QLabel(QString::fromStdString(text), &dialog);
+  note->setObjectName("note");
+  note->setTextFormat(Qt::PlainText);
+  if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+    grid->addWidget(note, grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 QWidget* CQtQuestions::Parent() const {
@@ -160,6 +170,7 @@ std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt,
   dialog.setFileMode(mode);
   SetUp(dialog, prompt, last_directory_);
   const QCheckBox* read_only = prompt.offers_read_only ? AddReadOnlyBox(dialog) : nullptr;
+  if (!prompt.note.empty()) AddNote(dialog, prompt.note);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   last_directory_ = dialog.directory().absolutePath();
   SOpenFiles files;

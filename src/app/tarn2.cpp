@@ -34,6 +34,7 @@ CRecoveryKeeper::Time RecoveryTime() {
 
 CTarn2App::CTarn2App(SStartup startup, CQuestions& questions)
     : startup_(std::move(startup)),
+      palette_(startup_.settings.defpal),
       questions_(questions),
       textures_(questions, startup_.default_colors),
       recovery_(recovery_folder_, RecoveryTime) {}
@@ -118,7 +119,18 @@ void CTarn2App::LetGo(CTarnDoc& document, bool stays_open) {
 
 void CTarn2App::SettingsChanged(const std::vector<std::string>& keys) {
   if (std::find(keys.begin(), keys.end(), "DEFPAL") == keys.end()) return;
-  if (const auto colors = ReadColorTable(startup_.settings.defpal)) textures_.SetDefaultColors(*colors);
+  std::string& path = startup_.settings.defpal;
+  if (const auto colors = path.empty() ? GreyRamp() : ReadColorTable(path)) {
+    startup_.default_colors = *colors;
+    textures_.SetDefaultColors(*colors);
+    palette_ = path;
+    return;
+  }
+  questions_.Message({.text = "The default palette could not be loaded. The old one stays.",
+                      .caption = kErrorCaption,
+                      .icon = EIcon::kError,
+                      .details = path + ": it is no file that can be read, or shorter than 768 bytes."});
+  path = palette_;
 }
 
 std::string CTarn2App::ModelDirectory() const {

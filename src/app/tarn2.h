@@ -59,7 +59,7 @@ class CTarn2App {
   bool MayClose(CTarnDoc& document);
   /// The user has consented to losing what is unsaved in DOCUMENT. With STAYS_OPEN it may still be worked on.
   void LetGo(CTarnDoc& document, bool stays_open = false);
-  /// Preferences were changed under these keys.
+  /// Preferences were changed under these keys. A default palette that cannot be loaded is said, and the old one stays.
   void SettingsChanged(const std::vector<std::string>& keys);
   /// Where a dialog for model files opens.
   std::string ModelDirectory() const;
@@ -76,6 +76,7 @@ class CTarn2App {
   std::vector<std::shared_ptr<CTarnDoc>> OpenDocuments();
 
   SStartup startup_;
+  std::string palette_;  ///< where the default colours came from
   CQuestions& questions_;
   CTextureStore textures_;
   CRecentFiles recent_files_;

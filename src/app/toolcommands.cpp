@@ -78,6 +78,11 @@ void CToolCommands::BuildStockList() {
   app_.Questions().Message({.text = "The stock-file list has been built.", .details = list.CountsText()});
 }
 
+void CToolCommands::ShowDefaultColors() {
+  if (extractor_ != nullptr) extractor_->TakeDefaultColors();
+  if (truck_editor_ != nullptr) truck_editor_->RefreshFiles();
+}
+
 // --- Trucks --------------------------------------------------------------------------------------------------------
 
 CTruckEditorDlg& CToolCommands::TruckEditor() {
@@ -113,8 +118,9 @@ SImportServices CToolCommands::ImportServices() {
                       .face_type = static_cast<uint32_t>(settings.def_face_type)},
           .directory = app_.ModelDirectory(),
           .fill_new_document =
-              [this](const std::function<bool(CBinModel & model)>& fill) {
+              [this](const std::string& title, const std::function<bool(CBinModel & model)>& fill) {
                 const auto document = app_.NewDocument();
+                document->SetTitle(title);
                 if (!fill(document->Model())) return app_.LetGo(*document);
                 document->SetModified(true);
                 windows_.AddView(document, false);

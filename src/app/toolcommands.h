@@ -31,6 +31,9 @@ class CToolCommands {
   void Import3ds();
   void ImportWavefront();
 
+  /// To the windows that are open.
+  void ShowDefaultColors();
+
   // Each opens a file in its window. False when it could not be opened; the user has been told then.
   bool OpenArchive(const std::string& path);
   bool OpenTruck(const std::string& path);

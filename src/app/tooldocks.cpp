@@ -9,7 +9,7 @@
 #include "tools/modeltreewidget.h"
 #include "tools/texturelistwidget.h"
 #include "tools/vertexstatuswidget.h"
-#include "ui/dialogplace.h"
+#include "ui/screenplace.h"
 
 namespace veldra {
 
@@ -74,6 +74,11 @@ void CToolDocks::Follow(CTarnView* view) {
   is_alone ? SendAway() : BringBack();
 }
 
+void CToolDocks::ForgetPictures() {
+  for (CToolWidget* tool : tools_)
+    tool->ForgetPictures();
+}
+
 // --- Away and back -------------------------------------------------------------------------------------------------
 
 void CToolDocks::SendAway() {
@@ -114,8 +119,7 @@ void CToolDocks::PlaceVertexStatus() {
   QDockWidget& dock = Dock(EToolDock::kVertexStatus);
   dock.setVisible(settings_.vertex_status_visible != 0);
   if (!dock.isFloating()) return;
-  const QRect place(QPoint(settings_.vertex_status_x, settings_.vertex_status_y), dock.size());
-  if (IsOnAScreen(place)) dock.move(place.topLeft());
+  PutAt(dock, {QPoint(settings_.vertex_status_x, settings_.vertex_status_y), dock.size()});
 }
 
 QByteArray CToolDocks::Keep() {
@@ -123,8 +127,9 @@ QByteArray CToolDocks::Keep() {
   const bool is_open = are_away_ ? is_vertex_status_open_ : IsOpen(EToolDock::kVertexStatus);
   settings_.vertex_status_visible = is_open ? 1 : 0;
   if (dock.isFloating()) {
-    settings_.vertex_status_x = dock.x();
-    settings_.vertex_status_y = dock.y();
+    const QPoint corner = PlaceOf(dock).topLeft();
+    settings_.vertex_status_x = corner.x();
+    settings_.vertex_status_y = corner.y();
   }
   return are_away_ ? state_before_ : window_.saveState(kStateVersion);
 }

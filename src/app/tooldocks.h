@@ -33,6 +33,9 @@ class CToolDocks : public QObject {
   /// To be kept for Restore; the settings take what is theirs.
   QByteArray Keep();
 
+  /// The pictures of the textures have become others.
+  void ForgetPictures();
+
   QDockWidget& Dock(EToolDock dock) const { return *docks_[static_cast<size_t>(dock)]; }
   /// In the window or beside it, be it behind another one.
   bool IsOpen(EToolDock dock) const { return !Dock(dock).isHidden(); }

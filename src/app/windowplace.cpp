@@ -1,8 +1,8 @@
 #include "app/windowplace.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 #include <algorithm>
+
+#include "ui/screenplace.h"
 
 namespace veldra {
 
@@ -27,19 +27,11 @@ QRect RememberedPlace(const CSettings& settings) {
   return {UnpackCorner(settings.main_window_tl), UnpackCorner(settings.main_window_br) - QPoint(1, 1)};
 }
 
-bool IsOnAScreen(const QRect& place) {
-  const auto screens = QGuiApplication::screens();
-  return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
-    const QRect seen = screen->availableGeometry() & place;
-    return seen.width() >= kSmallestSize.width() / 2 && seen.height() >= kSmallestSize.height() / 2;
-  });
-}
-
-QRect UsualPlace() {
-  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-  QRect place(QPoint(), kUsualSize.boundedTo(screen.size()));
-  place.moveCenter(screen.center());
-  return place;
+void PutInTheMiddle(QWidget& window) {
+  const QRect room = RoomFor(window);
+  QRect place(QPoint(), kUsualSize.boundedTo(room.size()));
+  place.moveCenter(room.center());
+  window.setGeometry(place);
 }
 
 }  // namespace
@@ -47,15 +39,15 @@ QRect UsualPlace() {
 void RestoreWindowPlace(QMainWindow& window, const CSettings& settings) {
   const QRect place = RememberedPlace(settings);
   const bool is_usable = settings.save_main_state != 0 && place.width() >= kSmallestSize.width() &&
-                         place.height() >= kSmallestSize.height() && IsOnAScreen(place);
-  window.setGeometry(is_usable ? place : UsualPlace());
+                         place.height() >= kSmallestSize.height();
+  is_usable ? PutAt(window, place) : PutInTheMiddle(window);
   if (settings.save_main_state != 0 && settings.main_window_max != 0)
     window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
 void RememberWindowPlace(const QMainWindow& window, CSettings& settings) {
   if (settings.save_main_state == 0) return;
-  const QRect place = window.isMaximized() ? window.normalGeometry() : window.geometry();
+  const QRect place = PlaceOf(window);
   settings.main_window_max = window.isMaximized() ? 1 : 0;
   settings.main_window_tl = PackCorner(place.left(), place.top());
   settings.main_window_br = PackCorner(place.right() + 1, place.bottom() + 1);

@@ -87,7 +87,7 @@ bool CModelSaver::SaveAs() {
   if (!CheckModel()) return false;
   const std::string default_folder = DefaultFolder(services.settings);
   SFilePrompt prompt =
-      SavePrompt(default_folder.empty() ? document_.ModelDirectory() : default_folder, document_.Title());
+      SavePrompt(default_folder.empty() ? document_.ModelDirectory() : default_folder, document_.OfferedName());
   // Asked here, about the file that is really written.
   prompt.asks_to_replace = default_folder.empty();
   const auto chosen = services.questions.AskSaveFile(prompt);

@@ -37,9 +37,18 @@ CTarnDoc::~CTarnDoc() {
 std::string CTarnDoc::Title() const {
   if (!path_.empty()) return FileNamePart(path_);
   if (!copy_title_.empty()) return copy_title_;
+  return Format("Untitled%d", UntitledNumber());
+}
+
+void CTarnDoc::SetTitle(const std::string& title) {
+  copy_title_ = title;
+  offered_name_ = ChangeExtension(title, "bin");
+}
+
+int CTarnDoc::UntitledNumber() const {
   static int last_number = 0;
   if (untitled_number_ == 0) untitled_number_ = ++last_number;
-  return Format("Untitled%d", untitled_number_);
+  return untitled_number_;
 }
 
 void CTarnDoc::SetModified(bool modified) {
@@ -138,8 +147,7 @@ std::string CTarnDoc::StatesKey() const {
   if (services_.earlier_states == nullptr) return "";
   if (!path_.empty()) return CEarlierStates::KeyOfPath(path_);
   if (!copy_states_key_.empty()) return copy_states_key_;
-  Title();  // gives it its number
-  return services_.earlier_states->KeyOfUntitled(untitled_number_);
+  return services_.earlier_states->KeyOfUntitled(UntitledNumber());
 }
 
 void CTarnDoc::KeepState(const std::string& command) {

@@ -81,6 +81,10 @@ class CTarnDoc : private CModelObserver {
   const std::string& Path() const { return path_; }  ///< "" while never saved
   /// The file name, or "Untitled" with a number that the document keeps.
   std::string Title() const;
+  /// Shown while there is no path, for a document made from a file of another kind.
+  void SetTitle(const std::string& title);
+  /// Of the file when it is first saved.
+  std::string OfferedName() const { return path_.empty() && !offered_name_.empty() ? offered_name_ : Title(); }
   bool IsModified() const { return modified_; }
   void SetModified(bool modified);
   bool IsReadOnly() const { return read_only_; }
@@ -173,6 +177,7 @@ class CTarnDoc : private CModelObserver {
 
   void CenterAxes(std::initializer_list<EAxis> axes, const char* command);
   int32_t DeleteUnused();
+  int UntitledNumber() const;
 
   void SetState(const std::string& path, bool modified, bool read_only);
   void NotifyChange(const SModelChange& change);
@@ -183,9 +188,10 @@ class CTarnDoc : private CModelObserver {
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   CModelSaver saver_{*this};
   std::string path_;
-  std::string copy_title_;           ///< of a copy without path; "" for a title of the document's own
+  std::string offered_name_;         ///< of the file when it is first saved; "" for the title
+  std::string copy_title_;           ///< of a copy or an import without path; "" for a title of the document's own
   std::string copy_states_key_;      ///< likewise
-  mutable int untitled_number_ = 0;  ///< 0 until the title is first asked for
+  mutable int untitled_number_ = 0;  ///< 0 until it is first asked for
   bool modified_ = false;
   bool read_only_ = false;
   bool wants_read_only_ = false;  ///< whatever the file allows

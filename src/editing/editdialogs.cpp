@@ -53,8 +53,8 @@ std::optional<SAddVertexInput> CEditDialogs::AskAddVertex(QWidget* parent) {
   return Run(CAddVertexDialog(add_vertex_, parent), add_vertex_);
 }
 
-std::optional<SMergeInput> CEditDialogs::AskMerge(QWidget* parent) {
-  return Run(CMergeDialog(merge_, parent), merge_);
+std::optional<SMergeInput> CEditDialogs::AskMerge(const CBinModel& model, QWidget* parent) {
+  return Run(CMergeDialog(model, merge_, parent), merge_);
 }
 
 std::optional<SReplaceTextureInput> CEditDialogs::AskReplaceTexture(const CBinModel& model, QWidget* parent) {

@@ -22,7 +22,7 @@ class CEditDialogs {
   std::optional<SMirrorInput> AskMirror(const CBinModel& model, QWidget* parent);
   std::optional<SAddFaceInput> AskAddFace(const CBinModel& model, QWidget* parent);
   std::optional<SAddVertexInput> AskAddVertex(QWidget* parent);
-  std::optional<SMergeInput> AskMerge(QWidget* parent);
+  std::optional<SMergeInput> AskMerge(const CBinModel& model, QWidget* parent);
   std::optional<SReplaceTextureInput> AskReplaceTexture(const CBinModel& model, QWidget* parent);
   /// TO_VIEWER: from the model's middle, of length 1.
   std::optional<SFacingInput> AskFacing(const CBinModel& model, const SUnitNormal& to_viewer, QWidget* parent);

@@ -187,7 +187,7 @@ std::string InputFault(const CBinModel& model, const SFaceInput& input) {
 }
 
 void EditFace(CEditCursor& cursor, const SFaceInput& input) {
-  if (!CanEditFace(cursor)) return;
+  if (!CanEditFace(cursor) || input == InputOf(*cursor.FaceObject())) return;
   CTarnDoc& document = cursor.Document();
   CBinModel& model = document.Model();
   document.KeepState("Edit Current Face");
@@ -220,9 +220,25 @@ std::string InputFault(const CBinModel& model, const SGroupFacesInput& input) {
   return Format("%lld of the faces have no texture, which this type needs.", static_cast<long long>(without));
 }
 
+namespace {
+
+bool Changes(const CBinFace& face, const SGroupFacesInput& input) {
+  if (input.type && *input.type != face.Type()) return true;
+  if (input.magic == SGroupFacesInput::EMagic::kValue) return input.value != face.StoredMagic();
+  if (input.magic != SGroupFacesInput::EMagic::kComputed) return false;
+  const SPoint normal = CalcFaceNormal(face);
+  return normal != face.StoredNormal() || CalcMagic(face, normal) != face.StoredMagic();
+}
+
+bool Changes(const CBinModel& model, const SGroupFacesInput& input) {
+  return std::ranges::any_of(input.faces, [&](int32_t index) { return Changes(model.Face(index), input); });
+}
+
+}  // namespace
+
 void GroupFaces(CEditCursor& cursor, const SGroupFacesInput& input) {
   CBinModel& model = cursor.Document().Model();
-  if (!CanGroupFaces(cursor) || !InputFault(model, input).empty()) return;
+  if (!CanGroupFaces(cursor) || !InputFault(model, input).empty() || !Changes(model, input)) return;
   cursor.Document().KeepState("Group Face Type and Magic Number");
   for (const int32_t index : input.faces) {
     CBinFace& face = model.Face(index);

@@ -59,6 +59,7 @@ struct SFaceInput {
   int32_t texture = -1;                            ///< position among the model's texture entries, -1 for none
   std::array<int32_t, 4> corners = {0, 1, 2, -1};  ///< vertex indices, the fourth -1 for a triangle
   std::array<STexCoord, 4> coords = {};            ///< 0 to 1
+  bool operator==(const SFaceInput&) const = default;
 };
 SFaceInput InputOf(const CBinFace& face);
 /// What is wrong with INPUT for a face of MODEL, or "".

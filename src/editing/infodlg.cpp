@@ -4,7 +4,6 @@
 #include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -24,10 +23,8 @@ CInfoDialog::CInfoDialog(const CEditCursor& cursor, QWidget* parent) : QDialog(p
   setWindowTitle(tr("Model Information"));
   const std::string report = ModelInformation(cursor.Model(), cursor.FaceObject(), cursor.VertexObject());
   const QString shown = QString::fromStdString(ToUtf8(report));
-  auto* text = new QPlainTextEdit(shown);
-  text->setObjectName("text");
-  text->setReadOnly(true);
-  text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  QPlainTextEdit* text = MakeInfoText();
+  text->setPlainText(shown);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
   auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
   connect(copy, &QPushButton::clicked, this, [shown] { QGuiApplication::clipboard()->setText(shown); });
@@ -36,6 +33,17 @@ CInfoDialog::CInfoDialog(const CEditCursor& cursor, QWidget* parent) : QDialog(p
   layout->addWidget(text, 1);
   layout->addWidget(buttons);
   resize(kFirstSize);
+}
+
+QPlainTextEdit* MakeInfoText() {
+  // One more or one less would send some of the counts to another stop.
+  constexpr int kTabCharacters = 4;
+  auto* text = new QPlainTextEdit;
+  text->setObjectName("text");
+  text->setReadOnly(true);
+  text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  text->setTabStopDistance(kTabCharacters * QFontMetricsF(text->font()).horizontalAdvance(' '));
+  return text;
 }
 
 }  // namespace veldra

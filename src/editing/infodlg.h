@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QPlainTextEdit>
 
 #include "editing/editcursor.h"
 
@@ -13,5 +14,8 @@ class CInfoDialog : public QDialog {
  public:
   CInfoDialog(const CEditCursor& cursor, QWidget* parent);
 };
+
+/// Where that text is shown: the numbers of its first lines stand below one another.
+QPlainTextEdit* MakeInfoText();
 
 }  // namespace veldra

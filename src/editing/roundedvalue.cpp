@@ -8,7 +8,7 @@ namespace {
 
 double Rounded(double value, int decimals) {
   const double unit = std::pow(10.0, decimals);
-  return std::round(value * unit) / unit;
+  return std::round(value * unit) / unit + 0.0;  // not -0
 }
 
 }  // namespace

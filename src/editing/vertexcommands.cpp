@@ -82,7 +82,7 @@ bool DeleteSelectedVertices(CEditCursor& cursor) {
 }
 
 void SetVertexCoordinates(CEditCursor& cursor, const SPoint& position) {
-  if (!CanEditVertex(cursor)) return;
+  if (!CanEditVertex(cursor) || position == cursor.VertexObject()->Position()) return;
   cursor.Document().KeepState("Set Vertex Coordinates");
   cursor.Document().Model().SetVertexPosition(cursor.Vertex(), position);
   cursor.Document().Say(Format("Moved vertex %d", cursor.Vertex()));
@@ -109,10 +109,13 @@ void SetToPlane(CEditCursor& cursor, const SPlaneInput& input) {
   const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
   const int32_t coordinate = PlaneCoordinate(cursor, input);
   std::vector<SPoint> positions;
+  bool is_change = false;
   for (const int32_t vertex : vertices) {
     positions.push_back(model.Vertex(vertex).Position());
     Coordinate(positions.back(), input.axis) = coordinate;
+    is_change = is_change || positions.back() != model.Vertex(vertex).Position();
   }
+  if (!is_change) return;
   cursor.Document().KeepState("Set to Plane");
   model.SetVertexPositions(vertices, positions);
   cursor.Document().Say("Moved " + Vertices(vertices.size()));

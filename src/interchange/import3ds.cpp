@@ -14,6 +14,7 @@ namespace veldra {
 namespace {
 
 const SImportFault kStopped = {"", true};
+const SImportFault kNoMemory = {"there is not enough memory for it", false};
 
 /// The product of two floats is exact as a double, so that what is cut off is the true fraction.
 std::optional<int32_t> Scaled(float value, float factor) {
@@ -67,26 +68,28 @@ bool Build(const C3DStudioFile& file, const std::string& texture, const SImportC
   return false;
 }
 
-bool Import(CBinModel& model, const std::string& path, const std::string& texture, const SImportContext& context,
-            SImportFault& fault) {
-  CImportBuilder builder(context.face_type);
-  {
-    C3DStudioFile file(path);
-    if (!file.ReadFile(context.questions, &fault) || !Build(file, texture, context, builder, fault)) return false;
-  }
-  return builder.AppendTo(model, fault);
-}
-
 }  // namespace
+
+bool ImportFrom3ds(CBinModel& model, const C3DStudioFile& file, const std::string& texture,
+                   const SImportContext& context, SImportFault& fault) {
+  try {
+    CImportBuilder builder(context.face_type);
+    return Build(file, texture, context, builder, fault) && builder.AppendTo(model, fault);
+  } catch (const std::bad_alloc&) {
+    fault = kNoMemory;
+    return false;
+  }
+}
 
 bool ImportFrom3ds(CBinModel& model, const std::string& path, const std::string& texture, const SImportContext& context,
                    SImportFault* fault) {
   SImportFault ignored;
   SImportFault& found = fault != nullptr ? *fault : ignored;
   try {
-    return Import(model, path, texture, context, found);
+    C3DStudioFile file(path);
+    return file.ReadFile(context.questions, &found) && ImportFrom3ds(model, file, texture, context, found);
   } catch (const std::bad_alloc&) {
-    found = {"there is not enough memory for it", false};
+    found = kNoMemory;
     return false;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "interchange/3dstudiofile.h"
 #include "interchange/importmodel.h"
 
 namespace veldra {
@@ -11,6 +12,10 @@ namespace veldra {
 /// (may be null) says why; nothing is shown but what C3DStudioFile and the texture's loading show.
 bool ImportFrom3ds(CBinModel& model, const std::string& path, const std::string& texture, const SImportContext& context,
                    SImportFault* fault = nullptr);
+
+/// The same with a file that has been read.
+bool ImportFrom3ds(CBinModel& model, const C3DStudioFile& file, const std::string& texture,
+                   const SImportContext& context, SImportFault& fault);
 
 /// Deliberately writes nothing: the command is there, the format is not.
 void ExportTo3ds(const CBinModel& model, const std::string& path);

@@ -1,6 +1,10 @@
 #include "interchange/importcommands.h"
 
+#include <new>
+
+#include "interchange/3dstudiofile.h"
 #include "interchange/import3ds.h"
+#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -33,57 +37,69 @@ SFilePrompt TexturePrompt(const std::string& title, const std::string& directory
           .default_extension = "raw"};
 }
 
-/// Imports PATH with TEXTURE; false with FAULT when it failed.
-using ImportOne = std::function<bool(const std::string& path, const std::string& texture, SImportFault& fault)>;
-
-void ImportEach(const SImportServices& services, const std::vector<std::string>& paths,
-                const SFilePrompt& texture_prompt, const ImportOne& import_one) {
+/// READ(path, fault) gives what IMPORT_ONE(source, path, texture, fault) imports, or nothing. Only for a file that can
+/// be read a texture is asked for.
+template <typename Read, typename ImportOne>
+void ImportEach(const SImportServices& services, const std::vector<std::string>& paths, SFilePrompt texture_prompt,
+                const Read& read, const ImportOne& import_one) {
   CQuestions& questions = services.context.questions;
   for (const std::string& path : paths) {
+    SImportFault fault;
+    const auto source = read(path, fault);
+    if (!source) {
+      ShowImportFault(path, fault, questions);
+      continue;
+    }
+    texture_prompt.note = "The texture of " + ToUtf8(FileNamePart(path));
     const auto texture = questions.AskOpenFile(texture_prompt);
     if (!texture) continue;
-    SImportFault fault;
-    if (!import_one(path, *texture, fault)) ShowImportFault(path, fault, questions);
+    bool is_done = false;
+    import_one(*source, SWaveFiles{path, *texture}, fault, is_done);
+    if (!is_done) ShowImportFault(path, fault, questions);
   }
 }
 
-bool ImportOneWavefront(const SImportServices& services, const SWaveFiles& files, SImportFault& fault) {
-  const auto mesh = ReadWavefront(files.path, services.context.questions, fault);
-  if (!mesh) return false;
-  const auto options = services.ask_wave_options(*mesh, files.path);
-  if (!options) {
-    fault.is_told = true;
-    return false;
+std::optional<C3DStudioFile> Read3ds(const std::string& path, CQuestions& questions, SImportFault& fault) {
+  try {
+    C3DStudioFile file(path);
+    if (file.ReadFile(questions, &fault)) return file;
+  } catch (const std::bad_alloc&) {
+    fault.what = "there is not enough memory for it";
   }
-  bool is_done = false;
-  services.fill_new_document([&](CBinModel& model) {
-    is_done = ImportWaveMesh(model, *mesh, files, *options, services.context, fault);
-    return is_done;
-  });
-  return is_done;
+  return std::nullopt;
 }
 
 }  // namespace
 
 void Import3dsFiles(const SImportServices& services, const std::vector<std::string>& paths) {
   const std::string title = "Please select a default texture for the 3ds model";
-  const auto import_one = [&](const std::string& path, const std::string& texture, SImportFault& fault) {
-    bool is_done = false;
-    services.fill_new_document([&](CBinModel& model) {
-      is_done = ImportFrom3ds(model, path, texture, services.context, &fault);
+  const auto read = [&](const std::string& path, SImportFault& fault) {
+    return Read3ds(path, services.context.questions, fault);
+  };
+  const auto import_one = [&](const C3DStudioFile& file, const SWaveFiles& files, SImportFault& fault, bool& is_done) {
+    services.fill_new_document(FileNamePart(files.path), [&](CBinModel& model) {
+      is_done = ImportFrom3ds(model, file, files.texture, services.context, fault);
       return is_done;
     });
-    return is_done;
   };
-  ImportEach(services, paths, TexturePrompt(title, services.context.art_directory), import_one);
+  ImportEach(services, paths, TexturePrompt(title, services.context.art_directory), read, import_one);
 }
 
 void ImportWavefrontFiles(const SImportServices& services, const std::vector<std::string>& paths) {
   const std::string title = "Please select a texture for Wavefront model";
-  const auto import_one = [&](const std::string& path, const std::string& texture, SImportFault& fault) {
-    return ImportOneWavefront(services, {path, texture}, fault);
+  const auto read = [&](const std::string& path, SImportFault& fault) {
+    return ReadWavefront(path, services.context.questions, fault);
   };
-  ImportEach(services, paths, TexturePrompt(title, services.context.art_directory), import_one);
+  const auto import_one = [&](const SWaveMesh& mesh, const SWaveFiles& files, SImportFault& fault, bool& is_done) {
+    const auto options = services.ask_wave_options(mesh, files.path);
+    fault.is_told = !options;
+    if (!options) return;
+    services.fill_new_document(FileNamePart(files.path), [&](CBinModel& model) {
+      is_done = ImportWaveMesh(model, mesh, files, *options, services.context, fault);
+      return is_done;
+    });
+  };
+  ImportEach(services, paths, TexturePrompt(title, services.context.art_directory), read, import_one);
 }
 
 void RunImport3ds(const SImportServices& services) {

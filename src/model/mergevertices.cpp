@@ -6,15 +6,24 @@
 #include <utility>
 
 #include "model/geometry.h"
+#include "model/mergecount.h"
 #include "model/seeds.h"
 #include "platform/assert.h"
 
 namespace veldra {
 
+/// What a merge works on: copies close together, as each walk over a large model's own objects takes long.
+struct SMergeGeometry {
+  /// A face's vertices by index; the fourth is -1 for a triangle.
+  using Polygon = std::array<int32_t, 4>;
+
+  std::vector<WrappedPoint> positions;  ///< of each vertex
+  std::vector<Polygon> polygons;        ///< of each face
+};
+
 namespace {
 
-/// A face's vertices by index; the fourth is -1 for a triangle.
-using Polygon = std::array<int32_t, 4>;
+using Polygon = SMergeGeometry::Polygon;
 
 constexpr size_t CornerCount(const Polygon& polygon) {
   return polygon[3] < 0 ? 3 : 4;
@@ -92,18 +101,12 @@ class CPolygonCounts {
   std::vector<SSlot> slots_;
 };
 
-/// What a merge works on: copies close together, as each walk over a large model's own objects takes long.
-struct SGeometry {
-  std::vector<WrappedPoint> positions;  ///< of each vertex
-  std::vector<Polygon> polygons;        ///< of each face
-};
-
 WrappedPoint Wrapped(const SPoint& p) {
   return {static_cast<uint32_t>(p.x), static_cast<uint32_t>(p.y), static_cast<uint32_t>(p.z)};
 }
 
-SGeometry GeometryOf(const CBinModel& model) {
-  SGeometry geometry;
+SMergeGeometry GeometryOf(const CBinModel& model) {
+  SMergeGeometry geometry;
   geometry.positions.resize(static_cast<size_t>(model.VertexCount()));
   geometry.polygons.resize(static_cast<size_t>(model.FaceCount()), Polygon{-1, -1, -1, -1});
   std::vector<bool> is_used(geometry.positions.size());
@@ -157,8 +160,12 @@ class CFaceUsers {
 /// One merge on its way from clusters to the rebuilt model.
 class CMerge {
  public:
-  CMerge(CBinModel& model, std::vector<Polygon> polygons, std::vector<int32_t> seeds);
-  void Run();
+  CMerge(std::vector<Polygon> polygons, std::vector<int32_t> seeds);
+  /// Works out what becomes of the faces; false when PROGRESS (may be null) was stopped.
+  bool Collapse(CProgress* progress);
+  /// Does it to the model that the geometry is of.
+  void ApplyTo(CBinModel& model);
+  SMergeCount Count() const;
 
  private:
   struct SFaceChange {
@@ -170,11 +177,10 @@ class CMerge {
   bool IsInvolved(const Polygon& polygon) const;
   CPolygonCounts CountInvolvedFaces() const;
   void ReplaceCorner(int32_t face, int32_t member, int32_t seed);
-  void ApplyTo(CBinFace& face, size_t index, const CBinModel::Vertices& vertices) const;
+  void ApplyTo(CBinModel& model, CBinFace& face, size_t index, const CBinModel::Vertices& vertices) const;
   std::vector<int32_t> NumberSeeds() const;
   std::vector<int32_t> NumberFaces() const;
 
-  CBinModel& model_;
   std::vector<int32_t> seeds_;        ///< for each vertex the seed that takes it
   std::vector<int32_t> next_member_;  ///< for each vertex the next one of its cluster, or -1; a seed comes first
   std::vector<Polygon> polygons_;     ///< for each face its corners as they are now
@@ -182,6 +188,13 @@ class CMerge {
   std::vector<SFaceChange> changes_;  ///< for each face
   CPolygonCounts counts_;             ///< of the faces that touch a cluster and are not removed
 };
+
+int32_t MergedCount(const std::vector<int32_t>& seeds) {
+  int32_t merged = 0;
+  for (size_t i = 0; i < seeds.size(); ++i)
+    merged += seeds[i] != static_cast<int32_t>(i) ? 1 : 0;
+  return merged;
+}
 
 std::vector<int32_t> LinkClusters(const std::vector<int32_t>& seeds) {
   std::vector<int32_t> next(seeds.size(), -1);
@@ -192,9 +205,8 @@ std::vector<int32_t> LinkClusters(const std::vector<int32_t>& seeds) {
   return next;
 }
 
-CMerge::CMerge(CBinModel& model, std::vector<Polygon> polygons, std::vector<int32_t> seeds)
-    : model_(model),
-      seeds_(std::move(seeds)),
+CMerge::CMerge(std::vector<Polygon> polygons, std::vector<int32_t> seeds)
+    : seeds_(std::move(seeds)),
       next_member_(LinkClusters(seeds_)),
       polygons_(std::move(polygons)),
       users_(seeds_, polygons_),
@@ -242,7 +254,7 @@ void CMerge::ReplaceCorner(int32_t face, int32_t member, int32_t seed) {
 }
 
 /// Gives FACE its corners, and with a corner that went its texture coordinate goes.
-void CMerge::ApplyTo(CBinFace& face, size_t index, const CBinModel::Vertices& vertices) const {
+void CMerge::ApplyTo(CBinModel& model, CBinFace& face, size_t index, const CBinModel::Vertices& vertices) const {
   const SFaceChange& change = changes_[index];
   if (change.removed || (!change.corners && change.dropped < 0)) return;
   const Polygon& polygon = polygons_[index];
@@ -254,7 +266,7 @@ void CMerge::ApplyTo(CBinFace& face, size_t index, const CBinModel::Vertices& ve
       face.SetTexCoord(k, face.TexCoord(k + 1));
     face.SetTexCoord(3, {});
   }
-  model_.Adopt(face, {corners.data(), CornerCount(polygon)}, face.Texture());
+  model.Adopt(face, {corners.data(), CornerCount(polygon)}, face.Texture());
 }
 
 /// For each vertex the new index of the seed that takes it.
@@ -291,17 +303,30 @@ void KeepOnly(List& list, const IsKept& is_kept, const Drop& drop) {
   list.resize(kept);
 }
 
-void CMerge::Run() {
+bool CMerge::Collapse(CProgress* progress) {
+  constexpr size_t kSeedsAStep = 4096;
   for (size_t seed = 0; seed < seeds_.size(); ++seed) {
+    if (seed % kSeedsAStep == 0 && progress != nullptr && !progress->Step(seed, seeds_.size())) return false;
     if (seeds_[seed] != static_cast<int32_t>(seed)) continue;
     for (int32_t member = next_member_[seed]; member >= 0; member = next_member_[static_cast<size_t>(member)]) {
       for (const int32_t face : users_.Of(member))
         ReplaceCorner(face, member, static_cast<int32_t>(seed));
     }
   }
-  auto [vertices, faces] = model_.TakeAll();
+  return true;
+}
+
+SMergeCount CMerge::Count() const {
+  SMergeCount count{.vertices = MergedCount(seeds_)};
+  for (const SFaceChange& change : changes_)
+    count.faces += change.removed ? 1 : 0;
+  return count;
+}
+
+void CMerge::ApplyTo(CBinModel& model) {
+  auto [vertices, faces] = model.TakeAll();
   const auto keep_face = [&, &all = vertices](size_t i, CBinFace& face) {
-    ApplyTo(face, i, all);
+    ApplyTo(model, face, i, all);
     return !changes_[i].removed;
   };
   KeepOnly(faces, keep_face, [](size_t, std::unique_ptr<CBinFace> face) { face.reset(); });
@@ -312,22 +337,37 @@ void CMerge::Run() {
     members.push_back(std::move(member));
     indices.push_back(static_cast<int32_t>(i));
   });
-  model_.Rebuild(std::move(vertices), std::move(faces), NumberSeeds(), NumberFaces());
-  model_.Discard(std::move(members), indices);
+  model.Rebuild(std::move(vertices), std::move(faces), NumberSeeds(), NumberFaces());
+  model.Discard(std::move(members), indices);
 }
 
 }  // namespace
 
 int32_t MergeVertices(CBinModel& model, int32_t threshold, CProgress* progress) {
   const CBinModel::CBusy busy(model);
-  SGeometry geometry = GeometryOf(model);
+  SMergeGeometry geometry = GeometryOf(model);
   std::vector<int32_t> seeds = AssignSeeds(std::move(geometry.positions), threshold, progress);
   if (seeds.empty() && model.VertexCount() > 0) return -1;
-  int32_t merged = 0;
-  for (size_t i = 0; i < seeds.size(); ++i)
-    merged += seeds[i] != static_cast<int32_t>(i) ? 1 : 0;
-  if (merged > 0) CMerge(model, std::move(geometry.polygons), std::move(seeds)).Run();
+  const int32_t merged = MergedCount(seeds);
+  if (merged > 0) {
+    CMerge merge(std::move(geometry.polygons), std::move(seeds));
+    merge.Collapse(nullptr);
+    merge.ApplyTo(model);
+  }
   return merged;
+}
+
+CMergeCounter::CMergeCounter(const CBinModel& model)
+    : geometry_(std::make_unique<const SMergeGeometry>(GeometryOf(model))) {}
+
+CMergeCounter::~CMergeCounter() = default;
+
+std::optional<SMergeCount> CMergeCounter::Count(int32_t threshold, CProgress* progress) const {
+  std::vector<int32_t> seeds = AssignSeeds(geometry_->positions, threshold, progress);
+  if (seeds.empty() && !geometry_->positions.empty()) return std::nullopt;
+  CMerge merge(geometry_->polygons, std::move(seeds));
+  if (!merge.Collapse(progress)) return std::nullopt;
+  return merge.Count();
 }
 
 }  // namespace veldra

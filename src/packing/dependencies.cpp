@@ -43,8 +43,8 @@ std::vector<std::string> NeedsOfTruck(std::string_view text) {
 class CDependencyFinder {
  public:
   CDependencyFinder(const std::vector<SPodSource>& own, const SSearchPlaces& places, const CStockFiles& stock,
-                    std::vector<std::string>* complaints)
-      : own_(own), search_(places), stock_(stock), complaints_(complaints) {
+                    EStockNeeds stock_needs, std::vector<std::string>* complaints)
+      : own_(own), search_(places), stock_(stock), stock_needs_(stock_needs), complaints_(complaints) {
     for (size_t i = 0; i < own.size(); ++i)
       Index(i);
   }
@@ -64,6 +64,7 @@ class CDependencyFinder {
   const std::vector<SPodSource>& own_;
   CPlaceSearch search_;
   const CStockFiles& stock_;
+  const EStockNeeds stock_needs_;
   std::vector<std::string>* complaints_;
   std::unordered_map<std::string, size_t> own_by_name_;  ///< by upper-cased bare file name
   std::set<std::string> met_;                            ///< likewise
@@ -89,8 +90,10 @@ std::vector<SDependency> CDependencyFinder::Find(const std::vector<size_t>& star
     if (!own_[i].bytes.path.empty()) Visit(FileNamePart(own_[i].name), own_[i].bytes);
   for (size_t i = 0; i < found_.size(); ++i) {
     const SDependency found = found_[i];
-    if (found.place == SDependency::EPlace::kMissing) continue;
-    Visit(found.name, found.place == SDependency::EPlace::kOwn ? own_[found.own].bytes : found.source.bytes);
+    const bool is_own = found.place == SDependency::EPlace::kOwn;
+    const bool is_left_out = found.is_stock && !is_own && stock_needs_ == EStockNeeds::kNothing;
+    if (found.place == SDependency::EPlace::kMissing || is_left_out) continue;
+    Visit(found.name, is_own ? own_[found.own].bytes : found.source.bytes);
   }
   return std::move(found_);
 }
@@ -183,8 +186,8 @@ SSearchPlaces PlacesBeside(const std::string& archive, const CSettings& settings
 
 std::vector<SDependency> FindDependencies(const std::vector<SPodSource>& own, const std::vector<size_t>& start,
                                           const SSearchPlaces& places, const CStockFiles& stock,
-                                          std::vector<std::string>* complaints) {
-  return CDependencyFinder(own, places, stock, complaints).Find(start);
+                                          std::vector<std::string>* complaints, EStockNeeds stock_needs) {
+  return CDependencyFinder(own, places, stock, stock_needs, complaints).Find(start);
 }
 
 std::vector<SPodSource> SourcesOf(const CPodDocument& archive) {
@@ -200,7 +203,8 @@ std::vector<SPodSource> SourcesOf(const CPodDocument& archive) {
 std::vector<std::string> AddOwnDependencies(const CPodDocument& archive, const SSearchPlaces& places,
                                             const CStockFiles& stock, std::vector<size_t>& entries) {
   std::vector<std::string> notes;
-  for (const SDependency& wanted : FindDependencies(SourcesOf(archive), entries, places, stock, &notes)) {
+  for (const SDependency& wanted :
+       FindDependencies(SourcesOf(archive), entries, places, stock, &notes, EStockNeeds::kNothing)) {
     if (wanted.place == SDependency::EPlace::kOwn) {
       entries.push_back(wanted.own);
     } else if (!wanted.is_stock) {

@@ -40,13 +40,17 @@ struct SSearchPlaces {
 /// own at GAME_FOLDER ("" for none).
 SSearchPlaces PlacesBeside(const std::string& archive, const CSettings& settings, const std::string& game_folder);
 
+/// Whether what stock files need is looked for as well. A stock file that is left out of an archive needs nothing.
+enum class EStockNeeds { kFollowed, kNothing };
+
 /// What the files START (positions in OWN) need, and what that needs in turn: TRK its models, textures, colour tables
 /// and sounds; BIN its textures, those of its animations too; RAW its ACT. Each once, in the order in which they are
 /// met; files in START are left out. What cannot be read or understood needs nothing, and adds a line to COMPLAINTS.
 /// Asks nothing, loads no textures.
 std::vector<SDependency> FindDependencies(const std::vector<SPodSource>& own, const std::vector<size_t>& start,
                                           const SSearchPlaces& places, const CStockFiles& stock,
-                                          std::vector<std::string>* complaints = nullptr);
+                                          std::vector<std::string>* complaints = nullptr,
+                                          EStockNeeds stock_needs = EStockNeeds::kFollowed);
 
 /// The entries of ARCHIVE, as FindDependencies and CreatePod take them. A faulty one has no path, and is found by
 /// nobody.

@@ -1,6 +1,7 @@
 #include "packing/packtruck.h"
 
 #include <algorithm>
+#include <set>
 
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -42,14 +43,14 @@ STruckPackRow RowOf(const SDependency& needed) {
 std::vector<SPodSource> STruckPackPlan::Sources(bool leave_out_stock) const {
   std::vector<SPodSource> sources;
   for (const STruckPackRow& row : rows)
-    if (!row.is_missing && !(leave_out_stock && row.is_stock)) sources.push_back(row.source);
+    if (!row.is_missing && !IsLeftOut(row, leave_out_stock)) sources.push_back(row.source);
   return sources;
 }
 
 std::vector<const STruckPackRow*> STruckPackPlan::Lacking(bool leave_out_stock) const {
   std::vector<const STruckPackRow*> lacking;
   for (const STruckPackRow& row : rows)
-    if (row.is_missing && !(leave_out_stock && row.is_stock)) lacking.push_back(&row);
+    if (row.is_missing && !IsLeftOut(row, leave_out_stock)) lacking.push_back(&row);
   return lacking;
 }
 
@@ -70,8 +71,13 @@ STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces&
   truck.source = {truck.name, {truck_path}};
   const std::vector<SPodSource> own = {truck.source};
   plan.rows.push_back(std::move(truck));
-  for (const SDependency& needed : FindDependencies(own, {0}, places, stock, &plan.complaints))
+  std::set<std::string> without_stock;
+  for (const SDependency& needed : FindDependencies(own, {0}, places, stock, nullptr, EStockNeeds::kNothing))
+    without_stock.insert(needed.name);
+  for (const SDependency& needed : FindDependencies(own, {0}, places, stock, &plan.complaints)) {
     plan.rows.push_back(RowOf(needed));
+    plan.rows.back().is_for_stock = !without_stock.contains(needed.name);
+  }
   return plan;
 }
 

@@ -18,8 +18,9 @@ struct STruckPackRow {
   std::string where;      ///< the folder or the archive that it is in; "" when it is missing
   std::optional<uint64_t> length;
   bool is_missing = false;
-  bool is_stock = false;  ///< every installation has it
-  SPodSource source;      ///< unless it is missing
+  bool is_stock = false;      ///< every installation has it
+  bool is_for_stock = false;  ///< only stock files need it
+  SPodSource source;          ///< unless it is missing
 };
 
 struct STruckPackPlan {
@@ -27,6 +28,10 @@ struct STruckPackPlan {
   std::vector<std::string> complaints;  ///< files that could not be looked into
   std::string stock_note;               ///< CStockFiles::Note of the list that told which are stock files
 
+  /// The one rule on what stays out, be it found or not: what every installation has, and what only that needs.
+  static bool IsLeftOut(const STruckPackRow& row, bool leave_out_stock) {
+    return leave_out_stock && (row.is_stock || row.is_for_stock);
+  }
   /// What goes into the archive.
   std::vector<SPodSource> Sources(bool leave_out_stock) const;
   /// What the archive would lack: files that were not found, without those that are left out.

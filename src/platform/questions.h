@@ -44,6 +44,7 @@ struct SFilePrompt {
   std::string default_extension;  ///< without ".", added to a name typed without one
   bool offers_read_only = false;  ///< AskOpenFiles only: a check box beside the files
   bool asks_to_replace = true;    ///< AskSaveFile only: before a file is chosen that is there already
+  std::string note = {};          ///< AskOpenFile only: what the file is for, where the title does not say it
 };
 
 /// Files picked to be opened.

@@ -4,8 +4,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdarg>
-#include <cstdio>
 #include <limits>
+
+#include "platform/text_system.h"
 
 namespace veldra {
 
@@ -71,12 +72,12 @@ std::string Format(const char* format, ...) {
 std::string FormatList(const char* format, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
-  const int length = std::vsnprintf(nullptr, 0, format, again);
+  const int length = textsystem::PrintInC(nullptr, 0, format, again);
   va_end(again);
   if (length <= 0) return {};
   std::string text(static_cast<size_t>(length), '\0');
   // The zero behind the characters belongs to the string and may be written as zero.
-  std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+  textsystem::PrintInC(text.data(), text.size() + 1, format, arguments);
   return text;
 }
 

@@ -16,7 +16,7 @@
 
 namespace veldra {
 
-/// printf into a string.
+/// printf into a string, with "." as decimal point whatever the locale.
 VELDRA_PRINTF(1, 2) std::string Format(const char* format, ...);
 /// "1 vertex", "1,200 vertices".
 std::string Counted(int64_t count, const char* one, const char* many);

@@ -69,9 +69,9 @@ QTreeWidget* MakeTree(const char* name, const QStringList& titles) {
 }  // namespace
 
 CPodCreatorDialog::CPodCreatorDialog(const SPodServices& services, QWidget* parent)
-    : QDialog(parent, Qt::Window), services_(services), build_(services.questions, services.stock) {
+    : QDialog(parent, kToolWindow), services_(services), build_(services.questions, services.stock) {
   setObjectName("podCreator");
-  setWindowTitle(tr("Pod Creator"));
+  setWindowTitle(tr("POD Creator"));
   setAcceptDrops(true);
   auto* splitter = new QSplitter(Qt::Vertical);
   splitter->addWidget(MakeFiles());
@@ -327,7 +327,7 @@ void CPodCreatorDialog::Create() {
   if (!CreatePod(services_.questions, path->path, sources)) return;
   is_written_ = true;
   const SMessage written{
-      .text = Format("The archive with %zu files has been written.\nOpen it in the Pod Extractor?", sources.size()),
+      .text = Format("The archive with %zu files has been written.\nOpen it in the POD Extractor?", sources.size()),
       .icon = EIcon::kQuestion,
       .details = path->path};
   if (services_.show_archive && services_.questions.AskYesNo(written) == EAnswer::kYes)
@@ -336,7 +336,7 @@ void CPodCreatorDialog::Create() {
 
 /// Every way out comes here: the button, Esc, the window's own close.
 void CPodCreatorDialog::reject() {
-  const SMessage question{.text = "The archive has not been written.\nClose the Pod Creator all the same?",
+  const SMessage question{.text = "The archive has not been written.\nClose the POD Creator all the same?",
                           .icon = EIcon::kQuestion,
                           .usual = EAnswer::kNo};
   if (is_written_ || services_.questions.AskYesNo(question) == EAnswer::kYes) QDialog::reject();

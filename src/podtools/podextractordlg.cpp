@@ -42,9 +42,9 @@ SFilePrompt PodFilePrompt(const std::string& title, const CSettings& settings) {
 }
 
 CPodExtractorDialog::CPodExtractorDialog(const SPodServices& services, QWidget* parent)
-    : QDialog(parent, Qt::Window), services_(services) {
+    : QDialog(parent, kToolWindow), services_(services) {
   setObjectName("podExtractor");
-  setWindowTitle(tr("Pod Extractor"));
+  setWindowTitle(tr("POD Extractor"));
   setAcceptDrops(true);
   auto* load = new QPushButton(tr("&Load..."));
   load->setObjectName("load");
@@ -177,7 +177,7 @@ bool CPodExtractorDialog::LoadArchive(const std::string& path) {
   entries_->SetArchive(nullptr);
   archive_ = std::move(loaded);
   entries_->SetArchive(&archive_);
-  setWindowTitle(tr("Pod Extractor - %1").arg(ToQString(FileNamePart(path))));
+  setWindowTitle(tr("POD Extractor - %1").arg(ToQString(FileNamePart(path))));
   const QString comment = ToQString(DisplayName(archive_.Comment()));
   archive_text_->setText(comment.isEmpty() ? ToQString(path) : ToQString(path) + "   \"" + comment + '"');
   list_->setFocus();
@@ -194,6 +194,11 @@ void CPodExtractorDialog::AskAndLoad() {
 
 std::vector<size_t> CPodExtractorDialog::Selected() const {
   return filter_->Entries(list_->selectionModel()->selectedRows());
+}
+
+void CPodExtractorDialog::TakeDefaultColors() {
+  preview_->ReadDefaultColors();
+  OnSelectionChanged();
 }
 
 void CPodExtractorDialog::OnSelectionChanged() {
@@ -217,10 +222,10 @@ void CPodExtractorDialog::Refresh() {
     bytes += archive_.Entries()[entry].length;
   extract_->setEnabled(!selected.empty());
   status_->setText(archive_.Path().empty() ? QString()
-                                           : tr("%1 of %2 files selected, %3")
+                                           : tr("%1 of %2 files selected, %3 bytes")
                                                  .arg(QLocale().toString(static_cast<qulonglong>(selected.size())))
                                                  .arg(QLocale().toString(filter_->rowCount()))
-                                                 .arg(QLocale().formattedDataSize(static_cast<qint64>(bytes))));
+                                                 .arg(QLocale().toString(static_cast<qulonglong>(bytes))));
 }
 
 /// Step one of the extraction: what stands in the fields becomes the settings.

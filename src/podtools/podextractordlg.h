@@ -29,6 +29,8 @@ class CPodExtractorDialog : public QDialog {
 
   /// Shows the archive PATH. False after "Failed to load POD file"; the archive that was there stays.
   bool LoadArchive(const std::string& path);
+  /// The setting DEFPAL has changed.
+  void TakeDefaultColors();
   /// The Load button: the prompt, then LoadArchive.
   void AskAndLoad();
   void Extract();

@@ -74,6 +74,10 @@ CPodPreview::~CPodPreview() {
   delete view_;  // before the images that its model shows
 }
 
+void CPodPreview::ReadDefaultColors() {
+  default_colors_ = ReadColorTable(settings_.defpal).value_or(GreyRamp());
+}
+
 void CPodPreview::ShowNothing(const QString& text) {
   message_->setText(text);
   caption_->clear();

@@ -27,6 +27,8 @@ class CPodPreview : public QWidget {
 
   void ShowEntry(const CPodDocument& archive, size_t entry);
   /// No entry: TEXT instead.
+  /// The setting DEFPAL has changed; what is shown has to be shown again.
+  void ReadDefaultColors();
   void ShowNothing(const QString& text);
 
   /// What is shown, and in words: for tests and for who cannot see it.

@@ -56,7 +56,7 @@ void CModelTextures::Bind(const STextureImage& asked, bool filtered) {
   const bool is_new = texture.id == 0;
   if (is_new) glGenTextures(1, &texture.id);
   glBindTexture(GL_TEXTURE_2D, texture.id);
-  if (is_new || (filtered && !texture.has_mipmaps)) Upload(image, filtered);
+  if (is_new || (filtered && !texture.has_mipmaps)) Upload(image, filtered || texture.has_mipmaps);
   texture.has_mipmaps = texture.has_mipmaps || filtered;
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filtered ? GL_LINEAR : GL_NEAREST);
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filtered ? GL_LINEAR_MIPMAP_LINEAR : GL_NEAREST);

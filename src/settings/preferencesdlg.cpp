@@ -24,8 +24,7 @@ struct SPageTitle {
   const char* title;
 };
 constexpr SPageTitle kPageTitles[] = {
-    {ESettingPage::kFolders, "Folders"},   {ESettingPage::kSaving, "Saving"},
-    {ESettingPage::kView, "3D View"},      {ESettingPage::kTextureMapping, "Texture Mapping"},
+    {ESettingPage::kFolders, "Folders"},   {ESettingPage::kSaving, "Saving"},   {ESettingPage::kView, "3D View"},
     {ESettingPage::kArchives, "Archives"}, {ESettingPage::kWindows, "Windows"},
 };
 
@@ -43,7 +42,8 @@ CPreferencesDialog::CPreferencesDialog(CSettings& settings, QWidget* parent)
       settings_(settings),
       search_(new QLineEdit),
       list_(new QListWidget),
-      pages_(new QStackedWidget) {
+      pages_(new QStackedWidget),
+      no_match_(new QLabel) {
   MakeHead();
   MakePages();
   MakeButtons();
@@ -76,6 +76,11 @@ void CPreferencesDialog::MakePages() {
   Content()->addLayout(line, 1);
   for (const auto& [page, title] : kPageTitles)
     AddPage(page, tr(title));
+  no_match_->setObjectName("noMatch");
+  no_match_->setTextFormat(Qt::PlainText);
+  no_match_->setAlignment(Qt::AlignCenter);
+  no_match_->setWordWrap(true);
+  pages_->addWidget(no_match_);
 }
 
 int CPreferencesDialog::AddPage(ESettingPage page, const QString& title) {
@@ -148,8 +153,13 @@ void CPreferencesDialog::Search(const QString& text) {
     list_->item(i)->setHidden(!has_match[static_cast<size_t>(i)]);
   const auto current = static_cast<size_t>(list_->currentRow());
   const auto first = std::find(has_match.begin(), has_match.end(), true);
-  if (!has_match[current] && first != has_match.end())
-    list_->setCurrentRow(static_cast<int>(first - has_match.begin()));
+  if (first == has_match.end()) {
+    no_match_->setText(tr("No setting mentions \"%1\".").arg(text.trimmed()));
+    pages_->setCurrentWidget(no_match_);
+    return;
+  }
+  if (!has_match[current]) list_->setCurrentRow(static_cast<int>(first - has_match.begin()));
+  pages_->setCurrentIndex(list_->currentRow());
 }
 
 /// Enter after a search is not meant for OK.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -50,6 +51,7 @@ class CPreferencesDialog : public CFieldDialog {
   QLineEdit* search_;
   QListWidget* list_;
   QStackedWidget* pages_;
+  QLabel* no_match_;
   QPushButton* apply_ = nullptr;
   std::vector<SControl> controls_;
 };

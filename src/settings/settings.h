@@ -138,8 +138,9 @@ struct CSettings {
 using SettingMember = std::variant<int32_t& (*)(CSettings&), double& (*)(CSettings&), SColor& (*)(CSettings&),
                                    std::string& (*)(CSettings&)>;
 
-/// Which page of the preferences a setting stands on; kNone for what windows remember by themselves.
-enum class ESettingPage { kNone, kFolders, kSaving, kView, kTextureMapping, kArchives, kWindows };
+/// Which page of the preferences a setting stands on; kNone for what windows remember by themselves and for what has no
+/// effect yet.
+enum class ESettingPage { kNone, kFolders, kSaving, kView, kArchives, kWindows };
 
 /// One of the values that an integer can have, in the user's words.
 struct SSettingChoice {

@@ -91,19 +91,19 @@ void AddFolders(Rows& rows) {
       {
           Text<&CSettings::defpal>("DEFPAL",
                                    R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\ART\METALCR2.ACT)",
-                                   Page::kFolders, "Colour table of textures that have none of their own."),
-          Number<&CSettings::largest_wf_dim>("LARGESTWFDIM", "1000", 1, kAnyInteger, Page::kSaving,
+                                   Page::kFolders, "Color table of textures that have none of their own."),
+          Number<&CSettings::largest_wf_dim>("LARGESTWFDIM", "1000", 1, kAnyInteger, Page::kNone,
                                              "Largest dimension of a Wavefront model, in model units."),
           Switch<&CSettings::open_inactive>("OPENINACTIVE", false, Page::kWindows,
                                             "Open models behind the one that is being worked on."),
           Switch<&CSettings::save_child_state>("SAVECHILDSTATE", true, Page::kWindows,
-                                               "Remember whether model windows were maximised."),
+                                               "Remember whether model windows were maximized."),
           Switch<&CSettings::save_main_state>("SAVEMAINSTATE", true, Page::kWindows,
                                               "Remember place and size of the main window."),
           Text<&CSettings::bin_dir>("BINDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\MODELS\)",
                                     Page::kFolders, "Folder of the models (BIN)."),
           Text<&CSettings::art_dir>("ARTDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\ART\)",
-                                    Page::kFolders, "Folder of the textures (RAW) and colour tables (ACT)."),
+                                    Page::kFolders, "Folder of the textures (RAW) and color tables (ACT)."),
           Text<&CSettings::trk_dir>("TRKDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\TRUCK\)",
                                     Page::kFolders, "Folder of the truck files (TRK)."),
           Text<&CSettings::pod_dir>("PODDIR", R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\)",
@@ -145,7 +145,7 @@ void AddView(Rows& rows) {
           Choice<&CSettings::quality_3d>("3DQUALITY", "1", {{0, "Low"}, {1, "High"}}, Page::kView,
                                          "Texture quality of new views."),
           Switch<&CSettings::verts_3d>("3DVERTS", false, Page::kView, "New views mark every vertex."),
-          Color<&CSettings::background>("BACKGRND", "#56677A", Page::kView, "Background colour of new views."),
+          Color<&CSettings::background>("BACKGRND", "#56677A", Page::kView, "Background color of new views."),
           Number<&CSettings::view_angle_x>("VIEWANGLEX", "20", -360, 360, Page::kView,
                                            "How far new views are turned about the X axis, in degrees."),
           Number<&CSettings::view_angle_y>("VIEWANGLEY", "-35", -360, 360, Page::kView,
@@ -155,18 +155,20 @@ void AddView(Rows& rows) {
       });
 }
 
+/// Most of these await the editor that they are for, and play mode has a rate of its own: a control that does nothing
+/// would only puzzle, so none is shown.
 void AddTextureMapping(Rows& rows) {
   rows.insert(
       rows.end(),
       {
-          Switch<&CSettings::preview>("PREVIEW", true, Page::kTextureMapping,
+          Switch<&CSettings::preview>("PREVIEW", true, Page::kNone,
                                       "Show the face with its texture while it is being mapped."),
-          Switch<&CSettings::show_guides>("SHOWGUIDES", false, Page::kTextureMapping, "Show guides over the texture."),
-          Switch<&CSettings::snap_to_guides>("SNAPTOGUIDES", false, Page::kTextureMapping,
+          Switch<&CSettings::show_guides>("SHOWGUIDES", false, Page::kNone, "Show guides over the texture."),
+          Switch<&CSettings::snap_to_guides>("SNAPTOGUIDES", false, Page::kNone,
                                              "Let dragged corners snap to the guides."),
-          Number<&CSettings::snap_within>("SNAPWITHIN", "4", 0, 512, Page::kTextureMapping,
+          Number<&CSettings::snap_within>("SNAPWITHIN", "4", 0, 512, Page::kNone,
                                           "Distance within which corners snap to a guide, in texels."),
-          Switch<&CSettings::tex_rot_sel_verts_only>("TEXROTSELVERTSONLY", false, Page::kTextureMapping,
+          Switch<&CSettings::tex_rot_sel_verts_only>("TEXROTSELVERTSONLY", false, Page::kNone,
                                                      "Rotating a texture moves its selected corners only."),
           Number<&CSettings::tt_page>("TTPAGE", "0", 0, 100, Page::kNone, "Last page of the tools window."),
           Number<&CSettings::scale_factor>("SCALEFACTOR", "0", -32768, 32767.999984741211, Page::kNone,
@@ -178,7 +180,7 @@ void AddTextureMapping(Rows& rows) {
           Position<&CSettings::tex_dlg_offset_y>("TEXDLGOFFSETY", "0", "Where the texture dialog was last, downwards."),
           Position<&CSettings::tools_offset_x>("TOOLSOFFSETX", "0", "Where the tools window was last, to the right."),
           Position<&CSettings::tools_offset_y>("TOOLSOFFSETY", "0", "Where the tools window was last, downwards."),
-          Number<&CSettings::frame_rate>("FRAMERATE", "30", 1, 1000, Page::kView,
+          Number<&CSettings::frame_rate>("FRAMERATE", "30", 1, 1000, Page::kNone,
                                          "Frame rate of play mode, in frames per second."),
       });
 }
@@ -238,8 +240,8 @@ void AddMainWindow(Rows& rows) {
   rows.insert(
       rows.end(),
       {
-          Switch<&CSettings::child_window_max>("CHILDWNDMAX", true, Page::kNone, "Model windows were maximised."),
-          Switch<&CSettings::main_window_max>("MAINWNDMAX", false, Page::kNone, "The main window was maximised."),
+          Switch<&CSettings::child_window_max>("CHILDWNDMAX", true, Page::kNone, "Model windows were maximized."),
+          Switch<&CSettings::main_window_max>("MAINWNDMAX", false, Page::kNone, "The main window was maximized."),
           Number<&CSettings::main_window_tl>("MAINWNDTL", "0", -kAnyInteger - 1, kAnyInteger, Page::kNone,
                                              "Top left corner of the main window: x + 65536 y."),
           Number<&CSettings::main_window_br>("MAINWNDBR", "0", -kAnyInteger - 1, kAnyInteger, Page::kNone,
@@ -257,7 +259,7 @@ template <size_t... Index>
 void AddCustomColors(Rows& rows, std::index_sequence<Index...>) {
   const auto add = [&](size_t index, SColor& (*member)(CSettings&)) {
     rows.push_back({Format("COLOR%zu", index), "#FFFFFF", member, 0, 0, false, Page::kNone,
-                    Format("Custom colour %zu of the colour dialog.", index + 1)});
+                    Format("Custom color %zu of the color dialog.", index + 1)});
   };
   (add(Index, &CustomColor<Index>), ...);
 }
@@ -268,7 +270,7 @@ void AddEditing(Rows& rows) {
       {
           Number<&CSettings::move_step>("MOVESTEP", "5", 1, kAnyInteger, Page::kView,
                                         "How far the keys X, Y and Z move vertices, in model units."),
-          Number<&CSettings::offset_step>("OFFSETSTEP", "1", 0.001, 512, Page::kTextureMapping,
+          Number<&CSettings::offset_step>("OFFSETSTEP", "1", 0.001, 512, Page::kView,
                                           "How far the keys move a texture coordinate, in texels."),
           Number<&CSettings::rotate_step>("ROTATESTEP", "5", 0.1, 180, Page::kView,
                                           "How far the arrow and page keys turn the model, in degrees."),

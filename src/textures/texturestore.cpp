@@ -8,6 +8,7 @@
 
 #include "platform/assert.h"
 #include "platform/files.h"
+#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -16,8 +17,6 @@ namespace veldra {
 namespace {
 
 constexpr uint64_t kLargestRaw = uint64_t{512} * 512;
-/// Far more than any colour table with its trailer: what is longer is no colour table.
-constexpr size_t kLargestAct = size_t{1} << 20;
 /// Colours all of whose parts are below it count as transparent black.
 constexpr uint8_t kOpaqueFrom = 9;
 
@@ -105,6 +104,16 @@ int TextureSizeOfLength(uint64_t length) {
 CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_colors)
     : questions_(questions), default_colors_(default_colors) {}
 
+void CTextureStore::SetDefaultColors(const ColorTable& colors) {
+  default_colors_ = colors;
+  for (const auto& [path, image] : images_) {
+    if (image->is_stand_in || image->has_own_colors) continue;
+    const auto bytes = ReadWholeFile(path, nullptr, kLargestRaw);
+    if (bytes && TextureSizeOfLength(bytes->View().size()) == image->size)
+      DecodeTexture(bytes->View(), default_colors_, *image);
+  }
+}
+
 const STextureImage* CTextureStore::GetTexture(const std::string& path) {
   const auto stored = images_.find(path);
   return stored != images_.end() ? stored->second.get() : LoadTexture(path);
@@ -121,6 +130,7 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   image->name = FileNamePart(path);
   image->size = TextureSizeOfLength(bytes->View().size());
   const auto colors = ReadColorTable(ChangeExtension(path, "ACT"));
+  image->has_own_colors = colors.has_value();
   DecodeTexture(bytes->View(), colors ? *colors : default_colors_, *image);
   return Store(std::move(image));
 }
@@ -178,10 +188,9 @@ void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, S
 std::optional<ColorTable> ReadColorTable(std::string_view path) {
   const std::string found = FindAnyCase(path);
   if (found.empty()) return std::nullopt;
-  const auto bytes = ReadWholeFile(found, nullptr, kLargestAct);
+  CInputFile file;
   ColorTable colors;
-  if (!bytes || bytes->View().size() < colors.size()) return std::nullopt;
-  std::ranges::copy(bytes->View().first(colors.size()), colors.begin());
+  if (!file.Open(found) || !file.ReadAt(0, colors)) return std::nullopt;
   return colors;
 }
 

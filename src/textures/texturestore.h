@@ -39,13 +39,14 @@ class CImageId {
 /// A loaded texture in the layouts that its users want. Owned by the store, valid as long as the store.
 struct STextureImage {
   CImageId id = {};
-  std::string path;           ///< full path of the RAW file as it was asked for: the store's key
-  std::string name;           ///< the file-name part of the path, extension kept
-  int32_t size = 0;           ///< edge length in texels
-  std::vector<uint8_t> rgba;  ///< size × size × 4, rows in file order; near-black texels have alpha 0, others 255
-  std::vector<uint8_t> rgb;   ///< size × size × 3, last file row first
-  std::vector<uint8_t> bgr;   ///< rgb with red and blue exchanged
-  bool is_stand_in = false;   ///< blank, for a file that could not be loaded
+  std::string path;             ///< full path of the RAW file as it was asked for: the store's key
+  std::string name;             ///< the file-name part of the path, extension kept
+  int32_t size = 0;             ///< edge length in texels
+  std::vector<uint8_t> rgba;    ///< size × size × 4, rows in file order; near-black texels have alpha 0, others 255
+  std::vector<uint8_t> rgb;     ///< size × size × 3, last file row first
+  std::vector<uint8_t> bgr;     ///< rgb with red and blue exchanged
+  bool is_stand_in = false;     ///< blank, for a file that could not be loaded
+  bool has_own_colors = false;  ///< from the ACT file beside it, and not the default ones
 };
 
 /// Loads textures and keeps each under its path, so that one named by several faces or models is read once. One store
@@ -55,8 +56,9 @@ class CTextureStore {
   /// QUESTIONS shows the error messages; DEFAULT_COLORS stands in for a texture's missing ACT file.
   CTextureStore(CQuestions& questions, const ColorTable& default_colors);
 
-  /// Another default for the textures that are loaded from now on.
-  void SetDefaultColors(const ColorTable& colors) { default_colors_ = colors; }
+  /// Another default. The stored textures that have no colours of their own get it as well; one whose file cannot be
+  /// read any more keeps what it has.
+  void SetDefaultColors(const ColorTable& colors);
 
   /// The texture stored under PATH, loaded when it is not there yet. Null when that fails. Paths that differ in letter
   /// case only are two keys.

@@ -1,9 +1,11 @@
 #include "tools/currentfacewidget.h"
 
 #include <QHeaderView>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "editing/facecommands.h"
@@ -42,6 +44,15 @@ CCurrentFaceWidget::CCurrentFaceWidget() : CToolWidget("currentFaceTool"), title
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(area);
   Refresh({});
+}
+
+/// Wide enough for a corner's coordinates, where the screen is.
+QSize CCurrentFaceWidget::sizeHint() const {
+  constexpr int kSmallest = 200;
+  constexpr int kLargest = 310;
+  constexpr double kShare = 0.27;
+  const int width = static_cast<int>(screen()->availableSize().width() * kShare);
+  return {std::clamp(width, kSmallest, kLargest), CToolWidget::sizeHint().height()};
 }
 
 QLabel* CCurrentFaceWidget::MakeValue(QFormLayout& form, const QString& title, const char* name) {
@@ -144,8 +155,8 @@ void CCurrentFaceWidget::ShowCorners(const CBinFace& face) {
     if (item->isHidden()) continue;
     const STexCoord& coord = face.TexCoord(k);
     item->setText(kVertexColumn, QString::number(face.Corner(k)->Index()));
-    item->setText(kUColumn, QString::number(coord.u, 'g', 4));
-    item->setText(kVColumn, QString::number(coord.v, 'g', 4));
+    item->setText(kUColumn, QString::number(coord.u + 0.0, 'g', 4));
+    item->setText(kVColumn, QString::number(coord.v + 0.0, 'g', 4));
     item->setText(kPositionColumn, PointText(face.Corner(k)->Position()));
     item->setToolTip(kUColumn, QString::fromStdString(NumberText(coord.u)));
     item->setToolTip(kVColumn, QString::fromStdString(NumberText(coord.v)));

@@ -15,6 +15,7 @@ class CCurrentFaceWidget : public CToolWidget {
 
  public:
   CCurrentFaceWidget();
+  QSize sizeHint() const override;
 
  private:
   QWidget* MakeContent();

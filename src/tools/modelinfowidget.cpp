@@ -1,26 +1,15 @@
 #include "tools/modelinfowidget.h"
 
-#include <QFontDatabase>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "editing/infodlg.h"
 #include "interchange/modelreport.h"
 #include "platform/text.h"
 
 namespace veldra {
 
-namespace {
-
-constexpr int kTabCharacters = 4;
-
-}  // namespace
-
-CModelInfoWidget::CModelInfoWidget() : CToolWidget("modelInfoTool"), text_(new QPlainTextEdit) {
-  text_->setObjectName("text");
-  text_->setReadOnly(true);
-  text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  // The numbers of the first lines stand below one another at this distance.
-  text_->setTabStopDistance(kTabCharacters * text_->fontMetrics().horizontalAdvance(' '));
+CModelInfoWidget::CModelInfoWidget() : CToolWidget("modelInfoTool"), text_(MakeInfoText()) {
   text_->setPlaceholderText(tr("No model is open."));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);

@@ -1,5 +1,7 @@
 #include "tools/toolwidget.h"
 
+#include <QScreen>
+#include <algorithm>
 #include <utility>
 
 namespace veldra {
@@ -34,8 +36,21 @@ void CToolWidget::Follow(CTarnView* view) {
   Post();
 }
 
+/// One on each side of the views leaves them more than half of the screen.
+QSize CToolWidget::sizeHint() const {
+  constexpr int kSmallest = 170;
+  constexpr int kLargest = 270;
+  constexpr int kShare = 6;
+  return {std::clamp(screen()->availableSize().width() / kShare, kSmallest, kLargest), 400};
+}
+
 void CToolWidget::SetInFront(bool in_front) {
   is_in_front_ = in_front;
+  Post();
+}
+
+void CToolWidget::ForgetPictures() {
+  news_.view = true;
   Post();
 }
 

@@ -25,10 +25,12 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   CEditCursor* Cursor() const { return view_ == nullptr ? nullptr : &view_->Cursor(); }
   /// False while it is covered by another one of the same place, which Qt does not count as being hidden.
   void SetInFront(bool in_front);
+  /// The pictures of the textures have become others.
+  void ForgetPictures();
   /// How often it brought itself up to date.
   int RefreshCount() const { return refresh_count_; }
 
-  QSize sizeHint() const override { return {270, 400}; }
+  QSize sizeHint() const override;
 
  signals:
   /// The main window's command of that name ("editFace") is to run on what is current now.

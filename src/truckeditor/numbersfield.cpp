@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <cmath>
 
+#include "ui/numberfield.h"
+
 namespace veldra {
 
 namespace {
@@ -69,6 +71,11 @@ void CNumbersField::AddNumber(const QString& label, SNumber number, const QStrin
   Refresh();
 }
 
+void CNumbersField::AddUnit(const QString& unit) {
+  auto* const line = static_cast<QHBoxLayout*>(layout());
+  line->insertWidget(line->count() - 1, new QLabel(unit));
+}
+
 void CNumbersField::ShowFaultsBy(std::function<void(const QString&)> show) {
   show_fault_ = std::move(show);
   fault_->hide();
@@ -78,7 +85,7 @@ void CNumbersField::ShowFaultsBy(std::function<void(const QString&)> show) {
 bool CNumbersField::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusOut) {
     for (SNumber& number : numbers_)
-      if (number.edit == watched && !FieldNumber(number.edit->text().trimmed().toStdString(), number.rule))
+      if (number.edit == watched && !FieldNumber(PlainNumber(number.edit->text(), number.rule), number.rule))
         number.is_there = false;
     Refresh();
   }
@@ -90,7 +97,7 @@ void CNumbersField::Refresh() {
   for (SNumber& number : numbers_) {
     const std::optional<double> value = number.get();
     if (value && (!number.is_there || *value != number.shown))
-      number.edit->setText(QString::fromStdString(NumberText(*value)));
+      number.edit->setText(QString::fromStdString(NumberText(*value + 0.0)));
     if (!value) number.edit->clear();
     number.edit->setEnabled(value.has_value());
     number.is_there = value.has_value();
@@ -101,7 +108,7 @@ void CNumbersField::Refresh() {
 
 void CNumbersField::Take(size_t index) {
   SNumber& number = numbers_[index];
-  const auto value = FieldNumber(number.edit->text().trimmed().toStdString(), number.rule);
+  const auto value = FieldNumber(PlainNumber(number.edit->text(), number.rule), number.rule);
   if (value) {
     number.shown = *value;
     document_.Change(number.edit->objectName(), [&](CTruck& truck) { number.set(truck, *value); });
@@ -113,7 +120,7 @@ void CNumbersField::ShowFault() {
   QString fault;
   for (const SNumber& number : numbers_) {
     if (!number.is_there || !fault.isEmpty()) continue;
-    const std::string text = NumberFault(number.edit->text().trimmed().toStdString(), number.rule);
+    const std::string text = NumberFault(PlainNumber(number.edit->text(), number.rule), number.rule);
     fault = QString::fromStdString(text);
     number.edit->setAccessibleDescription(fault);
   }

@@ -28,6 +28,8 @@ class CNumbersField : public QWidget {
   void AddInteger(const QString& label, IntegerPlace place, const QString& tip = {});
   /// To call when the places lead elsewhere.
   void Refresh();
+  /// Behind the numbers.
+  void AddUnit(const QString& unit);
   /// No fault is shown beside the row, but handed to SHOW.
   void ShowFaultsBy(std::function<void(const QString&)> show);
 

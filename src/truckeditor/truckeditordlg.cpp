@@ -1,6 +1,7 @@
 #include "truckeditor/truckeditordlg.h"
 
 #include <QCloseEvent>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QStatusBar>
 #include <QToolBar>
@@ -14,6 +15,7 @@
 #include "truckeditor/truckpackdlg.h"
 #include "truckeditor/truckpositionspage.h"
 #include "truckeditor/trucksoundspage.h"
+#include "ui/commandicons.h"
 #include "ui/dialogplace.h"
 
 namespace veldra {
@@ -44,7 +46,7 @@ std::string DraggedTruck(const QMimeData& data) {
 }  // namespace
 
 CTruckEditorDlg::CTruckEditorDlg(const STruckEditorServices& services, QWidget* parent)
-    : QMainWindow(parent, Qt::Window),
+    : QMainWindow(parent, kToolWindow),
       services_(services),
       context_{document_, services.questions, services.settings},
       pages_(new QTabWidget) {
@@ -67,45 +69,69 @@ CTruckEditorDlg::~CTruckEditorDlg() {
   delete takeCentralWidget();
 }
 
-QAction* CTruckEditorDlg::AddAction(const QString& text, const char* name, const QKeySequence& key,
-                                    std::function<void()> action) {
-  auto* const made = new QAction(text, this);
-  made->setObjectName(name);
+QAction* CTruckEditorDlg::MakeAction(const QString& text, const char* name, const QKeySequence& key,
+                                     std::function<void()> action) {
+  auto* const made = new QAction(CommandIcon(name), text, this);
+  made->setObjectName(QString(name) + "Truck");
   made->setShortcut(key);
   connect(made, &QAction::triggered, this, [action = std::move(action)] { action(); });
-  findChild<QToolBar*>()->addAction(made);
   return made;
 }
 
 void CTruckEditorDlg::MakeActions() {
+  QMenu* const file = menuBar()->addMenu(tr("&File"));
+  const QList<QAction*> opening = {MakeAction(tr("&New"), "new", QKeySequence::New, [this] { New(); }),
+                                   MakeAction(tr("&Open..."), "open", QKeySequence::Open, [this] { Open(); })};
+  const QList<QAction*> saving = {
+      MakeAction(tr("&Save"), "save", QKeySequence::Save, [this] { Save(); }),
+      MakeAction(tr("Save &As..."), "saveAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); })};
+  QAction* const pack = MakeAction(tr("&Pack Truck..."), "pack", Qt::CTRL | Qt::Key_P, [this] { PackTruck(); });
+  file->addActions(opening + saving);
+  file->addSeparator();
+  file->addAction(pack);
+  file->addSeparator();
+  file->addAction(MakeAction(tr("&Close"), "close", QKeySequence::Close, [this] { close(); }));
+
+  QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
+  undo_ = MakeAction(tr("&Undo"), "undo", QKeySequence::Undo, [this] { document_.Undo(); });
+  redo_ = MakeAction(tr("&Redo"), "redo", QKeySequence::Redo, [this] { document_.Redo(); });
+  edit->addActions({undo_, redo_});
+
+  view_menu_ = menuBar()->addMenu(tr("&View"));
+  QAction* const refresh = MakeAction(tr("Look for &Files Again"), "refresh", Qt::Key_F5, [this] { RefreshFiles(); });
+  view_menu_->addAction(refresh);
+  view_menu_->addSeparator();
+  MakeToolBar({opening + saving, {undo_, redo_}, {pack, refresh}});
+}
+
+void CTruckEditorDlg::MakeToolBar(const QList<QList<QAction*>>& groups) {
   auto* bar = addToolBar(tr("Truck"));
   bar->setObjectName("truckBar");
   bar->setMovable(false);
   bar->setContextMenuPolicy(Qt::PreventContextMenu);
-  AddAction(tr("&New"), "newTruck", QKeySequence::New, [this] { New(); });
-  AddAction(tr("&Open..."), "openTruck", QKeySequence::Open, [this] { Open(); });
-  AddAction(tr("&Save"), "saveTruck", QKeySequence::Save, [this] { Save(); });
-  AddAction(tr("Save &as..."), "saveTruckAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); });
-  bar->addSeparator();
-  undo_ = AddAction(tr("&Undo"), "undoTruck", QKeySequence::Undo, [this] { document_.Undo(); });
-  redo_ = AddAction(tr("&Redo"), "redoTruck", QKeySequence::Redo, [this] { document_.Redo(); });
-  bar->addSeparator();
-  AddAction(tr("&Pack truck..."), "packTruck", Qt::CTRL | Qt::Key_P, [this] { PackTruck(); });
-  AddAction(tr("Look for &files again"), "refreshFiles", Qt::Key_F5, [this] { RefreshFiles(); });
-  bar->addSeparator();
-  AddAction(tr("&Close"), "closeTruck", QKeySequence::Close, [this] { close(); });
+  for (const QList<QAction*>& group : groups) {
+    if (&group != &groups.first()) bar->addSeparator();
+    bar->addActions(group);
+  }
+}
+
+/// Also leads to it from the menu and by its number.
+void CTruckEditorDlg::AddPage(QWidget* page, const QString& title) {
+  const int index = pages_->addTab(page, title);
+  QAction* const show = view_menu_->addAction(title, this, [this, index] { pages_->setCurrentIndex(index); });
+  show->setShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + index));
 }
 
 void CTruckEditorDlg::MakePages() {
   pages_->setObjectName("pages");
-  pages_->addTab(new CTruckNamesPage(context_), tr("Names and models"));
-  pages_->addTab(new CTruckPositionsPage(context_), tr("Positions"));
-  pages_->addTab(new CTruckScrapePage(context_), tr("Scrape points"));
+  AddPage(new CTruckNamesPage(context_), tr("Names and Models"));
+  AddPage(new CTruckPositionsPage(context_), tr("Positions"));
+  AddPage(new CTruckScrapePage(context_), tr("Scrape Points"));
   lights_ = new CTruckLightsPage(context_);
-  pages_->addTab(lights_, tr("Lights"));
-  pages_->addTab(new CTruckSoundsPage(context_), tr("Sounds"));
+  AddPage(lights_, tr("Lights"));
+  AddPage(new CTruckSoundsPage(context_), tr("Sounds"));
   view_ = new CTruck3dPage(context_);
-  pages_->addTab(view_, tr("3D"));
+  AddPage(view_, tr("3D"));
   // The light that is worked on is the same on both pages.
   connect(&view_->View(), &CTruckView::SelectedChanged, this, [this] {
     const auto& selected = view_->View().Selected();
@@ -137,7 +163,7 @@ std::string CTruckEditorDlg::Title() const {
 }
 
 void CTruckEditorDlg::OnChanged() {
-  setWindowTitle(tr("%1[*] - Truck editor").arg(QString::fromStdString(ToUtf8(Title()))));
+  setWindowTitle(tr("%1[*] - Truck Editor").arg(QString::fromStdString(ToUtf8(Title()))));
   setWindowModified(document_.IsModified());
   statusBar()->showMessage(QString::fromStdString(ToUtf8(document_.Path())));
   if (undo_ == nullptr) return;
@@ -161,7 +187,7 @@ void CTruckEditorDlg::New() {
 
 void CTruckEditorDlg::Open() {
   const auto path = services_.questions.AskOpenFile(
-      TruckPrompt(tr("Open truck").toStdString(), services_.settings, document_.Path()));
+      TruckPrompt(tr("Open Truck").toStdString(), services_.settings, document_.Path()));
   if (path) OpenFile(*path);
 }
 
@@ -183,7 +209,7 @@ bool CTruckEditorDlg::Save() {
 bool CTruckEditorDlg::SaveAs() {
   const std::string path = document_.Path().empty() ? "" : document_.Path();
   const auto chosen =
-      services_.questions.AskSaveFile(TruckPrompt(tr("Save truck as").toStdString(), services_.settings, path));
+      services_.questions.AskSaveFile(TruckPrompt(tr("Save Truck As").toStdString(), services_.settings, path));
   if (!chosen) return false;
   // Under another extension it could not be opened again.
   const bool has_extension = EqualNoCase(ExtensionPart(chosen->path), "TRK");
@@ -215,7 +241,7 @@ void CTruckEditorDlg::PackTruck() {
 }
 
 bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock) {
-  const SFilePrompt prompt = {.title = tr("Write archive").toStdString(),
+  const SFilePrompt prompt = {.title = tr("Write Archive").toStdString(),
                               .filters = {{"POD files *.pod", "*.pod"}},
                               .directory = FindAnyCase(services_.settings.pod_dir),
                               .name = ChangeExtension(Title(), "pod"),

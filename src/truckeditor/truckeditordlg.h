@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMainWindow>
+#include <QMenu>
 #include <QTabWidget>
 #include <functional>
 #include <memory>
@@ -22,8 +23,8 @@ struct STruckEditorServices {
   CSettings& settings;
   CQuestions& questions;
   const CStockFiles& stock;
-  ColorTable default_colors;  ///< for textures without a colour table of their own
-  std::string game_folder;    ///< where the game is installed; "" for nowhere
+  const ColorTable& default_colors;  ///< for textures without a colour table of their own
+  std::string game_folder;           ///< where the game is installed; "" for nowhere
   /// Shows an archive that has been written, in the extractor.
   std::function<void(const std::string& pod)> show_archive;
 };
@@ -57,7 +58,10 @@ class CTruckEditorDlg : public QMainWindow {
 
  private:
   void MakeActions();
-  QAction* AddAction(const QString& text, const char* name, const QKeySequence& key, std::function<void()> action);
+  /// NAME is that of its icon too, if it has one.
+  QAction* MakeAction(const QString& text, const char* name, const QKeySequence& key, std::function<void()> action);
+  void MakeToolBar(const QList<QList<QAction*>>& groups);
+  void AddPage(QWidget* page, const QString& title);
   void MakePages();
   /// True when the truck may go: it is saved, or the user does not want it to be.
   bool MayLeave();
@@ -73,6 +77,7 @@ class CTruckEditorDlg : public QMainWindow {
   std::unique_ptr<CTruckTextures> textures_;
   STruckPageContext context_;
   QTabWidget* pages_;
+  QMenu* view_menu_ = nullptr;
   CTruckLightsPage* lights_ = nullptr;
   CTruck3dPage* view_ = nullptr;
   QAction* undo_ = nullptr;

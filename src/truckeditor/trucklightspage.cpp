@@ -145,7 +145,7 @@ QWidget* CTruckLightsPage::MakeConeTexture() {
   swatch_->setObjectName("coneColor");
   swatch_->setFixedSize(kSwatchSide, kSwatchSide);
   swatch_->setFrameShape(QFrame::Box);
-  swatch_->setToolTip(tr("The cone's colour: the mean of its texture"));
+  swatch_->setToolTip(tr("The cone's color: the mean of its texture"));
   auto* row = new QWidget;
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);

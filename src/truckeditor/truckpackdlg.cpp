@@ -15,6 +15,11 @@ namespace {
 
 enum EColumn { kName, kSize, kWhere, kNeededBy, kColumnCount };
 
+QString LeftOutText(const STruckPackRow& row) {
+  return row.is_stock ? CTruckPackDialog::tr("left out: every installation has it")
+                      : CTruckPackDialog::tr("left out: only such a file needs it");
+}
+
 }  // namespace
 
 CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_stock, QWidget* parent)
@@ -25,7 +30,7 @@ CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_st
       total_(new QLabel),
       leave_out_(new QCheckBox(tr("&Leave out files that every installation of the game has"))) {
   setObjectName("packTruck");
-  setWindowTitle(tr("Pack truck"));
+  setWindowTitle(tr("Pack Truck"));
   list_->setObjectName("packList");
   list_->setRootIsDecorated(false);
   list_->setHeaderLabels({tr("File"), tr("Size"), tr("Where"), tr("Needed by")});
@@ -82,11 +87,9 @@ void CTruckPackDialog::Refresh() {
   for (int i = 0; i < list_->topLevelItemCount(); ++i) {
     QTreeWidgetItem* const item = list_->topLevelItem(i);
     const STruckPackRow& row = plan_.rows[static_cast<size_t>(item->data(kName, Qt::UserRole).toLongLong())];
-    const bool is_left_out = row.is_stock && (leaves_out || row.is_missing);
-    const bool is_fault = row.is_missing && !row.is_stock;
-    item->setText(kWhere, row.is_missing && !row.is_stock ? tr("not found")
-                          : is_left_out                   ? tr("left out: every installation has it")
-                                                          : GameToQString(row.where));
+    const bool is_left_out = STruckPackPlan::IsLeftOut(row, leaves_out);
+    const bool is_fault = row.is_missing && !is_left_out;
+    item->setText(kWhere, is_left_out ? LeftOutText(row) : is_fault ? tr("not found") : GameToQString(row.where));
     const QColor color = is_fault
                              ? FaultColor(palette())
                              : palette().color(is_left_out ? QPalette::Disabled : QPalette::Active, QPalette::Text);
@@ -97,7 +100,7 @@ void CTruckPackDialog::Refresh() {
     bytes += row.length.value_or(0);
   }
   total_->setText(tr("%1 files, %2 bytes").arg(files).arg(QLocale::c().toString(static_cast<qulonglong>(bytes))));
-  const auto lacking = static_cast<int>(plan_.Lacking(true).size());
+  const auto lacking = static_cast<int>(plan_.Lacking(leaves_out).size());
   missing_->setVisible(lacking > 0);
   missing_->setText(lacking == 1 ? tr("One file was not found. The archive will lack it.")
                                  : tr("%1 files were not found. The archive will lack them.").arg(lacking));

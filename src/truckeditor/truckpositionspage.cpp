@@ -1,8 +1,11 @@
 #include "truckeditor/truckpositionspage.h"
 
+#include <QFormLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace veldra {
 
@@ -14,8 +17,20 @@ QLabel* MakeHint(const QString& text) {
   return hint;
 }
 
+/// So that the numbers of all boxes stand below one another.
+int WidestName(const QLabel& label) {
+  int widest = 0;
+  for (const STruckPointId& id :
+       {STruckPointId{ETruckPoint::kAxleBar}, STruckPointId{ETruckPoint::kDriveShaft},
+        STruckPointId{ETruckPoint::kTire, kFrontRightTire}, STruckPointId{ETruckPoint::kTire, kFrontLeftTire}})
+    widest = std::max(widest, label.fontMetrics().horizontalAdvance(QString::fromStdString(TruckPointName(id)) + ":"));
+  return widest;
+}
+
 void AddRow(QFormLayout& form, CTruckDocument& document, const STruckPointId& id) {
-  form.addRow(QString::fromStdString(TruckPointName(id)) + ":", MakePointField(document, id));
+  auto* label = new QLabel(QString::fromStdString(TruckPointName(id)) + ":");
+  label->setMinimumWidth(WidestName(*label));
+  form.addRow(label, MakePointField(document, id));
 }
 
 }  // namespace
@@ -29,17 +44,19 @@ CNumbersField* MakePointField(CTruckDocument& document, const STruckPointId& id)
       return point != nullptr ? &(*point)[axis] : nullptr;
     });
   }
+  field->AddUnit("ft");
   return field;
 }
 
 CTruckPositionsPage::CTruckPositionsPage(const STruckPageContext& context, QWidget* parent)
     : QWidget(parent), document_(context.document) {
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(MakeHint(tr("In feet from the middle of the body: x to the right, y up, z to the front.")));
-  auto* parts = new QFormLayout;
+  layout->addWidget(MakeHint(tr("From the middle of the body: x to the right, y up, z to the front.")));
+  auto* parts_box = new QGroupBox(tr("Parts"));
+  auto* parts = new QFormLayout(parts_box);
   AddRow(*parts, document_, {ETruckPoint::kAxleBar});
   AddRow(*parts, document_, {ETruckPoint::kDriveShaft});
-  layout->addLayout(parts);
+  layout->addWidget(parts_box);
   auto* box = new QGroupBox(tr("Tires, where they hang when the truck stands still"));
   auto* tires = new QFormLayout(box);
   for (int tire = 0; tire < kTireCount; ++tire)
@@ -52,8 +69,8 @@ CTruckPositionsPage::CTruckPositionsPage(const STruckPageContext& context, QWidg
     connect(button, &QPushButton::clicked, this, [this, front, rear] { MirrorTires(front, rear); });
     buttons->addWidget(button);
   };
-  add_button(tr("Mirror right to left"), "mirrorRight", kFrontRightTire, kRearRightTire);
-  add_button(tr("Mirror left to right"), "mirrorLeft", kFrontLeftTire, kRearLeftTire);
+  add_button(tr("Mirror Right to Left"), "mirrorRight", kFrontRightTire, kRearRightTire);
+  add_button(tr("Mirror Left to Right"), "mirrorLeft", kFrontLeftTire, kRearLeftTire);
   buttons->addStretch();
   tires->addRow(buttons);
   layout->addWidget(box);
@@ -74,7 +91,7 @@ void CTruckPositionsPage::MirrorTires(ETire from_front, ETire from_rear) {
 CTruckScrapePage::CTruckScrapePage(const STruckPageContext& context, QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(
-      MakeHint(tr("Where the body scrapes what it touches. In feet from the middle of the body: x to the "
+      MakeHint(tr("Where the body scrapes what it touches. From the middle of the body: x to the "
                   "right, y up, z to the front.")));
   auto* form = new QFormLayout;
   for (int point = 0; point < kScrapePoints; ++point)

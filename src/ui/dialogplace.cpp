@@ -1,21 +1,11 @@
 #include "ui/dialogplace.h"
 
 #include <QEvent>
-#include <QGuiApplication>
-#include <QScreen>
 #include <algorithm>
 
-namespace veldra {
+#include "ui/screenplace.h"
 
-bool IsOnAScreen(const QRect& place) {
-  constexpr int kTitleHeight = 24;
-  const auto screens = QGuiApplication::screens();
-  return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
-    const QRect seen = screen->availableGeometry() & place;
-    return seen.width() >= place.width() / 2 && seen.height() >= place.height() / 2 &&
-           place.top() >= screen->availableGeometry().top() - kTitleHeight;
-  });
-}
+namespace veldra {
 
 CDialogPlace::CDialogPlace(QWidget& window, int32_t& left, int32_t& top, int32_t& right, int32_t& bottom)
     : QObject(&window), window_(window), left_(left), top_(top), right_(right), bottom_(bottom) {
@@ -32,13 +22,11 @@ bool CDialogPlace::eventFilter(QObject* watched, QEvent* event) {
 void CDialogPlace::Restore() {
   is_restored_ = true;
   const QRect place(QPoint(left_, top_), QPoint(right_ - 1, bottom_ - 1));
-  if (place.isEmpty() || !IsOnAScreen(place)) return;
-  window_.resize(place.size().expandedTo(window_.minimumSizeHint()));
-  window_.move(place.topLeft());
+  place.isEmpty() ? ResizeToFit(window_, window_.size()) : PutAt(window_, place);
 }
 
 void CDialogPlace::Remember() {
-  const QRect place(window_.pos(), window_.isMaximized() ? window_.normalGeometry().size() : window_.size());
+  const QRect place = PlaceOf(window_);
   left_ = place.left();
   top_ = place.top();
   right_ = place.left() + place.width();

@@ -2,7 +2,10 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QLocale>
 #include <algorithm>
+
+#include "platform/text.h"
 
 namespace veldra {
 
@@ -12,6 +15,24 @@ constexpr int kEditDigits = 14;    ///< "-2147483648" and some air
 constexpr int kWidestFault = 240;  ///< pixels; longer texts wrap
 
 }  // namespace
+
+/// QString knows more blanks than ASCII's.
+std::string PlainNumber(const QString& typed, const SNumberRule& rule) {
+  const QString text = typed.trimmed();
+  const QLocale locale;
+  bool is_number = false;
+  if (rule.integer) {
+    // First, since "1.000" is a thousand where thousands are separated so, and never a one.
+    const qlonglong whole = locale.toLongLong(text, &is_number);
+    if (is_number) return std::to_string(whole);
+  }
+  // What the fields show has "." everywhere.
+  if (!ParseNumber(text.toStdString())) {
+    const double number = locale.toDouble(text, &is_number);
+    if (is_number) return NumberText(number);
+  }
+  return text.toStdString();
+}
 
 CNumberField::CNumberField(const SNumberRule& rule, EFaultPlace place, QWidget* parent)
     : QWidget(parent),
@@ -65,7 +86,7 @@ void CNumberField::SetSuffix(const QString& suffix) {
 }
 
 void CNumberField::SetValue(double value) {
-  edit_->setText(QString::fromStdString(NumberText(value)));
+  edit_->setText(QString::fromStdString(NumberText(value + 0.0)));  // -0 is nothing that one types
 }
 
 std::optional<double> CNumberField::Value() const {
@@ -77,9 +98,8 @@ void CNumberField::changeEvent(QEvent* event) {
   if (event->type() == QEvent::EnabledChange) Check();
 }
 
-/// QString knows more blanks than ASCII's.
 std::string CNumberField::Text() const {
-  return edit_->text().trimmed().toStdString();
+  return PlainNumber(edit_->text(), rule_);
 }
 
 std::string CNumberField::TextFault() const {

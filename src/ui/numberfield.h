@@ -13,8 +13,9 @@
 namespace veldra {
 
 /// A line to type a number in. While what stands there is no number under the rule, the field says why; the room for
-/// that is kept, so that nothing moves. A disabled field has no fault. The line inside has the field's object name and
-/// takes its focus.
+/// that is kept, so that nothing moves. Both "." and the decimal point of the user's locale are one, and a whole number
+/// may be typed with separated thousands, as counts are shown. A disabled field has no fault. The line inside has the
+/// field's object name and takes its focus.
 class CNumberField : public QWidget {
   Q_OBJECT
 
@@ -44,6 +45,7 @@ class CNumberField : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  /// As the rule reads it, whatever the user's locale writes.
   std::string Text() const;
   std::string TextFault() const;
   void Check();
@@ -56,5 +58,9 @@ class CNumberField : public QWidget {
   CFaultLabel* fault_;
   EFaultPlace place_;
 };
+
+/// TYPED as a number field under RULE reads it: a number in the user's locale as NumberText would write it, anything
+/// else without the blanks around it.
+std::string PlainNumber(const QString& typed, const SNumberRule& rule);
 
 }  // namespace veldra

@@ -32,7 +32,6 @@ TEST_F(CEditorTest, ImportSkipsOnlyTheFileWhoseTextureIsNotChosen) {
   const std::string texture = folder.Write("IMPORT.RAW", std::string(64 * 64, '\7'));
   questions.OnOpenFiles("Import WaveFront Model", SOpenFiles{{first, second, broken}})
       .OnOpenFile("Please select a texture for Wavefront model", std::nullopt)
-      .OnOpenFile("Please select a texture for Wavefront model", texture)
       .OnOpenFile("Please select a texture for Wavefront model", texture);
   CDialogDriver driver;
   driver.Click("importOptions", "OK");
@@ -40,6 +39,7 @@ TEST_F(CEditorTest, ImportSkipsOnlyTheFileWhoseTextureIsNotChosen) {
   ASSERT_EQ(frame->Children().size(), 1);
   EXPECT_EQ(frame->ActiveDocument()->Model().FaceCount(), 1);
   EXPECT_TRUE(frame->ActiveDocument()->IsModified());
+  EXPECT_EQ(frame->ActiveDocument()->Title(), "second.obj");
   ASSERT_EQ(questions.Messages().size(), 1u) << "the broken file is told";
   const std::string details = questions.Messages()[0].details;
   EXPECT_NE(details.find("line 2"), std::string::npos) << details;

@@ -84,6 +84,29 @@ TEST_F(CEditorTest, ChangedPreferencesActAtOnceAndComeBack) {
   EXPECT_EQ(written["ROTATESTEP"], "7.5");
 }
 
+TEST_F(CEditorTest, AnotherDefaultPaletteIsSeenAtOnceUnlessItCannotBeLoaded) {
+  CTarnView& view = StartWith(WriteModel("m.bin"));
+  const QImage before = Picture(view);
+  std::vector<uint8_t> greens(768);
+  for (size_t i = 1; i < greens.size(); i += 3)
+    greens[i] = static_cast<uint8_t>(i / 3);
+  const std::string other = folder.Write("GREENS.ACT", greens);
+  CDialogDriver driver;
+  for (const std::string& path : {other, folder.Write("SHORT.ACT", "x")})
+    driver.On("preferences", [path](QWidget& dialog) {
+      TypeInto(dialog, "DEFPAL", QString::fromStdString(path));
+      ClickButton(dialog, "OK");
+    });
+  Do(ECommand::kFilePreferences);
+  const QImage after = Picture(view);
+  EXPECT_NE(after, before);
+  Do(ECommand::kFilePreferences);
+  EXPECT_EQ(Picture(view), after);
+  EXPECT_EQ(app->Settings().defpal, other);
+  EXPECT_EQ(questions.TakeMessageTexts(),
+            std::vector<std::string>{"The default palette could not be loaded. The old one stays."});
+}
+
 TEST_F(CEditorTest, AnEarlierStateOpensAsANewDocument) {
   CQtQuestions dialogs;
   Start(&dialogs);

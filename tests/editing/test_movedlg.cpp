@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include "editing/editdialogs.h"
+#include "editing/mergedlg.h"
 #include "support/dialogdriver.h"
 #include "ui/fielddialog.h"
 
@@ -143,6 +144,22 @@ TEST_F(MoveDialogs, MirrorNeedsAnAxis) {
   EXPECT_EQ((std::array{input->x, input->y, input->z}), (std::array{false, false, true}));
 }
 
+TEST_F(MoveDialogs, MergeCountsWhatIsTyped) {
+  CMergeDialog dialog(model_, {.threshold = 3}, nullptr);
+  dialog.show();
+  auto* count = Child<QLabel>(dialog, "mergeCount");
+  const auto becomes = [&](const char* text) { return QTest::qWaitFor([&] { return count->text() == text; }); };
+  EXPECT_TRUE(becomes("0 vertices go, 0 faces vanish."));
+  TypeInto(dialog, "threshold", "500");
+  EXPECT_EQ(count->text(), "Counting...");
+  EXPECT_TRUE(becomes("1 vertex goes, 0 faces vanish."));
+  TypeInto(dialog, "threshold", "-");
+  EXPECT_EQ(count->text(), "");
+  EXPECT_EQ(dialog.findChild<QLabel*>("distancesWrap"), nullptr);
+  model_.AddVertex({80000, 0, 0});
+  EXPECT_NE(CMergeDialog(model_, {}, nullptr).findChild<QLabel*>("distancesWrap"), nullptr);
+}
+
 TEST_F(MoveDialogs, MergeAndAddVertex) {
   driver_.On("mergeCloseVertices", [](QWidget& dialog) {
     EXPECT_EQ(dialog.windowTitle(), "Merge close Vertices");
@@ -151,7 +168,7 @@ TEST_F(MoveDialogs, MergeAndAddVertex) {
     TypeInto(dialog, "threshold", "2147483647");
     QTest::keyClick(&dialog, Qt::Key_Return);
   });
-  EXPECT_EQ(dialogs_.AskMerge(nullptr)->threshold, INT32_MAX);
+  EXPECT_EQ(dialogs_.AskMerge(model_, nullptr)->threshold, INT32_MAX);
   driver_.On("addVertex", [](QWidget& dialog) {
     TypeInto(dialog, "y", "-2147483648");
     TypeInto(dialog, "z", "7");

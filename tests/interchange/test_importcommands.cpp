@@ -14,7 +14,8 @@ using testing::VertexList;
 class ImportCommands : public testing::CImportTest {
  protected:
   ImportCommands() {
-    services.fill_new_document = [this](const std::function<bool(CBinModel&)>& fill) {
+    services.fill_new_document = [this](const std::string& title, const std::function<bool(CBinModel&)>& fill) {
+      titles.push_back(title);
       auto made = std::make_unique<CBinModel>();
       if (fill(*made)) documents.push_back(std::move(made));
     };
@@ -23,6 +24,7 @@ class ImportCommands : public testing::CImportTest {
 
   SImportServices services{context, "models", {}};
   std::optional<SWaveOptions> options = SWaveOptions{};
+  std::vector<std::string> titles;
   std::vector<std::unique_ptr<CBinModel>> documents;
 };
 
@@ -35,12 +37,12 @@ TEST_F(ImportCommands, EachStudioFileIsImportedIntoItsOwnDocument) {
   questions.OnOpenFiles("Import 3ds File", SOpenFiles{paths})
       .OnOpenFile(title, Road())
       .OnOpenFile(title, std::nullopt)
-      .OnOpenFile(title, Road())
       .OnOpenFile(title, Road());
   RunImport3ds(services);
   ASSERT_EQ(documents.size(), 2U);
   EXPECT_EQ(documents[0]->FaceCount(), 1);
   EXPECT_EQ(documents[1]->VertexCount(), 1);
+  EXPECT_EQ(titles, (std::vector<std::string>{"1.3ds", "4.3ds"}));
   ASSERT_EQ(questions.Messages().size(), 1U);
   EXPECT_EQ(questions.Messages()[0].text, "\"" + paths[2] + "\" could not be imported.");
   EXPECT_EQ(questions.Messages()[0].details, "it begins with 0x6164, a 3ds file with 0x4D4D");
@@ -51,7 +53,6 @@ TEST_F(ImportCommands, WavefrontFilesAreAskedForTheirOptions) {
                                           folder.Write("3.obj", "v 1 2 3")};
   const char* const title = "Please select a texture for Wavefront model";
   questions.OnOpenFiles("Import WaveFront Model", SOpenFiles{paths})
-      .OnOpenFile(title, Road())
       .OnOpenFile(title, Road())
       .OnOpenFile(title, Road());
   int asked = 0;

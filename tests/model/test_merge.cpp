@@ -6,6 +6,7 @@
 #include <random>
 
 #include "model/geometry.h"
+#include "model/mergecount.h"
 #include "model/modelbuilder.h"
 
 namespace veldra {
@@ -133,6 +134,8 @@ void ExpectLikeReference(CModelBuilder& b, int32_t threshold) {
   const auto old_vertices = static_cast<int32_t>(reference.positions.size());
   const int32_t expected = reference.Merge(threshold);
   b.TakeReports();
+  const auto faces = static_cast<int32_t>(b.model.FaceCount() - static_cast<int32_t>(reference.polygons.size()));
+  EXPECT_EQ(CMergeCounter(b.model).Count(threshold), (SMergeCount{expected, faces}));
   ASSERT_EQ(MergeVertices(b.model, threshold), expected);
   EXPECT_EQ(b.TakeReports().size(), expected > 0 ? 1U : 0U);
   EXPECT_EQ(b.model.CheckInvariants(), "");

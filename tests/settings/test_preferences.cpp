@@ -100,35 +100,35 @@ TEST_F(Preferences, CancelChangesNothingAndApplyAtOnce) {
   Open();
   EXPECT_FALSE(Button("Apply")->isEnabled());
   dialog_->ShowPage(ESettingPage::kView);
-  TypeInto(*dialog_, "FRAMERATE", "12.5");
+  TypeInto(*dialog_, "ROTATESTEP", "12.5");
   ClickButton(*dialog_, "Apply");
-  EXPECT_EQ(settings_.frame_rate, 12.5);
-  EXPECT_EQ(changed_, std::vector<std::string>{"FRAMERATE"});
+  EXPECT_EQ(settings_.rotate_step, 12.5);
+  EXPECT_EQ(changed_, std::vector<std::string>{"ROTATESTEP"});
   EXPECT_FALSE(Button("Apply")->isEnabled());
-  TypeInto(*dialog_, "FRAMERATE", "20");
+  TypeInto(*dialog_, "ROTATESTEP", "20");
   QTest::keyClick(&Control<QCheckBox>("3DAXES"), Qt::Key_Space);
   QTest::keyClick(dialog_.get(), Qt::Key_Escape);
   EXPECT_FALSE(dialog_->isVisible());
-  EXPECT_EQ(settings_.frame_rate, 12.5);
+  EXPECT_EQ(settings_.rotate_step, 12.5);
   EXPECT_EQ(settings_.axes_3d, 5);
 }
 
 TEST_F(Preferences, AFaultOnAnotherPageIsNamedAndGoesWithThatPagesDefaults) {
-  settings_.snap_to_guides = 1;
+  settings_.show_grid = 1;
   settings_.bin_dir = "elsewhere";
   Open();
-  dialog_->ShowPage(ESettingPage::kTextureMapping);
-  TypeInto(*dialog_, "SNAPWITHIN", "513");
+  dialog_->ShowPage(ESettingPage::kView);
+  TypeInto(*dialog_, "OFFSETSTEP", "513");
   dialog_->ShowPage(ESettingPage::kFolders);
   EXPECT_FALSE(Button("OK")->isEnabled());
   EXPECT_FALSE(Button("Apply")->isEnabled());
-  EXPECT_TRUE(Child<QLabel>(*dialog_, "dialogFault")->text().startsWith("Texture Mapping: Distance"));
-  dialog_->ShowPage(ESettingPage::kTextureMapping);
+  EXPECT_TRUE(Child<QLabel>(*dialog_, "dialogFault")->text().startsWith("3D View: How far"));
+  dialog_->ShowPage(ESettingPage::kView);
   ClickButton(*dialog_, "Restore Defaults");
-  EXPECT_EQ(settings_.snap_to_guides, 1);
+  EXPECT_EQ(settings_.show_grid, 1);
   ClickButton(*dialog_, "OK");
-  EXPECT_EQ(settings_.snap_within, CSettings().snap_within);
-  EXPECT_EQ(settings_.snap_to_guides, 0);
+  EXPECT_EQ(settings_.offset_step, CSettings().offset_step);
+  EXPECT_EQ(settings_.show_grid, 0);
   EXPECT_EQ(settings_.bin_dir, "elsewhere");
 }
 
@@ -136,17 +136,20 @@ TEST_F(Preferences, TheSearchLooksOnAllPages) {
   Open();
   auto* pages = Child<QListWidget>(*dialog_, "pages");
   QTest::keyClick(dialog_.get(), Qt::Key_F, Qt::ControlModifier);
-  QTest::keyClicks(dialog_->focusWidget(), "snap to");
-  EXPECT_EQ(pages->currentItem()->text(), "Texture Mapping");
-  EXPECT_TRUE(Control<QWidget>("SNAPTOGUIDES").isVisible());
-  EXPECT_FALSE(Control<QWidget>("PREVIEW").isVisible());
+  QTest::keyClicks(dialog_->focusWidget(), "a grid");
+  EXPECT_EQ(pages->currentItem()->text(), "3D View");
+  EXPECT_TRUE(Control<QWidget>("SHOWGRID").isVisible());
+  EXPECT_FALSE(Control<QWidget>("ZOOMSTEP").isVisible());
   EXPECT_TRUE(pages->item(0)->isHidden());
   QTest::keyClick(dialog_->focusWidget(), Qt::Key_A, Qt::ControlModifier);
   QTest::keyClicks(dialog_->focusWidget(), "wireFRAME");
   EXPECT_TRUE(Control<QWidget>("RENDERMODE").isVisible());
   QTest::keyClick(dialog_->focusWidget(), Qt::Key_Return);
   EXPECT_TRUE(dialog_->isVisible());
+  QTest::keyClicks(Child<QLineEdit>(*dialog_, "search"), "less");
+  EXPECT_EQ(Child<QLabel>(*dialog_, "noMatch")->isVisible(), true);
   Child<QLineEdit>(*dialog_, "search")->clear();
+  EXPECT_TRUE(Control<QWidget>("RENDERMODE").isVisible());
   EXPECT_FALSE(pages->item(0)->isHidden());
 }
 

@@ -76,11 +76,8 @@ TEST(TextureStore, TakesColoursFromTheTableBesideInAnyCase) {
     const char* act;
     size_t length;
     bool is_used;
-  } const cases[] = {{"A0.ACT", 768, true},
-                     {"a1.act", 768, true},
-                     {"A2.Act", 772, true},
-                     {"A3.ACT", 767, false},
-                     {"A4.ACT", 0, false}};
+  } const cases[] = {{"A0.ACT", 768, true},  {"a1.act", 768, true}, {"A2.Act", 772, true},
+                     {"A3.ACT", 767, false}, {"A4.ACT", 0, false},  {"A5.ACT", 3 << 20, true}};
   for (size_t i = 0; i < std::size(cases); ++i) {
     const std::string name = "A" + std::to_string(i);
     folder.Write(cases[i].act, ActBytes(cases[i].length));

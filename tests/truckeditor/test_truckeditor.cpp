@@ -237,7 +237,7 @@ TEST_F(CTruckEditorTest, UnsavedChangesAreAskedAbout) {
   EXPECT_FALSE(editor->OpenFile(TruckPath()));
   EXPECT_EQ(Truck().name, "One");
   questions.OnYesNoCancel("Save changes to Untitled?", EAnswer::kYes);
-  questions.OnSaveFile("Save truck as", SSavePath{folder.File("new")});
+  questions.OnSaveFile("Save Truck As", SSavePath{folder.File("new")});
   EXPECT_TRUE(editor->OpenFile(TruckPath()));
   CTruck saved;
   ASSERT_TRUE(saved.Load(path)) << "the extension is added";
@@ -252,7 +252,7 @@ TEST_F(CTruckEditorTest, UnsavedChangesAreAskedAbout) {
   EXPECT_EQ(Truck(), sample) << "the truck that was there stays";
 
   editor->Document().Change("", [](CTruck& truck) { truck.name = "Two"; });
-  questions.OnSaveFile("Save truck as", SSavePath{folder.File("none/t.trk")});
+  questions.OnSaveFile("Save Truck As", SSavePath{folder.File("none/t.trk")});
   EXPECT_FALSE(editor->SaveAs());
   EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{kFailedToOpenDestination});
   questions.OnYesNoCancel("Save changes to MUDKING.TRK?", EAnswer::kCancel);
@@ -277,7 +277,7 @@ TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
   const std::string pod = folder.File("out.pod");
   editor->Document().Change("", [](CTruck& truck) { truck.bar_texture = "NOWHERE.RAW"; });
   questions.OnYesNo("Save it now?", EAnswer::kYes);
-  questions.OnSaveFile("Write archive", SSavePath{pod});
+  questions.OnSaveFile("Write Archive", SSavePath{pod});
   questions.OnYesNo("Show the archive in the extractor?", EAnswer::kYes);
   CDialogDriver dialogs;
   dialogs.On("packTruck", [](QWidget& dialog) {

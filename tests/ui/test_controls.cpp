@@ -5,11 +5,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTreeWidget>
+#include <QWindow>
 #include <QtTest>
 
 #include "support/dialogdriver.h"
 #include "support/testfiles.h"
+#include "support/windowmanager.h"
 #include "ui/colorwell.h"
 #include "ui/dialogplace.h"
 #include "ui/pathfield.h"
@@ -18,6 +21,8 @@
 namespace veldra::testing {
 
 namespace {
+
+constexpr int kFrameMs = 60;  ///< until a window manager has put a frame about a window
 
 struct SPlace {
   int32_t left = 0;
@@ -28,35 +33,71 @@ struct SPlace {
 };
 
 /// Where a window that remembers PLACE comes up, moved by BY before it is closed.
-QRect Show(SPlace& place, const QPoint& by = {}) {
+QRect Show(SPlace& place, bool has_frames, const QPoint& by = {}) {
   QDialog window;
   const CDialogPlace keeper(window, place);
   window.resize(300, 200);
   window.show();
   EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-  const QRect shown(window.pos(), window.size());
-  window.move(window.pos() + by);
-  window.resize(window.size() + QSize(by.x(), by.y()));
-  QTest::qWait(50);
+  const auto is_framed = [&] { return window.windowHandle()->frameMargins().top() > 0; };
+  EXPECT_TRUE(!has_frames || QTest::qWaitFor(is_framed));
+  QTest::qWait(kFrameMs);
+  const QRect shown = window.geometry();
+  // Not QWidget's, which may be older.
+  EXPECT_TRUE(window.screen()->availableGeometry().contains(window.windowHandle()->frameGeometry()));
+  window.setGeometry(shown.translated(by).adjusted(0, 0, by.x(), by.y()));
+  QTest::qWait(kFrameMs);
   window.close();
   return shown;
 }
 
+void ExpectPlacesToLast(bool has_frames) {
+  SPlace place{100, 120, 500, 400};
+  EXPECT_EQ(Show(place, has_frames, {30, 20}), QRect(100, 120, 400, 280));
+  EXPECT_EQ(place, (SPlace{130, 140, 560, 440}));
+  for (int again = 0; again < 5; ++again)
+    EXPECT_EQ(Show(place, has_frames), QRect(130, 140, 430, 300));
+
+  // Beside, above or half beside the screen; larger than it; upside down; none.
+  for (SPlace lost : {SPlace{5000, 100, 5400, 400}, SPlace{100, -250, 500, 100}, SPlace{1200, 900, 1600, 1180},
+                      SPlace{0, 0, 9000, 300}, SPlace{500, 400, 100, 120}, SPlace{}}) {
+    const QRect found = Show(lost, has_frames);
+    EXPECT_EQ(Show(lost, has_frames), found);
+  }
+}
+
 }  // namespace
 
-TEST(DialogPlace, ComesBackWhereItWasUnlessNobodyCouldSeeIt) {
-  SPlace place{100, 120, 500, 400};
-  EXPECT_EQ(Show(place, {30, 20}), QRect(100, 120, 400, 280));
-  EXPECT_EQ(place, (SPlace{130, 140, 560, 440}));
-  EXPECT_EQ(Show(place), QRect(130, 140, 430, 300));
+TEST(DialogPlace, IsWhereItWasAndOnTheScreen) {
+  ExpectPlacesToLast(false);
+}
 
-  for (SPlace unusable :
-       {SPlace{}, SPlace{5000, 100, 5400, 400}, SPlace{100, -250, 500, 100}, SPlace{500, 400, 100, 120}}) {
-    const QRect shown = Show(unusable);
-    EXPECT_EQ(shown.size(), QSize(300, 200));
-    EXPECT_TRUE(IsOnAScreen(shown));
-    EXPECT_EQ(QSize(unusable.right - unusable.left, unusable.bottom - unusable.top), QSize(300, 200));
-  }
+TEST(DialogPlace, DoesNotCreepByItsFrame) {
+  const CWindowManager manager;
+  ASSERT_TRUE(manager.IsThere());
+  ExpectPlacesToLast(true);
+}
+
+TEST(DialogPlace, AToolWindowStaysInFrontOfItsOwner) {
+  const CWindowManager manager;
+  ASSERT_TRUE(manager.IsThere());
+  QWidget owner;
+  owner.setGeometry(100, 100, 500, 400);
+  owner.show();
+  QWidget tool(&owner, kToolWindow);
+  tool.setGeometry(200, 200, 200, 100);
+  tool.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&tool));
+  owner.raise();
+  owner.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&owner));
+  QTest::qWait(kFrameMs);
+  QPalette color;
+  color.setColor(QPalette::Window, Qt::magenta);
+  tool.setPalette(color);
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    return owner.screen()->grabWindow(0).toImage().pixelColor(tool.geometry().center()) == QColor(Qt::magenta);
+  }));
 }
 
 TEST(DialogPlace, ColumnsKeepTheirWidths) {

@@ -82,7 +82,7 @@ TEST(FieldDialog, KeysLeadThroughTheFieldsToTheButtons) {
   EXPECT_EQ(dialog.result(), QDialog::Rejected);
 }
 
-TEST(NumberField, TrimsWhatIsPastedAndIgnoresTheLocale) {
+TEST(NumberField, TrimsWhatIsPastedAndReadsWhatTheLocaleWrites) {
   const QLocale before;
   QLocale::setDefault(QLocale(QLocale::German));
   CRangeDialog dialog;
@@ -93,6 +93,22 @@ TEST(NumberField, TrimsWhatIsPastedAndIgnoresTheLocale) {
   EXPECT_EQ(dialog.second->Value(), 1234.25);
   QTest::keyClick(&dialog, Qt::Key_F, Qt::AltModifier);
   EXPECT_EQ(dialog.second->Edit()->text(), "1234.25");
+  const struct {
+    const char* typed;
+    CNumberField* field;
+    double value;
+  } rows[] = {{"2,5", dialog.second, 2.5},        {"-0,25", dialog.second, -0.25}, {"3.75", dialog.second, 3.75},
+              {"1.234,5", dialog.second, 1234.5}, {"12", dialog.first, 12},        {"9,0", dialog.first, 9}};
+  for (const auto& row : rows) {
+    TypeInto(dialog, row.field->objectName().toUtf8(), row.typed);
+    EXPECT_EQ(row.field->Value(), row.value) << row.typed;
+  }
+  // Thousands as the counts beside the fields are written.
+  dialog.first->SetRule(SNumberRule::Integer(0, 99999));
+  TypeInto(dialog, "first", "1.000");
+  EXPECT_EQ(dialog.first->Value(), 1000);
+  dialog.second->SetValue(-0.0);
+  EXPECT_EQ(dialog.second->Edit()->text(), "0");
   QLocale::setDefault(before);
 }
 

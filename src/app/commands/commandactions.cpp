@@ -4,7 +4,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 
-#include "app/commands/commandicons.h"
+#include "ui/commandicons.h"
 
 namespace veldra {
 

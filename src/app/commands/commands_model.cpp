@@ -43,7 +43,7 @@ void AskAddVertex(const SCommandTarget& on) {
 }
 
 void AskMerge(const SCommandTarget& on) {
-  if (const auto input = on.dialogs.AskMerge(&on.window)) MergeCloseVertices(*on.document, *input);
+  if (const auto input = on.dialogs.AskMerge(on.Model(), &on.window)) MergeCloseVertices(*on.document, *input);
 }
 
 void ShowInfo(const SCommandTarget& on) {

@@ -1,4 +1,4 @@
-#include "app/commands/commandicons.h"
+#include "ui/commandicons.h"
 
 #include <QApplication>
 #include <QBuffer>

@@ -75,7 +75,7 @@ CPodPreview::~CPodPreview() {
 }
 
 void CPodPreview::ReadDefaultColors() {
-  default_colors_ = ReadColorTable(settings_.defpal).value_or(GreyRamp());
+  default_colors_ = ReadColorTable(document_->Settings().defpal).value_or(GreyRamp());
 }
 
 void CPodPreview::ShowNothing(const QString& text) {

@@ -27,9 +27,9 @@ class CPodPreview : public QWidget {
 
   void ShowEntry(const CPodDocument& archive, size_t entry);
   /// No entry: TEXT instead.
+  void ShowNothing(const QString& text);
   /// The setting DEFPAL has changed; what is shown has to be shown again.
   void ReadDefaultColors();
-  void ShowNothing(const QString& text);
 
   /// What is shown, and in words: for tests and for who cannot see it.
   QWidget* Shown() const { return pages_->currentWidget(); }

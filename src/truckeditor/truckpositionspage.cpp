@@ -18,18 +18,18 @@ QLabel* MakeHint(const QString& text) {
 }
 
 /// So that the numbers of all boxes stand below one another.
-int WidestName(const QLabel& label) {
+int WidestName() {
   int widest = 0;
   for (const STruckPointId& id :
        {STruckPointId{ETruckPoint::kAxleBar}, STruckPointId{ETruckPoint::kDriveShaft},
         STruckPointId{ETruckPoint::kTire, kFrontRightTire}, STruckPointId{ETruckPoint::kTire, kFrontLeftTire}})
-    widest = std::max(widest, label.fontMetrics().horizontalAdvance(QString::fromStdString(TruckPointName(id)) + ":"));
+    widest = std::max(widest, QLabel(QString::fromStdString(TruckPointName(id)) + ":").sizeHint().width());
   return widest;
 }
 
 void AddRow(QFormLayout& form, CTruckDocument& document, const STruckPointId& id) {
   auto* label = new QLabel(QString::fromStdString(TruckPointName(id)) + ":");
-  label->setMinimumWidth(WidestName(*label));
+  label->setMinimumWidth(WidestName());
   form.addRow(label, MakePointField(document, id));
 }
 

@@ -1,4 +1,5 @@
 #include "app/childfrm.h"
+#include "ui/qstrings.h"
 
 #include <QCloseEvent>
 #include <QMdiArea>
@@ -23,7 +24,7 @@ CChildFrame::~CChildFrame() {
 }
 
 QString CChildFrame::Name() const {
-  const QString title = QString::fromStdString(document_->Title());
+  const QString title = ToQString(document_->Title());
   return number_ == 0 ? title : QStringLiteral("%1:%2").arg(title).arg(number_);
 }
 

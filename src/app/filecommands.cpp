@@ -9,6 +9,7 @@
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "settings/preferencesdlg.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -67,7 +68,7 @@ void CFileCommands::ListRecentIn(QMenu& menu) {
   menu.clear();
   int number = 0;
   for (const std::string& path : app_.RecentFiles().Paths()) {
-    const QString text = QString::fromStdString(path).replace('&', "&&");
+    const QString text = ToQString(path).replace('&', "&&");
     QAction* action = menu.addAction(QStringLiteral("&%1 %2").arg(++number).arg(text));
     action->setStatusTip(QObject::tr("Open this document"));
     QObject::connect(action, &QAction::triggered, &window_, [this, path] { OpenFile(path, false); });
@@ -113,7 +114,7 @@ void CFileCommands::Reload() {
 void CFileCommands::EarlierStates() {
   const CTarnDoc& document = Active();
   const std::string key = document.StatesKey();
-  const QString title = QString::fromStdString(document.Title());
+  const QString title = ToQString(document.Title());
   CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), &window_);
   dialog.exec();
   const auto chosen = dialog.Chosen();

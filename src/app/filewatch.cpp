@@ -6,6 +6,7 @@
 #include "model/binfile.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -20,7 +21,7 @@ QStringList WatchedPaths(const QList<CTarnDoc*>& documents) {
   for (const CTarnDoc* document : documents) {
     if (document->Path().empty()) continue;
     for (const std::string& path : {document->Path(), InfoPath(document->Path()), DirectoryPart(document->Path())})
-      if (FileExists(path)) paths.append(QString::fromStdString(path));
+      if (FileExists(path)) paths.append(ToQString(path));
   }
   paths.removeDuplicates();
   return paths;

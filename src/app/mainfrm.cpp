@@ -15,6 +15,7 @@
 #include "app/windowplace.h"
 #include "platform/text.h"
 #include "ui/commandicons.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -85,7 +86,7 @@ void CMainFrame::MakeCommands() {
   new CFileWatch(*windows_, this);
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
-  app_.SetSay([this](const std::string& text) { Say(QString::fromStdString(text)); });
+  app_.SetSay([this](const std::string& text) { Say(ToQString(text)); });
   connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
   docks_->InstallKeys(view_keys);
   connect(docks_, &CToolDocks::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
@@ -164,8 +165,8 @@ void CMainFrame::RefreshStatus() {
                           Counted(model.TextureCount(), "texture", "textures");
   const std::string selected = Counted(cursor.SelectedCount(EGroupKind::kFaces), "face", "faces") + ", " +
                                Counted(cursor.SelectedCount(EGroupKind::kVertices), "vertex", "vertices") + " selected";
-  counts_->setText(QString::fromStdString(all));
-  selected_->setText(QString::fromStdString(selected));
+  counts_->setText(ToQString(all));
+  selected_->setText(ToQString(selected));
 }
 
 void CMainFrame::Say(const QString& text) {
@@ -187,7 +188,7 @@ void CMainFrame::WriteRecentFiles() {
   QSettings kept = WindowSettings();
   QStringList paths;
   for (const std::string& path : app_.RecentFiles().Paths())
-    paths.append(QString::fromStdString(path));
+    paths.append(ToQString(path));
   kept.setValue(kRecentFilesKey, paths);
   kept.sync();
 }

@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "ui/pathfield.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -48,22 +49,22 @@ EAnswer AnswerOf(int button) {
 
 void SetUp(QMessageBox& box, const SMessage& message, const std::string& details) {
   box.setIcon(BoxIcon(message.icon));
-  box.setWindowTitle(QString::fromStdString(message.caption));
+  box.setWindowTitle(ToQString(message.caption));
   box.setTextFormat(Qt::PlainText);
-  box.setText(QString::fromStdString(message.text));
-  box.setInformativeText(QString::fromStdString(details));
+  box.setText(ToQString(message.text));
+  box.setInformativeText(ToQString(details));
 }
 
 /// For the dialogs whose texts have no room for the file that they are about.
 void NameInTitle(QDialog& dialog, const std::string& file) {
-  if (!file.empty()) dialog.setWindowTitle(dialog.windowTitle() + " - " + QString::fromStdString(FileNamePart(file)));
+  if (!file.empty()) dialog.setWindowTitle(dialog.windowTitle() + " - " + ToQString(FileNamePart(file)));
 }
 
 /// SELECTED is a filter as it was set or, from Qt's own dialog, as it is shown.
 size_t FilterIndex(const SFilePrompt& prompt, const QString& selected) {
   for (size_t i = 0; i < prompt.filters.size(); ++i) {
     const SFileFilter& filter = prompt.filters[i];
-    if (selected == FileDialogFilter(filter) || selected == QString::fromStdString(filter.label)) return i;
+    if (selected == FileDialogFilter(filter) || selected == ToQString(filter.label)) return i;
   }
   return 0;
 }
@@ -71,7 +72,7 @@ size_t FilterIndex(const SFilePrompt& prompt, const QString& selected) {
 void SetDirectory(QFileDialog& dialog, const std::string& wanted, const QString& last_directory) {
   const std::string directory = FindAnyCase(wanted);
   if (IsDirectory(directory)) {
-    dialog.setDirectory(QString::fromStdString(NativePath(directory)));
+    dialog.setDirectory(ToQString(NativePath(directory)));
   } else if (!last_directory.isEmpty()) {
     dialog.setDirectory(last_directory);
   }
@@ -83,7 +84,7 @@ void SetUp(QFileDialog& dialog, const SFilePrompt& prompt, const QString& last_d
   for (const SFileFilter& filter : prompt.filters)
     filters.append(FileDialogFilter(filter));
   dialog.setNameFilters(filters);
-  dialog.setDefaultSuffix(QString::fromStdString(prompt.default_extension));
+  dialog.setDefaultSuffix(ToQString(prompt.default_extension));
   SetDirectory(dialog, prompt.directory, last_directory);
 }
 
@@ -99,7 +100,7 @@ QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
 
 void AddNote(QFileDialog& dialog, const std::string& text) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  auto* note = new QLabel(QString::fromStdString(text), &dialog);
+  auto* note = new QLabel(ToQString(text), &dialog);
   note->setObjectName("note");
   note->setTextFormat(Qt::PlainText);
   if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
@@ -124,7 +125,7 @@ EAnswer CQtQuestions::Ask(const SMessage& question, QMessageBox::StandardButtons
   box.setStandardButtons(buttons);
   box.setDefaultButton(ButtonOf(question.usual));
   const auto name = [&](QMessageBox::StandardButton button, const std::string& text) {
-    if (!text.empty()) box.button(button)->setText(QString::fromStdString(text));
+    if (!text.empty()) box.button(button)->setText(ToQString(text));
   };
   name(QMessageBox::Yes, question.yes);
   name(QMessageBox::No, question.no);
@@ -164,7 +165,7 @@ EReplaceAnswer CQtQuestions::AskReplace(const SMessage& question) {
 
 std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode) {
   const CNormalCursor cursor;
-  QFileDialog dialog(Parent(), QString::fromStdString(prompt.title));
+  QFileDialog dialog(Parent(), ToQString(prompt.title));
   dialog.setObjectName("openFile");
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(mode);
@@ -192,7 +193,7 @@ std::optional<SOpenFiles> CQtQuestions::AskOpenFiles(const SFilePrompt& prompt) 
 
 std::optional<std::string> CQtQuestions::AskFolder(const std::string& title, const std::string& directory) {
   const CNormalCursor cursor;
-  QFileDialog dialog(Parent(), QString::fromStdString(title));
+  QFileDialog dialog(Parent(), ToQString(title));
   dialog.setObjectName("openFolder");
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
@@ -203,13 +204,13 @@ std::optional<std::string> CQtQuestions::AskFolder(const std::string& title, con
 
 std::optional<SSavePath> CQtQuestions::AskSaveFile(const SFilePrompt& prompt) {
   const CNormalCursor cursor;
-  QFileDialog dialog(Parent(), QString::fromStdString(prompt.title));
+  QFileDialog dialog(Parent(), ToQString(prompt.title));
   dialog.setObjectName("saveFile");
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !prompt.asks_to_replace);
   SetUp(dialog, prompt, last_directory_);
-  dialog.selectFile(QString::fromStdString(prompt.name));
+  dialog.selectFile(ToQString(prompt.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   last_directory_ = dialog.directory().absolutePath();
   return SSavePath{.path = dialog.selectedFiles().constFirst().toStdString(),
@@ -248,7 +249,7 @@ std::optional<double> CQtQuestions::AskScaleFactor(double offered) {
 }
 
 std::unique_ptr<CProgress> CQtQuestions::BeginWork(const std::string& title, bool cancellable) {
-  return std::make_unique<CQtProgress>(QString::fromStdString(title), cancellable, Parent());
+  return std::make_unique<CQtProgress>(ToQString(title), cancellable, Parent());
 }
 
 }  // namespace veldra

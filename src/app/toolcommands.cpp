@@ -31,17 +31,18 @@ CToolCommands::~CToolCommands() {
 
 // --- Archives ------------------------------------------------------------------------------------------------------
 
-SPodServices CToolCommands::PodServices() {
+SToolServices CToolCommands::Services() {
   return {.questions = app_.Questions(),
           .settings = app_.Settings(),
           .stock = stock_,
+          .default_colors = app_.DefaultColors(),
           .game_folder = app_.InstallationDirectory(),
           .show_archive = [this](const std::string& path) { OpenArchive(path); }};
 }
 
 CPodExtractorDialog& CToolCommands::Extractor() {
   if (extractor_ == nullptr) {
-    extractor_ = new CPodExtractorDialog(PodServices(), &window_);
+    extractor_ = new CPodExtractorDialog(Services(), &window_);
     extractor_->setAttribute(Qt::WA_DeleteOnClose);
   }
   BringToFront(*extractor_);
@@ -62,7 +63,7 @@ bool CToolCommands::OpenArchive(const std::string& path) {
 
 void CToolCommands::ShowCreator() {
   if (creator_ == nullptr) {
-    creator_ = new CPodCreatorDialog(PodServices(), &window_);
+    creator_ = new CPodCreatorDialog(Services(), &window_);
     creator_->setAttribute(Qt::WA_DeleteOnClose);
   }
   BringToFront(*creator_);
@@ -87,13 +88,7 @@ void CToolCommands::ShowDefaultColors() {
 
 CTruckEditorDlg& CToolCommands::TruckEditor() {
   if (truck_editor_ == nullptr) {
-    const STruckEditorServices services{.settings = app_.Settings(),
-                                        .questions = app_.Questions(),
-                                        .stock = stock_,
-                                        .default_colors = app_.DefaultColors(),
-                                        .game_folder = app_.InstallationDirectory(),
-                                        .show_archive = [this](const std::string& path) { OpenArchive(path); }};
-    truck_editor_ = new CTruckEditorDlg(services, &window_);
+    truck_editor_ = new CTruckEditorDlg(Services(), &window_);
     truck_editor_->setAttribute(Qt::WA_DeleteOnClose);
   }
   BringToFront(*truck_editor_);

@@ -8,7 +8,7 @@
 #include "app/tarn2.h"
 #include "archive/stockfiles.h"
 #include "interchange/importcommands.h"
-#include "podtools/podservices.h"
+#include "packing/toolservices.h"
 
 namespace veldra {
 
@@ -45,7 +45,7 @@ class CToolCommands {
   bool CloseWindows();
 
  private:
-  SPodServices PodServices();
+  SToolServices Services();
   SImportServices ImportServices();
   CPodExtractorDialog& Extractor();
   CTruckEditorDlg& TruckEditor();

@@ -7,6 +7,7 @@
 
 #include "model/helperclasses.h"
 #include "platform/text.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -37,7 +38,7 @@ CUnknownFaceDialog::CUnknownFaceDialog(uint32_t type, QWidget* parent)
   choice->addWidget(types_, 1);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(new QLabel("This model contains the unknown face\n" +
-                               QString::fromStdString(Format("type (0x%x). What would you like to do?", type))));
+                               ToQString(Format("type (0x%x). What would you like to do?", type))));
   layout->addSpacing(6);
   layout->addWidget(ignore_);
   layout->addWidget(abort_);

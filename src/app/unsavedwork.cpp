@@ -5,6 +5,7 @@
 
 #include "app/mainfrm.h"
 #include "platform/endsignals.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -18,8 +19,7 @@ CUnsavedWork::CUnsavedWork(CMainFrame& frame) : frame_(frame) {
 void CUnsavedWork::Tick() {
   CRecoveryKeeper& keeper = frame_.App().Recovery();
   keeper.Tick();
-  if (!keeper.Fault().empty())
-    frame_.Say(tr("No recovery copy could be written: %1").arg(QString::fromStdString(keeper.Fault())));
+  if (!keeper.Fault().empty()) frame_.Say(tr("No recovery copy could be written: %1").arg(ToQString(keeper.Fault())));
 }
 
 void CUnsavedWork::OnCommitData(QSessionManager& manager) {

@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "platform/files.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -70,7 +71,7 @@ void CWindowPicture::Take() {
   SError error;
   const std::string_view bytes(png.constData(), static_cast<size_t>(png.size()));
   if (!ReplaceFile(picture_.toStdString(), bytes, &error)) {
-    Fail(picture_ + ": " + QString::fromStdString(error.what));
+    Fail(picture_ + ": " + ToQString(error.what));
     return;
   }
   QApplication::exit(0);

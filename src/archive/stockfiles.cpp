@@ -97,7 +97,7 @@ size_t CStockFiles::Count() const {
 
 std::string CStockFiles::Note() const {
   if (!built_) BuildTables();
-  return is_shipped_ ? std::string(kShippedListNote) + " Tools > Build stock-file list makes the whole list." : "";
+  return is_shipped_ ? std::string(kShippedListNote) + " Tools > Build Stock-File List makes the whole list." : "";
 }
 
 }  // namespace veldra

@@ -9,6 +9,7 @@
 
 #include "model/texturepicture.h"
 #include "ui/faultlabel.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -68,10 +69,10 @@ void CEarlierStatesDialog::AddState(const SEarlierState& state) {
   const QLocale locale;
   auto* item = new QTreeWidgetItem(list_);
   item->setData(kTime, kIdRole, QVariant::fromValue(state.id));
-  item->setText(kSize, locale.formattedDataSize(static_cast<qint64>(state.size)));
+  item->setText(kSize, tr("%1 bytes").arg(locale.toString(static_cast<qulonglong>(state.size))));
   item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
   if (!state.fault.empty()) {
-    item->setText(kCommand, tr("Damaged: %1").arg(QString::fromStdString(state.fault)));
+    item->setText(kCommand, tr("Damaged: %1").arg(ToQString(state.fault)));
     item->setToolTip(kCommand, item->text(kCommand));
     item->setForeground(kCommand, FaultColor(palette()));
     item->setFlags(item->flags() & ~Qt::ItemIsEnabled);
@@ -81,7 +82,7 @@ void CEarlierStatesDialog::AddState(const SEarlierState& state) {
   item->setText(kTime, locale.toString(time, QLocale::ShortFormat));
   item->setToolTip(kTime, locale.toString(time, QLocale::LongFormat));
   item->setIcon(kTime, PictureOf(state.picture, kPictureSide, *this));
-  item->setText(kCommand, QString::fromStdString(state.command));
+  item->setText(kCommand, ToQString(state.command));
   item->setText(kVertices, locale.toString(state.vertices));
   item->setText(kFaces, locale.toString(state.faces));
   item->setTextAlignment(kVertices, Qt::AlignRight | Qt::AlignVCenter);

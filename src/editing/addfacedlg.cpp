@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "model/texturepicture.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -117,7 +118,7 @@ SAddFaceInput CAddFaceDialog::Input() const {
 }
 
 QString CAddFaceDialog::Fault() {
-  return QString::fromStdString(InputFault(model_, Input()));
+  return ToQString(InputFault(model_, Input()));
 }
 
 }  // namespace veldra

@@ -7,6 +7,7 @@
 
 #include "editing/roundedvalue.h"
 #include "model/texturepicture.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -165,7 +166,7 @@ QString CEditFaceDialog::Fault() {
   const std::string fault = InputFault(model_, input);
   if (!fault.empty()) {
     FieldFault();
-    return QString::fromStdString(fault);
+    return ToQString(fault);
   }
   const SFacePlane plane = ComputedPlane(model_, input);
   normal_->setText(PointText(plane.normal));

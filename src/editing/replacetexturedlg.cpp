@@ -7,6 +7,7 @@
 #include "model/texturepicture.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -30,7 +31,7 @@ std::optional<STextureImage> LoadPreview(const std::string& path, const ColorTab
   if (image.size == 0) return std::nullopt;
   SError error;
   const auto texels = ReadWholeFile(there, &error);
-  fault = QString::fromStdString(error.what);
+  fault = ToQString(error.what);
   if (!texels) return std::nullopt;
   const ColorTable colors = ReadColorTable(ChangeExtension(there, "ACT")).value_or(default_colors);
   DecodeTexture(texels->View(), colors, image);
@@ -105,7 +106,7 @@ SReplaceTextureInput CReplaceTextureDialog::Input() const {
 }
 
 QString CReplaceTextureDialog::Fault() {
-  return file_fault_.isEmpty() ? QString::fromStdString(InputFault(model_, Input())) : file_fault_;
+  return file_fault_.isEmpty() ? ToQString(InputFault(model_, Input())) : file_fault_;
 }
 
 }  // namespace veldra

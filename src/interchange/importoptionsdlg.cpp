@@ -6,6 +6,7 @@
 
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -22,8 +23,8 @@ QLabel* NumberLabel(const char* name) {
 }
 
 QString Counts(const SWaveMesh& mesh, const std::string& path) {
-  return QString::fromStdString(Format("%s (vertices: %zu, faces: %zu)", ToUtf8(FileNamePart(path)).c_str(),
-                                       mesh.vertices.size(), mesh.FaceCount()));
+  return ToQString(Format("%s (vertices: %zu, faces: %zu)", ToUtf8(FileNamePart(path)).c_str(), mesh.vertices.size(),
+                          mesh.FaceCount()));
 }
 
 }  // namespace
@@ -74,7 +75,7 @@ QWidget* CImportOptionsDialog::MakePreview() {
     const auto axis = static_cast<size_t>(row);
     rows_[axis] = {NumberLabel(kSizeNames[axis]), NumberLabel(kPlaceNames[axis])};
     auto* const size_in_file = NumberLabel("");
-    size_in_file->setText(QString::fromStdString(Format("%.6g", mesh_.max[axis] - mesh_.min[axis])));
+    size_in_file->setText(ToQString(Format("%.6g", mesh_.max[axis] - mesh_.min[axis])));
     grid->addWidget(new QLabel(kAxes[axis]), row + 1, 0);
     grid->addWidget(size_in_file, row + 1, 1);
     grid->addWidget(rows_[axis].size, row + 1, 2);

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "platform/text.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -39,7 +40,7 @@ QString TextureText(const CBinTexture& texture) {
   text += Format(", %d x %d, ", texture.Width(), texture.Width());
   const int32_t count = texture.UseCount();
   text += count == 0 ? "not used" : Format("used by %d %s", count, count == 1 ? "face" : "faces");
-  return QString::fromStdString(text);
+  return ToQString(text);
 }
 
 void FillWithTextures(QComboBox& box, const CBinModel& model) {

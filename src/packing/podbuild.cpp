@@ -68,10 +68,6 @@ size_t CPodBuild::AddFiles(std::span<const std::string> paths) {
   return AddAny(paths, false);
 }
 
-size_t CPodBuild::AddFolder(const std::string& folder) {
-  return AddAny(std::span(&folder, 1), false);
-}
-
 size_t CPodBuild::AddArchive(const std::string& path) {
   CPodDocument archive;
   SError error;

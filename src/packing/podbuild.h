@@ -31,11 +31,10 @@ class CPodBuild {
   // Each returns how many were added, at the end. What is refused (its name, a name that is there already, a file that
   // cannot be read) is told in one message: the first refusal as its text, the others as its details.
   size_t AddFiles(std::span<const std::string> paths);
-  /// All files below FOLDER; those of no known type keep their place below it as part of their names.
-  size_t AddFolder(const std::string& folder);
   /// The entries of another archive. None, after "Failed to load POD file", when it cannot be loaded.
   size_t AddArchive(const std::string& path);
-  /// Files, folders and, with INSERT_ARCHIVES, archives as their entries.
+  /// Files, folders and, with INSERT_ARCHIVES, archives as their entries. Of a folder all files below it; those of no
+  /// known type keep their place below it as part of their names.
   size_t AddAny(std::span<const std::string> paths, bool insert_archives);
   size_t AddSources(const std::vector<SPodSource>& sources);
 

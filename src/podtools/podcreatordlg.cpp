@@ -68,7 +68,7 @@ QTreeWidget* MakeTree(const char* name, const QStringList& titles) {
 
 }  // namespace
 
-CPodCreatorDialog::CPodCreatorDialog(const SPodServices& services, QWidget* parent)
+CPodCreatorDialog::CPodCreatorDialog(const SToolServices& services, QWidget* parent)
     : QDialog(parent, kToolWindow), services_(services), build_(services.questions, services.stock) {
   setObjectName("podCreator");
   setWindowTitle(tr("POD Creator"));

@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "packing/podbuild.h"
-#include "podtools/podservices.h"
+#include "packing/toolservices.h"
+#include "podtools/podprompt.h"
 #include "ui/dialogplace.h"
 
 namespace veldra {
@@ -20,7 +21,7 @@ class CPodCreatorDialog : public QDialog {
   Q_OBJECT
 
  public:
-  CPodCreatorDialog(const SPodServices& services, QWidget* parent);
+  CPodCreatorDialog(const SToolServices& services, QWidget* parent);
 
   CPodBuild& Build() { return build_; }
   /// Files, folders, and archives as the check box says.
@@ -56,7 +57,7 @@ class CPodCreatorDialog : public QDialog {
   void Refresh();
   bool LeavesOutStock() const { return leave_out_stock_->isChecked(); }
 
-  SPodServices services_;
+  SToolServices services_;
   CPodBuild build_;
   std::vector<SDependency> needed_;
   bool is_written_ = true;  ///< nothing has been added since the archive was written

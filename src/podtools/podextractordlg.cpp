@@ -41,7 +41,7 @@ SFilePrompt PodFilePrompt(const std::string& title, const CSettings& settings) {
           .default_extension = "pod"};
 }
 
-CPodExtractorDialog::CPodExtractorDialog(const SPodServices& services, QWidget* parent)
+CPodExtractorDialog::CPodExtractorDialog(const SToolServices& services, QWidget* parent)
     : QDialog(parent, kToolWindow), services_(services) {
   setObjectName("podExtractor");
   setWindowTitle(tr("POD Extractor"));

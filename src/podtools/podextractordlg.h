@@ -10,9 +10,10 @@
 #include <memory>
 #include <optional>
 
+#include "packing/toolservices.h"
 #include "podtools/podlistmodel.h"
 #include "podtools/podpreview.h"
-#include "podtools/podservices.h"
+#include "podtools/podprompt.h"
 #include "ui/dialogplace.h"
 #include "ui/pathfield.h"
 
@@ -24,7 +25,7 @@ class CPodExtractorDialog : public QDialog {
   Q_OBJECT
 
  public:
-  CPodExtractorDialog(const SPodServices& services, QWidget* parent);
+  CPodExtractorDialog(const SToolServices& services, QWidget* parent);
   ~CPodExtractorDialog() override;
 
   /// Shows the archive PATH. False after "Failed to load POD file"; the archive that was there stays.
@@ -50,7 +51,7 @@ class CPodExtractorDialog : public QDialog {
   void TakeFields();
   QStringList ExportForDrag(const std::vector<size_t>& entries);
 
-  SPodServices services_;
+  SToolServices services_;
   CPodDocument archive_;
   CPodListModel* entries_;
   CPodListFilter* filter_;

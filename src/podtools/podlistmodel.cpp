@@ -47,13 +47,13 @@ QString CPodListModel::Text(const SPodEntry& entry, int column) const {
     case kSize:
       return QLocale().toString(entry.length);
     default:
-      return QString::fromStdString(PodDateText(archive_->ModificationTime()));
+      return ToQString(PodDateText(archive_->ModificationTime()));
   }
 }
 
 QVariant CPodListModel::data(const QModelIndex& index, int role) const {
   const SPodEntry& entry = archive_->Entries()[static_cast<size_t>(index.row())];
-  const QString fault = QString::fromStdString(PodFaultText(entry.fault));
+  const QString fault = ToQString(PodFaultText(entry.fault));
   switch (role) {
     case Qt::DisplayRole:
       return Text(entry, index.column());

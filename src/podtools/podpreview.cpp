@@ -129,7 +129,7 @@ bool CPodPreview::ShowColors(const CFileBytes& bytes) {
   if (colors.size() < std::tuple_size_v<ColorTable>) return false;
   const QImage table(colors.data(), kPaletteSide, kPaletteSide, 3 * kPaletteSide, QImage::Format_RGB888);
   ShowPicture(table.copy());
-  caption_->setText(tr("Colour table, 256 colours"));
+  caption_->setText(tr("Color table, 256 colors"));
   return true;
 }
 

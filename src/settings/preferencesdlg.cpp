@@ -8,6 +8,7 @@
 #include <array>
 
 #include "ui/colorwell.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -29,9 +30,9 @@ constexpr SPageTitle kPageTitles[] = {
 };
 
 bool Mentions(const SSettingRow& row, const QString& text) {
-  bool is_there = QString::fromStdString(row.meaning + '\n' + row.key).contains(text, Qt::CaseInsensitive);
+  bool is_there = ToQString(row.meaning + '\n' + row.key).contains(text, Qt::CaseInsensitive);
   for (const SSettingChoice& choice : row.choices)
-    is_there = is_there || QString::fromStdString(choice.label).contains(text, Qt::CaseInsensitive);
+    is_there = is_there || ToQString(choice.label).contains(text, Qt::CaseInsensitive);
   return is_there;
 }
 
@@ -201,7 +202,7 @@ QString CPreferencesDialog::FieldFault() {
   for (const SControl& control : controls_) {
     if (control.number == nullptr || control.number->IsValid()) continue;
     return tr("%1: %2 %3")
-        .arg(list_->item(control.page)->text(), QString::fromStdString(control.row->meaning), control.number->Fault());
+        .arg(list_->item(control.page)->text(), ToQString(control.row->meaning), control.number->Fault());
   }
   return {};
 }

@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "ui/colorwell.h"
 #include "ui/pathfield.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -19,7 +20,7 @@ using Changed = std::function<void()>;
 /// CONTROL under what it is for.
 QWidget* UnderMeaning(const SSettingRow& row, QWidget* control, bool fills_line) {
   auto* box = new QWidget;
-  auto* label = new QLabel(QString::fromStdString(row.meaning));
+  auto* label = new QLabel(ToQString(row.meaning));
   label->setWordWrap(true);
   label->setBuddy(control);
   auto* layout = new QVBoxLayout(box);
@@ -31,8 +32,8 @@ QWidget* UnderMeaning(const SSettingRow& row, QWidget* control, bool fills_line)
 }
 
 void FillSwitch(SSettingControl& control, const Changed& changed) {
-  auto* box = new QCheckBox(QString::fromStdString(control.row->meaning).replace('&', "&&"));
-  box->setObjectName(QString::fromStdString(control.row->key));
+  auto* box = new QCheckBox(ToQString(control.row->meaning).replace('&', "&&"));
+  box->setObjectName(ToQString(control.row->key));
   QObject::connect(box, &QCheckBox::toggled, box, changed);
   control.box = box;
   control.text = [box] { return box->isChecked() ? "1" : "0"; };
@@ -41,9 +42,9 @@ void FillSwitch(SSettingControl& control, const Changed& changed) {
 
 void FillChoice(SSettingControl& control, const Changed& changed) {
   auto* box = new QComboBox;
-  box->setObjectName(QString::fromStdString(control.row->key));
+  box->setObjectName(ToQString(control.row->key));
   for (const SSettingChoice& choice : control.row->choices)
-    box->addItem(QString::fromStdString(choice.label), choice.value);
+    box->addItem(ToQString(choice.label), choice.value);
   QObject::connect(box, &QComboBox::currentIndexChanged, box, changed);
   control.box = UnderMeaning(*control.row, box, false);
   control.text = [box] { return std::to_string(box->currentData().toInt()); };
@@ -55,7 +56,7 @@ void FillChoice(SSettingControl& control, const Changed& changed) {
 void FillNumber(SSettingControl& control, bool is_integer, const Changed& changed) {
   const SNumberRule rule{.integer = is_integer, .smallest = control.row->smallest, .largest = control.row->largest};
   auto* field = new CNumberField(rule);
-  field->setObjectName(QString::fromStdString(control.row->key));
+  field->setObjectName(ToQString(control.row->key));
   QObject::connect(field, &CNumberField::TextChanged, field, changed);
   control.box = UnderMeaning(*control.row, field, true);
   control.number = field;
@@ -66,19 +67,18 @@ void FillNumber(SSettingControl& control, bool is_integer, const Changed& change
 
 void FillColor(SSettingControl& control, const Changed& changed) {
   auto* well = new CColorWell;
-  well->setObjectName(QString::fromStdString(control.row->key));
+  well->setObjectName(ToQString(control.row->key));
   QObject::connect(well, &CColorWell::ColorChanged, well, changed);
   control.box = UnderMeaning(*control.row, well, false);
   control.text = [well] { return well->Color().name().toUpper().toStdString(); };
-  control.set_text = [well](const std::string& text) { well->SetColor(QColor(QString::fromStdString(text))); };
+  control.set_text = [well](const std::string& text) { well->SetColor(QColor(ToQString(text))); };
 }
 
 void FillPath(SSettingControl& control, const Changed& changed) {
   const bool is_file = !ExtensionPart(control.row->default_text).empty();
   auto* field = new CPathField(is_file ? CPathField::EKind::kFile : CPathField::EKind::kFolder);
-  field->setObjectName(QString::fromStdString(control.row->key));
-  field->SetPrompt(QString::fromStdString(control.row->meaning),
-                   {{"Adobe Color Table *.act", "*.act"}, {"All Files *.*", "*.*"}});
+  field->setObjectName(ToQString(control.row->key));
+  field->SetPrompt(ToQString(control.row->meaning), {{"Adobe Color Table *.act", "*.act"}, {"All Files *.*", "*.*"}});
   QObject::connect(field, &CPathField::PathChanged, field, changed);
   control.box = UnderMeaning(*control.row, field, true);
   control.text = [field] { return field->Path(); };
@@ -100,7 +100,7 @@ SSettingControl MakeSettingControl(const SSettingRow& row, const std::function<v
   } else {
     FillNumber(control, std::holds_alternative<int32_t& (*)(CSettings&)>(row.member), changed);
   }
-  control.box->setToolTip(QString::fromStdString(Format("%s in the settings file", row.key.c_str())));
+  control.box->setToolTip(ToQString(Format("%s in the settings file", row.key.c_str())));
   control.set_text(row.default_text);
   return control;
 }

@@ -12,6 +12,7 @@
 #include "model/normals.h"
 #include "model/texturepicture.h"
 #include "platform/numberrule.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -158,8 +159,8 @@ void CCurrentFaceWidget::ShowCorners(const CBinFace& face) {
     item->setText(kUColumn, QString::number(coord.u + 0.0, 'g', 4));
     item->setText(kVColumn, QString::number(coord.v + 0.0, 'g', 4));
     item->setText(kPositionColumn, PointText(face.Corner(k)->Position()));
-    item->setToolTip(kUColumn, QString::fromStdString(NumberText(coord.u)));
-    item->setToolTip(kVColumn, QString::fromStdString(NumberText(coord.v)));
+    item->setToolTip(kUColumn, ToQString(NumberText(coord.u)));
+    item->setToolTip(kVColumn, ToQString(NumberText(coord.v)));
     item->setSelected(k == current);
   }
 }

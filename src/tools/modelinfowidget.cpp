@@ -6,6 +6,7 @@
 #include "editing/infodlg.h"
 #include "interchange/modelreport.h"
 #include "platform/text.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -20,7 +21,7 @@ void CModelInfoWidget::Refresh(const SNews&) {
   const CEditCursor* cursor = Cursor();
   const std::string report =
       cursor == nullptr ? "" : ModelInformation(cursor->Model(), cursor->FaceObject(), cursor->VertexObject());
-  const QString text = QString::fromStdString(ToUtf8(report));
+  const QString text = ToQString(ToUtf8(report));
   if (text == text_->toPlainText()) return;
   const int line = text_->verticalScrollBar()->value();
   text_->setPlainText(text);

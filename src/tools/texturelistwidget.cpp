@@ -9,6 +9,7 @@
 #include "model/texturepicture.h"
 #include "platform/text.h"
 #include "tools/itemmenus.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -62,7 +63,7 @@ QString CTextureRows::TextOf(const CBinTexture& texture, int column) const {
   if (column == kFaces) return texture.UseCount() == 0 ? tr("unused") : QStringLiteral("%L1").arg(texture.UseCount());
   const QString kind =
       texture.Kind() == ETextureKind::kPlain ? tr("plain") : tr("%1 frames").arg(texture.Frames().size());
-  return tr("%1\n%2 x %2, %3").arg(QString::fromStdString(ToUtf8(texture.Name()))).arg(texture.Width()).arg(kind);
+  return tr("%1\n%2 x %2, %3").arg(ToQString(ToUtf8(texture.Name()))).arg(texture.Width()).arg(kind);
 }
 
 QVariant CTextureRows::headerData(int section, Qt::Orientation, int role) const {

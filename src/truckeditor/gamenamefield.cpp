@@ -112,7 +112,7 @@ void CGameNameField::Browse() {
                                                     .default_extension = {}});
   if (!path) return;
   const std::string file_name = UpperCase(FileNamePart(*path));
-  edit_->setText(QString::fromStdString(name_of_file_ ? name_of_file_(file_name) : file_name));
+  edit_->setText(ToQString(name_of_file_ ? name_of_file_(file_name) : file_name));
   context_.document.EndStep();
   Take();
   context_.document.EndStep();
@@ -141,7 +141,7 @@ void CGameNameField::SayWhere(const std::string& name) {
   }
   if (!missing.isEmpty()) return Say(tr("Not found: %1").arg(missing.join(", ")), true);
   if (where.empty() && all_stock) return Say(tr("Every installation has it"), false);
-  Say(tr("In %1").arg(QString::fromStdString(ToUtf8(where))), false);
+  Say(tr("In %1").arg(ToQString(ToUtf8(where))), false);
 }
 
 /// The note's colours are made from the window's.

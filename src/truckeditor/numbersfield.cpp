@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "ui/numberfield.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -97,7 +98,7 @@ void CNumbersField::Refresh() {
   for (SNumber& number : numbers_) {
     const std::optional<double> value = number.get();
     if (value && (!number.is_there || *value != number.shown))
-      number.edit->setText(QString::fromStdString(NumberText(*value + 0.0)));
+      number.edit->setText(ToQString(NumberText(*value + 0.0)));
     if (!value) number.edit->clear();
     number.edit->setEnabled(value.has_value());
     number.is_there = value.has_value();
@@ -121,7 +122,7 @@ void CNumbersField::ShowFault() {
   for (const SNumber& number : numbers_) {
     if (!number.is_there || !fault.isEmpty()) continue;
     const std::string text = NumberFault(PlainNumber(number.edit->text(), number.rule), number.rule);
-    fault = QString::fromStdString(text);
+    fault = ToQString(text);
     number.edit->setAccessibleDescription(fault);
   }
   fault_->setText(fault);

@@ -1,4 +1,5 @@
 #include "truckeditor/truck3dpage.h"
+#include "ui/qstrings.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -118,7 +119,7 @@ void CTruck3dPage::ListPoints() {
     points_->clear();
     points_->addItem(tr("No point selected"));
     for (const STruckPointId& id : points)
-      points_->addItem(QString::fromStdString(TruckPointName(id)));
+      points_->addItem(ToQString(TruckPointName(id)));
   }
   ShowSelected();
 }

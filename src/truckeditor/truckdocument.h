@@ -19,8 +19,8 @@ class CTruckDocument : public QObject {
   const CTruck& Truck() const { return truck_; }
   /// What PLACE, a function that finds a part of a truck to change it, finds in this one, for looking at it only.
   template <typename Place>
-  const auto* Look(const Place& place) const {
-    return place(const_cast<CTruck&>(truck_));
+  const auto* Look(const Place& place) {
+    return place(truck_);
   }
   /// "" for one that has never been saved.
   const std::string& Path() const { return path_; }

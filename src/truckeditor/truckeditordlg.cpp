@@ -17,6 +17,7 @@
 #include "truckeditor/trucksoundspage.h"
 #include "ui/commandicons.h"
 #include "ui/dialogplace.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -45,7 +46,7 @@ std::string DraggedTruck(const QMimeData& data) {
 
 }  // namespace
 
-CTruckEditorDlg::CTruckEditorDlg(const STruckEditorServices& services, QWidget* parent)
+CTruckEditorDlg::CTruckEditorDlg(const SToolServices& services, QWidget* parent)
     : QMainWindow(parent, kToolWindow),
       services_(services),
       context_{document_, services.questions, services.settings},
@@ -163,9 +164,9 @@ std::string CTruckEditorDlg::Title() const {
 }
 
 void CTruckEditorDlg::OnChanged() {
-  setWindowTitle(tr("%1[*] - Truck Editor").arg(QString::fromStdString(ToUtf8(Title()))));
+  setWindowTitle(tr("%1[*] - Truck Editor").arg(ToQString(ToUtf8(Title()))));
   setWindowModified(document_.IsModified());
-  statusBar()->showMessage(QString::fromStdString(ToUtf8(document_.Path())));
+  statusBar()->showMessage(ToQString(ToUtf8(document_.Path())));
   if (undo_ == nullptr) return;
   undo_->setEnabled(document_.CanUndo());
   redo_->setEnabled(document_.CanRedo());

@@ -10,6 +10,7 @@
 
 #include "archive/stockfiles.h"
 #include "packing/packtruck.h"
+#include "packing/toolservices.h"
 #include "truckeditor/gamenamefield.h"
 #include "truckeditor/truckdocument.h"
 
@@ -18,23 +19,12 @@ namespace veldra {
 class CTruck3dPage;
 class CTruckLightsPage;
 
-/// What the truck editor works with; all of it outlives the editor.
-struct STruckEditorServices {
-  CSettings& settings;
-  CQuestions& questions;
-  const CStockFiles& stock;
-  const ColorTable& default_colors;  ///< for textures without a colour table of their own
-  std::string game_folder;           ///< where the game is installed; "" for nowhere
-  /// Shows an archive that has been written, in the extractor.
-  std::function<void(const std::string& pod)> show_archive;
-};
-
 /// The truck editor: one truck, page by page. A window of its own, so that the models stay at hand.
 class CTruckEditorDlg : public QMainWindow {
   Q_OBJECT
 
  public:
-  explicit CTruckEditorDlg(const STruckEditorServices& services, QWidget* parent = nullptr);
+  explicit CTruckEditorDlg(const SToolServices& services, QWidget* parent = nullptr);
   ~CTruckEditorDlg() override;
 
   /// Opens PATH after asking about unsaved changes. False when the user kept the old truck, or after "Failed to load
@@ -71,7 +61,7 @@ class CTruckEditorDlg : public QMainWindow {
   void OnChanged();
   std::string Title() const;
 
-  STruckEditorServices services_;
+  SToolServices services_;
   CTruckDocument document_;
   std::unique_ptr<CTruckFiles> files_;
   std::unique_ptr<CTruckTextures> textures_;

@@ -7,6 +7,7 @@
 
 #include "archive/filetypes.h"
 #include "truck/truckreport.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -16,7 +17,7 @@ constexpr int kListWidth = 170;
 constexpr int kSwatchSide = 28;
 
 QString LightTitle(int index, const TruckLight& light) {
-  return QString("%1  %2").arg(index).arg(QString::fromStdString(LightTypeName(light.type)));
+  return QString("%1  %2").arg(index).arg(ToQString(LightTypeName(light.type)));
 }
 
 }  // namespace
@@ -194,8 +195,10 @@ void CTruckLightsPage::ShowType() {
     type_->removeItem(named);
   type_->setEnabled(light != nullptr);
   const bool is_named = light != nullptr && light->type >= 0 && light->type < named;
-  if (light != nullptr && !is_named) type_->addItem(QString::fromStdString(LightTypeName(light->type)));
-  type_->setCurrentIndex(light == nullptr ? -1 : is_named ? light->type : named);
+  if (light != nullptr && !is_named) type_->addItem(ToQString(LightTypeName(light->type)));
+  int row = -1;
+  if (light != nullptr) row = is_named ? light->type : named;
+  type_->setCurrentIndex(row);
   const bool changes = light != nullptr && AcceptedLightType(light->type) != light->type;
   type_note_->setText(changes ? tr("When the file is read again, this light is a headlight.") : QString());
   type_note_->setVisible(changes);

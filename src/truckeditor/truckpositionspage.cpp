@@ -1,4 +1,5 @@
 #include "truckeditor/truckpositionspage.h"
+#include "ui/qstrings.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
@@ -23,12 +24,12 @@ int WidestName() {
   for (const STruckPointId& id :
        {STruckPointId{ETruckPoint::kAxleBar}, STruckPointId{ETruckPoint::kDriveShaft},
         STruckPointId{ETruckPoint::kTire, kFrontRightTire}, STruckPointId{ETruckPoint::kTire, kFrontLeftTire}})
-    widest = std::max(widest, QLabel(QString::fromStdString(TruckPointName(id)) + ":").sizeHint().width());
+    widest = std::max(widest, QLabel(ToQString(TruckPointName(id)) + ":").sizeHint().width());
   return widest;
 }
 
 void AddRow(QFormLayout& form, CTruckDocument& document, const STruckPointId& id) {
-  auto* label = new QLabel(QString::fromStdString(TruckPointName(id)) + ":");
+  auto* label = new QLabel(ToQString(TruckPointName(id)) + ":");
   label->setMinimumWidth(WidestName());
   form.addRow(label, MakePointField(document, id));
 }
@@ -36,7 +37,7 @@ void AddRow(QFormLayout& form, CTruckDocument& document, const STruckPointId& id
 }  // namespace
 
 CNumbersField* MakePointField(CTruckDocument& document, const STruckPointId& id) {
-  const QString name = QString::fromStdString(TruckPointName(id)).toLower().remove(' ');
+  const QString name = ToQString(TruckPointName(id)).toLower().remove(' ');
   auto* field = new CNumbersField(document, name);
   for (size_t axis = 0; axis < 3; ++axis) {
     field->Add(QString("xyz").mid(static_cast<int>(axis), 1), [id, axis](CTruck& truck) -> double* {

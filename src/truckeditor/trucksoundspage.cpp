@@ -7,6 +7,7 @@
 #include "archive/filetypes.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -33,7 +34,7 @@ CTruckSoundsPage::CTruckSoundsPage(const STruckPageContext& context, QWidget* pa
   connect(stop, &QPushButton::clicked, this, [this] { player_.Stop(); });
   auto* last = new QHBoxLayout;
   last->addWidget(stop);
-  last->addWidget(new QLabel(QString::fromStdString(why_not_)), 1);
+  last->addWidget(new QLabel(ToQString(why_not_)), 1);
   form->addRow(QString(), last);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(form);
@@ -58,7 +59,7 @@ void CTruckSoundsPage::Refresh() {
     const bool is_there = context_.files != nullptr && !name.empty() &&
                           context_.files->Find(name, kTypeWav).place != SDependency::EPlace::kMissing;
     play_[slot]->setEnabled(is_there && why_not_.empty());
-    play_[slot]->setToolTip(QString::fromStdString(why_not_));
+    play_[slot]->setToolTip(ToQString(why_not_));
   }
   for (CGameNameField* field : findChildren<CGameNameField*>())
     field->Refresh();

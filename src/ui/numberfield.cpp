@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/text.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -51,7 +52,7 @@ CNumberField::CNumberField(const SNumberRule& rule, EFaultPlace place, QWidget* 
     emit TextChanged();
   });
   // Blanks come along when numbers are pasted.
-  connect(edit_, &QLineEdit::editingFinished, this, [this] { edit_->setText(QString::fromStdString(Text())); });
+  connect(edit_, &QLineEdit::editingFinished, this, [this] { edit_->setText(ToQString(Text())); });
 
   constexpr int kGap = 8;
   line_->setSpacing(kGap);
@@ -86,7 +87,7 @@ void CNumberField::SetSuffix(const QString& suffix) {
 }
 
 void CNumberField::SetValue(double value) {
-  edit_->setText(QString::fromStdString(NumberText(value + 0.0)));  // -0 is nothing that one types
+  edit_->setText(ToQString(NumberText(value + 0.0)));  // -0 is nothing that one types
 }
 
 std::optional<double> CNumberField::Value() const {
@@ -111,7 +112,7 @@ std::string CNumberField::TextFault() const {
 
 void CNumberField::Check() {
   const bool was_valid = IsValid();
-  fault_->setText(QString::fromStdString(TextFault()));
+  fault_->setText(ToQString(TextFault()));
   edit_->setAccessibleDescription(fault_->text());
   if (IsValid() != was_valid) emit ValidityChanged(IsValid());
 }
@@ -119,7 +120,7 @@ void CNumberField::Check() {
 /// For the longest text that the rule can lead to.
 void CNumberField::ReserveFaultRoom() {
   const std::string beyond = NumberText(rule_.largest * 2 + 1);
-  const QString longest = QString::fromStdString(NumberFault(beyond, rule_));
+  const QString longest = ToQString(NumberFault(beyond, rule_));
   const QFontMetrics metrics(fault_->font());
   const int wide = metrics.horizontalAdvance(longest) + metrics.averageCharWidth();
   if (place_ == EFaultPlace::kBelow) {

@@ -23,7 +23,6 @@ class CNumberField : public QWidget {
   enum class EFaultPlace { kBeside, kBelow };
   explicit CNumberField(const SNumberRule& rule, EFaultPlace place = EFaultPlace::kBeside, QWidget* parent = nullptr);
 
-  const SNumberRule& Rule() const { return rule_; }
   void SetRule(const SNumberRule& rule);
   /// What else may be wrong with a number under the rule; the function gives "" for a good one.
   void SetFurtherRule(std::function<std::string(double)> fault);

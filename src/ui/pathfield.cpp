@@ -6,14 +6,14 @@
 
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
 QString FileDialogFilter(const SFileFilter& filter) {
-  const QString pattern = filter.pattern == "*.*" ? QStringLiteral("*") : QString::fromStdString(filter.pattern);
+  const QString pattern = filter.pattern == "*.*" ? QStringLiteral("*") : ToQString(filter.pattern);
   const QString upper = pattern.toUpper();
-  return QStringLiteral("%1 (%2)").arg(QString::fromStdString(filter.label),
-                                       upper == pattern ? pattern : pattern + ' ' + upper);
+  return QStringLiteral("%1 (%2)").arg(ToQString(filter.label), upper == pattern ? pattern : pattern + ' ' + upper);
 }
 
 CPathField::CPathField(EKind kind, QWidget* parent)
@@ -58,7 +58,7 @@ void CPathField::SetPrompt(const QString& title, const std::vector<SFileFilter>&
 }
 
 void CPathField::SetPath(const std::string& path) {
-  edit_->setText(QString::fromStdString(path));
+  edit_->setText(ToQString(path));
   edit_->home(false);
 }
 
@@ -80,7 +80,7 @@ void CPathField::Browse() {
   if (!filters_.isEmpty()) dialog.setNameFilters(filters_);
   const std::string there = FindAnyCase(Path());
   const std::string folder = kind_ == EKind::kFolder ? there : DirectoryPart(there);
-  if (IsDirectory(folder)) dialog.setDirectory(QString::fromStdString(NativePath(folder)));
+  if (IsDirectory(folder)) dialog.setDirectory(ToQString(NativePath(folder)));
   if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
     edit_->setText(dialog.selectedFiles().constFirst());
 }

@@ -29,7 +29,6 @@ class CTarnView : public C3DView, private CDocumentObserver {
   /// The current face and vertex and the tagged vertices of this view.
   CEditCursor& Cursor() { return cursor_; }
   const CEditCursor& Cursor() const { return cursor_; }
-  const CModelPicker& Picker() const { return picker_; }
 
   // --- Finding things; positions are the widget's -----------------------------------------------------------------
   /// From the middle of what is seen, of length 1.

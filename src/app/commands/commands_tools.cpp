@@ -33,7 +33,7 @@ const SCommandRow kRows[] = {
      .run = WithTools<&CToolCommands::ShowCreator>},
     {.id = ECommand::kToolsStockList,
      .name = "stockList",
-     .text = "&Build stock-file list...",
+     .text = "&Build Stock-File List...",
      .status =
          "Make the list of files that every installation has, from the archives of an installed game\nStock-file list",
      .run = WithTools<&CToolCommands::BuildStockList>},

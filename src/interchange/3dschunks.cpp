@@ -21,7 +21,7 @@ constexpr SStudioChunkRow kRows[] = {
     {Place::kEditor, 0x1200, Action::kSkip, "editor background color"},
     {Place::kEditor, 0x1201, Action::kSkip, "editor use background color indicator"},
     {Place::kEditor, 0x1300, Action::kSkip, "editor gradient colors"},
-    {Place::kEditor, 0x1301, Action::kSkip, "editor gradient colors indicator"},
+    {Place::kEditor, 0x1301, Action::kSkip, "editor use gradient colors indicator"},
     {Place::kEditor, 0x1400, Action::kSkip, "editor shadow map bias"},
     {Place::kEditor, 0x1420, Action::kSkip, "editor shadow map size"},
     {Place::kEditor, 0x1450, Action::kSkip, "editor shadow map range"},

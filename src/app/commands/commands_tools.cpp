@@ -8,7 +8,7 @@ namespace {
 const SCommandRow kRows[] = {
     {.id = ECommand::kImport3ds,
      .name = "import3ds",
-     .text = "&3ds File...",
+     .text = "&3ds File",
      .status = "Import an Autodesk 3D Studio File",
      .run = WithTools<&CToolCommands::Import3ds>},
     {.id = ECommand::kImportWavefront,

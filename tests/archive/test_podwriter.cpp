@@ -51,26 +51,24 @@ TEST_F(CPodWriterTest, WritesTheFormatByteForByte) {
 }
 
 TEST_F(CPodWriterTest, RefusesNamesThatTheGameCannotUse) {
-  const struct {
-    const char* name;
-    const char* text;
-  } rows[] = {{"README", "File \"README\" cannot be loaded.\nNo extension specified"},
-              {"a/A.B", "File \"A.B\" cannot be loaded.\nNo extension specified"},
-              {"ABCDEFGH.JPEG", "File \"ABCDEFGH.JPEG\" cannot be loaded.\nNo extension specified"},
-              {"ABCDEFGHI.RAW", "File \"ABCDEFGHI.RAW\" cannot be loaded.\nFile name cannot exceed 8 characters"},
-              {"C.N\xC3\xA9", ""},
-              {"A\x1B.RAW", "Error loading file \"A\\x1B.RAW\""},
-              {"CON.RAW", "Error loading file \"CON.RAW\""},
-              {"aaaaaaaaaaaaaaaaaaaaaaaaa/X.JPG", ""},
-              {"aaaaaaaaaaaaaaaaaaaaaaaaaa/X.JPG", "Error loading file \"X.JPG\""}};
-  for (const auto& row : rows) {
+  const std::pair<const char*, std::string> rows[] = {
+      {"README", "File \"README\" cannot be loaded.\nNo extension specified"},
+      {"a/A.B", "File \"A.B\" cannot be loaded.\nNo extension specified"},
+      {"ABCDEFGH.JPEG", "File \"ABCDEFGH.JPEG\" cannot be loaded.\nNo extension specified"},
+      {"ABCDEFGHI.RAW", "File \"ABCDEFGHI.RAW\" cannot be loaded.\nFile name cannot exceed 8 characters"},
+      {"C.N\xC3\xA9", ""},
+      {"A\x1B.RAW", "Error loading file \"A\\x1B.RAW\""},
+      {"CON.RAW", "Error loading file \"CON.RAW\""},
+      {"aaaaaaaaaaaaaaaaaaaaaaaaa/X.JPG", ""},
+      {"aaaaaaaaaaaaaaaaaaaaaaaaaa/X.JPG", "Error loading file \"X.JPG\""}};
+  for (const auto& [name, text] : rows) {
     sources.clear();
     Add("GOOD.RAW", "good");
-    Add(row.name, "data");
-    EXPECT_EQ(Create(), row.text == ""s) << row.name;
+    Add(name, "data");
+    EXPECT_EQ(Create(), text.empty()) << name;
     const std::vector<std::string> texts = questions.TakeMessageTexts();
-    EXPECT_EQ(texts.empty() ? "" : texts[0], row.text);
-    EXPECT_EQ(FileExists(path), row.text == ""s);
+    EXPECT_EQ(texts.empty() ? "" : texts[0], text);
+    EXPECT_EQ(FileExists(path), text.empty());
     RemoveFile(path);
   }
 }

@@ -18,17 +18,15 @@ TEST_F(CliImport, WavefrontBecomesAModelFile) {
     json vertices;
     json corners;
     int type;
-  } rows[] = {
-      {"--texture $/road.raw", {{0, 0, 0}, {1, 0, 0}, {1, 2, 0}, {0, 2, 0}}, {0, 1, 2, 3}, 0x18},
-      {"--texture ROAD.RAW --scale 10 --face-type 0x33",
-       {{0, 0, 0}, {10, 0, 0}, {10, 20, 0}, {0, 20, 5}},
-       {0, 1, 2, 3},
-       0x33},
-      {"--texture road.raw --scale=10 --swap-yz --center",
-       {{-5, -2, -10}, {5, -2, -10}, {5, -2, 10}, {-5, 3, 10}},
-       {0, 3, 2, 1},
-       0x18},
-  };
+  } rows[] = {{"--texture $/road.raw", {{0, 0, 0}, {1, 0, 0}, {1, 2, 0}, {0, 2, 0}}, {0, 1, 2, 3}, 0x18},
+              {"--texture ROAD.RAW --scale 10 --face-type 0x33",
+               {{0, 0, 0}, {10, 0, 0}, {10, 20, 0}, {0, 20, 5}},
+               {0, 1, 2, 3},
+               0x33},
+              {"--texture road.raw --scale=10 --swap-yz --center",
+               {{-5, -2, -10}, {5, -2, -10}, {5, -2, 10}, {-5, 3, 10}},
+               {0, 3, 2, 1},
+               0x18}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.options);
     const SResult result = Run(std::string("import $/in.OBJ $/out.bin ") + row.options);
@@ -41,14 +39,6 @@ TEST_F(CliImport, WavefrontBecomesAModelFile) {
     EXPECT_EQ(model["textures"][0]["name"], "ROAD.RAW");
     EXPECT_EQ(model["faceGroups"], json::parse(R"([{"name": "lid", "members": [0]}])"));
   }
-}
-
-TEST_F(CliImport, WhatConvertExportsComesBack) {
-  WriteModel("m.bin", {.points = {{0, -10, 3}, {10, -10, 0}, {10, 10, 7}, {2, -8, 0}}, .faces = {{0, 1, 2, 3}}});
-  EXPECT_EQ(Run("convert $/m.bin $/m.obj --to obj").status, 0);
-  EXPECT_EQ(Run("import $/m.obj $/back.bin --texture ROAD.RAW").status, 0);
-  EXPECT_EQ(JsonOf("back.bin")["vertices"], JsonOf("m.bin")["vertices"]);
-  EXPECT_EQ(JsonOf("back.bin")["faces"][0]["corners"], JsonOf("m.bin")["faces"][0]["corners"]);
 }
 
 TEST_F(CliImport, FailuresLeaveTheOldFile) {
@@ -71,8 +61,7 @@ TEST_F(CliImport, FailuresLeaveTheOldFile) {
       {"$/bad.3ds $/Old.bin --texture road.raw --center", 2, "only for .obj files"},
       {"$/bad.obj $/Old.bin --texture road.raw --scale 0", 2, "\"0\" is not a number above 0"},
       {"$/bad.obj $/Old.bin --texture road.raw --face-type 7", 2, "\"7\" is not a face type"},
-      {"$/bad.obj $/Old.bin", 2, "--texture is required"},
-  };
+      {"$/bad.obj $/Old.bin", 2, "--texture is required"}};
   for (const auto& row : rows) {
     Expect({{std::string("import ") + row.line, row.status, "", row.err}});
     EXPECT_EQ(ReadTestFile(folder.File("Old.bin")), "old");

@@ -84,8 +84,7 @@ TEST_F(CCliTexturesTest, WhatIsNoTextureIsRefused) {
       {"texture import $/oblong.png $/o.raw", "is 64 x 128 pixels"},
       {"texture import $/short.raw $/o.raw", "could not be opened"},
       {"texture import $/good.png $/o.raw --palette $/none.act", "is not a colour table"},
-      {"texture import $/good.png $/o.act", "is the name of the colour table"},
-  };
+      {"texture import $/good.png $/o.act", "is the name of the colour table"}};
   const size_t files = ListDirectory(folder.Path()).size();
   for (const auto& [line, message] : cases)
     Expect({{line, 1, "", message}});

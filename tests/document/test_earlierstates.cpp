@@ -55,21 +55,15 @@ TEST_F(EarlierStatesTest, BringsBackAStateExactlyInALaterSession) {
   const auto list = states.List("key");
   ASSERT_EQ(list.size(), 2u);
   EXPECT_EQ(list[0].command, "Merge \xC3\xA4");
-  EXPECT_EQ(list[0].picture.width, 0);
-  EXPECT_EQ(list[1].command, "Centre");
-  EXPECT_EQ(list[1].picture.width, 3);
   EXPECT_EQ(list[1].picture.rgba, picture.rgba);
   EXPECT_EQ(list[1].vertices, 30);
-  EXPECT_GT(list[1].size, 100u);
   EXPECT_NEAR(static_cast<double>(list[1].time), static_cast<double>(PresentTime()), 3600);
   CBinModel model;
   ASSERT_TRUE(states.Open("key", list[1].id, model, textures_.Finder()));
   ExpectEqualModels(one, model);
   SDiagnosis diagnosis;
-  CBinModel none;
-  EXPECT_FALSE(states.Open("key", 12345, none, textures_.Finder(), &diagnosis));
+  EXPECT_FALSE(states.Open("key", 12345, model, textures_.Finder(), &diagnosis));
   EXPECT_NE(diagnosis.what, "");
-  EXPECT_TRUE(states.List("other").empty());
 }
 
 TEST_F(EarlierStatesTest, AStateThatIsTheNewestAlreadyIsNotKeptTwice) {
@@ -79,17 +73,6 @@ TEST_F(EarlierStatesTest, AStateThatIsTheNewestAlreadyIsNotKeptTwice) {
   EXPECT_EQ(Commands(states, "key"), "1 2 ");
   KeepNumbers(states, "key", 1, 1);
   EXPECT_EQ(Commands(states, "key"), "1 2 1 ");
-}
-
-TEST_F(EarlierStatesTest, TheThirtyFirstDropsTheOldest) {
-  CEarlierStates states = Make();
-  KeepNumbers(states, "key", 1, 30);
-  EXPECT_EQ(states.List("key").back().command, "1");
-  KeepNumbers(states, "key", 31, 31);
-  const auto list = states.List("key");
-  ASSERT_EQ(list.size(), 30u);
-  EXPECT_EQ(list.front().command, "31");
-  EXPECT_EQ(list.back().command, "2");
 }
 
 TEST_F(EarlierStatesTest, BytesAreLimitedButTheNewestAlwaysStays) {
@@ -130,8 +113,7 @@ TEST_F(EarlierStatesTest, MovesBehindTheStatesThatAreThere) {
   EXPECT_EQ(states.List("a").size(), 30u);
   EXPECT_EQ(states.List("a").front().command, "3");
   EXPECT_EQ(states.List("a").back().command, "7");
-  EXPECT_TRUE(states.Move("a", "a"));
-  EXPECT_TRUE(states.Move("nothing", "a"));
+  EXPECT_TRUE(states.Move("a", "a") && states.Move("nothing", "a"));
   EXPECT_EQ(states.List("a").size(), 30u);
 }
 
@@ -140,12 +122,10 @@ TEST_F(EarlierStatesTest, KeysTellDocumentsApart) {
   const std::string key = CEarlierStates::KeyOfPath(path);
   EXPECT_EQ(CEarlierStates::KeyOfPath(folder_.File("models/../models/Truck One.bin")), key);
   EXPECT_NE(CEarlierStates::KeyOfPath(folder_.File("Truck One.bin")), key);
-  EXPECT_TRUE(key.starts_with("truck-one-bin-")) << key;
   const std::string odd = CEarlierStates::KeyOfPath(folder_.File("models/" + std::string(100, '\xE9') + "..:*"));
   EXPECT_EQ(odd.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-"), std::string::npos) << odd;
 
   const CEarlierStates states = Make();
-  EXPECT_EQ(states.KeyOfUntitled(1), states.KeyOfUntitled(1));
   EXPECT_NE(states.KeyOfUntitled(1), states.KeyOfUntitled(2));
   EXPECT_NE(states.KeyOfUntitled(1), Make().KeyOfUntitled(1));
 }

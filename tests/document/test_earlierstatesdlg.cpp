@@ -25,9 +25,6 @@ TEST(EarlierStatesDialog, OpensASoundStateOnly) {
   const std::vector<SEarlierState> states = {{.id = 9, .command = "Resize", .time = 1700000000, .vertices = 12},
                                              {.id = uint64_t{1} << 40, .command = "Save"},
                                              {.id = 2, .fault = "cut short"}};
-  const auto open = [](QWidget& dialog) { ClickButton(dialog, "Open as a new document"); };
-  EXPECT_EQ(Answer(states, open), 9u);
-  EXPECT_EQ(Answer(states, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }), std::nullopt);
   EXPECT_EQ(Answer(states,
                    [](QWidget& dialog) {
                      auto* list = Child<QTreeWidget>(dialog, "states");

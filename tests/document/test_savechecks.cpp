@@ -21,13 +21,8 @@ TEST_F(CSaveChecksTest, CenteredCheckAllowsASumOfOne) {
   const struct {
     int32_t low, high;
     bool asked;
-  } cases[] = {{-10, 12, true},
-               {-10, 11, false},
-               {-12, 10, true},
-               {-11, 10, false},
-               {-10, 10, false},
-               {5, 5, true},
-               {kSmallest, kLargest, false},
+  } cases[] = {{-10, 12, true},           {-10, 11, false}, {-12, 10, true},
+               {-11, 10, false},          {5, 5, true},     {kSmallest, kLargest, false},
                {kLargest, kLargest, true}};
   for (const auto& c : cases) {
     SCOPED_TRACE(::testing::Message() << c.low << " to " << c.high);
@@ -38,28 +33,6 @@ TEST_F(CSaveChecksTest, CenteredCheckAllowsASumOfOne) {
     settings.not_centered_msg = 0;
     EXPECT_TRUE(document.CheckCentered());
     settings.not_centered_msg = 1;
-  }
-}
-
-TEST_F(CSaveChecksTest, AnswersToTheCenteredCheck) {
-  const struct {
-    EAnswer answer;
-    bool saved;
-    int32_t first_y;
-  } cases[] = {{EAnswer::kYes, true, -11}, {EAnswer::kNo, true, -10}, {EAnswer::kCancel, false, -10}};
-  for (const auto& c : cases) {
-    const std::string path = folder.File("centered.bin");
-    RemoveFile(path);
-    CTarnDoc document(Services());
-    AddTriangle(document.Model(), -10, 12, &AddTexture(document.Model(), "GOOD.RAW", 64));
-    questions.OnYesNoCancel(kNotCentered, c.answer);
-    EXPECT_EQ(document.Saver().SaveAsVariant(path, EModelVariant::kMtm), c.saved);
-    EXPECT_EQ(FileExists(path), c.saved);
-    if (c.saved) {
-      EXPECT_EQ(FirstYAt(path), c.first_y);
-    }
-    EXPECT_EQ(document.Model().Vertex(0).Position().y, c.first_y);
-    EXPECT_EQ(document.IsModified(), !c.saved);
   }
 }
 
@@ -91,34 +64,36 @@ TEST_F(CSaveChecksTest, TextureSizeCheckLooksAtUsedTexturesAndEveryFrame) {
   }
 }
 
-TEST_F(CSaveChecksTest, AnswersToTheUnusedVerticesCheck) {
+TEST_F(CSaveChecksTest, AnswersDecideWhatIsSaved) {
   const struct {
-    SUnusedVerticesAnswer answer;
+    EAnswer centered;
+    SUnusedVerticesAnswer unused;
     bool saved;
-    int32_t vertices;
-  } cases[] = {{{EUnused::kDelete, false}, true, 3},
-               {{EUnused::kSaveAnyway, false}, true, 4},
-               {{EUnused::kSaveAnyway, true}, true, 4},
-               {{EUnused::kCancel, false}, false, 4}};
+    int32_t first_y, vertices;
+  } cases[] = {{EAnswer::kCancel, {}, false, -10, 4},
+               {EAnswer::kYes, {EUnused::kDelete, false}, true, -11, 3},
+               {EAnswer::kNo, {EUnused::kSaveAnyway, false}, true, -10, 4},
+               {EAnswer::kNo, {EUnused::kSaveAnyway, true}, true, -10, 4},
+               {EAnswer::kNo, {EUnused::kCancel, false}, false, -10, 4}};
   for (const auto& c : cases) {
     settings.unused_verts_msg = 1;
-    const std::string path = folder.File("unused.bin");
+    const std::string path = folder.File("answers.bin");
     RemoveFile(path);
     CTarnDoc document(Services());
-    FillGood(document.Model());
+    AddTriangle(document.Model(), -10, 12, &AddTexture(document.Model(), "GOOD.RAW", 64));
     document.Model().AddVertex({1, 2, 3});
-    questions.OnUnusedVertices(c.answer);
+    questions.OnYesNoCancel(kNotCentered, c.centered);
+    if (c.centered != EAnswer::kCancel) questions.OnUnusedVertices(c.unused);
     EXPECT_EQ(document.Saver().SaveAsVariant(path, EModelVariant::kMtm), c.saved);
     EXPECT_EQ(FileExists(path), c.saved);
     if (c.saved) {
+      EXPECT_EQ(FirstYAt(path), c.first_y);
       EXPECT_EQ(VertexCountAt(path), c.vertices);
     }
+    EXPECT_EQ(document.Model().Vertex(0).Position().y, c.first_y);
     EXPECT_EQ(document.Model().VertexCount(), c.vertices);
     EXPECT_EQ(document.IsModified(), !c.saved);
-    EXPECT_EQ(settings.unused_verts_msg, c.answer.dont_show_again ? 0 : 1);
-    if (c.answer.dont_show_again) {
-      EXPECT_TRUE(document.Saver().SaveAsVariant(path, EModelVariant::kMtm)) << "not asked again";
-    }
+    EXPECT_EQ(settings.unused_verts_msg, c.unused.dont_show_again ? 0 : 1);
   }
 }
 

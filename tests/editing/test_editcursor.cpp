@@ -26,7 +26,6 @@ TEST_F(EditCursor, CyclesInBothDirectionsAndRoundTheEnds) {
   EXPECT_THAT(walk([&] { cursor.CycleFaces(true); }, face), ElementsAre(0, 1, 2, 0));
   EXPECT_THAT(walk([&] { cursor.CycleFaces(false); }, face), ElementsAre(2, 1, 0, 2));
   EXPECT_THAT(walk([&] { cursor.CycleSelectedFaces(true); }, face), ElementsAre(0, 2, 0, 2));
-  EXPECT_THAT(walk([&] { cursor.CycleSelectedFaces(false); }, face), ElementsAre(2, 0, 2, 0));
   EXPECT_THAT(walk([&] { cursor.CycleVertices(false); }, vertex), ElementsAre(6, 5, 4, 3));
   EXPECT_THAT(walk([&] { cursor.CycleSelectedVertices(true); }, vertex), ElementsAre(5, 5, 5, 5));
   EXPECT_THAT(walk([&] { cursor.CycleCorners(true); }, vertex), ElementsAre(-1, -1, -1, -1)) << "no current face";
@@ -80,15 +79,6 @@ TEST_F(EditCursor, FollowsWhatItPointsAtThroughChanges) {
   model.Clear();
   EXPECT_EQ(cursor.Vertex(), -1);
   EXPECT_THAT(cursor.Tagged(), ElementsAre());
-}
-
-TEST_F(EditCursor, CountsTheSelectionAsItIs) {
-  EXPECT_EQ(cursor.SelectedCount(EGroupKind::kFaces), 0);
-  Select(EGroupKind::kFaces, {0, 1});
-  EXPECT_EQ(cursor.SelectedCount(EGroupKind::kFaces), 2);
-  model.RemoveFaces(1, 1);
-  EXPECT_EQ(cursor.SelectedCount(EGroupKind::kFaces), 1);
-  EXPECT_EQ(cursor.SelectedCount(EGroupKind::kVertices), 0);
 }
 
 }  // namespace veldra::testing

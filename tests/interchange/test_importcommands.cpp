@@ -2,16 +2,11 @@
 
 #include "interchange/importfixture.h"
 
-namespace veldra {
+namespace veldra::testing {
 namespace {
 
-using testing::FaceList;
-using testing::Mesh;
-using testing::StudioFile;
-using testing::VertexList;
-
 /// The documents that commands open.
-class ImportCommands : public testing::CImportTest {
+class ImportCommands : public CImportTest {
  protected:
   ImportCommands() {
     services.fill_new_document = [this](const std::string& title, const std::function<bool(CBinModel&)>& fill) {
@@ -29,8 +24,8 @@ class ImportCommands : public testing::CImportTest {
 };
 
 TEST_F(ImportCommands, EachStudioFileIsImportedIntoItsOwnDocument) {
-  const testing::Bytes one = StudioFile({Mesh({VertexList({0, 0, 0, 1, 0, 0, 0, 1, 0}), FaceList({0, 1, 2, 0})})});
-  const testing::Bytes two = StudioFile({Mesh({VertexList({0, 0, 0})})});
+  const Bytes one = StudioFile({Mesh({VertexList({0, 0, 0, 1, 0, 0, 0, 1, 0}), FaceList({0, 1, 2, 0})})});
+  const Bytes two = StudioFile({Mesh({VertexList({0, 0, 0})})});
   const std::vector<std::string> paths = {folder.Write("1.3ds", one), folder.Write("2.3ds", two),
                                           folder.Write("3.3ds", "damaged"), folder.Write("4.3ds", two)};
   const char* const title = "Please select a default texture for the 3ds model";
@@ -69,12 +64,5 @@ TEST_F(ImportCommands, WavefrontFilesAreAskedForTheirOptions) {
   EXPECT_EQ(questions.Messages()[0].details, "line 1: a vertex needs three coordinates");
 }
 
-TEST_F(ImportCommands, NothingHappensWithoutFiles) {
-  questions.OnOpenFiles("Import WaveFront Model", std::nullopt).OnOpenFiles("Import 3ds File", std::nullopt);
-  RunImportWavefront(services);
-  RunImport3ds(services);
-  EXPECT_TRUE(documents.empty());
-}
-
 }  // namespace
-}  // namespace veldra
+}  // namespace veldra::testing

@@ -61,18 +61,5 @@ TEST(ImportOptionsDialog, ShowsTheResultWhileOneTypes) {
   EXPECT_TRUE(last.swap_yz && last.center);
 }
 
-TEST(ImportOptionsDialog, CancellingKeepsTheLastOptions) {
-  const SWaveMesh mesh = Mesh();
-  SWaveOptions last = {.scale = 0.5};
-  CDialogDriver driver;
-  driver.On("importOptions", [](QWidget& dialog) {
-    EXPECT_EQ(Child<QLineEdit>(dialog, "scale")->text(), "0.5");
-    Type(dialog, "0.25");
-    ClickButton(dialog, "Cancel");
-  });
-  EXPECT_FALSE(AskImportOptions(mesh, "x.obj", last, nullptr));
-  EXPECT_EQ(last.scale, 0.5);
-}
-
 }  // namespace
 }  // namespace veldra::testing

@@ -57,17 +57,5 @@ TEST(ModelReport, DumpShowsTheHalvesOfU) {
             "Magic Number - 0,0x0\nNumber of Vertices - 3\nV0: 0(0,0)\nV1: 3(0,0)\nV2: 4(0,0)\n");
 }
 
-TEST(ModelReport, EmptyModel) {
-  CModelBuilder b;
-  EXPECT_EQ(ModelDump(b.model, ""), "Model Name - \nNumber of Vertices - 0\n\nNumber of Faces - 0\n");
-  EXPECT_EQ(TextureList(b.model), "");
-}
-
-TEST(ModelReport, TextureListNamesEachEntry) {
-  CModelBuilder b;
-  FillSample(b);
-  EXPECT_EQ(TextureList(b.model), "ROAD.RAW\nFLAG\n");
-}
-
 }  // namespace
 }  // namespace veldra

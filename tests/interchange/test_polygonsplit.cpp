@@ -97,18 +97,16 @@ TEST(PolygonSplit, PiecesKeepTheOutline) {
     const char* name;
     Flat flat;
     size_t most_pieces;
-  } rows[] = {
-      {"square", {{0, 0}, {1, 0}, {1, 1}, {0, 1}}, 1},
-      {"arrowhead", {{0, 0}, {5, 5}, {0, 2}, {-5, 5}}, 2},
-      {"pentagon", {{0, 0}, {4, 0}, {5, 3}, {2, 5}, {-1, 3}}, 2},
-      {"straight corners", {{0, 0}, {1, 0}, {2, 0}, {2, 2}, {1, 2}, {0, 2}}, 3},
-      {"L", {{0, 0}, {9, 0}, {9, 1}, {1, 1}, {1, 9}, {0, 9}}, 3},
-      {"star", Star(5, 4), 8},
-      {"pointed star", Star(40, 0.5), 78},
-      {"circle", Star(50, 10), 49},
-      {"comb", Comb(60), 130},
-      {"spike", {{0, 0}, {9, 0}, {9, 9}, {5, 9}, {5, 15}, {5, 9}, {0, 9}}, 4},
-  };
+  } rows[] = {{"square", {{0, 0}, {1, 0}, {1, 1}, {0, 1}}, 1},
+              {"arrowhead", {{0, 0}, {5, 5}, {0, 2}, {-5, 5}}, 2},
+              {"pentagon", {{0, 0}, {4, 0}, {5, 3}, {2, 5}, {-1, 3}}, 2},
+              {"straight corners", {{0, 0}, {1, 0}, {2, 0}, {2, 2}, {1, 2}, {0, 2}}, 3},
+              {"L", {{0, 0}, {9, 0}, {9, 1}, {1, 1}, {1, 9}, {0, 9}}, 3},
+              {"star", Star(5, 4), 8},
+              {"pointed star", Star(40, 0.5), 78},
+              {"circle", Star(50, 10), 49},
+              {"comb", Comb(60), 130},
+              {"spike", {{0, 0}, {9, 0}, {9, 9}, {5, 9}, {5, 15}, {5, 9}, {0, 9}}, 4}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     ExpectCover(row.flat, Numbered(row.flat.size()), row.most_pieces);

@@ -22,13 +22,6 @@ TEST(Wavefront, WritesVerticesAndWholeFaces) {
                                         "# 3 Faces\nf 3 1 2\nf 1 2 3 4\nf 1 4 5\n");
 }
 
-TEST(Wavefront, ModelsWithoutFaces) {
-  CModelBuilder b;
-  EXPECT_EQ(WavefrontText(b.model), std::string(kHeader) + "# 0 Vertices\n# 0 Faces\n");
-  b.Vertices({{1, 2, 3}});
-  EXPECT_EQ(WavefrontText(b.model), std::string(kHeader) + "# 1 Vertices\nv 1 2 3\n# 0 Faces\n");
-}
-
 TEST(Wavefront, ReplacesTheFileOrLeavesIt) {
   const testing::CTempFolder folder;
   const std::string path = folder.Write("out.obj", "the old one");

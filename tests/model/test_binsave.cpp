@@ -39,9 +39,9 @@ class CBinSaveTest : public ::testing::Test {
     builder.Face({3, 0, 4}, &flag, 0x19);
   }
 
-  CBinBytes Start(uint32_t scale) const {
+  CBinBytes Start() const {
     CBinBytes file;
-    file.Words({0x14, scale, 2, 0, 5}).Point(0, 0, 0).Point(10, 0, 0).Point(10, 10, 0).Point(0, 10, 0).Point(0, 0, 7);
+    file.Words({0x14, 0x10000, 2, 0, 5}).Point(0, 0, 0).Point(10, 0, 0).Point(10, 10, 0).Point(0, 10, 0).Point(0, 0, 7);
     return file;
   }
 
@@ -49,7 +49,7 @@ class CBinSaveTest : public ::testing::Test {
 };
 
 TEST_F(CBinSaveTest, WritesEveryByteOfAModel) {
-  CBinBytes file = Start(0x10000);
+  CBinBytes file = Start();
   file.Words({0x03, 0, 5}).Point(-46340, 0, 46340).Point(0, 0, 65535).Point(0, 19702, 62503);
   file.Point(-30429, 17449, 55357).Point(-46340, 26573, 37963);
   file.Texture("ROAD.RAW").FaceHead(0x29, 4, 0, 0, 65535, 0).Corners(0x29, {{0}, {1, kOne}, {2, kOne, 8388607}, {3}});
@@ -61,18 +61,12 @@ TEST_F(CBinSaveTest, WritesEveryByteOfAModel) {
 }
 
 TEST_F(CBinSaveTest, WritesEveryByteOfABackdrop) {
-  CBinBytes file = Start(0x10000);
+  CBinBytes file = Start();
   file.Texture("ROAD.RAW").FaceHead(0x11, 4, 0, 0, 65535, kNone);
   file.Corners(0x11, {{0}, {1, kOne}, {2, kOne, 8388607}, {3}}).Animation({"F1.RAW", "F2.RAW"}, 6553);
   file.FaceHead(0x11, 3, 0, 37581, 53688, kNone).Corners(0x11, {{2, 4194303, kOne}, {3}, {4}});
   file.FaceHead(0x11, 3, -65535, 0, 0, kNone).Corners(0x11, {{3}, {0}, {4}}).End();
   EXPECT_EQ(Saved(builder.model, {.backdrop = true}), file.bytes);
-}
-
-TEST_F(CBinSaveTest, WritesTheScaleWordOfAHellbenderModel) {
-  const std::vector<uint8_t> saved = Saved(builder.model, {.scale_word = -2});
-  const CBinBytes start = Start(0xFFFFFFFE);
-  EXPECT_TRUE(std::equal(start.bytes.begin(), start.bytes.end(), saved.begin()));
 }
 
 TEST(BinSave, SelectsATextureOnlyWhereItChanges) {
@@ -104,15 +98,10 @@ TEST(BinSave, PeriodsAreTruncated) {
     uint32_t period;
   } rows[] = {
       {8.0, 8192},
-      {10.0, 6553},
-      {9.0, 7281},
-      {65536.0 / 7281.0, 7280},  // 65536 / (65536 / 7281) is 7280.999...
-      {65536.0 / 49.0, 49},
+      {65536.0 / 7281.0, 7280},              // 65536 / (65536 / 7281) is 7280.999...
       {65536.0 / 4294967296.0, 0x80000000},  // beyond the word
       {65536.0 / 3000000000.0, 3000000000},
-      {100000.0, 0},
       {std::numeric_limits<double>::infinity(), 0},
-      {0.0, 0x80000000},
       {-1.0, 0x80000000},
   };
   for (const auto& row : rows) {
@@ -139,14 +128,9 @@ TEST(BinSave, FacesWithoutAreaAndExtremeCoordinatesHaveDefinedNormals) {
   EXPECT_EQ(huge.UnitNormal().z, 1.0);
   EXPECT_EQ(CalcVertexNormal(builder.model.Vertex(6)), (SPoint{kNone, kNone, kNone}));
   EXPECT_EQ(CalcVertexNormal(builder.model.Vertex(0)), (SPoint{-37836, -37836, -37836}));
-}
-
-TEST(BinSave, NormalsOfOppositeFacesCancelOut) {
-  CModelBuilder builder;
-  builder.Vertices({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
-  builder.Face({0, 1, 2});
-  builder.Face({2, 1, 0});
-  EXPECT_EQ(CalcVertexNormal(builder.model.Vertex(0)), (SPoint{kNone, kNone, kNone}));
+  builder.Face({6, 4, 5});
+  builder.Face({5, 4, 6});
+  EXPECT_EQ(CalcVertexNormal(builder.model.Vertex(6)), (SPoint{kNone, kNone, kNone})) << "opposite faces";
 }
 
 TEST(BinSave, NamesThatDoNotFitAreNamedBeforeAnythingIsWritten) {
@@ -246,9 +230,7 @@ TEST_F(CSaveFileTest, LoadsFromDiskWithTheSidecarBesideIt) {
   EXPECT_FALSE(LoadBinFile(model, folder.File("none.bin"), Context(), &diagnosis));
   EXPECT_EQ(model.VertexCount(), 0);
   EXPECT_FALSE(diagnosis.Empty());
-  ASSERT_EQ(questions.Messages().size(), 1U);
-  EXPECT_EQ(questions.Messages()[0].caption, "Veldra - Error");
-  questions.TakeMessageTexts();
+  EXPECT_EQ(questions.TakeMessageTexts().size(), 1U);
 }
 
 }  // namespace

@@ -50,14 +50,12 @@ TEST(Info, DamageBecomesComplaintsAndTheRestIsKept) {
     const char* complaint;
   } rows[] = {
       {"x\n0\n0\n", 0, "line 1: \"x\" is no number of face groups"},
-      {"-1\n0\n0\n", 0, "line 1: \"-1\" is no number of face groups"},
       {"99999999999\n", 0, "line 1: \"99999999999\" is no number of face groups"},
       {"a line of more than forty characters is shortened\n", 0,
        "line 1: \"a line of more than forty characters is ...\" is no number of face groups"},
       {"2147483647\na\n0\n", 0, "line 1: 2147483647 face groups are more than the file has room for"},
       {"2\na\n0 1\n", 1, "line 3: the file ends after 1 of 2 face groups"},
       {"1\na\n0 x 1\n0\n0\n", 1, "line 3: \"x\" is no member of a group"},
-      {"1\na\n0\n", 1, "line 3: the file ends before the number of vertex groups"},
       {"1\na\n0\n0\n2\nFLAG\n", 1, "line 6: the file ends after 1 of 2 animation names"},
   };
   for (const auto& row : rows) {
@@ -72,12 +70,6 @@ class CInfoLoadTest : public CLoadTest {
  protected:
   const std::vector<uint8_t> triangle = CBinBytes().Header(3).Texture("ROAD").Face(0x18, {{0}, {1}, {2}}).End().bytes;
 };
-
-TEST_F(CInfoLoadTest, GroupsComeBackWithTheModel) {
-  ASSERT_TRUE(Load(triangle, "2\nb\n0\na\n\n1\nb\n2 0\n0\n"));
-  EXPECT_THAT(questions.TakeMessageTexts(), IsEmpty());
-  EXPECT_EQ(WriteInfo(model, {}), "2\nb\n0\na\n\n1\nb\n2 0\n0\n") << "the order is the file's";
-}
 
 TEST_F(CInfoLoadTest, DamagedGroupsAreMendedAndReportedTogether) {
   ASSERT_TRUE(Load(triangle, "5\nhood\n0 1 -1\nhood\n0 0\nhood 2\n\n\n0\nhood\n\n1\nv\n0 x 9\n0\n"));

@@ -227,53 +227,6 @@ TEST(Merge, LargerRandomModelsMatchTheDefinition) {
   }
 }
 
-TEST(Merge, BallsAreMeasuredFromTheirSeeds) {
-  CModelBuilder b;
-  b.Vertices({{0, 0, 0}, {6, 0, 0}, {12, 0, 0}});
-  EXPECT_EQ(MergeVertices(b.model, 5), 0);
-  EXPECT_EQ(MergeVertices(b.model, 6), 1);
-  EXPECT_EQ(b.Positions(), (Positions{{0, 0, 0}, {12, 0, 0}}));
-}
-
-TEST(Merge, WhatCannotMergeIsLeftAlone) {
-  for (const Positions& positions : {Positions{}, Positions{{1, 2, 3}}, Positions{{1, 2, 3}, {1, 2, 4}}}) {
-    CModelBuilder b;
-    for (const SPoint& p : positions)
-      b.model.AddVertex(p);
-    b.TakeReports();
-    EXPECT_EQ(MergeVertices(b.model, 0), 0);
-    EXPECT_TRUE(b.TakeReports().empty());
-    EXPECT_FALSE(b.model.IsBusy());
-  }
-}
-
-TEST(Merge, FacesThatBecomeThePolygonOfAnotherGo) {
-  struct SCase {
-    const char* what;
-    Polygons faces;  ///< over vertices 0 to 5, of which 4 lies on 0 and 5 on 1
-    Polygons expected;
-  };
-  const SCase cases[] = {
-      {"the changed one goes, the other stays", {{2, 3, 4}, {0, 2, 3}}, {{0, 2, 3}}},
-      {"the other way round is another polygon", {{2, 3, 4}, {0, 3, 2}}, {{2, 3, 0}, {0, 3, 2}}},
-      {"equal before and not touched", {{1, 2, 3}, {2, 3, 1}}, {{1, 2, 3}, {2, 3, 1}}},
-      {"equal before and touched: one stays", {{4, 2, 3}, {2, 3, 4}}, {{0, 2, 3}}},
-      {"two that change", {{4, 2, 3}, {5, 2, 0}, {0, 2, 3}, {1, 2, 0}}, {{0, 2, 3}, {1, 2, 0}}},
-      {"a quad loses the corner that falls on another", {{0, 2, 4, 3}}, {{0, 2, 3}}},
-      {"a quad that becomes a triangle is compared", {{0, 2, 4, 3}, {3, 0, 2}}, {{3, 0, 2}}},
-      {"a triangle goes, a quad of two pairs too", {{0, 4, 2}, {0, 1, 4, 5}}, {}},
-  };
-  for (const SCase& c : cases) {
-    CModelBuilder b;
-    b.Vertices({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}, {0, 0, 0}, {10, 0, 0}});
-    for (const Indices& face : c.faces)
-      b.Face(face, &(b.model.TextureCount() ? b.model.Texture(0) : b.Plain("A.RAW")));
-    EXPECT_EQ(MergeVertices(b.model, 0), 2);
-    EXPECT_EQ(b.Polygons(), c.expected) << c.what;
-    EXPECT_EQ(b.model.CheckInvariants(), "") << c.what;
-  }
-}
-
 TEST(Merge, GroupsAndTexturesFollow) {
   CModelBuilder b;
   b.Vertices({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 0, 0}, {20, 0, 0}});

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <stdexcept>
 
-#include "platform/assert.h"
 #include "platform/bytes.h"
 
 namespace veldra {
@@ -68,15 +66,6 @@ TEST(ByteWriter, WritesWhatTheReaderReads) {
   writer.WriteFixedText("AB", 3);
   writer.WriteText("C");
   EXPECT_EQ(std::vector<uint8_t>(writer.Bytes().begin(), writer.Bytes().end()), kBytes);
-}
-
-TEST(ByteWriter, AssertsThatFixedTextFits) {
-  const AssertHandler earlier =
-      SetAssertHandler([](const char* condition, const char*, int) { throw std::logic_error(condition); });
-  CByteWriter writer;
-  EXPECT_NO_THROW(writer.WriteFixedText("ABCD", 4));
-  EXPECT_THROW(writer.WriteFixedText("ABCDE", 4), std::logic_error);
-  SetAssertHandler(earlier);
 }
 
 }  // namespace

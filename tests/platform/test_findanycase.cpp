@@ -28,24 +28,17 @@ TEST(FindAnyCase, PrefersTheExactNameThenByteOrder) {
   folder.Write("ART/b.raw", "");
   folder.Write("Art/only", "");
   folder.Write("ART/sub/x", "");
-  const struct {
-    const char* asked;
-    const char* found;
-  } kCases[] = {
-      {"ART/B.RAW", "ART/b.RAW"},
-      {"ART\\b.raw", "ART/b.raw"},
-      {"art/b.raw", "art/B.raw"},
-      {"aRT/b.raw", "ART/b.raw"},
-      {"art/ONLY", "Art/only"},  // art and ART have none
-      {"aRt/SUB/../B.RAW", "ART/sub/../b.RAW"},
-      {"aRt//./SUB/", "ART//./sub/"},
-      {"aRt/ONLY/", ""},
-      {"art/../none", ""},
-  };
-  for (const auto& each : kCases) {
-    const std::string found = *each.found != '\0' ? folder.File(each.found) : "";
-    EXPECT_EQ(FindAnyCase(folder.File(each.asked)), found) << each.asked;
-  }
+  const std::pair<const char*, const char*> kCases[] = {{"ART/B.RAW", "ART/b.RAW"},
+                                                        {"ART\\b.raw", "ART/b.raw"},
+                                                        {"art/b.raw", "art/B.raw"},
+                                                        {"aRT/b.raw", "ART/b.raw"},
+                                                        {"art/ONLY", "Art/only"},  // art and ART have none
+                                                        {"aRt/SUB/../B.RAW", "ART/sub/../b.RAW"},
+                                                        {"aRt//./SUB/", "ART//./sub/"},
+                                                        {"aRt/ONLY/", ""},
+                                                        {"art/../none", ""}};
+  for (const auto& [asked, found] : kCases)
+    EXPECT_EQ(FindAnyCase(folder.File(asked)), *found != '\0' ? folder.File(found) : "") << asked;
 }
 
 TEST(FindAnyCase, TakesRelativePaths) {

@@ -13,24 +13,22 @@ TEST(NumberRule, SaysWhatIsWrongWithAText) {
     SNumberRule rule;
     const char* fault;
     double value;
-  } rows[] = {
-      {" 1.5\t", any, "", 1.5},
-      {"-1e3", whole, "", -1000},
-      {"+7", whole, "", 7},
-      {"4.0", whole, "", 4},
-      {"-2147483648", whole, "", -2147483648.0},
-      {"360.5", angle, "", 360.5},
-      {"", any, "Enter a number.", 0},
-      {" \n", whole, "Enter a number.", 0},
-      {"1x", any, "Not a number.", 0},
-      {"1 000", any, "Not a number.", 0},
-      {"nan", any, "Not a number.", 0},
-      {"0x10", whole, "Not a number.", 0},
-      {"1,5", any, "Not a number: the decimal point is \".\".", 0},
-      {"0.5", whole, "Not a whole number.", 0},
-      {"2147483648", whole, "Must be between -2147483648 and 2147483647.", 0},
-      {"-361", angle, "Must be between -360 and 360.5.", 0},
-  };
+  } rows[] = {{" 1.5\t", any, "", 1.5},
+              {"-1e3", whole, "", -1000},
+              {"+7", whole, "", 7},
+              {"4.0", whole, "", 4},
+              {"-2147483648", whole, "", -2147483648.0},
+              {"360.5", angle, "", 360.5},
+              {"", any, "Enter a number.", 0},
+              {" \n", whole, "Enter a number.", 0},
+              {"1x", any, "Not a number.", 0},
+              {"1 000", any, "Not a number.", 0},
+              {"nan", any, "Not a number.", 0},
+              {"0x10", whole, "Not a number.", 0},
+              {"1,5", any, "Not a number: the decimal point is \".\".", 0},
+              {"0.5", whole, "Not a whole number.", 0},
+              {"2147483648", whole, "Must be between -2147483648 and 2147483647.", 0},
+              {"-361", angle, "Must be between -360 and 360.5.", 0}};
   for (const auto& row : rows) {
     EXPECT_EQ(NumberFault(row.text, row.rule), row.fault) << row.text;
     const auto value = FieldNumber(row.text, row.rule);

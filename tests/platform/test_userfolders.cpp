@@ -53,27 +53,13 @@ TEST(UserDataDirectory, FollowsTheDesktopsRules) {
   const CTempFolder folder;
   const CVariable none("VELDRA_DATA", "");
   const CVariable home("HOME", folder.File("home"));
-  struct SCase {
-    std::string data_home;
-    std::string expected;
-  };
-  const SCase cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {folder.File("data"), "data/veldra"}, {"", "home/.local/share/veldra"}, {"relative", "home/.local/share/veldra"}};
-  for (const SCase& each : cases) {
-    const CVariable data("XDG_DATA_HOME", each.data_home);
-    EXPECT_EQ(UserDataDirectory(), folder.File(each.expected)) << each.data_home;
-    EXPECT_TRUE(IsDirectory(folder.File(each.expected)));
+  for (const auto& [data_home, expected] : cases) {
+    const CVariable data("XDG_DATA_HOME", data_home);
+    EXPECT_EQ(UserDataDirectory(), folder.File(expected)) << data_home;
+    EXPECT_TRUE(IsDirectory(folder.File(expected)));
   }
-}
-
-TEST(ComparablePath, FollowsLinks) {
-  const CTempFolder folder;
-  folder.Write("real/a.bin", "x");
-  std::filesystem::create_directory_symlink(folder.File("real"), folder.File("link"));
-  std::filesystem::create_symlink("a.bin", folder.File("real/b.bin"));
-  EXPECT_EQ(ComparablePath(folder.File("link/b.bin")), ComparablePath(folder.File("real/a.bin")));
-  EXPECT_EQ(ComparablePath(folder.File("link/new.bin")), ComparablePath(folder.File("real/new.bin")));
-  EXPECT_NE(ComparablePath(folder.File("real/A.bin")), ComparablePath(folder.File("real/a.bin")));
 }
 
 #endif
@@ -109,8 +95,12 @@ TEST(IsSameFile, LooksAtTheFileNotAtItsName) {
                {"link", "real", has_links},
                {"Real/A.bin", "real/a.bin", any_case},
                {"real/B.bin", "real/b.bin", any_case}};
-  for (const auto& c : cases)
+  for (const auto& c : cases) {
     EXPECT_EQ(IsSameFile(folder.File(c.a), folder.File(c.b)), c.is_same) << c.a << " and " << c.b;
+#ifndef _WIN32
+    EXPECT_EQ(ComparablePath(folder.File(c.a)) == ComparablePath(folder.File(c.b)), c.is_same) << c.a << " and " << c.b;
+#endif
+  }
   EXPECT_FALSE(IsSameFile("", ""));
 }
 

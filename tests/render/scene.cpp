@@ -57,15 +57,21 @@ CBinFace& SScene::AddWall(CBinTexture* texture, uint32_t type, int32_t half) {
   return AddQuad({{-half, -half, 0}, {half, -half, 0}, {half, half, 0}, {-half, half, 0}}, texture, type);
 }
 
+void SScene::AddTiles(int32_t count, int32_t step, CBinTexture* texture, uint32_t type) {
+  for (int32_t k = 0; k < count * count; ++k) {
+    const int32_t x = k % count * step - count * step / 2;
+    const int32_t y = k / count * step - count * step / 2;
+    AddQuad({{x, y, 0}, {x + step, y, 0}, {x + step, y + step, 0}, {x, y + step, 0}}, texture, type);
+  }
+}
+
 void SScene::AddBox(const SPoint& a, const SPoint& b, const std::vector<SColor>& colors) {
-  const std::vector<std::vector<SPoint>> sides = {
-      {{a.x, a.y, a.z}, {a.x, a.y, b.z}, {a.x, b.y, b.z}, {a.x, b.y, a.z}},
-      {{b.x, a.y, b.z}, {b.x, a.y, a.z}, {b.x, b.y, a.z}, {b.x, b.y, b.z}},
-      {{a.x, a.y, a.z}, {b.x, a.y, a.z}, {b.x, a.y, b.z}, {a.x, a.y, b.z}},
-      {{a.x, b.y, b.z}, {b.x, b.y, b.z}, {b.x, b.y, a.z}, {a.x, b.y, a.z}},
-      {{b.x, a.y, a.z}, {a.x, a.y, a.z}, {a.x, b.y, a.z}, {b.x, b.y, a.z}},
-      {{a.x, a.y, b.z}, {b.x, a.y, b.z}, {b.x, b.y, b.z}, {a.x, b.y, b.z}},
-  };
+  const std::vector<std::vector<SPoint>> sides = {{{a.x, a.y, a.z}, {a.x, a.y, b.z}, {a.x, b.y, b.z}, {a.x, b.y, a.z}},
+                                                  {{b.x, a.y, b.z}, {b.x, a.y, a.z}, {b.x, b.y, a.z}, {b.x, b.y, b.z}},
+                                                  {{a.x, a.y, a.z}, {b.x, a.y, a.z}, {b.x, a.y, b.z}, {a.x, a.y, b.z}},
+                                                  {{a.x, b.y, b.z}, {b.x, b.y, b.z}, {b.x, b.y, a.z}, {a.x, b.y, a.z}},
+                                                  {{b.x, a.y, a.z}, {a.x, a.y, a.z}, {a.x, b.y, a.z}, {b.x, b.y, a.z}},
+                                                  {{a.x, a.y, b.z}, {b.x, a.y, b.z}, {b.x, b.y, b.z}, {a.x, b.y, b.z}}};
   for (size_t k = 0; k < sides.size(); ++k)
     AddQuad(sides[k], Texture({colors[k % colors.size()]}));
 }

@@ -27,6 +27,8 @@ struct SScene {
   CBinFace& AddQuad(const std::vector<SPoint>& corners, CBinTexture* texture, uint32_t type = kFaceTextured);
   /// A square of 2 HALF a side about the origin, seen from the front.
   CBinFace& AddWall(CBinTexture* texture, uint32_t type = kFaceTextured, int32_t half = 100);
+  /// Squares of STEP a side in COUNT rows of COUNT, about the origin.
+  void AddTiles(int32_t count, int32_t step, CBinTexture* texture, uint32_t type);
   /// Sides in the order left, right, bottom, top, back, front; one colour each.
   void AddBox(const SPoint& low, const SPoint& high, const std::vector<SColor>& colors);
 

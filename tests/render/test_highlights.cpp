@@ -120,6 +120,10 @@ TEST_F(Highlights, CostTheSameWhateverTheSizeAndNothingIsBuiltByTurning) {
       state_.rotation.y = angle;
       Drawn(marks);
     }
+    for (const ERenderMode mode : {ERenderMode::kSolid, ERenderMode::kTextured}) {
+      state_.mode = mode;
+      Drawn(marks);
+    }
     EXPECT_EQ(renderer_->BuildCount(), built);
     EXPECT_EQ(renderer_->HighlightBuildCount(), marked);
     scene_.model.InvertSelection(EGroupKind::kFaces);

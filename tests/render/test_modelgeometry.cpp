@@ -28,11 +28,6 @@ TEST(ModelGeometry, AQuadIsItsFanAndTexturesPointIntoTexels) {
     EXPECT_FLOAT_EQ(vertices[k].tex_coord[0], face.TexCoord(corner).u == 0.0 ? 0.5F / 64.0F : 63.5F / 64.0F);
     EXPECT_FLOAT_EQ(vertices[k].tex_coord[1], face.TexCoord(corner).v == 0.0 ? 0.5F / 64.0F : 63.5F / 64.0F);
   }
-  std::vector<FloatPoint> edges;
-  AppendEdges(face, space, edges);
-  ASSERT_EQ(edges.size(), 8U);
-  for (size_t k = 0; k < 8; k += 2)
-    EXPECT_EQ(edges[k + 1], edges[(k + 2) % 8]);
 }
 
 TEST(ModelGeometry, SharedEdgesAreDrawnOnce) {
@@ -60,43 +55,6 @@ TEST(ModelGeometry, SharedEdgesAreDrawnOnce) {
     edges.insert(std::minmax(ends[k], ends[k + 1]));
   EXPECT_EQ(edges.size(), 12U);
   EXPECT_LE(ends.size() / 2, 14U);
-}
-
-TEST(ModelGeometry, FloatsKeepTheDigitsOfFarAwayModels) {
-  constexpr int32_t kFar = std::numeric_limits<int32_t>::max();
-  const CModelSpace space(SBounds{.min = {kFar - 2, kFar - 2, kFar - 2}, .max = {kFar, kFar, kFar}});
-  EXPECT_THAT(space.Place({kFar - 1, kFar - 1, kFar - 1}), ElementsAre(0.0F, 0.0F, 0.0F));
-  EXPECT_FLOAT_EQ(space.Place({kFar, kFar - 1, kFar - 1})[0], static_cast<float>(1.0 / space.Radius()));
-
-  constexpr int32_t kNear = std::numeric_limits<int32_t>::min();
-  const CModelSpace whole(SBounds{.min = {kNear, kNear, kNear}, .max = {kFar, kFar, kFar}});
-  EXPECT_FLOAT_EQ(whole.Place({kFar, kNear, kFar})[1], -0.57735027F);
-  EXPECT_EQ(CModelSpace(SBounds{}).Radius(), 1.0);
-}
-
-TEST(ModelGeometry, EachFaceIsInTheOneBatchOfItsTextureAndLook) {
-  SScene scene;
-  CBinTexture* red = scene.Texture({testing::kRed});
-  CBinTexture* blue = scene.Texture({testing::kBlue});
-  const std::pair<CBinTexture*, uint32_t> faces[] = {{red, 0x18},  {blue, 0x18}, {red, 0x11},     {red, 0x33},
-                                                     {blue, 0x29}, {red, 0x0E},  {nullptr, 0x19}, {red, 0x19},
-                                                     {red, 0x77},  {red, 0x00},  {blue, 0x18}};
-  for (const auto& [texture, type] : faces)
-    scene.AddWall(texture, type);
-  const SFaceBatches result = BatchFaces(scene.model);
-  std::map<std::pair<const CBinTexture*, EFaceLook>, std::vector<int32_t>> seen;
-  for (const SFaceBatch& batch : result.batches) {
-    const auto key = std::pair{batch.texture, batch.look};
-    EXPECT_FALSE(seen.contains(key));
-    seen[key].assign(batch.faces.begin(), batch.faces.end());
-  }
-  EXPECT_EQ(seen.size(), 5U);
-  EXPECT_THAT((seen[{red, EFaceLook::kTextured}]), ElementsAre(0, 5, 8, 9));
-  EXPECT_THAT((seen[{blue, EFaceLook::kTextured}]), ElementsAre(1, 10));
-  EXPECT_THAT((seen[{red, EFaceLook::kTransparent}]), ElementsAre(2, 3));
-  EXPECT_THAT((seen[{blue, EFaceLook::kShiny}]), ElementsAre(4));
-  EXPECT_THAT((seen[{nullptr, EFaceLook::kUntextured}]), ElementsAre(6, 7));
-  EXPECT_TRUE(BatchFaces(CBinModel()).batches.empty());
 }
 
 TEST(ModelTextures, TimePicksTheFrame) {

@@ -129,12 +129,7 @@ TEST_F(ModelPicker, FacesSmallerThanAPixelAreInARectangleToo) {
 
 TEST_F(ModelPicker, DrawsOnlyWhatIsNearAndFindsPlacesOncePerCameraAndModel) {
   constexpr int32_t kTiles = 60;
-  for (int32_t row = 0; row < kTiles; ++row) {
-    for (int32_t column = 0; column < kTiles; ++column) {
-      const SPoint a = {column * 10 - 300, row * 10 - 300, 0};
-      scene_.AddQuad({a, {a.x + 10, a.y, 0}, {a.x + 10, a.y + 10, 0}, {a.x, a.y + 10, 0}}, nullptr, kFaceUntextured);
-    }
-  }
+  scene_.AddTiles(kTiles, 10, nullptr, kFaceUntextured);
   state_ = FittedState(scene_.model);
   state_.mode = ERenderMode::kSolid;
   const std::vector<uint8_t> before = context_->ReadPixels();

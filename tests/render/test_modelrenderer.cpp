@@ -28,32 +28,6 @@ class ModelRenderer : public ::testing::Test {
   std::unique_ptr<CModelRenderer> renderer_;
 };
 
-TEST_F(ModelRenderer, BuildsOnceUntilTheModelChanges) {
-  SScene scene;
-  scene.AddWall(scene.Texture({kRed}));
-  SViewState state = WallState();
-  for (const double angle : {0.0, 10.0, 20.0}) {
-    state.rotation.y = angle;
-    Drawn(scene, state);
-    EXPECT_EQ(renderer_->BuildCount(), 1);
-  }
-  state.mode = ERenderMode::kSolid;  // the same faces
-  state.zoom = 2.0;
-  Drawn(scene, state);
-  EXPECT_EQ(renderer_->BuildCount(), 1);
-  state.mode = ERenderMode::kWireframe;
-  Drawn(scene, state);
-  state.mode = ERenderMode::kTextured;
-  Drawn(scene, state);
-  state.mode = ERenderMode::kWireframe;
-  Drawn(scene, state);
-  EXPECT_EQ(renderer_->BuildCount(), 2);
-
-  scene.model.SetVertexPosition(0, {-500, -500, 0});
-  Drawn(scene, state);
-  EXPECT_EQ(renderer_->BuildCount(), 3);
-}
-
 TEST_F(ModelRenderer, FollowsTheModel) {
   SScene scene;
   scene.AddWall(scene.Texture({kRed}));
@@ -108,30 +82,9 @@ TEST_F(ModelRenderer, NeitherMindsNorChangesWhatOthersSet) {
   EXPECT_EQ(matrix_mode, GL_TEXTURE);
 }
 
-TEST_F(ModelRenderer, ManyVerticesArePoints) {
-  SScene scene;
-  scene.AddWall(scene.Texture({kRed}));
-  SViewState state = WallState();
-  state.mode = ERenderMode::kVertices;
-  state.spherical_markers = true;
-  for (int k = 0; k < CModelRenderer::kMostSphericalMarkers; ++k)
-    scene.model.AddVertex({0, 0, 0});
-  const SImage spheres_wanted = Drawn(scene, state);
-  state.spherical_markers = false;
-  EXPECT_EQ(Drawn(scene, state).rgba, spheres_wanted.rgba);
-  EXPECT_NE(At(spheres_wanted, 0.5, 0.5), state.background);
-}
-
 TEST_F(ModelRenderer, LargeModelsAreDrawnWhole) {
   SScene scene;
-  CBinTexture* red = scene.Texture({kRed});
-  constexpr int kTiles = 100;  // more than one portion of vertices
-  for (int32_t row = 0; row < kTiles; ++row) {
-    for (int32_t column = 0; column < kTiles; ++column) {
-      const SPoint a = {column * 10 - 500, row * 10 - 500, 0};
-      scene.AddQuad({a, {a.x + 10, a.y, 0}, {a.x + 10, a.y + 10, 0}, {a.x, a.y + 10, 0}}, red);
-    }
-  }
+  scene.AddTiles(100, 10, scene.Texture({kRed}), kFaceTextured);  // more than one portion of vertices
   SViewState state = WallState();
   state.extent = 500;
   const SImage image = Drawn(scene, state);
@@ -139,28 +92,6 @@ TEST_F(ModelRenderer, LargeModelsAreDrawnWhole) {
     for (const double down : {0.0, 0.3, 0.7, 1.0})
       EXPECT_EQ(Pure(At(image, across, down)), kRed);
   }
-}
-
-TEST(MemoryGlContext, TopRowComesFirst) {
-  SError error;
-  const auto context = CMemoryGlContext::Create(3, 5, &error);
-  ASSERT_NE(context, nullptr) << error.what;
-  glClearColor(1, 0, 0, 1);
-  glClear(GL_COLOR_BUFFER_BIT);
-  glEnable(GL_SCISSOR_TEST);
-  glScissor(0, 4, 1, 1);
-  glClearColor(0, 0, 1, 1);
-  glClear(GL_COLOR_BUFFER_BIT);
-  const std::vector<uint8_t> pixels = context->ReadPixels();
-  ASSERT_EQ(pixels.size(), 3U * 5U * 4U);
-  for (size_t k = 0; k < 15; ++k)
-    EXPECT_EQ(pixels[k * 4 + 2], k == 0 ? 255 : 0) << k;
-}
-
-TEST(MemoryGlContext, SaysWhatIsTooLarge) {
-  SError error;
-  EXPECT_EQ(CMemoryGlContext::Create(1 << 20, 8, &error), nullptr);
-  EXPECT_NE(error.what.find("1048576 x 8"), std::string::npos) << error.what;
 }
 
 }  // namespace

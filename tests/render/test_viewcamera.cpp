@@ -140,23 +140,6 @@ TEST(ViewAim, FollowsOnlyAModelThatLeft) {
   EXPECT_EQ(state.center, (Vector3{1000, 0, 0}));
 }
 
-TEST(ViewAim, PresetsLookFromTheSideTheyName) {
-  SScene scene;
-  // Left red, right green, bottom blue, top yellow, back cyan, front magenta.
-  scene.AddBox({-100, -100, -100}, {100, 100, 100}, {kRed, kGreen, kBlue, kYellow, kCyan, kMagenta});
-  const std::pair<EViewSide, SColor> cases[] = {{EViewSide::kFront, kMagenta}, {EViewSide::kBack, kCyan},
-                                                {EViewSide::kLeft, kRed},      {EViewSide::kRight, kGreen},
-                                                {EViewSide::kTop, kYellow},    {EViewSide::kBottom, kBlue}};
-  for (const bool orthographic : {false, true}) {
-    for (const auto& [side, color] : cases) {
-      SViewState state = FittedState(scene.model);
-      state.rotation = RotationFor(side);
-      state.orthographic = orthographic;
-      EXPECT_EQ(Pure(At(Picture(scene, state), 0.5, 0.5)), color) << int(side);
-    }
-  }
-}
-
 TEST(ViewAim, TurnsAndMovesOnlyAsFarAsAFaceNeedsIt) {
   SScene scene;
   scene.AddBox({-100, -100, -100}, {100, 100, 100}, {kRed, kGreen, kBlue, kYellow, kCyan, kMagenta});

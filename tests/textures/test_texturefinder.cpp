@@ -69,11 +69,5 @@ TEST_F(TextureFinder, AnUnloadableFileIsReportedAndThenAskedFor) {
   EXPECT_EQ(questions_.TakeMessageTexts(), std::vector<std::string>{"Error: Unsupported texture size."});
 }
 
-TEST_F(TextureFinder, AnEmptyNameIsNoTexture) {
-  WriteRaw("ART/ROAD.RAW");
-  questions_.OnTexture("Texture  not found", {EChoice::kGiveUp});
-  EXPECT_EQ(finder_.Find(""), nullptr);
-}
-
 }  // namespace
 }  // namespace veldra

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "truck/richtruck.h"
-#include "truck/truckreport.h"
 
 namespace veldra::testing {
 namespace {
@@ -41,14 +40,12 @@ TEST(Truck, LightsAreDeletedAndMoved) {
     int light;
     bool works;
     const char* types;
-  } cases[] = {
-      {&CTruck::DeleteLight, 0, true, "123"},      {&CTruck::DeleteLight, 2, true, "013"},
-      {&CTruck::DeleteLight, 3, true, "012"},      {&CTruck::DeleteLight, 4, false, "0123"},
-      {&CTruck::DeleteLight, -1, false, "0123"},   {&CTruck::MoveLightUp, 0, false, "0123"},
-      {&CTruck::MoveLightUp, 3, true, "0132"},     {&CTruck::MoveLightUp, 4, false, "0123"},
-      {&CTruck::MoveLightDown, 0, true, "1023"},   {&CTruck::MoveLightDown, 3, false, "0123"},
-      {&CTruck::MoveLightDown, -1, false, "0123"}, {&CTruck::MoveLightDown, 2147483647, false, "0123"},
-  };
+  } cases[] = {{&CTruck::DeleteLight, 0, true, "123"},      {&CTruck::DeleteLight, 2, true, "013"},
+               {&CTruck::DeleteLight, 3, true, "012"},      {&CTruck::DeleteLight, 4, false, "0123"},
+               {&CTruck::DeleteLight, -1, false, "0123"},   {&CTruck::MoveLightUp, 0, false, "0123"},
+               {&CTruck::MoveLightUp, 3, true, "0132"},     {&CTruck::MoveLightUp, 4, false, "0123"},
+               {&CTruck::MoveLightDown, 0, true, "1023"},   {&CTruck::MoveLightDown, 3, false, "0123"},
+               {&CTruck::MoveLightDown, -1, false, "0123"}, {&CTruck::MoveLightDown, 2147483647, false, "0123"}};
   for (const auto& row : cases) {
     CTruck truck = WithLights(4);
     EXPECT_EQ((truck.*row.operation)(row.light), row.works) << row.light;
@@ -86,18 +83,6 @@ TEST(Truck, Dependencies) {
   EXPECT_EQ(needed.textures.back(), "UNUSED.RAW");
   truck.tire_base_name = ".bin";
   EXPECT_EQ(truck.GetDependencies().models[1], ".BIN08L.BIN") << "four characters are no file name";
-}
-
-TEST(Truck, ReportsShowWhatIsThere) {
-  CTruck truck = WithLights(6);
-  truck.name = "Big \"Foot\" \xE9";
-  truck.scrape_points[2] = {1.5, -2, 0.1};
-  const std::string json = TruckJson(truck);
-  EXPECT_NE(json.find("\"name\": \"Big \\\"Foot\\\" \xC3\xA9\""), std::string::npos);
-  EXPECT_NE(json.find("\"typeName\": \"Roof Light\""), std::string::npos);
-  const std::string text = TruckText(truck);
-  EXPECT_NE(text.find("scrape point 3: 1.5, -2, 0.1\n"), std::string::npos);
-  EXPECT_NE(text.find("light 5: type 5\n"), std::string::npos);
 }
 
 }  // namespace

@@ -42,31 +42,29 @@ TEST(TruckReading, ValuesByKind) {
     const char* value;
     std::function<std::string(const CTruck&)> field;
     const char* expected;
-  } cases[] = {
-      {"mtm2 truckname", "a", [](const CTruck& t) { return t.name; }, "a"},
-      {"TireModelName", "Tire", [](const CTruck& t) { return t.tire_base_name; }, "Tire"},
-      {"tiremodelbasename", "Tire", [](const CTruck& t) { return t.tire_base_name; }, "Tire"},
-      {"AXLEBAROFFSET", "1,-2.5,+3e1", axle, "1 -2.5 30"},
-      {"axlebaroffset", "  1 ,\t.5 , 5. rest", axle, "1 0.5 5"},
-      {"axlebaroffset", "1,2", axle, "7 7 7"},
-      {"axlebaroffset", "1,2,", axle, "7 7 7"},
-      {"axlebaroffset", "1 2 3", axle, "7 7 7"},
-      {"axlebaroffset", "1,x,3", axle, "7 7 7"},
-      {"axlebaroffset", "0x1,2,3", axle, "7 7 7"},
-      {"axlebaroffset", "1,1e999,3", axle, "7 7 7"},
-      {"axlebaroffset", "1,--2,3", axle, "7 7 7"},
-      {"axlebaroffset", "1,1e-999,-0.0001e-999999999999999999999", axle, "1 0 -0"},
-      {"axlebaroffset", "nan,inf,3", axle, "7 7 7"},
-      {"raxle.ltire.static_bpos.Y", "-2.25ft", tire, "-2.25"},
-      {"raxle.ltire.static_bpos.y", "ft", tire, "7"},
-      {"raxle.ltire.static_bpos.y", "1e400", tire, "7"},
-      {"number of lights", "12", count, "12"},
-      {"number of lights", "99", count, "99"},
-      {"number of lights", "-3", count, "-3"},
-      {"number of lights", "many", count, "7"},
-      {"number of lights", "4294967296", count, "7"},
-      {"number of lights", "+-4", count, "7"},
-  };
+  } cases[] = {{"mtm2 truckname", "a", [](const CTruck& t) { return t.name; }, "a"},
+               {"TireModelName", "Tire", [](const CTruck& t) { return t.tire_base_name; }, "Tire"},
+               {"tiremodelbasename", "Tire", [](const CTruck& t) { return t.tire_base_name; }, "Tire"},
+               {"AXLEBAROFFSET", "1,-2.5,+3e1", axle, "1 -2.5 30"},
+               {"axlebaroffset", "  1 ,\t.5 , 5. rest", axle, "1 0.5 5"},
+               {"axlebaroffset", "1,2", axle, "7 7 7"},
+               {"axlebaroffset", "1,2,", axle, "7 7 7"},
+               {"axlebaroffset", "1 2 3", axle, "7 7 7"},
+               {"axlebaroffset", "1,x,3", axle, "7 7 7"},
+               {"axlebaroffset", "0x1,2,3", axle, "7 7 7"},
+               {"axlebaroffset", "1,1e999,3", axle, "7 7 7"},
+               {"axlebaroffset", "1,--2,3", axle, "7 7 7"},
+               {"axlebaroffset", "1,1e-999,-0.0001e-999999999999999999999", axle, "1 0 -0"},
+               {"axlebaroffset", "nan,inf,3", axle, "7 7 7"},
+               {"raxle.ltire.static_bpos.Y", "-2.25ft", tire, "-2.25"},
+               {"raxle.ltire.static_bpos.y", "ft", tire, "7"},
+               {"raxle.ltire.static_bpos.y", "1e400", tire, "7"},
+               {"number of lights", "12", count, "12"},
+               {"number of lights", "99", count, "99"},
+               {"number of lights", "-3", count, "-3"},
+               {"number of lights", "many", count, "7"},
+               {"number of lights", "4294967296", count, "7"},
+               {"number of lights", "+-4", count, "7"}};
   for (const auto& row : cases) {
     const std::string sevens =
         "axlebaroffset\n7,7,7\nraxle.ltire.static_bpos.y\n7\nnumber of lights\n7\n" + Format("%s\n", row.key);
@@ -88,13 +86,8 @@ TEST(TruckReading, ScrapePointsCountFromOneAndLightsFromZero) {
   expected.lights[13].type = 5;
   expected.lights[0].type = 3;
   EXPECT_EQ(truck, expected);
-}
-
-TEST(TruckReading, LightTypes) {
-  for (int type = -2; type < 9; ++type) {
-    const int expected = type == 1 || type == 3 || type == 4 || type == 5 ? type : 0;
-    EXPECT_EQ(Parsed(Format("light 2 type\n%d\n", type)).lights[2].type, expected) << type;
-  }
+  for (const int type : {-1, 0, 1, 2, 3, 4, 5, 6})
+    EXPECT_EQ(Parsed(Format("light 2 type\n%d\n", type)).lights[2].type, type < 0 || type == 2 || type == 6 ? 0 : type);
 }
 
 TEST(TruckReading, LightNumbersAndNames) {
@@ -103,37 +96,25 @@ TEST(TruckReading, LightNumbersAndNames) {
       "light 1 heading (rad), pitch (rad), heading spin speed (rad/sec)\n5,6,7\n"
       "light 1 cone: length (ft), base radius (ft), rim radius (ft), texture name\n8,9,10, Cone.RAW\n"
       "light 1 source: bitmap name\nGlow.RAW\nlight 1 ms on, ms off (0 if light doesn't blink)\n250 , 750\n";
-  TruckLight light;
-  light.position = {1, 2, 3};
-  light.bitmap_radius = 4;
-  light.heading = 5;
-  light.pitch = 6;
-  light.heading_speed = 7;
-  light.cone_length = 8;
-  light.cone_base_radius = 9;
-  light.cone_rim_radius = 10;
-  light.cone_texture = "Cone.RAW";
-  light.source_bitmap = "Glow.RAW";
-  light.ms_on = 250;
-  light.ms_off = 750;
-  EXPECT_EQ(Parsed(before).lights[1], light);
-
+  const TruckLight light = Parsed(before).lights[1];
+  EXPECT_EQ(light.position, (TruckPoint{1, 2, 3}));
+  EXPECT_EQ(light.cone_rim_radius, 10);
+  EXPECT_EQ(light.cone_texture, "Cone.RAW");
+  EXPECT_EQ(light.ms_off, 750);
   const struct {
     const char* line;
     std::function<void(TruckLight&)> change;
-  } cases[] = {
-      {"heading (rad), pitch (rad), heading spin speed (rad/sec)\n1,2,x", [](TruckLight&) {}},
-      {"ms on, ms off (0 if light doesn't blink)\n1", [](TruckLight&) {}},
-      {"ms on, ms off (0 if light doesn't blink)\n1,x", [](TruckLight&) {}},
-      {"body axis pos x,y,z (ft), bitmap radius (ft)\na,b,c,40", [](TruckLight& l) { l.bitmap_radius = 40; }},
-      {"body axis pos x,y,z (ft), bitmap radius (ft)\n9,9,9,x",
-       [](TruckLight& l) {
-         l.position = {9, 9, 9};
-       }},
-      {"cone: length (ft), base radius (ft), rim radius (ft), texture name\n1,,3,",
-       [](TruckLight& l) { l.cone_texture = ""; }},
-      {"cone: length (ft), base radius (ft), rim radius (ft), texture name\nnone", [](TruckLight&) {}},
-  };
+  } cases[] = {{"heading (rad), pitch (rad), heading spin speed (rad/sec)\n1,2,x", [](TruckLight&) {}},
+               {"ms on, ms off (0 if light doesn't blink)\n1", [](TruckLight&) {}},
+               {"ms on, ms off (0 if light doesn't blink)\n1,x", [](TruckLight&) {}},
+               {"body axis pos x,y,z (ft), bitmap radius (ft)\na,b,c,40", [](TruckLight& l) { l.bitmap_radius = 40; }},
+               {"body axis pos x,y,z (ft), bitmap radius (ft)\n9,9,9,x",
+                [](TruckLight& l) {
+                  l.position = {9, 9, 9};
+                }},
+               {"cone: length (ft), base radius (ft), rim radius (ft), texture name\n1,,3,",
+                [](TruckLight& l) { l.cone_texture = ""; }},
+               {"cone: length (ft), base radius (ft), rim radius (ft), texture name\nnone", [](TruckLight&) {}}};
   for (const auto& row : cases) {
     TruckLight expected = light;
     row.change(expected);
@@ -146,15 +127,13 @@ TEST(TruckReading, WaveFilesEndWhereALineIsNone) {
     const char* text;
     std::array<std::string, 3> waves;
     int lights;
-  } cases[] = {
-      {"wave file\na.wav\nB.WAV\nnumber of lights\n3\n", {"a.wav", "B.WAV", ""}, 3},
-      {"wave file\nnumber of lights\n3\n", {}, 3},
-      {"Wave File\na.wav\nb.wav\nc.wav\nd.wav\nnumber of lights\n3\n", {"a.wav", "b.wav", "c.wav"}, 3},
-      {"wave file\na.wav\n\nb.wav\nnumber of lights\n3", {"a.wav", "", ""}, 3},
-      {"wave file\na.wav\nwave file\nb.wav\n", {"b.wav", "", ""}, 0},
-      {"wave file\n.wav", {".wav", "", ""}, 0},
-      {"wave file\nwav\n", {}, 0},
-  };
+  } cases[] = {{"wave file\na.wav\nB.WAV\nnumber of lights\n3\n", {"a.wav", "B.WAV", ""}, 3},
+               {"wave file\nnumber of lights\n3\n", {}, 3},
+               {"Wave File\na.wav\nb.wav\nc.wav\nd.wav\nnumber of lights\n3\n", {"a.wav", "b.wav", "c.wav"}, 3},
+               {"wave file\na.wav\n\nb.wav\nnumber of lights\n3", {"a.wav", "", ""}, 3},
+               {"wave file\na.wav\nwave file\nb.wav\n", {"b.wav", "", ""}, 0},
+               {"wave file\n.wav", {".wav", "", ""}, 0},
+               {"wave file\nwav\n", {}, 0}};
   for (const auto& row : cases) {
     const CTruck truck = Parsed(row.text);
     EXPECT_EQ(truck.wave_files, row.waves) << row.text;
@@ -182,17 +161,15 @@ TEST(TruckReading, LoadChecksThePath) {
   folder.Write("good.TRK", content);
   folder.Write("other.txt", content);
   folder.Write("folder.trk/inside", content);
-  const struct {
-    const char* name;
-    bool loads;
-  } cases[] = {{"good.TRK", true}, {"other.txt", false}, {"none.trk", false}, {"folder.trk", false}, {"trk", false}};
-  for (const auto& row : cases) {
+  const std::pair<const char*, bool> cases[] = {
+      {"good.TRK", true}, {"other.txt", false}, {"none.trk", false}, {"folder.trk", false}, {"trk", false}};
+  for (const auto& [name, loads] : cases) {
     CTruck truck;
     truck.light_count = 3;
     SError error;
-    EXPECT_EQ(truck.Load(folder.File(row.name), &error), row.loads) << row.name;
-    EXPECT_EQ(truck.light_count, 0) << row.name;
-    EXPECT_EQ(error.what.empty(), row.loads) << row.name;
+    EXPECT_EQ(truck.Load(folder.File(name), &error), loads) << name;
+    EXPECT_EQ(truck.light_count, 0) << name;
+    EXPECT_EQ(error.what.empty(), loads) << name;
   }
 }
 

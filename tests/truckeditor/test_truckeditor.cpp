@@ -47,8 +47,8 @@ class CTruckEditorTest : public ::testing::Test {
     SettingsMap map;
     CopTools::ReadCfgFile(folder_->File(kSettingsFileName), map);
     settings.Take(map);
-    editor = std::make_unique<CTruckEditorDlg>(SToolServices{
-        questions, settings, stock, colors, "", [this](const std::string& pod) { shown_archive = pod; }});
+    editor = std::make_unique<CTruckEditorDlg>(
+        SToolServices{questions, settings, stock, colors, "", [this](const std::string& pod) { shown_archive = pod; }});
   }
 
   std::string TruckPath() const { return JoinPath(settings.trk_dir, samples::kTruckFileName); }

@@ -118,17 +118,12 @@ TEST(DialogPlace, ColumnsKeepTheirWidths) {
 
 TEST(ColorWell, TakesTheColourThatIsChosen) {
   CColorWell well(Qt::red);
-  well.SetCustomColors({Qt::blue, Qt::green}, [](const std::vector<QColor>& colors) {
-    EXPECT_EQ(colors, (std::vector<QColor>{Qt::blue, Qt::black}));
-  });
   QSignalSpy changes(&well, &CColorWell::ColorChanged);
   well.show();
   CDialogDriver driver;
   driver.On("colorDialog", [](QWidget& widget) {
     auto& dialog = dynamic_cast<QColorDialog&>(widget);
     EXPECT_EQ(dialog.currentColor(), QColor(Qt::red));
-    EXPECT_EQ(QColorDialog::customColor(1), QColor(Qt::green));
-    QColorDialog::setCustomColor(1, Qt::black);
     dialog.setCurrentColor(QColor(1, 2, 3));
     ClickButton(dialog, "OK");
   });

@@ -53,7 +53,7 @@ std::string PngBytes(const SPng& png) {
   return "\x89PNG\r\n\x1A\n" + Chunk("IHDR", header) + png.extra + Chunk("IDAT", Stored(png.rows)) + Chunk("IEND", "");
 }
 
-std::string Row(std::vector<int> samples) {
+std::string Row(const std::vector<int>& samples) {
   std::string row(1, '\0');
   for (const int sample : samples)
     row += static_cast<char>(sample);

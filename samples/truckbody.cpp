@@ -10,7 +10,7 @@ namespace veldra::samples {
 
 namespace {
 
-constexpr double kHalfWidth = 75;
+constexpr double kBodyHalfWidth = 75;
 constexpr double kBedFloor = 184;
 constexpr double kBedHalfWidth = 66;
 constexpr double kTailgateInside = -197;
@@ -51,7 +51,7 @@ double SideX(double z, double t) {
   const double round = 3.0 - 12.0 * (t - 0.5) * (t - 0.5);
   const double flare = FromAxle(z) < kArchRadius ? 8.0 * (1.0 - t) * (1.0 - t) : 0.0;
   const double end = 5.0 * std::pow(std::max(0.0, (std::abs(z) - 185.0) / 20.0), 2);
-  return kHalfWidth - 3.0 + round + flare - end;
+  return kBodyHalfWidth - 3.0 + round + flare - end;
 }
 
 double SideY(double z, double t) {

@@ -11,8 +11,8 @@ namespace veldra {
 
 namespace {
 
-std::nullopt_t Fail(SError* error, std::string what) {
-  if (error != nullptr) error->what = std::move(what);
+std::nullopt_t Nothing(SError* error, std::string what) {
+  Fail(error, std::move(what));
   return std::nullopt;
 }
 
@@ -21,17 +21,17 @@ std::nullopt_t Fail(SError* error, std::string what) {
 std::optional<CFileBytes> ReadFilePart(const SFilePart& part, SError* error, size_t limit) try {
   CInputFile file;
   if (!file.Open(part.path, error)) return std::nullopt;
-  if (part.offset > file.Length()) return Fail(error, "the file ends before its time");
+  if (part.offset > file.Length()) return Nothing(error, "the file ends before its time");
   const uint64_t there = file.Length() - part.offset;
   const uint64_t wanted = part.length.value_or(there);
-  if (wanted > limit) return Fail(error, Format("is longer than %zu bytes", limit));
-  if (wanted > there) return Fail(error, "the file ends before its time");
+  if (wanted > limit) return Nothing(error, Format("is longer than %zu bytes", limit));
+  if (wanted > there) return Nothing(error, "the file ends before its time");
   const auto size = static_cast<size_t>(wanted);
   auto data = std::make_unique_for_overwrite<uint8_t[]>(size);
   if (!file.ReadAt(part.offset, {data.get(), size}, error)) return std::nullopt;
   return CFileBytes(std::move(data), size);
 } catch (const std::bad_alloc&) {
-  return Fail(error, "not enough memory");
+  return Nothing(error, "not enough memory");
 }
 
 }  // namespace veldra

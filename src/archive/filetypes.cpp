@@ -8,7 +8,6 @@ namespace veldra {
 namespace {
 
 constexpr std::string_view kOtherFolder = "OTHER";
-constexpr size_t kExtensionSize = 4;  // with its "."
 
 }  // namespace
 

@@ -27,6 +27,8 @@ inline constexpr std::array<SFileType, kFileTypeCount> kFileTypes = {{
     {"NDX", "STARTUP"}, {"TRN", "TOURNEY"}, {"AAI", "ART"},   {"200", "DATA"},  {"400", "DATA"},  {"480", "DATA"},
 }};
 
+inline constexpr size_t kExtensionSize = 4;  ///< with its "."
+
 enum EFileType : int { kTypeTrk = 0, kTypeBin = 1, kTypeRaw = 2, kTypeAct = 3, kTypeWav = 4 };
 
 /// The folder of TYPE, 0 to 36: "TRUCK", "MODELS", ..., "OTHER".

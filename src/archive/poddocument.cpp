@@ -75,11 +75,6 @@ bool MatchesPattern(std::string_view text, std::string_view pattern) {
   return pattern.find_first_not_of('*', in_pattern) == std::string_view::npos;
 }
 
-bool Fail(SError* error, std::string what) {
-  if (error != nullptr) error->what = std::move(what);
-  return false;
-}
-
 }  // namespace
 
 std::string PodFaultText(EPodFault fault) {

@@ -15,8 +15,6 @@ namespace {
 
 constexpr const char* kNoExtensionText = "File \"%s\" cannot be loaded.\nNo extension specified";
 constexpr const char* kNameTooLongText = "File \"%s\" cannot be loaded.\nFile name cannot exceed 8 characters";
-constexpr const char* kLoadErrorText = "Error loading file \"%s\"";
-constexpr size_t kExtensionSize = 4;     // with its "."
 constexpr size_t kLongestFileName = 12;  // eight, the ".", three
 
 constexpr std::string_view kForbiddenCharacters = "<>\"|?*";

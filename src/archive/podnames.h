@@ -6,6 +6,8 @@
 /// Which names an archive may have: what goes into one, and where what comes out of one may go.
 namespace veldra {
 
+inline constexpr const char* kLoadErrorText = "Error loading file \"%s\"";
+
 /// What an operation on a name gives: NAME, or why there is none.
 struct SNameResult {
   std::string name;

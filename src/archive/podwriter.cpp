@@ -19,17 +19,10 @@ namespace veldra {
 namespace {
 
 constexpr const char* kCommentText = "Compiled by Veldra Version %d.%d.%d }";
-constexpr const char* kLoadErrorText = "Error loading file \"%s\"";
 constexpr const char* kTooLongText = "The archive would be longer than 4 GB, which its offsets cannot tell.";
 constexpr const char* kChangedText = "its length changed while it was read";
 /// Offsets and lengths are of 32 bits, and so is what the reader takes for the archive's length.
 constexpr uint64_t kLongestArchive = std::numeric_limits<uint32_t>::max();
-
-bool Fail(CQuestions& questions, std::string text, std::string details = {}) {
-  questions.Message(
-      {.text = std::move(text), .caption = kErrorCaption, .icon = EIcon::kError, .details = std::move(details)});
-  return false;
-}
 
 std::string LoadErrorText(const SPodSource& source) {
   return Format(kLoadErrorText, DisplayName(FileNamePart(source.name)).c_str());
@@ -68,10 +61,10 @@ class CPodWriter {
   /// another.
   bool Open(size_t index);
   bool IsItself(const SPodSource& source) const;
-  bool FailToWrite() { return Fail(questions_, Format("\"%s\" could not be written.", path_.c_str()), error_.what); }
+  bool FailToWrite() { return questions_.Fail(Format("\"%s\" could not be written.", path_.c_str()), error_.what); }
   bool FailToLoad(size_t index) {
     const SPodSource& source = sources_[index];
-    return Fail(questions_, LoadErrorText(source), source.bytes.path + ": " + error_.what);
+    return questions_.Fail(LoadErrorText(source), source.bytes.path + ": " + error_.what);
   }
 
   CQuestions& questions_;
@@ -200,7 +193,7 @@ SPodPlan CheckPodSources(const std::vector<SPodSource>& sources) {
 bool CreatePod(CQuestions& questions, const std::string& path, const std::vector<SPodSource>& sources) {
   SPodPlan plan = CheckPodSources(sources);
   for (const SPodPlan::SEntry& entry : plan.entries)
-    if (!entry.refusal.empty()) Fail(questions, entry.refusal, entry.details);
+    if (!entry.refusal.empty()) questions.Fail(entry.refusal, entry.details);
   if (!plan.AllGood()) return false;
   return CPodWriter(questions, path, sources, std::move(plan)).Write();
 }

@@ -11,14 +11,6 @@ namespace veldra {
 
 namespace {
 
-constexpr size_t kExtensionSize = 4;  // with its "."
-
-bool Fail(CQuestions& questions, std::string text, std::string details = {}) {
-  questions.Message(
-      {.text = std::move(text), .caption = kErrorCaption, .icon = EIcon::kError, .details = std::move(details)});
-  return false;
-}
-
 void AddNames(const CPodDocument& archive, StockNames& names) {
   for (const SPodEntry& entry : archive.Entries()) {
     const std::string_view name = entry.FileName();
@@ -55,11 +47,11 @@ bool BuildStockList(CQuestions& questions, const std::string& game_folder, SStoc
     if (!EqualNoCase(ExtensionPart(name), "POD") || !IsFile(path)) continue;
     CPodDocument archive;
     SError error;
-    if (!archive.Load(path, &error)) return Fail(questions, kFailedToLoadPod, path + ": " + error.what);
+    if (!archive.Load(path, &error)) return questions.Fail(kFailedToLoadPod, path + ": " + error.what);
     AddNames(archive, list.names);
     ++list.archives;
   }
-  if (list.archives == 0) return Fail(questions, Format("There are no archives in \"%s\".", game_folder.c_str()));
+  if (list.archives == 0) return questions.Fail(Format("There are no archives in \"%s\".", game_folder.c_str()));
   for (std::vector<std::string>& of_type : list.names) {
     std::sort(of_type.begin(), of_type.end());
     of_type.erase(std::unique(of_type.begin(), of_type.end()), of_type.end());
@@ -71,7 +63,7 @@ bool WriteStockList(CQuestions& questions, const std::string& game_folder, const
   if (!BuildStockList(questions, game_folder, list)) return false;
   SError error;
   return ReplaceFile(out, WriteStringList(list.names), &error) ||
-         Fail(questions, Format("\"%s\" could not be written.", out.c_str()), error.what);
+         questions.Fail(Format("\"%s\" could not be written.", out.c_str()), error.what);
 }
 
 }  // namespace veldra

@@ -14,7 +14,6 @@ namespace veldra {
 namespace {
 
 constexpr size_t kCountSize = 4;
-constexpr size_t kExtensionSize = 4;  // with its "."
 
 /// The next COUNT names; false when the bytes end before.
 bool ReadNames(CByteReader& reader, std::span<const uint8_t> resource, uint32_t count,

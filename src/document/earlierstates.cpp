@@ -122,11 +122,6 @@ std::string ReadablePart(std::string_view text) {
   return part;
 }
 
-bool Refuse(SError* error, const char* what) {
-  if (error != nullptr) error->what = what;
-  return false;
-}
-
 }  // namespace
 
 CEarlierStates::CEarlierStates() : CEarlierStates(JoinPath(UserDataDirectory(), "earlier")) {}
@@ -175,10 +170,10 @@ std::vector<uint8_t> CEarlierStates::Pack(const std::string& command, const CBin
   SCopyLabel label = {.title = command, .path = "", .states_key = "", .time = PresentTime()};
   if (picture != nullptr) label.picture = *picture;
   if (!model.IsBusy()) return WriteModelCopy(std::move(label), model);
-  Refuse(error, "the model is being worked on");
+  Fail(error, "the model is being worked on");
   return {};
 } catch (const std::bad_alloc&) {
-  Refuse(error, "not enough memory");
+  Fail(error, "not enough memory");
   return {};
 }
 
@@ -195,7 +190,7 @@ bool CEarlierStates::KeepPacked(const std::string& key, std::span<const uint8_t>
   DropOldestDocuments(key);
   return true;
 } catch (const std::bad_alloc&) {
-  return Refuse(error, "not enough memory");
+  return Fail(error, "not enough memory");
 }
 
 void CEarlierStates::DropOldest(const std::string& folder) const {

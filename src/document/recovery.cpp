@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view kSessionPrefix = "session-";
 constexpr std::string_view kCopyPrefix = "document-";
 constexpr std::string_view kCopySuffix = ".copy";
-constexpr const char* kLockName = "lock";
+constexpr const char* kSessionLockName = "lock";
 /// Names of sessions that are tried before giving up.
 constexpr int kNameAttempts = 3;
 
@@ -75,11 +75,6 @@ bool IsShownBefore(const SLeftover& a, const SLeftover& b) {
   return a.time > b.time;
 }
 
-bool Refuse(SError* error, const char* what) {
-  if (error != nullptr) error->what = what;
-  return false;
-}
-
 }  // namespace
 
 CRecoveryFolder::CRecoveryFolder() : CRecoveryFolder(JoinPath(UserDataDirectory(), "recovery")) {}
@@ -103,20 +98,20 @@ bool CRecoveryFolder::Begin(SError* error) {
     session_ = Format("%s%llx-%08x", std::string(kSessionPrefix).c_str(), time, random());
     // Another program that tidies may take the empty folder for a dead one's before it is locked.
     if (!MakeDirectories(SessionPath(session_))) continue;
-    if (lock_.TryLock(JoinPath(SessionPath(session_), kLockName), error) == ELockResult::kTaken) return true;
+    if (lock_.TryLock(JoinPath(SessionPath(session_), kSessionLockName), error) == ELockResult::kTaken) return true;
   }
   if (error != nullptr && error->what.empty()) error->what = directory_ + ": no folder can be made";
   return false;
 }
 
 bool CRecoveryFolder::Save(const SCopiedDocument& document, const CBinModel& model, SError* error) try {
-  if (model.IsBusy()) return Refuse(error, "the model is being worked on");
+  if (model.IsBusy()) return Fail(error, "the model is being worked on");
   if (!Begin(error)) return false;
   const SCopyLabel label = {
       .title = document.title, .path = document.path, .states_key = document.states_key, .time = PresentTime()};
   return ReplaceFile(JoinPath(SessionPath(session_), CopyName(document.id)), WriteModelCopy(label, model), error);
 } catch (const std::bad_alloc&) {
-  return Refuse(error, "not enough memory");
+  return Fail(error, "not enough memory");
 }
 
 bool CRecoveryFolder::Remove(uint32_t id) {
@@ -130,7 +125,7 @@ void CRecoveryFolder::Adopt(const std::string& session) {
   const std::string folder = SessionPath(session);
   CFileLock lock;
   SError error;
-  const ELockResult result = lock.TryLock(JoinPath(folder, kLockName), &error);
+  const ELockResult result = lock.TryLock(JoinPath(folder, kSessionLockName), &error);
   if (result == ELockResult::kFailed) Trace(">> CRecoveryFolder: %s: %s\n", folder.c_str(), error.what.c_str());
   if (result != ELockResult::kTaken) return;
   if (HoldsCopies(folder)) {

@@ -11,7 +11,7 @@ namespace veldra {
 
 namespace {
 
-constexpr int kDecimals = 3;
+constexpr int kTexelDecimals = 3;
 
 }  // namespace
 
@@ -78,7 +78,7 @@ CNumberField* CBinMapperDialog::MakeNumber(const QString& name) {
 
 /// SHOWN itself while the field's text stands for it.
 double CBinMapperDialog::CoordOf(const CNumberField& field, double shown) const {
-  const double texels = RoundedValue(field, shown * texels_, kDecimals);
+  const double texels = RoundedValue(field, shown * texels_, kTexelDecimals);
   return texels == shown * texels_ ? shown : texels / texels_;
 }
 
@@ -104,8 +104,8 @@ void CBinMapperDialog::TakePicture() {
 void CBinMapperDialog::ShowNumbers(const std::vector<STexCoord>& coords) {
   is_filling_ = true;
   for (size_t k = 0; k < coords.size(); ++k) {
-    ShowRounded(*corners_[k].u, coords[k].u * texels_, kDecimals);
-    ShowRounded(*corners_[k].v, coords[k].v * texels_, kDecimals);
+    ShowRounded(*corners_[k].u, coords[k].u * texels_, kTexelDecimals);
+    ShowRounded(*corners_[k].v, coords[k].v * texels_, kTexelDecimals);
   }
   is_filling_ = false;
 }

@@ -16,7 +16,7 @@ namespace veldra {
 namespace {
 
 /// Faces between two reports of how far it is.
-constexpr int32_t kItemsAStep = 4096;
+constexpr int32_t kFacesAStep = 4096;
 constexpr int32_t kNoMagic = std::numeric_limits<int32_t>::min();
 
 /// Gathers words in a block of its own: growing the file by four bytes at a time costs more than working out what is in
@@ -106,7 +106,7 @@ class CBinSaver {
   /// ROUND: the walks over all faces that are done.
   bool MayGoOn(int32_t face, uint64_t round) {
     constexpr uint64_t kRounds = 2;
-    if (face % kItemsAStep != 0 || progress_ == nullptr) return true;
+    if (face % kFacesAStep != 0 || progress_ == nullptr) return true;
     const auto faces = static_cast<uint64_t>(model_.FaceCount());
     return progress_->Step(round * faces + static_cast<uint64_t>(face), kRounds * faces);
   }

@@ -35,12 +35,7 @@ int Fault(std::string_view operation, const std::string& path) {
   return CurrentFault() ? CurrentFault()(operation, path) : 0;
 }
 
-bool Fail(SError* error, std::string what) {
-  if (error != nullptr) error->what = std::move(what);
-  return false;
-}
-
-bool Fail(SError* error, int number) {
+bool FailWith(SError* error, int number) {
   return Fail(error, disk::ErrorText(number));
 }
 
@@ -85,7 +80,7 @@ bool ReadToEnd(disk::Handle handle, SBuffer& buffer, size_t limit, SError* error
     const bool full = buffer.size == buffer.capacity;
     size_t count = 0;
     const int number = disk::Read(handle, full ? std::span<uint8_t>(&beyond, 1) : buffer.Free(), count);
-    if (number != 0) return Fail(error, number);
+    if (number != 0) return FailWith(error, number);
     if (count == 0) return true;
     if (!full) {
       buffer.size += count;
@@ -101,7 +96,7 @@ bool ReadInto(SBuffer& buffer, const std::string& path, size_t limit, SError* er
   COpenFile file;
   disk::SStatus status;
   const int number = disk::OpenToRead(path, file.handle, status);
-  if (number != 0) return Fail(error, number);
+  if (number != 0) return FailWith(error, number);
   if (status.kind != disk::EKind::kFile) return Fail(error, NotAFileText(status.kind));
   if (status.length > limit) return Fail(error, Format("is longer than %zu bytes", limit));
   buffer.Grow(static_cast<size_t>(status.length));
@@ -172,13 +167,13 @@ bool CReplacement::SState::FindTarget(SError* error) {
   target = disk::SystemPath(path);
   if (kind == EReplacement::kCopy && disk::IsLink(target)) return true;
   const int number = kind == EReplacement::kDocument ? disk::FollowLinks(std::string(target), target) : 0;
-  if (number != 0) return Fail(error, number);
+  if (number != 0) return FailWith(error, number);
   const disk::EKind there = disk::Status(target).kind;
   if (there == disk::EKind::kNothing) return true;
   replaces = true;
   if (there != disk::EKind::kFile) return Fail(error, NotAFileText(there));
   const int refusal = disk::CheckReplaceable(target);
-  return refusal == 0 || Fail(error, refusal);
+  return refusal == 0 || FailWith(error, refusal);
 }
 
 bool CReplacement::SState::CreateTemporary(SError* error) {
@@ -193,18 +188,18 @@ bool CReplacement::SState::CreateTemporary(SError* error) {
     }
     if (!disk::IsAlreadyThere(number)) break;
   }
-  return Fail(error, number);
+  return FailWith(error, number);
 }
 
 bool CReplacement::SState::KeepPermissions(SError* error) {
   const int number = replaces ? disk::CopyPermissions(target, file.handle) : 0;
-  return number == 0 || Fail(error, number);
+  return number == 0 || FailWith(error, number);
 }
 
 bool CReplacement::SState::WritePiece(std::span<const uint8_t>& left, SError* error) {
   size_t count = 0;
   const int number = disk::Write(file.handle, left.first(std::min(left.size(), kPiece)), count);
-  if (number != 0) return Fail(error, number);
+  if (number != 0) return FailWith(error, number);
   if (count == 0) return Fail(error, "nothing more could be written");
   left = left.subspan(count);
   return true;
@@ -213,7 +208,7 @@ bool CReplacement::SState::WritePiece(std::span<const uint8_t>& left, SError* er
 bool CReplacement::SState::WriteAll(std::span<const uint8_t> bytes, SError* error) {
   while (!bytes.empty()) {
     const int number = Fault("write");
-    if (number != 0) return Fail(error, number);
+    if (number != 0) return FailWith(error, number);
     if (!WritePiece(bytes, error)) return false;
   }
   return true;
@@ -225,7 +220,7 @@ bool CReplacement::SState::CopyPiece(const CInputFile& from, uint64_t offset, ui
   if (number == 0) {
     number = disk::CopyRange(from.SystemHandle(), offset, file.handle, std::min(length, kCopyPiece), count);
   }
-  if (number != 0) return Fail(error, number);
+  if (number != 0) return FailWith(error, number);
   if (count > 0) return true;
   if (buffer.empty()) buffer.resize(kCopyBuffer);
   const auto piece = std::span(buffer).first(static_cast<size_t>(std::min<uint64_t>(length, kCopyBuffer)));
@@ -301,7 +296,7 @@ bool CReplacement::Finish(SError* error) {
   }
   if (number == 0) number = state.Fault("close");
   if (number == 0) number = state.file.Close();
-  return state.After(SState::EStep::kFinished, number == 0 || Fail(error, number));
+  return state.After(SState::EStep::kFinished, number == 0 || FailWith(error, number));
 }
 
 bool CReplacement::Commit(SError* error) {
@@ -309,7 +304,7 @@ bool CReplacement::Commit(SError* error) {
   VELDRA_ASSERT(state.step == SState::EStep::kFinished);
   int number = veldra::Fault("rename", state.target);
   if (number == 0) number = disk::Rename(state.temporary, state.target);
-  if (number != 0) return state.After(SState::EStep::kFailed, Fail(error, number));
+  if (number != 0) return state.After(SState::EStep::kFailed, FailWith(error, number));
   state.temporary.clear();
   state.step = SState::EStep::kClosed;
   // From here on the new file is the file; a folder that cannot be flushed is no reason to call that a failure.

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The only place that touches the disk. Paths are UTF-8 with either separator. No exceptions; an operation that can
@@ -17,6 +18,12 @@ namespace veldra {
 struct SError {
   std::string what;
 };
+
+/// Says WHAT where ERROR is wanted; false, so that a function can end with it.
+inline bool Fail(SError* error, std::string what) {
+  if (error != nullptr) error->what = std::move(what);
+  return false;
+}
 
 /// A file's bytes, owned; not zeroed before they are read.
 class CFileBytes {

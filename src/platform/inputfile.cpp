@@ -7,15 +7,6 @@
 
 namespace veldra {
 
-namespace {
-
-bool Fail(SError* error, std::string what) {
-  if (error != nullptr) error->what = std::move(what);
-  return false;
-}
-
-}  // namespace
-
 CInputFile::~CInputFile() {
   Close();
 }

@@ -108,6 +108,8 @@ class CQuestions {
   virtual ~CQuestions() = default;
 
   virtual void Message(const SMessage& message) = 0;
+  /// Shows what failed; false, so that a function can end with it.
+  bool Fail(std::string text, std::string details = {});
   virtual EAnswer AskYesNo(const SMessage& question) = 0;  ///< never kCancel
   virtual EAnswer AskYesNoCancel(const SMessage& question) = 0;
   /// Yes, yes to this and all later ones, no, or cancel all.

@@ -21,7 +21,7 @@ namespace veldra {
 
 namespace {
 
-constexpr QSize kUsualSize(860, 560);
+constexpr QSize kUsualExtractorSize(860, 560);
 constexpr int kListShare = 3;
 constexpr int kPreviewShare = 2;
 
@@ -69,7 +69,7 @@ CPodExtractorDialog::CPodExtractorDialog(const SToolServices& services, QWidget*
   layout->addWidget(MakeDestination());
   layout->addWidget(MakeButtons());
   connect(load, &QPushButton::clicked, this, &CPodExtractorDialog::AskAndLoad);
-  resize(kUsualSize);
+  resize(kUsualExtractorSize);
   place_.emplace(*this, services_.settings.extractor_dialog);
   OnSelectionChanged();
 }

@@ -13,6 +13,9 @@
 
 namespace veldra::testing {
 
+inline constexpr EGroupKind kFaces = EGroupKind::kFaces;
+inline constexpr EGroupKind kVertices = EGroupKind::kVertices;
+
 /// The editor's real window over a folder with a palette, a texture and models that the test writes.
 class CEditorTest : public ::testing::Test {
  protected:

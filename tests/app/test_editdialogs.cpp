@@ -16,9 +16,6 @@ using ::testing::ElementsAre;
 
 namespace {
 
-constexpr EGroupKind kFaces = EGroupKind::kFaces;
-constexpr EGroupKind kVertices = EGroupKind::kVertices;
-
 void Check(QWidget& dialog, const char* button) {
   Child<QAbstractButton>(dialog, button)->setChecked(true);
 }

@@ -16,9 +16,6 @@ namespace veldra::testing {
 
 namespace {
 
-constexpr EGroupKind kFaces = EGroupKind::kFaces;
-constexpr EGroupKind kVertices = EGroupKind::kVertices;
-
 /// The keys that the Keys text of a row names: "Shift+X,Y,Z" are three.
 QStringList KeysOf(int row) {
   static const std::map<QString, QStringList> words = {{"Up/Down Arrows", {"Up", "Down"}},

@@ -17,7 +17,6 @@ namespace veldra::testing {
 namespace {
 
 using Tree = CModelTreeModel;
-constexpr EGroupKind kFaces = EGroupKind::kFaces;
 
 class CToolDocksTest : public CEditorTest {
  protected:

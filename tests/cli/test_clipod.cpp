@@ -20,14 +20,14 @@ TEST_F(CCliPodTest, ListPrintsTheDirectory) {
   const SResult text = Run("pod list $/a.pod");
   EXPECT_EQ(text.status, 0);
   EXPECT_NE(text.out.find("         3        204  ART\\Sky.raw\n"), std::string::npos) << text.out;
-  const auto json = nlohmann::json::parse(Run("pod list $/a.pod --json").out);
-  ASSERT_EQ(json.size(), 3u);
-  EXPECT_EQ(json[0],
+  const auto list = nlohmann::json::parse(Run("pod list $/a.pod --json").out);
+  ASSERT_EQ(list.size(), 3u);
+  EXPECT_EQ(list[0],
             (nlohmann::json{
                 {"name", "ART\\Sky.raw"}, {"trailingName", "PAL"}, {"offset", 204}, {"size", 3}, {"storedSize", 3}}));
-  EXPECT_EQ(json[1]["size"], 4) << "the computed one";
-  EXPECT_EQ(json[1]["storedSize"], 9);
-  EXPECT_EQ(json[2]["name"], "UI\\\xC3\x89.BMP");
+  EXPECT_EQ(list[1]["size"], 4) << "the computed one";
+  EXPECT_EQ(list[1]["storedSize"], 9);
+  EXPECT_EQ(list[2]["name"], "UI\\\xC3\x89.BMP");
   const SResult none = Run("pod list $/none.pod");
   EXPECT_EQ(none.status, 1);
   EXPECT_EQ(none.err.find("Veldra - Error: CMTMPODFile::ReadDirectory:\nError opening file:\n" + folder.Path()), 0u);

@@ -25,11 +25,11 @@ class CCliTruckTest : public CCliTest {
 
 TEST_F(CCliTruckTest, ShowRewriteAndDeps) {
   EXPECT_NE(Run("truck show $/t.trk").out.find("truck: Mud \"King\"\nbody model: BODY.BIN\n"), std::string::npos);
-  const auto json = nlohmann::json::parse(Run("truck show $/t.trk --json").out, nullptr, false);
-  EXPECT_EQ(json["name"], "Mud \"King\"");
-  EXPECT_EQ(json["tires"]["frontLeft"], (nlohmann::json{-1.5, 0.25, 3.0}));
-  EXPECT_EQ(json["scrapePoints"].size(), 12u);
-  EXPECT_EQ(json["lights"][0]["typeName"], "Special Light");
+  const auto shown = nlohmann::json::parse(Run("truck show $/t.trk --json").out, nullptr, false);
+  EXPECT_EQ(shown["name"], "Mud \"King\"");
+  EXPECT_EQ(shown["tires"]["frontLeft"], (nlohmann::json{-1.5, 0.25, 3.0}));
+  EXPECT_EQ(shown["scrapePoints"].size(), 12u);
+  EXPECT_EQ(shown["lights"][0]["typeName"], "Special Light");
 
   folder.Write("loose.trk", "TRUCKNAME\n  Mud \"King\"\nno key\nlight 0 type\n3\nnumber of lights\n1");
   EXPECT_EQ(Run("truck rewrite $/loose.trk $/out.trk").status, 0);

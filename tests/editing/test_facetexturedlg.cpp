@@ -20,10 +20,6 @@ QString Fault(QWidget& dialog) {
   return Child<QLabel>(dialog, "dialogFault")->text();
 }
 
-bool IsOkEnabled(QWidget& dialog) {
-  return dynamic_cast<CFieldDialog&>(dialog).IsValid();
-}
-
 class FaceTextureDialogs : public ::testing::Test {
  protected:
   FaceTextureDialogs() {

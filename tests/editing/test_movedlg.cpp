@@ -24,10 +24,6 @@ QString Text(QWidget& dialog, const char* label) {
   return Child<QLabel>(dialog, label)->text();
 }
 
-bool IsOkEnabled(QWidget& dialog) {
-  return dynamic_cast<CFieldDialog&>(dialog).IsValid();
-}
-
 class MoveDialogs : public ::testing::Test {
  protected:
   MoveDialogs() {

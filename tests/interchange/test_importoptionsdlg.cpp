@@ -26,10 +26,6 @@ std::string Preview(QWidget& dialog) {
   return text.toStdString();
 }
 
-bool IsOkEnabled(QWidget& dialog) {
-  return dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled();
-}
-
 SWaveMesh Mesh() {
   SImportFault fault;
   return *ParseWavefront("v -1 0 10\nv 3 0.5 10.25\nv 0 0 2000000000\nf 1 2 3\n", nullptr, fault);

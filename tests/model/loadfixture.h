@@ -14,6 +14,8 @@
 
 namespace veldra::testing {
 
+inline constexpr uint32_t kOne = 0xFFFFFF;  ///< u or v of 1 in a file of this kind
+
 /// Loads models beside a texture directory with ROAD, W128, W256 and W512.RAW (64, 128, 256 and 512 wide).
 class CLoadTest : public ::testing::Test {
  protected:

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 #include <deque>
 #include <initializer_list>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +14,9 @@
 #include "model/binmodel.h"
 
 namespace veldra::testing {
+
+inline constexpr int32_t kLeast = std::numeric_limits<int32_t>::min();
+inline constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
 
 /// A model under construction with its texture images, and the reports that it gave since the last TakeReports.
 class CModelBuilder : public CModelObserver {

@@ -14,7 +14,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using EChoice = SUnknownFaceAnswer::EChoice;
 
-constexpr uint32_t kOne = 0xFFFFFF;
 constexpr const char* kSizeQuestion =
     "This model uses a texture size not supported by MTM2.\nWould you like to continue loading anyway?";
 

@@ -15,7 +15,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr uint32_t kOne = 0xFFFFFF;
 constexpr int32_t kNone = std::numeric_limits<int32_t>::min();
 
 std::vector<uint8_t> Saved(const CBinModel& model, const SSaveOptions& options = {}) {

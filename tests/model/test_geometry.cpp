@@ -12,11 +12,10 @@ namespace veldra {
 namespace {
 
 using testing::CModelBuilder;
+using testing::kLeast;
+using testing::kMost;
 using Indices = std::vector<int32_t>;
 using Positions = std::vector<SPoint>;
-
-constexpr int32_t kLeast = std::numeric_limits<int32_t>::min();
-constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
 
 TEST(Geometry, ResizeTruncatesTowardZero) {
   CModelBuilder b;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 
 #include "model/geometry.h"
@@ -13,12 +12,11 @@ namespace veldra {
 namespace {
 
 using testing::CModelBuilder;
+using testing::kLeast;
+using testing::kMost;
 using Indices = std::vector<int32_t>;
 using Positions = std::vector<SPoint>;
 using Polygons = std::vector<Indices>;
-
-constexpr int32_t kLeast = std::numeric_limits<int32_t>::min();
-constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
 
 /// The definition, as literally as it can be written, on plain lists.
 struct SReference {

@@ -14,7 +14,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-constexpr int kSide = 200;
+constexpr int kPickSide = 200;
 const SPick kNothing = {EGroupKind::kFaces, -1};
 
 SPick Face(int32_t index) {
@@ -29,10 +29,10 @@ class ModelPicker : public ::testing::Test {
  protected:
   void SetUp() override {
     SError error;
-    context_ = CMemoryGlContext::Create(kSide, kSide, &error);
+    context_ = CMemoryGlContext::Create(kPickSide, kPickSide, &error);
     ASSERT_NE(context_, nullptr) << error.what;
   }
-  CViewCamera Camera() const { return {state_, scene_.model.Bounds(), kSide, kSide}; }
+  CViewCamera Camera() const { return {state_, scene_.model.Bounds(), kPickSide, kPickSide}; }
   SPick At(int x, int y) {
     const auto pick = picker_.Pick(scene_.model, state_, Camera(), 1.0, x, y);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
@@ -101,7 +101,7 @@ TEST_F(ModelPicker, SelectedVerticesAreThereWithoutMarkersAndTheNearestOfTwoCoun
 
 TEST_F(ModelPicker, ARectangleTakesWhatShowsAndInSeeThroughModesAllInside) {
   AddTwoWalls();
-  const SPixels all = {0, 0, kSide, kSide};
+  const SPixels all = {0, 0, kPickSide, kPickSide};
   const SPixels inside_front = {80, 80, 120, 120};
   EXPECT_THAT(In(EGroupKind::kFaces, all), ElementsAre(0, 1));
   EXPECT_THAT(In(EGroupKind::kFaces, inside_front), ElementsAre(0));
@@ -124,7 +124,7 @@ TEST_F(ModelPicker, FacesSmallerThanAPixelAreInARectangleToo) {
   }
   state_ = FittedState(scene_.model);
   state_.mode = ERenderMode::kSolid;
-  EXPECT_THAT(In(EGroupKind::kFaces, {0, 0, kSide, kSide}), SizeIs(kTiles * kTiles / 10));
+  EXPECT_THAT(In(EGroupKind::kFaces, {0, 0, kPickSide, kPickSide}), SizeIs(kTiles * kTiles / 10));
 }
 
 TEST_F(ModelPicker, DrawsOnlyWhatIsNearAndFindsPlacesOncePerCameraAndModel) {

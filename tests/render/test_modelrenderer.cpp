@@ -8,20 +8,20 @@
 namespace veldra::testing {
 namespace {
 
-constexpr int kSide = 64;
+constexpr int kPictureSide = 64;
 
 class ModelRenderer : public ::testing::Test {
  protected:
   void SetUp() override {
     SError error;
-    context_ = CMemoryGlContext::Create(kSide, kSide, &error);
+    context_ = CMemoryGlContext::Create(kPictureSide, kPictureSide, &error);
     ASSERT_NE(context_, nullptr) << error.what;
     renderer_ = std::make_unique<CModelRenderer>();
   }
   SImage Drawn(const SScene& scene, const SViewState& state) {
-    renderer_->Draw(scene.model, state, kSide, kSide);
+    renderer_->Draw(scene.model, state, kPictureSide, kPictureSide);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-    return {.width = kSide, .height = kSide, .rgba = context_->ReadPixels()};
+    return {.width = kPictureSide, .height = kPictureSide, .rgba = context_->ReadPixels()};
   }
 
   std::unique_ptr<CMemoryGlContext> context_;
@@ -55,7 +55,7 @@ TEST_F(ModelRenderer, GoesOnInANewContext) {
   const int builds = renderer_->BuildCount();
   context_.reset();
   renderer_->ForgetContext();
-  context_ = CMemoryGlContext::Create(kSide, kSide, nullptr);
+  context_ = CMemoryGlContext::Create(kPictureSide, kPictureSide, nullptr);
   ASSERT_NE(context_, nullptr);
   EXPECT_EQ(Drawn(scene, state).rgba, first.rgba);
   EXPECT_EQ(renderer_->BuildCount(), 2 * builds);

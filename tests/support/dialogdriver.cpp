@@ -2,8 +2,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QtTest>
 
@@ -58,6 +60,10 @@ void CDialogDriver::Look() {
   const SStep step = std::move(steps_.front());
   steps_.pop_front();
   step.action(*dialog);
+}
+
+bool IsOkEnabled(QWidget& dialog) {
+  return dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled();
 }
 
 void ClickButton(QWidget& parent, const QString& text) {

@@ -36,6 +36,9 @@ class CDialogDriver {
 template <typename T>
 T* Child(QWidget& parent, const char* name);
 
+/// DIALOG takes what was entered.
+bool IsOkEnabled(QWidget& dialog);
+
 /// Clicks the button of that text with the mouse.
 void ClickButton(QWidget& parent, const QString& text);
 

@@ -15,7 +15,7 @@ bool IsOpen(const SCommandTarget& on) {
   return on.docks.IsOpen(kDock);
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kDocksRows[] = {
     {.id = ECommand::kDockModelTree,
      .name = "modelTree",
      .text = "&Model Tree",
@@ -56,7 +56,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> DockCommands() {
-  return kRows;
+  return kDocksRows;
 }
 
 }  // namespace veldra

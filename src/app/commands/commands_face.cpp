@@ -30,11 +30,11 @@ void AskGroupFaces(const SCommandTarget& on) {
   if (dialog.exec() == QDialog::Accepted) GroupFaces(on.Cursor(), dialog.Input());
 }
 
-void ShowGroups(const SCommandTarget& on) {
+void ShowFaceGroups(const SCommandTarget& on) {
   CGroupDialog(*on.document, EGroupKind::kFaces, &on.window).exec();
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kFaceRows[] = {
     {.id = ECommand::kFaceSelect,
      .name = "selectFace",
      .text = "&Select Current",
@@ -148,7 +148,7 @@ const SCommandRow kRows[] = {
      .text = "Face Gr&oups...",
      .status = "Opens the Face Groups dialog",
      .when = IfCursor<HasFaces>,
-     .run = ShowGroups},
+     .run = ShowFaceGroups},
     {.id = ECommand::kFaceDelete,
      .name = "deleteFace",
      .text = "Delete &Current",
@@ -168,7 +168,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> FaceCommands() {
-  return kRows;
+  return kFaceRows;
 }
 
 }  // namespace veldra

@@ -20,7 +20,7 @@ void Exit(const SCommandTarget& on) {
   on.window.close();
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kFileRows[] = {
     {.id = ECommand::kFileNew,
      .name = "new",
      .text = "&New",
@@ -136,7 +136,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> FileCommands() {
-  return kRows;
+  return kFileRows;
 }
 
 }  // namespace veldra

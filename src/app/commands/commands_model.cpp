@@ -54,7 +54,7 @@ void JumpTo(const SCommandTarget& on) {
   on.dialogs.JumpTo(on.Cursor(), &on.window);
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kModelRows[] = {
     {.id = ECommand::kModelInfo,
      .name = "info",
      .text = "I&nfo...",
@@ -163,7 +163,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> ModelCommands() {
-  return kRows;
+  return kModelRows;
 }
 
 }  // namespace veldra

@@ -27,7 +27,7 @@ void AskAnimation(const SCommandTarget& on) {
   if (dialog.exec() == QDialog::Accepted) DefineAnimation(*on.document, dialog.Input(), dialog.Edited());
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kTextureRows[] = {
     {.id = ECommand::kTextureMapping,
      .name = "binMapper",
      .text = "Texture &Mapping...",
@@ -109,7 +109,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> TextureCommands() {
-  return kRows;
+  return kTextureRows;
 }
 
 }  // namespace veldra

@@ -5,7 +5,7 @@ namespace veldra {
 
 namespace {
 
-const SCommandRow kRows[] = {
+const SCommandRow kToolsRows[] = {
     {.id = ECommand::kImport3ds,
      .name = "import3ds",
      .text = "&3ds File",
@@ -42,7 +42,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> ToolCommands() {
-  return kRows;
+  return kToolsRows;
 }
 
 }  // namespace veldra

@@ -18,11 +18,11 @@ void AskPlane(const SCommandTarget& on) {
   if (const auto input = on.dialogs.AskPlane(on.Cursor(), &on.window)) SetToPlane(on.Cursor(), *input);
 }
 
-void ShowGroups(const SCommandTarget& on) {
+void ShowVertexGroups(const SCommandTarget& on) {
   CGroupDialog(*on.document, EGroupKind::kVertices, &on.window).exec();
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kVertexRows[] = {
     {.id = ECommand::kVertexSelect,
      .name = "selectVertex",
      .text = "&Select Current",
@@ -215,7 +215,7 @@ const SCommandRow kRows[] = {
      .text = "Vertex &Groups...",
      .status = "Opens the Vertex Groups dialog",
      .when = IfCursor<HasVertices>,
-     .run = ShowGroups},
+     .run = ShowVertexGroups},
     {.id = ECommand::kVertexDelete,
      .name = "deleteVertex",
      .text = "Delete Curren&t",
@@ -234,7 +234,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> VertexCommands() {
-  return kRows;
+  return kVertexRows;
 }
 
 }  // namespace veldra

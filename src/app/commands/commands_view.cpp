@@ -32,7 +32,7 @@ void TurnByStep(const SCommandTarget& on) {
   on.view->Turn(turn);
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kViewRows[] = {
     {.id = ECommand::kViewVertices,
      .name = "verticesOnly",
      .text = "&Vertices Only",
@@ -278,7 +278,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> ViewCommands() {
-  return kRows;
+  return kViewRows;
 }
 
 }  // namespace veldra

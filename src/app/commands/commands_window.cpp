@@ -26,7 +26,7 @@ void ShowAbout(const SCommandTarget& on) {
   box.exec();
 }
 
-const SCommandRow kRows[] = {
+const SCommandRow kWindowRows[] = {
     {.id = ECommand::kWindowNew,
      .name = "newWindow",
      .text = "&New Window",
@@ -75,7 +75,7 @@ const SCommandRow kRows[] = {
 }  // namespace
 
 std::span<const SCommandRow> WindowCommands() {
-  return kRows;
+  return kWindowRows;
 }
 
 }  // namespace veldra

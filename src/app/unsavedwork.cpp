@@ -1,6 +1,7 @@
 #include "app/unsavedwork.h"
 
 #include <QApplication>
+#include <QProgressDialog>
 #include <QSocketNotifier>
 
 #include "app/mainfrm.h"
@@ -57,6 +58,9 @@ void CUnsavedWork::FollowSignals() {
     notifier->setEnabled(false);
     frame_.App().Recovery().SaveAll();
     frame_.WriteWindowState();
+    // What is under way is given up.
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (auto* progress = qobject_cast<QProgressDialog*>(window)) progress->cancel();
     QApplication::exit(0);
   });
 }

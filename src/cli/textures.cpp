@@ -9,6 +9,7 @@
 #include "platform/png.h"
 #include "platform/text.h"
 #include "textures/quantize.h"
+#include "textures/texturefiles.h"
 
 namespace veldra {
 
@@ -54,29 +55,6 @@ struct SImportOptions {
   std::string palette;
 };
 
-/// The colour table's file beside RAW: the one that is there, whatever the case of its name, or a new one.
-std::string ColorTablePath(const std::string& raw) {
-  const std::string path = ChangeExtension(raw, "ACT");
-  const std::string existing = FindAnyCase(path);
-  return existing.empty() ? path : existing;
-}
-
-/// Both files are complete on the disk before either takes its name.
-int WriteTexture(CSession& session, const std::string& raw, const SIndexedTexture& texture) {
-  const std::string act = ColorTablePath(raw);
-  CReplacement indices(raw);
-  CReplacement colors(act);
-  SError error;
-  if (!indices.Open(&error) || !indices.Write(texture.indices, &error) || !indices.Finish(&error)) {
-    return session.FailToWrite(raw, error.what);
-  }
-  if (!colors.Open(&error) || !colors.Write(texture.colors, &error) || !colors.Finish(&error)) {
-    return session.FailToWrite(act, error.what);
-  }
-  if (!indices.Commit(&error)) return session.FailToWrite(raw, error.what);
-  return colors.Commit(&error) ? kDone : session.FailToWrite(act, error.what);
-}
-
 int Import(CSession& session, const SImportOptions& options) {
   SError error;
   const auto picture = ReadPng(options.png, &error);
@@ -97,7 +75,10 @@ int Import(CSession& session, const SImportOptions& options) {
   if (session.CheckWritable(options.raw) != kDone || session.CheckWritable(ColorTablePath(options.raw)) != kDone) {
     return kFailed;
   }
-  return WriteTexture(session, options.raw, QuantizeTexture(*picture, colors));
+  const SIndexedTexture texture = QuantizeTexture(*picture, colors);
+  return WriteTextureFiles(options.raw, texture.indices, texture.colors, &error)
+             ? kDone
+             : session.FailToWrite(options.raw, error.what);
 }
 
 SCommandRow ImportTextureCommand() {

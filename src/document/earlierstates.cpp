@@ -75,13 +75,6 @@ bool IsNewest(const std::string& folder, const std::vector<uint64_t>& ids, std::
   return newest && IsSameModel(newest->View(), file);
 }
 
-/// What programs left that died while they wrote; only with the folder's lock.
-void RemoveTemporaries(const std::string& folder) {
-  for (const std::string& name : ListDirectory(folder)) {
-    if (IsTemporaryName(name)) RemoveFile(JoinPath(folder, name));
-  }
-}
-
 SEarlierState Describe(const std::string& folder, uint64_t id) {
   SEarlierState state = {.id = id};
   const std::string path = StatePath(folder, id);
@@ -106,14 +99,6 @@ SEarlierState Describe(const std::string& folder, uint64_t id) {
   return state;
 }
 
-/// FNV-1a, 64 bits: the same in every version of the program, which std::hash does not promise.
-uint64_t Hash(std::string_view text) {
-  uint64_t hash = 0xCBF29CE484222325;
-  for (const char c : text)
-    hash = (hash ^ static_cast<uint8_t>(c)) * 0x100000001B3;
-  return hash;
-}
-
 /// TEXT as every disk takes it in a file name.
 std::string ReadablePart(std::string_view text) {
   std::string part(text.substr(0, kLongestReadablePart));
@@ -135,7 +120,7 @@ CEarlierStates::CEarlierStates(std::string directory, const SEarlierStateLimits&
 std::string CEarlierStates::KeyOfPath(std::string_view path) {
   const std::string comparable = ComparablePath(path);
   return Format("%s-%016llx", ReadablePart(LowerCase(FileNamePart(comparable))).c_str(),
-                static_cast<unsigned long long>(Hash(comparable)));
+                static_cast<unsigned long long>(HashText(comparable)));
 }
 
 std::string CEarlierStates::KeyOfUntitled(int number) const {
@@ -183,7 +168,6 @@ bool CEarlierStates::KeepPacked(const std::string& key, std::span<const uint8_t>
   const std::string folder = Folder(key);
   const std::vector<uint64_t> ids = StateIds(folder);
   if (IsNewest(folder, ids, packed)) return true;
-  RemoveTemporaries(folder);
   if (!ReplaceFile(StatePath(folder, NextId(ids)), packed, error)) return false;
   DropOldest(folder);
   lock.Release();
@@ -228,7 +212,7 @@ void CEarlierStates::DropOldestDocuments(const std::string& kept_key) {
     if (document.key == kept_key || lock.TryLock(JoinPath(folder, kLockName)) != ELockResult::kTaken) continue;
     for (const uint64_t id : StateIds(folder))
       RemoveFile(StatePath(folder, id));
-    RemoveTemporaries(folder);
+    RemoveAbandonedTemporaries(folder);
     lock.ReleaseAndRemove();
     RemoveEmptyFolder(folder);
     total -= document.size;
@@ -274,7 +258,7 @@ bool CEarlierStates::Move(const std::string& from, const std::string& to, SError
     ids.push_back(new_id);
   }
   DropOldest(target);
-  RemoveTemporaries(source);
+  RemoveAbandonedTemporaries(source);
   (from < to ? first : second).ReleaseAndRemove();
   RemoveEmptyFolder(source);
   return true;

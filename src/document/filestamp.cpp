@@ -6,6 +6,7 @@
 #include "model/binfile.h"
 #include "platform/compress.h"
 #include "platform/files.h"
+#include "platform/fileset.h"
 #include "platform/filetime.h"
 
 namespace veldra {
@@ -37,7 +38,13 @@ bool CFileStamp::IsGone() const {
   return length_ && !IsFile(path_);
 }
 
-CModelFileStamp::CModelFileStamp(const std::string& path) : model_(path), info_(path.empty() ? "" : InfoPath(path)) {}
+CModelFileStamp::CModelFileStamp(const std::string& path) {
+  if (path.empty()) return;
+  // That an interrupted save is taken back is no news afterwards.
+  SettleFiles(std::vector{path, InfoPath(path)});
+  model_ = CFileStamp(path);
+  info_ = CFileStamp(InfoPath(path));
+}
 
 std::string CModelFileStamp::Gone() const {
   if (model_.IsGone()) return model_.Path();

@@ -188,8 +188,4 @@ int64_t PresentTime() {
   return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
 }
 
-bool IsTemporaryName(std::string_view name) {
-  return name.starts_with(".veldra-") && name.ends_with(".tmp");
-}
-
 }  // namespace veldra

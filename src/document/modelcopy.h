@@ -44,7 +44,4 @@ bool IsSameModel(std::span<const uint8_t> a, std::span<const uint8_t> b);
 /// Seconds since 1970, UTC.
 int64_t PresentTime();
 
-/// What a program that died while it was writing leaves in a folder.
-bool IsTemporaryName(std::string_view name);
-
 }  // namespace veldra

@@ -231,11 +231,8 @@ bool CModelSaver::Write(const std::string& path, const SSaveOptions& options, EM
   {
     const auto work = questions.BeginWork(Format("Saving %s", FileNamePart(path).c_str()), true);
     KeepOverwrittenFile(path);
-    CModelFileStamp before(IsOwnFile(path) ? path : "");
     written = SaveBinFile(document_.Model(), options, path, &error, work.get());
     if (written) document_.TakeSavedPath(path);
-    // The model is there, and its sidecar is not: no other program's work.
-    if (!written && before.IsChanged()) document_.FileStamp() = CModelFileStamp(path);
   }
   if (written) saved_as_ = variant;
   if (!written && !error.what.empty()) Fail(kNotSavedText, error.what);

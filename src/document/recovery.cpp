@@ -40,9 +40,7 @@ void RemoveSession(const std::string& folder, CFileLock& lock) {
     lock.Release();
     return;
   }
-  for (const std::string& name : ListDirectory(folder)) {
-    if (IsTemporaryName(name)) RemoveFile(JoinPath(folder, name));
-  }
+  RemoveAbandonedTemporaries(folder);
   lock.ReleaseAndRemove();
   if (!RemoveEmptyFolder(folder)) Trace(">> CRecoveryFolder: %s stays\n", folder.c_str());
 }

@@ -19,22 +19,19 @@ constexpr int kPictureSide = 96;
 /// The texture of the RAW file PATH as it would look; FAULT says why there is none.
 std::optional<STextureImage> LoadPreview(const std::string& path, const ColorTable& default_colors, QString& fault) {
   const std::string there = FindAnyCase(path);
-  const std::optional<uint64_t> length = FileLength(there);
-  if (!IsFile(there) || !length) {
+  if (!IsFile(there)) {
     fault = path.empty() || IsDirectory(there) ? QObject::tr("Choose the file of the new texture.")
                                                : QObject::tr("There is no such file.");
     return std::nullopt;
   }
+  const STextureFiles files = ReadTextureFiles(there);
+  fault = files.error.what.empty()
+              ? QObject::tr("Not a texture: %1 bytes, not 64, 128, 256 or 512 squared.").arg(files.length.value_or(0))
+              : ToQString(files.error.what);
+  if (!files.texels) return std::nullopt;
   STextureImage image;
-  image.size = TextureSizeOfLength(*length);
-  fault = QObject::tr("Not a texture: %1 bytes, not 64, 128, 256 or 512 squared.").arg(*length);
-  if (image.size == 0) return std::nullopt;
-  SError error;
-  const auto texels = ReadWholeFile(there, &error);
-  fault = ToQString(error.what);
-  if (!texels) return std::nullopt;
-  const ColorTable colors = ReadColorTable(ChangeExtension(there, "ACT")).value_or(default_colors);
-  DecodeTexture(texels->View(), colors, image);
+  image.size = TextureSizeOfLength(files.texels->View().size());
+  DecodeTexture(files.texels->View(), files.colors.value_or(default_colors), image);
   fault.clear();
   return image;
 }

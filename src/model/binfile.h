@@ -54,8 +54,8 @@ std::vector<std::string> AnimationNamesInFileOrder(const CBinModel& model);
 /// "" or, in words, the first texture name that does not fit its field in the file.
 std::string NameFault(const CBinModel& model);
 
-/// Writes the model file and its sidecar, each replaced as a whole or not at all. On failure ERROR says why; it is
-/// empty when PROGRESS (may be null) was stopped, which leaves both old files.
+/// Replaces the model file and its sidecar together. On failure, which leaves both old files, ERROR says why; it is
+/// empty when PROGRESS (may be null) was stopped.
 bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std::string& path, SError* error,
                  CProgress* progress = nullptr);
 

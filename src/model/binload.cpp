@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <utility>
 
 #include "model/binfile.h"
 #include "model/binloader.h"
 #include "model/infofile.h"
+#include "platform/fileset.h"
 #include "platform/text.h"
 #include "platform/trace.h"
 
@@ -14,9 +16,11 @@ constexpr const char* kGroupsDamagedText = "The groups beside this model could n
 constexpr const char* kUnreadableText = "%s\ncould not be read.";
 constexpr size_t kComplaintsShown = 20;
 
-void ShowComplaints(const std::vector<std::string>& complaints, CQuestions& questions) {
+void ShowComplaints(const SModelInfo& info, CQuestions& questions) {
+  const std::vector<std::string>& complaints = info.complaints;
   if (complaints.empty()) return;
   SMessage message = {.text = kGroupsDamagedText, .icon = EIcon::kWarning};
+  if (!info.path.empty()) message.details = info.path + ":\n";
   const size_t shown = std::min(complaints.size(), kComplaintsShown);
   for (size_t i = 0; i < shown; ++i)
     message.details += complaints[i] + '\n';
@@ -31,7 +35,7 @@ bool LoadWithInfo(CBinModel& model, std::span<const uint8_t> file, SModelInfo in
   CBinLoader loader(model, file, info.animations, context);
   if (loader.Load()) {
     AddInfoGroups(model, info);
-    ShowComplaints(info.complaints, context.questions);
+    ShowComplaints(info, context.questions);
     return true;
   }
   model.Clear();
@@ -45,15 +49,33 @@ bool LoadWithInfo(CBinModel& model, std::span<const uint8_t> file, SModelInfo in
   return false;
 }
 
-SModelInfo ReadInfoBeside(const std::string& path) {
-  const std::string info_path = FindAnyCase(InfoPath(path));
+/// A model file and its sidecar as one save left them.
+struct SModelFiles {
+  SError error;
+  std::optional<CFileBytes> model;
+  SModelInfo info;
+};
+
+SModelInfo ReadInfo(const std::string& path) {
+  const std::string info_path = FindAnyCase(path);
   if (info_path.empty()) return {};
   SError error;
   const auto text = ReadWholeFile(info_path, &error);
-  if (text) return ParseInfo(text->Text());
-  SModelInfo unread;
-  unread.complaints.push_back(info_path + ": " + error.what);
-  return unread;
+  SModelInfo info = text ? ParseInfo(text->Text()) : SModelInfo{};
+  if (!text) info.complaints.push_back(error.what);
+  info.path = info_path;
+  return info;
+}
+
+SModelFiles ReadModelFiles(const std::string& path) {
+  SModelFiles files;
+  const std::string paths[] = {path, InfoPath(path)};
+  ReadFiles(paths, [&](std::span<const std::string> places) {
+    files = {};
+    files.model = ReadWholeFile(places[0], &files.error);
+    if (files.model) files.info = ReadInfo(places[1]);
+  });
+  return files;
 }
 
 }  // namespace
@@ -68,15 +90,14 @@ bool LoadBin(CBinModel& model, std::span<const uint8_t> file, std::string_view i
 }
 
 bool LoadBinFile(CBinModel& model, const std::string& path, const SLoadContext& context, SDiagnosis* diagnosis) {
-  SError error;
-  const auto file = ReadWholeFile(path, &error);
-  if (file) return LoadWithInfo(model, file->View(), ReadInfoBeside(path), context, diagnosis);
+  SModelFiles files = ReadModelFiles(path);
+  if (files.model) return LoadWithInfo(model, files.model->View(), std::move(files.info), context, diagnosis);
   model.Clear();
-  if (diagnosis != nullptr) *diagnosis = {0, path + ": " + error.what};
+  if (diagnosis != nullptr) *diagnosis = {0, path + ": " + files.error.what};
   context.questions.Message({.text = Format(kUnreadableText, path.c_str()),
                              .caption = kErrorCaption,
                              .icon = EIcon::kError,
-                             .details = error.what});
+                             .details = files.error.what});
   return false;
 }
 

@@ -8,6 +8,7 @@
 #include "model/infofile.h"
 #include "model/normals.h"
 #include "platform/assert.h"
+#include "platform/fileset.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 
@@ -20,11 +21,10 @@ constexpr int32_t kFacesAStep = 4096;
 constexpr int32_t kNoMagic = std::numeric_limits<int32_t>::min();
 
 /// Gathers words in a block of its own: growing the file by four bytes at a time costs more than working out what is in
-/// them.
+/// them. Flush at the end.
 class CWordBlock {
  public:
   explicit CWordBlock(CByteWriter& out) : out_(out) {}
-  ~CWordBlock() { Flush(); }
   CWordBlock(const CWordBlock&) = delete;
   CWordBlock& operator=(const CWordBlock&) = delete;
 
@@ -44,13 +44,12 @@ class CWordBlock {
     Flush();
     out_.WriteFixedText(text, width);
   }
-
- private:
   void Flush() {
     out_.WriteBytes({block_.data(), size_});
     size_ = 0;
   }
 
+ private:
   CByteWriter& out_;
   std::array<uint8_t, 16384> block_;
   size_t size_ = 0;
@@ -99,6 +98,7 @@ class CBinSaver {
       WriteFace(face);
     }
     out_.Word(0U);
+    out_.Flush();
     return true;
   }
 
@@ -213,10 +213,6 @@ std::span<const uint8_t> BytesOf(const std::string& text) {
   return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
 }
 
-bool Prepare(CReplacement& replacement, std::span<const uint8_t> bytes, SError* error) {
-  return replacement.Open(error) && replacement.Write(bytes, error) && replacement.Finish(error);
-}
-
 }  // namespace
 
 bool SaveBin(const CBinModel& model, const SSaveOptions& options, CByteWriter& out, CProgress* progress) {
@@ -263,11 +259,8 @@ bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std:
     return false;
   }
   const std::string info = WriteInfo(model, AnimationNamesInFileOrder(model));
-  CReplacement model_file(path);
-  CReplacement info_file(InfoPath(path));
-  // Everything that can run out of room is done before either old file goes.
-  if (!Prepare(model_file, bytes.Bytes(), error) || !Prepare(info_file, BytesOf(info), error)) return false;
-  return model_file.Commit(error) && info_file.Commit(error);
+  const SNewFile files[] = {{path, bytes.Bytes()}, {InfoPath(path), BytesOf(info)}};
+  return ReplaceFiles(files, error);
 }
 
 }  // namespace veldra

@@ -11,6 +11,7 @@ namespace veldra {
 
 /// What a model's ".info" sidecar holds: what the model file itself has no place for.
 struct SModelInfo {
+  std::string path;  ///< of the file, for complaints; may be ""
   struct SGroup {
     std::string name;
     std::vector<int32_t> members;

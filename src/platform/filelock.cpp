@@ -1,5 +1,6 @@
 #include "platform/filelock.h"
 
+#include <algorithm>
 #include <thread>
 #include <utility>
 
@@ -54,6 +55,26 @@ void CFileLock::ReleaseAndRemove() {
   const bool is_removed = disk::Remove(path_) == 0;
   Release();
   if (!is_removed) disk::Remove(path_);
+}
+
+std::vector<uint8_t> CFileLock::Content(size_t limit) const {
+  disk::SStatus status;
+  if (disk::StatusOf(handle_, status) != 0 || status.kind != disk::EKind::kFile) return {};
+  std::vector<uint8_t> bytes(std::min(limit + 1, static_cast<size_t>(status.length)));
+  size_t count = 0;
+  if (disk::ReadAt(handle_, 0, bytes, count) != 0 || count != bytes.size() || count > limit) return {};
+  return bytes;
+}
+
+bool CFileLock::SetContent(std::span<const uint8_t> bytes, SError* error) {
+  size_t count = 0;
+  int number = disk::Fault("write", path_);
+  if (number == 0) number = disk::Write(handle_, bytes, count);
+  if (number == 0) number = disk::Fault("sync", path_);
+  if (number == 0) number = disk::Sync(handle_);
+  if (number == 0 && count == bytes.size()) return true;
+  if (error != nullptr) error->what = number != 0 ? disk::ErrorText(number) : "nothing more could be written";
+  return false;
 }
 
 }  // namespace veldra

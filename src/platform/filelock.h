@@ -15,7 +15,7 @@ enum class ELockResult {
 
 /// An exclusive lock on a file, among programs and within one, held until released. The system releases it when the
 /// program dies, however it dies; so who gets the lock knows that the earlier holder is gone. The file is made when it
-/// is not there, holds nothing and stays behind. Binds only those who ask for it.
+/// is not there, holds nothing unless SetContent is called, and stays behind. Binds only those who ask for it.
 class CFileLock {
  public:
   CFileLock() = default;
@@ -32,6 +32,11 @@ class CFileLock {
   void Release();
   /// Release that takes the file away. Who waits for it meanwhile gets a lock on the file that is there then.
   void ReleaseAndRemove();
+
+  /// The locked file's bytes; none when there are more than LIMIT, or it cannot be read.
+  std::vector<uint8_t> Content(size_t limit) const;
+  /// Fills the locked file, which is empty, and has the bytes on the disk.
+  bool SetContent(std::span<const uint8_t> bytes, SError* error);
 
  private:
   static constexpr intptr_t kNone = -1;

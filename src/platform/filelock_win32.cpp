@@ -13,7 +13,9 @@ ELockResult OpenLocked(const std::string& path, Handle& handle, int& number) {
     // Programs that look into every new file have it for moments.
     return number == ERROR_SHARING_VIOLATION ? ELockResult::kBusy : ELockResult::kFailed;
   }
+  // Beyond what the file holds, which anybody may read.
   OVERLAPPED place = {};
+  place.OffsetHigh = 0x40000000;
   constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
   if (LockFileEx(file, kFlags, 0, 1, 0, &place) != 0) {
     handle = reinterpret_cast<Handle>(file);

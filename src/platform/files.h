@@ -59,10 +59,11 @@ enum class EReplacement {
   kCopy
 };
 
-/// ReplaceFile in steps, for several files that belong together: write and Finish all of them, then Commit each.
+/// ReplaceFile in steps. For several files that belong together there is fileset.h.
 class CReplacement {
  public:
-  explicit CReplacement(std::string_view path, EReplacement kind = EReplacement::kDocument);
+  /// TAG as in CTemporary.
+  explicit CReplacement(std::string_view path, EReplacement kind = EReplacement::kDocument, std::string_view tag = {});
   ~CReplacement();  ///< removes the temporary file when Commit was not reached
   CReplacement(const CReplacement&) = delete;
   CReplacement& operator=(const CReplacement&) = delete;
@@ -76,10 +77,19 @@ class CReplacement {
   bool Finish(SError* error);  ///< flushed and closed: only the renaming is left
   bool Commit(SError* error);
 
+  // For who does what Commit does, once the file is finished.
+  const std::string& Target() const;     ///< the file to replace, links followed
+  const std::string& Temporary() const;  ///< the one to rename
+  void Leave();                          ///< the temporary file is somebody else's now
+
  private:
   struct SState;
   std::unique_ptr<SState> state_;
 };
+
+/// Takes away the temporary files of this program in FOLDER whose processes are gone, however those ended. Who writes
+/// into a folder does so first.
+void RemoveAbandonedTemporaries(const std::string& folder);
 
 /// "Its attributes can be read": files and folders both exist.
 bool FileExists(std::string_view path);

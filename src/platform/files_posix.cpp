@@ -1,5 +1,6 @@
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -155,8 +156,30 @@ int CreateNew(const std::string& path, bool for_all, Handle& handle) {
   const mode_t mode = for_all ? 0666 : 0600;
   const int file = Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
   if (file < 0) return errno;
+  // The mark is a lock, which goes with the process however that ends, on whatever machine it runs. Somebody who
+  // tidies may have been faster. A disk without locks is never tidied.
+  struct stat info;
+  const bool is_marked = flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  if (!is_marked || (fstat(file, &info) == 0 && info.st_nlink == 0)) {
+    close(file);
+    return EEXIST;
+  }
   handle = file;
   return 0;
+}
+
+Handle KeepMark(Handle handle) {
+  const int file = fcntl(Descriptor(handle), F_DUPFD_CLOEXEC, 0);
+  return file < 0 ? kNoHandle : file;
+}
+
+void RemoveAbandoned(const std::string& path, unsigned) {
+  const int file = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY);
+  if (file < 0) return;
+  struct stat info;
+  const bool is_file = fstat(file, &info) == 0 && S_ISREG(info.st_mode);
+  if (is_file && flock(file, LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+  close(file);
 }
 
 int Read(Handle handle, std::span<uint8_t> buffer, size_t& count) {

@@ -6,6 +6,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "platform/files.h"
 
 /// What the two systems' halves offer to files.cpp. Unless said otherwise a function returns the system's error number,
 /// 0 for success. Paths are those that SystemPath returned.
@@ -31,6 +34,9 @@ struct SIdentity {
 /// The reason as the user reads it.
 std::string ErrorText(int number);
 bool IsAlreadyThere(int number);
+/// Fail with the system's reason.
+bool FailWith(SError* error, int number);
+const char* NotAFileText(EKind kind);
 
 /// PATH as the other functions take it; "", which exists nowhere, when no file can have this name.
 std::string SystemPath(std::string_view path);
@@ -51,7 +57,8 @@ int FollowLinks(const std::string& path, std::string& target);
 /// Never waits for the other end of a pipe.
 int OpenToRead(const std::string& path, Handle& handle, SStatus& status);
 /// A file that is not there yet; what is there is never opened. FOR_ALL: with the permissions of any new file, else
-/// closed to others until CopyPermissions says more.
+/// closed to others until CopyPermissions says more. As long as it is open, or KeepMark's handle is, RemoveAbandoned
+/// leaves it alone.
 int CreateNew(const std::string& path, bool for_all, Handle& handle);
 /// COUNT is 0 at the end of the file, and may be smaller than asked for before it.
 int Read(Handle handle, std::span<uint8_t> buffer, size_t& count);
@@ -68,12 +75,32 @@ void StartSync(Handle handle, uint64_t offset, uint64_t length);
 int Sync(Handle handle);
 int Close(Handle handle);
 
+/// Closes what it holds.
+class COpenFile {
+ public:
+  COpenFile() = default;
+  ~COpenFile() { Close(); }
+  COpenFile(const COpenFile&) = delete;
+  COpenFile& operator=(const COpenFile&) = delete;
+
+  int Close() {
+    const Handle open = std::exchange(handle, kNoHandle);
+    return open == kNoHandle ? 0 : disk::Close(open);
+  }
+
+  Handle handle = kNoHandle;
+};
+
 /// Whether an existing file may be replaced, by its own permissions rather than its folder's.
 int CheckReplaceable(const std::string& path);
 /// Gives the file that is open the owner and permissions of the file PATH.
 int CopyPermissions(const std::string& path, Handle handle);
 /// FROM takes the place of TO, in one step.
 int Rename(const std::string& from, const std::string& to);
+/// A second handle, which keeps the mark that CreateNew set when HANDLE is closed; kNoHandle where none is needed.
+Handle KeepMark(Handle handle);
+/// Removes the file PATH, which the process of that number made with CreateNew, unless that process may still be there.
+void RemoveAbandoned(const std::string& path, unsigned process);
 /// Makes renames in DIRECTORY last, as far as the system can.
 void SyncDirectory(const std::string& directory);
 int Remove(const std::string& path);
@@ -81,5 +108,8 @@ int MakeDirectory(const std::string& path);
 
 /// Tells this process's temporary files from those of others.
 unsigned ProcessNumber();
+
+/// The error number that the test seam wants for OPERATION on PATH (see SetFileFault).
+int Fault(std::string_view operation, const std::string& path);
 
 }  // namespace veldra::disk

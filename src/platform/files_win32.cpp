@@ -185,11 +185,28 @@ int StatusOf(Handle handle, SStatus& status) {
 }
 
 int CreateNew(const std::string& path, bool, Handle& handle) {
-  const HANDLE file = CreateFileW(CallPath(path).c_str(), GENERIC_WRITE | WRITE_DAC, 0, nullptr, CREATE_NEW,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  // Shared for deletion, so that a process that is ending can take it away without closing it.
+  const HANDLE file = CreateFileW(CallPath(path).c_str(), GENERIC_WRITE | WRITE_DAC, FILE_SHARE_DELETE, nullptr,
+                                  CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return static_cast<int>(GetLastError());
   handle = reinterpret_cast<Handle>(file);
   return 0;
+}
+
+Handle KeepMark(Handle) {
+  return kNoHandle;
+}
+
+void RemoveAbandoned(const std::string& path, unsigned process) {
+  const HANDLE owner = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process);
+  DWORD code = 0;
+  const bool may_live = owner == nullptr ? GetLastError() != ERROR_INVALID_PARAMETER
+                                         : GetExitCodeProcess(owner, &code) == 0 || code == STILL_ACTIVE;
+  if (owner != nullptr) CloseHandle(owner);
+  if (may_live || Status(path).kind != EKind::kFile || IsLink(path)) return;
+  // Not shared: a process of that number on another machine may have it open.
+  Handle handle = kNoHandle;
+  if (OpenExisting(path, DELETE, 0, FILE_FLAG_DELETE_ON_CLOSE, handle) == 0) Close(handle);
 }
 
 int Read(Handle handle, std::span<uint8_t> buffer, size_t& count) {

@@ -148,4 +148,11 @@ std::string Counted(int64_t count, const char* one, const char* many) {
   return digits + " " + (count == 1 ? one : many);
 }
 
+uint64_t HashText(std::string_view text) {
+  uint64_t hash = 0xCBF29CE484222325;
+  for (const char c : text)
+    hash = (hash ^ static_cast<uint8_t>(c)) * 0x100000001B3;
+  return hash;
+}
+
 }  // namespace veldra

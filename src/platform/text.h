@@ -38,4 +38,7 @@ std::optional<double> ParseNumber(std::string_view text);
 /// TEXT as valid UTF-8: unchanged when it is, else its bytes taken as Latin-1, as the game's tools wrote names.
 std::string ToUtf8(std::string_view text);
 
+/// FNV-1a, 64 bits: the same in every version of the program, which std::hash does not promise.
+uint64_t HashText(std::string_view text);
+
 }  // namespace veldra

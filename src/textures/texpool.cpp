@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/fileset.h"
 #include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -74,6 +75,7 @@ int32_t CMTMTexPool::ReadTexACT(const std::string& raw, int32_t width, int32_t h
   const std::string key = KeyOf(raw);
   Trace(kTraceText, raw.c_str(), width, height, act.c_str(), key.c_str());
   if (textures_.contains(key)) return 0;
+  SettleFiles(std::vector{raw, act});  // one save
   if (!FileExists(raw)) return Fail(Format(kNoTextureText, raw.c_str()));
   // On purpose the texture's path: the message names the texture whose table is missing.
   if (!FileExists(act)) return Fail(Format(kNoTableText, raw.c_str()));

@@ -4,11 +4,9 @@
 #include <atomic>
 #include <bit>
 #include <cstring>
-#include <optional>
 
 #include "platform/assert.h"
 #include "platform/files.h"
-#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -16,7 +14,6 @@ namespace veldra {
 
 namespace {
 
-constexpr uint64_t kLargestRaw = uint64_t{512} * 512;
 /// Colours all of whose parts are below it count as transparent black.
 constexpr uint8_t kOpaqueFrom = 9;
 
@@ -74,32 +71,18 @@ void Tell(CQuestions& questions, const char* text, std::string details) {
   questions.Message({.text = text, .caption = kErrorCaption, .icon = EIcon::kError, .details = std::move(details)});
 }
 
-/// The file's bytes when their number is that of a texture; otherwise the user has been told.
-std::optional<CFileBytes> ReadRaw(const std::string& path, CQuestions& questions) {
-  // Asked before anything is read: a file of any length can bear a texture's name.
-  const auto length = FileLength(path);
-  if (length && TextureSizeOfLength(*length) == 0) {
+/// Tells the user why FILES, those of the texture PATH, are none.
+void TellFault(const std::string& path, const STextureFiles& files, CQuestions& questions) {
+  if (files.error.what.empty()) {
     Tell(questions, "Error: Unsupported texture size.",
          Format("%s is %llu bytes long; a texture has 4096, 16384, 65536 or 262144.", path.c_str(),
-                static_cast<unsigned long long>(*length)));
-    return std::nullopt;
+                static_cast<unsigned long long>(files.length.value_or(0))));
+  } else {
+    Tell(questions, "Error: Texture cannot be read.", path + ": " + files.error.what);
   }
-  SError error;
-  auto bytes = ReadWholeFile(path, &error, kLargestRaw);
-  if (bytes && TextureSizeOfLength(bytes->View().size()) != 0) return bytes;
-  Tell(questions, "Error: Texture cannot be read.",
-       Format("%s: %s", path.c_str(), bytes ? "its length changed meanwhile" : error.what.c_str()));
-  return std::nullopt;
 }
 
 }  // namespace
-
-int TextureSizeOfLength(uint64_t length) {
-  for (const int size : kTextureSizes) {
-    if (length == static_cast<uint64_t>(size) * static_cast<uint64_t>(size)) return size;
-  }
-  return 0;
-}
 
 CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_colors)
     : questions_(questions), default_colors_(default_colors) {}
@@ -107,54 +90,56 @@ CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_co
 void CTextureStore::SetDefaultColors(const ColorTable& colors) {
   default_colors_ = colors;
   for (const auto& [path, image] : images_) {
-    if (image->is_stand_in || image->has_own_colors) continue;
-    const auto bytes = ReadWholeFile(path, nullptr, kLargestRaw);
-    if (bytes && TextureSizeOfLength(bytes->View().size()) == image->size)
-      DecodeTexture(bytes->View(), default_colors_, *image);
+    if (image->has_own_colors) continue;
+    const auto texels = ReadTextureFiles(path).texels;
+    if (texels && TextureSizeOfLength(texels->View().size()) == image->size)
+      DecodeTexture(texels->View(), default_colors_, *image);
   }
 }
 
 const STextureImage* CTextureStore::GetTexture(const std::string& path) {
   const auto stored = images_.find(path);
-  return stored != images_.end() ? stored->second.get() : LoadTexture(path);
+  if (stored != images_.end()) return stored->second.get();
+  const auto stand_in = stand_ins_.find(path);
+  return stand_in != stand_ins_.end() ? stand_in->second : LoadTexture(path);
 }
 
 const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
-  VELDRA_ASSERT(!images_.contains(path));
+  VELDRA_ASSERT(!images_.contains(path) && !stand_ins_.contains(path));
   if (!FileExists(path)) return nullptr;
-  const auto bytes = ReadRaw(path, questions_);
-  if (!bytes) return nullptr;
+  const STextureFiles files = ReadTextureFiles(path);
+  if (!files.texels) {
+    TellFault(path, files, questions_);
+    return nullptr;
+  }
 
   auto image = std::make_unique<STextureImage>();
   image->path = path;
   image->name = FileNamePart(path);
-  image->size = TextureSizeOfLength(bytes->View().size());
-  const auto colors = ReadColorTable(ChangeExtension(path, "ACT"));
-  image->has_own_colors = colors.has_value();
-  DecodeTexture(bytes->View(), colors ? *colors : default_colors_, *image);
-  return Store(std::move(image));
+  image->size = TextureSizeOfLength(files.texels->View().size());
+  image->has_own_colors = files.colors.has_value();
+  DecodeTexture(files.texels->View(), files.colors.value_or(default_colors_), *image);
+  return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
 const STextureImage* CTextureStore::GetBlankTexture(const std::string& path, int width) {
   VELDRA_ASSERT(std::ranges::find(kTextureSizes, width) != kTextureSizes.end());
   const auto stored = images_.find(path);
-  if (stored != images_.end()) return stored->second.get();
+  return stored != images_.end() ? stored->second.get() : stand_ins_.try_emplace(path, Blank(width)).first->second;
+}
 
+const STextureImage* CTextureStore::Blank(int width) {
+  std::unique_ptr<STextureImage>& blank = blanks_[width];
+  if (blank != nullptr) return blank.get();
   auto image = std::make_unique<STextureImage>();
-  image->path = path;
-  image->name = FileNamePart(path);
   image->size = width;
   image->is_stand_in = true;
   const auto texels = static_cast<size_t>(width) * static_cast<size_t>(width);
   image->rgba.resize(texels * 4);
   image->rgb.resize(texels * 3);
   image->bgr.resize(texels * 3);
-  return Store(std::move(image));
-}
-
-const STextureImage* CTextureStore::Store(std::unique_ptr<STextureImage> image) {
-  const std::string path = image->path;
-  return images_.try_emplace(path, std::move(image)).first->second.get();
+  blank = std::move(image);
+  return blank.get();
 }
 
 CImageId::CImageId() {
@@ -183,22 +168,6 @@ void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, S
                              image.bgr.data() + row * size * 3};
     DecodeRow(indices.subspan(file_row * size, size), tables, row + 1 == size, to);
   }
-}
-
-std::optional<ColorTable> ReadColorTable(std::string_view path) {
-  const std::string found = FindAnyCase(path);
-  if (found.empty()) return std::nullopt;
-  CInputFile file;
-  ColorTable colors;
-  if (!file.Open(found) || !file.ReadAt(0, colors)) return std::nullopt;
-  return colors;
-}
-
-ColorTable GreyRamp() {
-  ColorTable colors;
-  for (size_t i = 0; i < colors.size(); ++i)
-    colors[i] = static_cast<uint8_t>(i / 3);
-  return colors;
 }
 
 }  // namespace veldra

@@ -11,17 +11,9 @@
 #include <vector>
 
 #include "platform/questions.h"
+#include "textures/texturefiles.h"
 
 namespace veldra {
-
-/// A colour table: 256 entries of red, green, blue, as an ACT file holds them.
-using ColorTable = std::array<uint8_t, 768>;
-
-/// Edge lengths of the square textures that the game takes.
-inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
-
-/// The edge length of a RAW file of LENGTH bytes, or 0 when no texture has that length.
-int TextureSizeOfLength(uint64_t length);
 
 /// Tells one image from all others that this process ever had: whoever caches compares it, as addresses are used again.
 /// A copy is another image.
@@ -69,24 +61,21 @@ class CTextureStore {
   /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
   const STextureImage* LoadTexture(const std::string& path);
 
-  /// A black, fully transparent stand-in of WIDTH (a member of kTextureSizes) stored under PATH; the stored one when
-  /// there is one already.
+  /// A black, fully transparent stand-in of WIDTH (a member of kTextureSizes), from now on what is stored under PATH;
+  /// the stored texture when there is one already. One image stands in for all of its width: it has no path of its own.
   const STextureImage* GetBlankTexture(const std::string& path, int width);
 
  private:
-  const STextureImage* Store(std::unique_ptr<STextureImage> image);
+  const STextureImage* Blank(int width);
 
   CQuestions& questions_;
   ColorTable default_colors_;
   std::map<std::string, std::unique_ptr<STextureImage>> images_;
+  std::map<std::string, const STextureImage*> stand_ins_;  ///< by path, as images_; each one of blanks_
+  std::map<int, std::unique_ptr<STextureImage>> blanks_;   ///< by width
 };
 
 /// Fills the three layouts of IMAGE from size × size texel INDICES and COLORS.
 void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, STextureImage& image);
-
-/// The first 768 bytes of an ACT file; nothing when it cannot be read or is shorter. The file is found in any case.
-std::optional<ColorTable> ReadColorTable(std::string_view path);
-/// Entry k is (k, k, k): stands in where no colour table can be read at all.
-ColorTable GreyRamp();
 
 }  // namespace veldra

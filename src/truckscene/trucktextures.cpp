@@ -37,6 +37,7 @@ CTruckTextures::CTruckTextures(CTruckFiles& files, const ColorTable& default_col
 std::unique_ptr<STextureImage> CTruckTextures::Read(const std::string& name) {
   const STruckFile& file = files_.Find(name, kTypeRaw);
   if (file.place == SDependency::EPlace::kMissing) return nullptr;
+  if (file.place == SDependency::EPlace::kFolder) SettleTextureFiles(file.source.bytes.path);
   const auto indices = ReadFilePart(file.source.bytes);
   const int size = indices ? TextureSizeOfLength(indices->View().size()) : 0;
   if (size == 0) return nullptr;

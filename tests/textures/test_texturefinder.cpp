@@ -59,7 +59,7 @@ TEST_F(TextureFinder, GivingUpIsRememberedForThisLoad) {
   const STextureImage* blank = next_load.Find("GONE.RAW");
   ASSERT_NE(blank, nullptr);
   EXPECT_EQ(blank->size, 256);
-  EXPECT_EQ(blank->path, JoinPath(folder_.File("ART"), "GONE.RAW"));
+  EXPECT_EQ(store_.GetTexture(JoinPath(folder_.File("ART"), "GONE.RAW")), blank);
 }
 
 TEST_F(TextureFinder, AnUnloadableFileIsReportedAndThenAskedFor) {

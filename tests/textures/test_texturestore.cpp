@@ -149,15 +149,16 @@ TEST(TextureStore, ReadsAPathOnceAndTellsLetterCasesApart) {
   EXPECT_EQ(store.GetTexture(path), first);
 }
 
-TEST(TextureStore, BlankTexturesAreTransparentAndStored) {
+TEST(TextureStore, BlankTexturesAreTransparentStoredAndOneAWidth) {
   CScriptedQuestions questions;
   CTextureStore store(questions, GreyRamp());
   const STextureImage* blank = store.GetBlankTexture("/art/NONE.RAW", 128);
   EXPECT_EQ(blank->size, 128);
-  EXPECT_EQ(blank->name, "NONE.RAW");
   EXPECT_EQ(blank->rgba, std::vector<uint8_t>(128 * 128 * 4));
   EXPECT_EQ(blank->bgr.size(), size_t{128 * 128 * 3});
   EXPECT_EQ(store.GetTexture("/art/NONE.RAW"), blank);
+  EXPECT_EQ(store.GetBlankTexture("/art/OTHER.RAW", 128), blank) << "thousands of names take no more memory";
+  EXPECT_EQ(store.GetBlankTexture("/art/NONE.RAW", 64), blank) << "the stored one";
 }
 
 }  // namespace

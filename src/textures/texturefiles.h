@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+/// A texture on the disk: a RAW file with its texels and the ACT file beside it with its colours, which are one save.
+namespace veldra {
+
+/// A colour table: 256 entries of red, green, blue, as an ACT file holds them.
+using ColorTable = std::array<uint8_t, 768>;
+
+/// Edge lengths of the square textures that the game takes.
+inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
+
+/// The edge length of a RAW file of LENGTH bytes, or 0 when no texture has that length.
+int TextureSizeOfLength(uint64_t length);
+
+struct STextureFiles {
+  std::optional<uint64_t> length;    ///< of the RAW file, when there is one
+  std::optional<CFileBytes> texels;  ///< when they are a texture's
+  std::optional<ColorTable> colors;  ///< when the ACT file is there and can be read
+  SError error;                      ///< why there are no texels, when the length was right
+};
+
+/// RAW is found under its very name, the ACT file in any letter case.
+STextureFiles ReadTextureFiles(const std::string& raw);
+
+/// Finishes or takes back an interrupted WriteTextureFiles, for who reads the files by other means.
+void SettleTextureFiles(const std::string& raw);
+
+/// Replaces both files together. ERROR as in ReplaceFiles.
+bool WriteTextureFiles(const std::string& raw, std::span<const uint8_t> texels, const ColorTable& colors,
+                       SError* error);
+
+/// The colour table's file beside RAW: the one that is there, whatever the case of its name, or a new one.
+std::string ColorTablePath(const std::string& raw);
+
+/// The first 768 bytes of an ACT file; nothing when it cannot be read or is shorter. The file is found in any case.
+std::optional<ColorTable> ReadColorTable(std::string_view path);
+/// Entry k is (k, k, k): stands in where no colour table can be read at all.
+ColorTable GreyRamp();
+
+}  // namespace veldra

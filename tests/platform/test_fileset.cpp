@@ -1,0 +1,226 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+#include "platform/bytes.h"
+#include "platform/compress.h"
+#include "platform/fileset.h"
+#include "platform/text.h"
+#include "support/testfiles.h"
+
+namespace veldra {
+
+namespace {
+
+using testing::CTempFolder;
+using ::testing::ElementsAre;
+using testing::ReadTestFile;
+
+/// A file that belongs to another, and the set of both.
+class CFileSetTest : public ::testing::Test {
+ protected:
+  ~CFileSetTest() override { SetFileFault({}); }
+
+  void Start(bool has_old) {
+    for (const std::string& name : ListDirectory(folder_.Path()))
+      RemoveFile(folder_.File(name));
+    folder_.Write("bystander.txt", "bystander");
+    if (has_old) folder_.Write("model", "old");
+    if (has_old) folder_.Write("model.info", "old");
+  }
+  bool Save(std::string_view content, SError* error = nullptr) const {
+    const std::span bytes(reinterpret_cast<const uint8_t*>(content.data()), content.size());
+    const SNewFile files[] = {{paths_[0], bytes}, {paths_[1], bytes}};
+    return ReplaceFiles(files, error);
+  }
+  /// "old old": what each file holds; "-" for none.
+  std::string Read() const {
+    std::string result;
+    ReadFiles(paths_,
+              [&](std::span<const std::string> places) { result = Content(places[0]) + ' ' + Content(places[1]); });
+    return result;
+  }
+  std::string OnDisk() const { return Content(paths_[0]) + ' ' + Content(paths_[1]); }
+  static std::string Content(const std::string& path) {
+    const auto bytes = ReadWholeFile(path);
+    return bytes ? std::string(bytes->Text()) : "-";
+  }
+  /// Runs WORK in a process of its own that is killed at its CALL-th call that changes the disk; false when it got
+  /// through before.
+  template <typename Work>
+  static bool RunAndKill(int call, Work work) {
+    const pid_t child = fork();
+    if (child == 0) {
+      SetFileFault([&call](std::string_view, std::string_view) {
+        if (call-- == 0) kill(getpid(), SIGKILL);
+        return 0;
+      });
+      work();
+      _exit(0);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return WIFSIGNALED(status);
+  }
+
+  CTempFolder folder_;
+  const std::array<std::string, 2> paths_ = {folder_.File("model"), folder_.File("model.info")};
+};
+
+TEST_F(CFileSetTest, AFaultAtAnyCallLeavesAllOldOrAllNew) {
+  for (const bool has_old : {true, false}) {
+    // Either that call alone fails or, as on a disk that is full, all after it do.
+    for (const bool lasting : {false, true}) {
+      const std::string old = has_old ? "old old" : "- -";
+      int fault = 0;
+      for (bool was_faulty = true; was_faulty; ++fault) {
+        SCOPED_TRACE(Format("old %d, lasting %d, call %d", has_old, lasting, fault));
+        Start(has_old);
+        int left = fault;
+        SetFileFault([&](std::string_view, std::string_view) {
+          const bool fails = lasting ? left <= 0 : left == 0;
+          --left;
+          return fails ? ENOSPC : 0;
+        });
+        SError error;
+        const bool saved = Save("new", &error);
+        was_faulty = left < 0;
+        EXPECT_EQ(Read(), saved ? "new new" : old);
+        EXPECT_NE(saved, error.what.find("disk full") != std::string::npos);
+        SetFileFault({});
+        EXPECT_EQ(Read(), saved ? "new new" : old);
+        EXPECT_EQ(OnDisk(), saved ? "new new" : old);
+        if (saved || has_old) {
+          EXPECT_TRUE(Save("next"));
+          EXPECT_THAT(ListDirectory(folder_.Path()), ElementsAre("bystander.txt", "model", "model.info"));
+        }
+      }
+      EXPECT_GT(fault, 12);
+    }
+  }
+}
+
+TEST_F(CFileSetTest, AKilledSaveIsFinishedOrTakenBack) {
+  for (const bool has_old : {true, false}) {
+    const std::string old = has_old ? "old old" : "- -";
+    bool was_killed = true;
+    for (int call = 0; was_killed; ++call) {
+      // Who sets it right can be killed as well.
+      for (int second = -1; second < 2; ++second) {
+        SCOPED_TRACE(Format("old %d, call %d, then %d", has_old, call, second));
+        Start(has_old);
+        was_killed = RunAndKill(call, [this] { Save("new"); });
+        if (second >= 0) RunAndKill(second, [this] { SettleFiles(paths_); });
+        // Where nothing may be changed, the files are read where they are.
+        SetFileFault([](std::string_view, std::string_view) { return EROFS; });
+        const std::string there = Read();
+        SetFileFault({});
+        EXPECT_TRUE(there == old || there == "new new") << there;
+        EXPECT_TRUE(was_killed || there == "new new");
+        EXPECT_EQ(Read(), there);
+        EXPECT_EQ(OnDisk(), there);
+        EXPECT_TRUE(Save("next"));
+        EXPECT_THAT(ListDirectory(folder_.Path()), ElementsAre("bystander.txt", "model", "model.info"));
+      }
+    }
+  }
+}
+
+TEST_F(CFileSetTest, SaversNeverMix) {
+  Start(true);
+  constexpr int kSavers = 4;
+  constexpr int kTurns = 25;
+  std::array<pid_t, kSavers> savers;
+  for (int number = 0; number < kSavers; ++number) {
+    savers[number] = fork();
+    ASSERT_GE(savers[number], 0);
+    if (savers[number] != 0) continue;
+    for (int turn = 0; turn < kTurns; ++turn)
+      if (!Save(Format("%d-%d", number, turn))) _exit(1);
+    _exit(0);
+  }
+  const auto is_pair = [](const std::string& both) {
+    const size_t blank = both.find(' ');
+    return both.substr(0, blank) == both.substr(blank + 1);
+  };
+  int mixed = 0;
+  int failed = 0;
+  for (const pid_t saver : savers) {
+    int status = 0;
+    while (waitpid(saver, &status, WNOHANG) == 0)
+      mixed += is_pair(Read()) ? 0 : 1;
+    failed += status == 0 ? 0 : 1;
+  }
+  EXPECT_EQ(mixed, 0);
+  EXPECT_EQ(failed, 0);
+  EXPECT_TRUE(is_pair(OnDisk())) << OnDisk();
+  EXPECT_THAT(ListDirectory(folder_.Path()), ElementsAre("bystander.txt", "model", "model.info"));
+}
+
+/// A note that says what NAMES say: for each file of the set the new one and the old one.
+std::string Note(const std::vector<std::string>& names) {
+  CByteWriter out;
+  out.WriteText("VELDSAVE");
+  out.WriteU32(static_cast<uint32_t>(names.size() / 2));
+  for (const std::string& name : names) {
+    out.WriteU32(static_cast<uint32_t>(name.size()));
+    out.WriteText(name);
+  }
+  out.WriteU32(Checksum(out.Bytes()));
+  return {out.Bytes().begin(), out.Bytes().end()};
+}
+
+TEST_F(CFileSetTest, ANoteMovesNothingButItsOwnTemporaries) {
+  Start(true);
+  std::string name;
+  for (int call = 0; name.empty() && RunAndKill(call, [this] { Save("new"); }); ++call)
+    for (const std::string& each : ListDirectory(folder_.Path()))
+      if (each.ends_with(".save")) name = each;
+  ASSERT_FALSE(name.empty());
+  const std::string tag = name.substr(8, 16);
+  const std::string own = ".veldra-7fffffff-1-" + tag + ".tmp";
+  const std::string other = ".veldra-7fffffff-1-0123456789abcdef.tmp";
+  const std::string linked = ".veldra-7fffffff-2-" + tag + ".tmp";
+  const std::string huge(100000, 'x');
+  for (const std::string& note : {
+           std::string("garbage"),
+           std::string("VELDSAVE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"),
+           huge,
+           Note({own, "", "bystander.txt", "bystander.txt"}),
+           Note({own, "", own, "../" + own}),
+           Note({own, "", other, other}),
+           Note({own, "", linked, linked}),
+           Note({own, ""}),
+           Note({}),
+           Note({own, "", own, "", own, ""}),
+           Note({own, own, own, own}).substr(0, 40),
+       }) {
+    SCOPED_TRACE(note.substr(0, 100));
+    Start(true);
+    folder_.Write(own, "own");
+    folder_.Write(other, "other");
+    ASSERT_EQ(symlink("bystander.txt", folder_.File(linked).c_str()), 0);
+    folder_.Write(name, note);
+    EXPECT_EQ(Read(), "old old");
+    EXPECT_TRUE(Save("new"));
+    EXPECT_EQ(OnDisk(), "new new");
+    EXPECT_FALSE(IsLink(paths_[1]));
+    EXPECT_FALSE(FileExists(folder_.File(name)));
+    EXPECT_EQ(Content(folder_.File("bystander.txt")), "bystander");
+  }
+  // What the note leads to by a link, or what is no file at all, is not written to.
+  Start(true);
+  ASSERT_EQ(symlink("bystander.txt", folder_.File(name).c_str()), 0);
+  EXPECT_EQ(Read(), "old old");
+  EXPECT_TRUE(Save("new"));
+  EXPECT_EQ(OnDisk(), "new new");
+  EXPECT_EQ(Content(folder_.File("bystander.txt")), "bystander");
+}
+
+}  // namespace
+
+}  // namespace veldra

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "app/application.h"
 #include "app/mainfrm.h"
 #include "app/openglcheck.h"
 #include "app/printedquestions.h"
@@ -12,6 +13,7 @@
 #include "app/startup.h"
 #include "app/unsavedwork.h"
 #include "app/windowpicture.h"
+#include "platform/endsignals.h"
 #include "platform/files.h"
 #include "ui/commandicons.h"
 
@@ -47,10 +49,11 @@ void QuitWhenDrawn(CMainFrame& frame, const SProgramOptions& options) {
 }
 
 /// Until the main window closes. What runs first in the event loop opens the files.
-int RunWindow(CTarn2App& app, CQtQuestions& dialogs, const SProgramOptions& options) {
+int RunWindow(CApplication& program, CTarn2App& app, CQtQuestions& dialogs, const SProgramOptions& options) {
   CMainFrame frame(app);
   dialogs.SetParent(&frame);
   const CUnsavedWork unsaved(frame);
+  program.SetOutOfMemory([&frame] { frame.TellOutOfMemory(); });
   frame.show();
   QGuiApplication::setQuitOnLastWindowClosed(true);
   std::unique_ptr<CWindowPicture> picture;
@@ -65,10 +68,11 @@ int RunWindow(CTarn2App& app, CQtQuestions& dialogs, const SProgramOptions& opti
   if (picture != nullptr)
     for (CTarnDoc* document : frame.Windows().Documents())
       app.LetGo(*document);
+  program.SetOutOfMemory({});
   return exit_code;
 }
 
-int Run(const SProgramOptions& options) {
+int Run(CApplication& program, const SProgramOptions& options) {
   CQtQuestions dialogs;
   CPrintedQuestions printed;
   CQuestions& questions = IsAttended(options) ? static_cast<CQuestions&>(dialogs) : printed;
@@ -87,7 +91,7 @@ int Run(const SProgramOptions& options) {
   // A picture is worth the wait.
   if (opengl == EOpenGl::kSoftware && options.picture.isEmpty()) CTarnView::SetSamples(0);
   CTarn2App app(std::move(*startup), questions);
-  const int exit_code = RunWindow(app, dialogs, options);
+  const int exit_code = RunWindow(program, app, dialogs, options);
   app.SaveSettings();
   return exit_code;
 }
@@ -104,7 +108,12 @@ int main(int argc, char** argv) {
   // Views keep what they have drawn when their window becomes part of another, and none is drawn before it has its
   // size.
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-  const QApplication application(argc, argv);
-  QApplication::setWindowIcon(ProgramIcon());
-  return Run(ParseProgramOptions(application));
+  int exit_code = 0;
+  {
+    CApplication application(argc, argv);
+    QApplication::setWindowIcon(ProgramIcon());
+    exit_code = Run(application, ParseProgramOptions(application));
+  }
+  EndByReportedSignal();
+  return exit_code;
 }

@@ -9,6 +9,8 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QUrl>
+#include <new>
+#include <utility>
 
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
@@ -120,9 +122,27 @@ SCommandTarget CMainFrame::CommandTarget() {
 /// has shown before.
 void CMainFrame::Run(const SCommandRow& row) {
   const SCommandTarget target = CommandTarget();
-  if (row.run != nullptr && IsEnabled(row, target)) row.run(target);
+  try {
+    if (row.run != nullptr && IsEnabled(row, target)) row.run(target);
+  } catch (const std::bad_alloc&) {
+    TellOutOfMemory();
+  }
   GiveKeysToView();
   RefreshCommands();
+}
+
+/// Telling may take more memory than there is.
+void CMainFrame::TellOutOfMemory() try {
+  if (std::exchange(is_out_of_memory_, true)) return;
+  app_.Recovery().SaveAll();
+  app_.Questions().Message(
+      {.text = "There is not enough memory for this.",
+       .caption = kErrorCaption,
+       .icon = EIcon::kError,
+       .details = "What was begun has been given up. Unsaved work has been copied as far as that could be."});
+  is_out_of_memory_ = false;
+} catch (const std::bad_alloc&) {
+  is_out_of_memory_ = false;
 }
 
 void CMainFrame::RunKey(const SCommandRow& row) {

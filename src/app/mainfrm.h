@@ -42,6 +42,8 @@ class CMainFrame : public QMainWindow {
   void RefreshCommands();
   /// In the status bar, for a while.
   void Say(const QString& text);
+  /// Something ended because there was no memory for it: unsaved work is copied, and the user told.
+  void TellOutOfMemory();
   /// Asks about each document with unsaved changes, and saves where the user wants it. False: something stays open.
   bool MayCloseAll();
   /// What the settings keep of the windows.
@@ -75,6 +77,7 @@ class CMainFrame : public QMainWindow {
   CEditDialogs dialogs_;
   std::unique_ptr<CCommandActions> actions_;
   bool refresh_is_due_ = false;
+  bool is_out_of_memory_ = false;  ///< and being told
 };
 
 }  // namespace veldra

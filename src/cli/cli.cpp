@@ -1,11 +1,13 @@
 #include "cli/cli.h"
 
+#include <new>
 #include <ostream>
 
 #include "cli/command.h"
 #include "cli/globaloptions.h"
 #include "cli/parser.h"
 #include "cli/session.h"
+#include "platform/questions.h"
 
 namespace veldra {
 
@@ -19,7 +21,7 @@ SCommandRow Program(SGlobalOptions& options) {
   return program;
 }
 
-int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) try {
   SGlobalOptions options;
   const SCommandRow program = Program(options);
   const SParsedLine line = ParseCommandLine(program, VELDRA_VERSION, arguments, out, err);
@@ -27,6 +29,10 @@ int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::os
   CSession session(options, out, err);
   const int status = session.CheckSettings();
   return status == kDone ? line.command->run(session) : status;
+} catch (const std::bad_alloc&) {
+  // Wherever that was: all files that were to be replaced are as they were.
+  err << kErrorCaption << ": not enough memory\n";
+  return kFailed;
 }
 
 }  // namespace veldra

@@ -131,14 +131,19 @@ bool CTarnDoc::Reload() {
   if (!Load(loaded, path_, nullptr)) return false;
   KeepState("Reload");
   history_.Clear();  // its actions hold vertices that go
-  model_.SetObserver(nullptr);
-  model_.TakeContents(loaded);
-  model_.SetObserver(this);
+  TakeModel(loaded);
   stamp_ = std::move(stamp);
   is_file_kept_ = false;
-  NotifyChange(kEverything);
   SetState(path_, false, wants_read_only_ || !IsWritable(path_));
   return true;
+}
+
+/// Takes all that MODEL holds, which is then empty, as something that is no change by the user.
+void CTarnDoc::TakeModel(CBinModel& model) {
+  model_.SetObserver(nullptr);
+  model_.TakeContents(model);
+  model_.SetObserver(this);
+  NotifyChange(kEverything);
 }
 
 // --- Earlier states --------------------------------------------------------------------------------------------------

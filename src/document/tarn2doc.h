@@ -172,6 +172,7 @@ class CTarnDoc : private CModelObserver {
   void OnModelChanged(const CBinModel& model, const SModelChange& change) override;
   void OnVerticesAdded(std::span<CBinVertex* const> vertices) override;
   void OnVerticesDeleted(CBinModel::Vertices& vertices) override;
+  void TakeModel(CBinModel& model);
   std::vector<uint8_t> PackState(const std::string& command) const;
   void KeepPacked(const std::string& key, std::span<const uint8_t> packed, bool is_file);
 

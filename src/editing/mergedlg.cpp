@@ -1,6 +1,9 @@
 #include "editing/mergedlg.h"
 
+#include <new>
+
 #include "model/geometry.h"
+#include "platform/trace.h"
 
 namespace veldra {
 
@@ -84,8 +87,12 @@ void CMergeDialog::StartCounting() {
   is_stopped_ = false;
   thread_ = std::thread([this, threshold = Input().threshold, number = number_] {
     CStop stop(is_stopped_);
-    const std::optional<SMergeCount> count = counter_.Count(threshold, &stop);
-    if (count) QMetaObject::invokeMethod(this, [this, number, count] { ShowCount(number, *count); });
+    try {
+      const std::optional<SMergeCount> count = counter_.Count(threshold, &stop);
+      if (count) QMetaObject::invokeMethod(this, [this, number, count] { ShowCount(number, *count); });
+    } catch (const std::bad_alloc&) {
+      Trace(">> CMergeDialog: not enough memory for counting\n");
+    }
   });
 }
 

@@ -63,6 +63,30 @@ TEST_F(CEditorTest, ToolBarButtonsHaveIconsAndDoTheCommand) {
   EXPECT_EQ(view.State().mode, ERenderMode::kWireframe);
 }
 
+/// Has no memory for anything that takes a while.
+class CPoorQuestions : public CScriptedQuestions {
+ public:
+  std::unique_ptr<CProgress> BeginWork(const std::string& title, bool cancellable) override {
+    if (is_poor) throw std::bad_alloc();
+    return CScriptedQuestions::BeginWork(title, cancellable);
+  }
+  bool is_poor = false;
+};
+
+TEST_F(CEditorTest, ACommandWithoutMemoryIsSaidAndTheProgramGoesOn) {
+  CPoorQuestions poor;
+  Start(&poor);
+  ASSERT_TRUE(frame->OpenFile(WriteModel("a.bin", {.shift_x = 5})));
+  poor.is_poor = true;
+  Do(ECommand::kModelCenterX);
+  EXPECT_EQ(poor.TakeMessageTexts(), std::vector<std::string>{"There is not enough memory for this."});
+  poor.is_poor = false;
+  const CBinModel& model = frame->ActiveView()->Document().Model();
+  EXPECT_EQ(model.Bounds().min.x + model.Bounds().max.x, 10);
+  Do(ECommand::kModelCenterX);
+  EXPECT_EQ(model.Bounds().min.x + model.Bounds().max.x, 0);
+}
+
 TEST_F(CEditorTest, IconsFollowThePalette) {
   const QPalette before = QApplication::palette();
   const auto brightness_of = [](const QColor& window, const QColor& text) {

@@ -2,6 +2,9 @@
 #include <cmath>
 
 #include "document/documentfixture.h"
+#include "document/earlierstates.h"
+#include "document/statebefore.h"
+#include "interchange/modelreport.h"
 #include "platform/files.h"
 
 namespace veldra::testing {
@@ -140,6 +143,29 @@ TEST_F(CSaveDocumentTest, FailedWriteKeepsFileAndState) {
     EXPECT_TRUE(document.IsReadOnly()) << "nothing was written under a new name";
     EXPECT_EQ(ListDirectory(folder.Path()), (std::vector<std::string>{"truck.bin", "truck.bin.info"}));
   }
+}
+
+TEST_F(CSaveDocumentTest, ACommandWithoutMemoryLeavesTheDocumentAsItWas) {
+  CEarlierStates states(folder.File("earlier"));
+  SDocumentServices services = Services();
+  services.earlier_states = &states;
+  CTarnDoc document(services);
+  FillGood(document.Model());
+  document.SetModified(false);
+  const std::string before = TextureList(document.Model()) + ModelDump(document.Model(), "");
+  const auto fail_half_way = [&] {
+    const CStateBefore state(document, "Half");
+    document.Model().Clear();
+    FillGood(document.Model());
+    document.Model().AddVertex({7, 7, 7});
+    throw std::bad_alloc();
+  };
+  EXPECT_THROW(fail_half_way(), std::bad_alloc);
+  EXPECT_EQ(TextureList(document.Model()) + ModelDump(document.Model(), ""), before);
+  EXPECT_EQ(document.Model().Face(0).Texture()->Image(), textures.GetTexture(folder.File("GOOD.RAW")));
+  EXPECT_FALSE(document.IsModified());
+  EXPECT_EQ(document.Model().CheckInvariants(), "");
+  ExpectNoMessages();
 }
 
 TEST_F(CSaveDocumentTest, HellbenderOffersTheLastFactorAndTakesWhatTheFileHolds) {

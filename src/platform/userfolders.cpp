@@ -25,7 +25,11 @@ std::string ChooseDataDirectory() {
 
 std::string UserDataDirectory() {
   std::string directory = ChooseDataDirectory();
-  if (!MakeDirectories(directory)) Trace(">> UserDataDirectory(): %s cannot be made\n", directory.c_str());
+  if (IsDirectory(directory)) return directory;
+  if (MakeDirectories(directory))
+    disk::KeepToUser(directory);
+  else
+    Trace(">> UserDataDirectory(): %s cannot be made\n", directory.c_str());
   return directory;
 }
 

@@ -8,9 +8,9 @@
 /// Where the program keeps data of its own for the user, and what the keepers of such data need besides files.h.
 namespace veldra {
 
-/// The folder, made when it is not there: what the environment variable VELDRA_DATA says (tests, an installation that
-/// is carried along), else %LOCALAPPDATA%\Veldra, or elsewhere $XDG_DATA_HOME/veldra or ~/.local/share/veldra. That it
-/// could be made shows only when something is written there.
+/// The folder, made for the user alone when it is not there: what the environment variable VELDRA_DATA says (tests, an
+/// installation that is carried along), else %LOCALAPPDATA%\Veldra, or elsewhere $XDG_DATA_HOME/veldra or
+/// ~/.local/share/veldra. That it could be made shows only when something is written there.
 std::string UserDataDirectory();
 
 /// Takes the folder away when nothing is in it.

@@ -1,4 +1,5 @@
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -41,6 +42,10 @@ std::string SystemDataDirectory() {
   if (data && data->starts_with('/')) return JoinPath(*data, "veldra");
   const std::string home = HomeDirectory();
   return home.starts_with('/') ? JoinPath(home, ".local/share/veldra") : "";
+}
+
+void KeepToUser(const std::string& path) {
+  chmod(path.c_str(), S_IRWXU);
 }
 
 int RemoveFolder(const std::string& path) {

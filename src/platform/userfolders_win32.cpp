@@ -13,6 +13,8 @@ std::string SystemDataDirectory() {
   return data && IsAbsolutePath(*data) ? JoinPath(*data, "Veldra") : "";
 }
 
+void KeepToUser(const std::string&) {}  // below the user's profile, which is closed to others
+
 int RemoveFolder(const std::string& path) {
   return RemoveDirectoryW(ToWide(path).c_str()) != 0 ? 0 : static_cast<int>(GetLastError());
 }

@@ -59,6 +59,7 @@ TEST(UserDataDirectory, FollowsTheDesktopsRules) {
     const CVariable data("XDG_DATA_HOME", data_home);
     EXPECT_EQ(UserDataDirectory(), folder.File(expected)) << data_home;
     EXPECT_TRUE(IsDirectory(folder.File(expected)));
+    EXPECT_EQ(std::filesystem::status(folder.File(expected)).permissions(), std::filesystem::perms::owner_all);
   }
 }
 

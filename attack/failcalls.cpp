@@ -3,8 +3,11 @@
 // (opening and reading files below FAILCALLS_BELOW) or "memory". When the program ends, how many calls there were is
 // written to the file FAILCALLS_COUNT.
 //
+// Memory that libraries take before main() does not count, since nobody could answer for it.
+//
 // Calls are made directly, not through the functions that are replaced here, so that nothing has to be looked up first.
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -24,6 +27,7 @@ namespace {
 enum class EKind { kNone, kWrite, kRead, kMemory };
 
 std::atomic<long> counted{0};
+std::atomic<bool> is_in_main{false};
 long fail_at = 0;
 int fail_with = 0;
 EKind kind = EKind::kNone;
@@ -31,7 +35,7 @@ const char* below = "";
 
 /// Whether the call that is about to be made is the one that fails.
 bool Fails(EKind of) {
-  if (kind != of || ++counted != fail_at) return false;
+  if (kind != of || !is_in_main || ++counted != fail_at) return false;
   errno = fail_with;
   return true;
 }
@@ -92,9 +96,25 @@ mode_t ModeOf(int flags, va_list arguments) {
   return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
 }
 
+using Main = int (*)(int, char**, char**);
+Main real_main = nullptr;
+
+int CountedMain(int count, char** arguments, char** environment) {
+  is_in_main = true;
+  return real_main(count, arguments, environment);
+}
+
 }  // namespace
 
 extern "C" {
+
+int __libc_start_main(Main program, int count, char** arguments, void (*init)(), void (*fini)(), void (*loader)(),
+                      void* stack) {
+  using Start = int (*)(Main, int, char**, void (*)(), void (*)(), void (*)(), void*);
+  real_main = program;
+  const auto start = reinterpret_cast<Start>(dlsym(RTLD_NEXT, "__libc_start_main"));
+  return start(CountedMain, count, arguments, init, fini, loader, stack);
+}
 
 #define FAILCALLS_OPEN(NAME)                      \
   int NAME(const char* path, int flags, ...) {    \

@@ -7,7 +7,6 @@
 #include "cli/globaloptions.h"
 #include "cli/parser.h"
 #include "cli/session.h"
-#include "platform/questions.h"
 
 namespace veldra {
 
@@ -31,7 +30,7 @@ int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::os
   return status == kDone ? line.command->run(session) : status;
 } catch (const std::bad_alloc&) {
   // Wherever that was: all files that were to be replaced are as they were.
-  err << kErrorCaption << ": not enough memory\n";
+  err << kNotEnoughMemoryText;
   return kFailed;
 }
 

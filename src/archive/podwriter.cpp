@@ -1,7 +1,6 @@
 #include "archive/podwriter.h"
 
 #include <algorithm>
-#include <limits>
 #include <map>
 #include <utility>
 
@@ -21,8 +20,6 @@ namespace {
 constexpr const char* kCommentText = "Compiled by Veldra Version %d.%d.%d }";
 constexpr const char* kTooLongText = "The archive would be longer than 4 GB, which its offsets cannot tell.";
 constexpr const char* kChangedText = "its length changed while it was read";
-/// Offsets and lengths are of 32 bits, and so is what the reader takes for the archive's length.
-constexpr uint64_t kLongestArchive = std::numeric_limits<uint32_t>::max();
 
 std::string LoadErrorText(const SPodSource& source) {
   return Format(kLoadErrorText, DisplayName(FileNamePart(source.name)).c_str());

@@ -16,6 +16,9 @@ struct SPodSource {
   SFilePart bytes;
 };
 
+/// Offsets and lengths are of 32 bits, and so is what the reader takes for the archive's length.
+inline constexpr uint64_t kLongestArchive = 0xFFFFFFFF;
+
 /// The text that a new archive begins with: "Compiled by Veldra Version 2.0.23 }".
 std::string PodComment();
 

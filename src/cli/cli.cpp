@@ -1,12 +1,13 @@
 #include "cli/cli.h"
 
+#include <iostream>
 #include <new>
-#include <ostream>
 
 #include "cli/command.h"
 #include "cli/globaloptions.h"
 #include "cli/parser.h"
 #include "cli/session.h"
+#include "platform/process.h"
 
 namespace veldra {
 
@@ -15,7 +16,8 @@ SCommandRow Program(SGlobalOptions& options) {
                          .help = "Reads, changes, converts and draws models of Monster Truck Madness 2.",
                          .options = GlobalOptions(options),
                          .commands = ModelCommands()};
-  for (const auto command : {EditCommand, ImportCommand, RenderCommand, TextureCommands, PodCommands, TruckCommands})
+  for (const auto command : {CheckCommand, EditCommand, ShapeCommand, ImportCommand, RenderCommand, TextureCommands,
+                             PodCommands, TruckCommands})
     program.commands.push_back(command());
   return program;
 }
@@ -26,6 +28,7 @@ int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::os
   const SParsedLine line = ParseCommandLine(program, VELDRA_VERSION, arguments, out, err);
   if (line.command == nullptr) return line.status;
   CSession session(options, out, err);
+  if (&err == &std::cerr && IsStandardErrorTerminal()) session.Questions().ShowProgressOn(err);
   const int status = session.CheckSettings();
   return status == kDone ? line.command->run(session) : status;
 } catch (const std::bad_alloc&) {

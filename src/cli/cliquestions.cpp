@@ -10,6 +10,7 @@ namespace veldra {
 
 void CCliQuestions::Print(const SMessage& message) {
   ++printed_count_;
+  if (line_ != nullptr) line_->Clear();
   err_ << message.caption << ": " << message.text << '\n';
   if (!message.details.empty()) err_ << message.details << '\n';
   err_.flush();
@@ -84,7 +85,8 @@ std::optional<double> CCliQuestions::AskScaleFactor(double offered) {
   return scale_factor_.value_or(offered);
 }
 
-std::unique_ptr<CProgress> CCliQuestions::BeginWork(const std::string&, bool) {
+std::unique_ptr<CProgress> CCliQuestions::BeginWork(const std::string& title, bool) {
+  if (line_ != nullptr) return std::make_unique<CTerminalProgress>(*line_, title);
   return std::make_unique<CUnseenProgress>();
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 
 #include "cli/globaloptions.h"
+#include "cli/terminalprogress.h"
 #include "platform/questions.h"
 
 namespace veldra {
@@ -20,6 +22,8 @@ class CCliQuestions : public CQuestions {
   void SetScaleFactor(double factor) { scale_factor_ = factor; }
   /// The answer to AskReplace; until it is set, cancel.
   void SetReplaceAnswer(EReplaceAnswer answer) { replace_answer_ = answer; }
+  /// How far long work is shows on a terminal, and nowhere else.
+  void ShowProgressOn(std::ostream& terminal) { line_ = std::make_unique<CTerminalLine>(terminal); }
   /// Messages and questions so far.
   int PrintedCount() const { return printed_count_; }
 
@@ -42,6 +46,7 @@ class CCliQuestions : public CQuestions {
 
   const SGlobalOptions& options_;
   std::ostream& err_;
+  std::unique_ptr<CTerminalLine> line_;  ///< null: no terminal
   std::optional<double> scale_factor_;
   EReplaceAnswer replace_answer_ = EReplaceAnswer::kCancel;
   std::set<std::string> replaced_textures_;  ///< requests that were answered with the stand-in file

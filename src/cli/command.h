@@ -17,7 +17,9 @@ SCommandRow Program(SGlobalOptions& options);
 std::string StockNote();
 
 std::vector<SCommandRow> ModelCommands();  ///< info, dump, json, textures, convert
+SCommandRow CheckCommand();
 SCommandRow EditCommand();
+SCommandRow ShapeCommand();
 SCommandRow ImportCommand();
 SCommandRow RenderCommand();
 SCommandRow TextureCommands();

@@ -35,6 +35,12 @@ SOptionRow Output(std::string name, std::string help, std::string& target) {
   return row;
 }
 
+SOptionRow TextOutput(std::string name, std::string help, std::string& target) {
+  SOptionRow row = Output(std::move(name), std::move(help), target);
+  row.is_text = true;
+  return row;
+}
+
 SOptionRow Flag(std::string name, std::string help, bool& target) {
   const auto set = [&target](const std::string&) {
     target = true;

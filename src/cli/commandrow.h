@@ -27,6 +27,7 @@ struct SOptionRow {
   bool required = false;                ///< must be there
   bool repeated = false;                ///< may be there more than once
   bool is_output = false;               ///< names what is written; refused when it is ""
+  bool is_text = false;                 ///< of an output: "-" is standard output, else no name at all
   std::vector<std::string> words = {};  ///< the only values that there are, in any letter case; empty for free ones
   std::string group = "Options";        ///< heading of an option in the help
 
@@ -48,6 +49,8 @@ struct SCommandRow {
 SOptionRow Argument(std::string name, std::string help, std::string& target);                ///< required
 SOptionRow Arguments(std::string name, std::string help, std::vector<std::string>& target);  ///< any number
 SOptionRow Output(std::string name, std::string help, std::string& target);  ///< argument of what is written; required
+/// The same for a text, which can go to standard output.
+SOptionRow TextOutput(std::string name, std::string help, std::string& target);
 SOptionRow Flag(std::string name, std::string help, bool& target);
 SOptionRow Option(std::string name, std::string form, std::string help, TakeValue take);
 SOptionRow Option(std::string name, std::string form, std::string help, std::string& target);

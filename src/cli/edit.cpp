@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "cli/command.h"
+#include "cli/editstep.h"
 #include "cli/session.h"
 #include "cli/values.h"
 #include "editing/modelcommands.h"
@@ -9,9 +10,6 @@
 namespace veldra {
 
 namespace {
-
-/// One operation with its values, ready to be done. Returns the exit status.
-using EditStep = std::function<int(CSession&, CTarnDoc&)>;
 
 /// The document has said why when a command was refused.
 int StatusOf(bool done) {
@@ -134,6 +132,13 @@ constexpr SOperationRow kOperations[] = {
     {"--delete-unused", "", "Delete the vertices that no face uses", DeletingUnused},
     {"--face-type", "FROM,TO", "Give all faces of type FROM the type TO", ChangingType},
     {"--append", "OTHER", "Add the vertices, faces and groups of another model", Appending},
+    {"--fit", "N", "Scale evenly so that the largest dimension becomes N", Fitting},
+    {"--replace-texture", "OLD,RAW", "Give the faces of a texture another one", ReplacingTexture},
+    {"--assign", "GROUP,RAW", "Give the faces of a group that texture; u and v stay", Assigning},
+    {"--group-type", "GROUP,TYPE", "Give the faces of a group that type", ChangingGroupType},
+    {"--delete-faces", "GROUP", "Delete the faces of a group and the vertices that only they used", DeletingFaces},
+    {"--map", "planar,x|y|z[,GROUP]|box[,GROUP]",
+     "Lay the textures over the faces, along an axis or along that which each faces", Mapping},
 };
 
 struct SEditOptions {

@@ -1,3 +1,4 @@
+#include <array>
 #include <memory>
 
 #include "cli/command.h"
@@ -5,6 +6,7 @@
 #include "cli/values.h"
 #include "interchange/import3ds.h"
 #include "interchange/waveimport.h"
+#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -28,15 +30,25 @@ EImportKind KindOf(const std::string& path) {
   return extension == "obj" ? EImportKind::kWavefront : EImportKind::kNone;
 }
 
+/// Of what comes without a name: a 3D Studio file begins with its main chunk's number.
+EImportKind KindOfContent(const std::string& path) {
+  std::array<uint8_t, 2> start = {};
+  CInputFile file;
+  const bool is_3ds = file.Open(path) && file.ReadAt(0, start) && start[0] == 'M' && start[1] == 'M';
+  return is_3ds ? EImportKind::k3ds : EImportKind::kWavefront;
+}
+
 int Import(CSession& session, const SImportOptions& options) {
+  const std::string path = session.InputPath(options.file);
+  if (path.empty()) return kFailed;
+  const EImportKind kind = options.file == kStandardStream ? KindOfContent(path) : KindOf(path);
   const auto document = session.NewDocument();
   const uint32_t face_type = options.face_type.value_or(static_cast<uint32_t>(session.Settings().def_face_type));
   const SImportContext context = {session.Textures(), session.Questions(), session.Settings().art_dir, face_type};
   SImportFault fault;
-  const bool is_done =
-      KindOf(options.file) == EImportKind::k3ds
-          ? ImportFrom3ds(document->Model(), options.file, options.texture, context, &fault)
-          : ImportWavefront(document->Model(), {options.file, options.texture}, options.wave, context, fault);
+  const bool is_done = kind == EImportKind::k3ds
+                           ? ImportFrom3ds(document->Model(), path, options.texture, context, &fault)
+                           : ImportWavefront(document->Model(), {path, options.texture}, options.wave, context, fault);
   if (!is_done) {
     ShowImportFault(options.file, fault, session.Questions());
     return kFailed;
@@ -46,6 +58,7 @@ int Import(CSession& session, const SImportOptions& options) {
 
 /// "" or what is wrong.
 std::string CheckKind(const SImportOptions& options) {
+  if (options.file == kStandardStream) return "";
   const EImportKind kind = KindOf(options.file);
   if (kind == EImportKind::kNone) return "FILE: \"" + options.file + "\" is neither a .3ds nor an .obj file";
   const SWaveOptions& wave = options.wave;

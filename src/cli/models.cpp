@@ -84,7 +84,7 @@ SCommandRow ReportCommand(const SReportRow& row) {
   return {.name = row.command,
           .help = row.help,
           .options = {Argument("MODEL", "Model file", options->model),
-                      Required(Output("OUT", "File to write (default: standard output)", options->out), false)},
+                      Required(TextOutput("OUT", "File to write (default: standard output)", options->out), false)},
           .run = [options, &row](CSession& session) { return Report(session, row, *options); }};
 }
 
@@ -103,6 +103,7 @@ struct SConvertOptions {
 };
 
 int ConvertToWavefront(CSession& session, const CBinModel& model, const std::string& path) {
+  if (path == kStandardStream) return session.Print(WavefrontText(model));
   SError error;
   if (session.CheckWritable(path) != kDone) return kFailed;
   return ExportWavefront(model, path, &error) ? kDone : session.FailToWrite(path, error.what);
@@ -112,6 +113,7 @@ int Convert(CSession& session, const SConvertOptions& options) {
   const auto document = session.Open(options.model);
   if (!document) return kFailed;
   if (!options.variant) return ConvertToWavefront(session, document->Model(), options.out);
+  if (options.out == kStandardStream) return session.Fail("A model file cannot be written to standard output.");
   // Not the setting's: what a script writes must not depend on what somebody last typed into a window.
   session.Questions().SetScaleFactor(options.scale.value_or(document->Model().ScaleWord() / 65536.0));
   return document->Saver().SaveAsVariant(options.out, *options.variant) ? kDone : kFailed;
@@ -121,7 +123,7 @@ SCommandRow ConvertCommand() {
   const auto options = std::make_shared<SConvertOptions>();
   return {.name = "convert",
           .help = "Save the model as another kind of file, with the save checks",
-          .options = {Argument("MODEL", "Model file", options->model), Output("OUT", "File to write", options->out),
+          .options = {Argument("MODEL", "Model file", options->model), TextOutput("OUT", "File to write", options->out),
                       Required(Choice("--to", kConvertKinds, "Kind of file", options->variant)),
                       Option("--scale", "F", "Hellbender scale factor (default: that in the model file)",
                              Parsed(options->scale, ParseNumber, "is not a number"))},

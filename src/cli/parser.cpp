@@ -6,6 +6,7 @@
 #include <map>
 #include <ostream>
 
+#include "cli/session.h"
 #include "cli/suggest.h"
 #include "platform/questions.h"
 
@@ -108,6 +109,8 @@ std::string CParser::UnknownWords() const {
 
 void CParser::Take(const SOptionRow& row, const std::string& text) {
   if (row.is_output && text.empty()) unnamed_output_ = row.name.c_str();
+  if (row.is_output && !row.is_text && text == kStandardStream)
+    throw CLI::ValidationError(row.name, "standard output takes texts only, and this is none");
   const std::string fault = row.take(row.IsFlag() ? "" : text);
   if (fault.empty()) return;
   const std::string value = row.IsFlag() ? "" : "\"" + text + "\" ";

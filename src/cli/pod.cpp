@@ -6,10 +6,10 @@
 #include "archive/podwriter.h"
 #include "archive/stockbuilder.h"
 #include "cli/command.h"
+#include "cli/podload.h"
 #include "cli/session.h"
 #include "packing/dependencies.h"
 #include "platform/files.h"
-#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
@@ -57,7 +57,8 @@ std::string ListText(const CMTMPODFile& archive) {
 
 int List(CSession& session, const SListOptions& options) {
   CMTMPODFile archive(session.Questions());
-  if (!archive.ReadDirectory(options.pod)) return kFailed;
+  const std::string path = session.InputPath(options.pod);
+  if (path.empty() || !archive.ReadDirectory(path)) return kFailed;
   return session.Print(options.json ? ListJson(archive) : ListText(archive));
 }
 
@@ -85,13 +86,6 @@ const Words<EReplaceAnswer> kReplaceAnswers = {{"yes", EReplaceAnswer::kYes},
                                                {"no", EReplaceAnswer::kNo},
                                                {"cancel", EReplaceAnswer::kCancel}};
 
-/// kDone when ARCHIVE is the one at PATH; the user has been told otherwise.
-int Load(CSession& session, const std::string& path, CPodDocument& archive) {
-  SError error;
-  if (!CInputFile().Open(path, &error)) return session.Fail(kFailedToOpenPod, path + ": " + error.what);
-  return archive.Load(path, &error) ? kDone : session.Fail(kFailedToLoadPod, path + ": " + error.what);
-}
-
 /// The entries that NAMES mean, all for none; kDone, or kFailed for a name that means none.
 int Select(CSession& session, const CPodDocument& archive, const std::vector<std::string>& names,
            std::vector<size_t>& entries) {
@@ -116,7 +110,9 @@ void ShowNotes(CSession& session, const std::vector<std::string>& notes) {
 int Extract(CSession& session, const SExtractOptions& options) {
   CPodDocument archive;
   SExtractRequest request{.destination = options.destination, .folders = options.folders};
-  if (Load(session, options.pod, archive) != kDone) return kFailed;
+  if (LoadPod(session, options.pod, archive) != kDone) return kFailed;
+  if (options.destination == kStandardStream && options.names.size() == 1)
+    return PrintEntry(session, archive, options.names.front());
   if (Select(session, archive, options.names, request.entries) != kDone) return kFailed;
   std::vector<std::string> notes;
   if (options.dependencies) {
@@ -234,9 +230,13 @@ std::string StockNote() {
 }
 
 SCommandRow PodCommands() {
-  return {.name = "pod",
-          .help = "Archives",
-          .commands = {ListCommand(), ExtractCommand(), CreateCommand(), IsStockCommand(), StockListCommand()}};
+  SCommandRow pod = {
+      .name = "pod",
+      .help = "Archives",
+      .commands = {ListCommand(), ExtractCommand(), CreateCommand(), IsStockCommand(), StockListCommand()}};
+  for (SCommandRow& command : PodEditCommands())
+    pod.commands.push_back(std::move(command));
+  return pod;
 }
 
 }  // namespace veldra

@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/inputfile.h"
 #include "platform/paths.h"
+#include "platform/standardinput.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
 
@@ -27,7 +28,7 @@ CSettings ReadSettings(const SGlobalOptions& options) {
 }
 
 /// The first of the two tables that can be read. Nobody is there to be asked for another.
-ColorTable DefaultColors(const std::string& given, const std::string& setting, CQuestions& questions) {
+ColorTable ChooseColors(const std::string& given, const std::string& setting, CQuestions& questions) {
   const auto chosen = given.empty() ? std::nullopt : ReadColorTable(given);
   if (chosen) return *chosen;
   const auto set = setting.empty() ? std::nullopt : ReadColorTable(setting);
@@ -46,7 +47,8 @@ CSession::CSession(const SGlobalOptions& options, std::ostream& out, std::ostrea
       out_(out),
       settings_(ReadSettings(options)),
       settings_folder_(DirectoryPart(AbsolutePath(SettingsPath(options)))),
-      textures_(questions_, DefaultColors(options.palette, settings_.defpal, questions_)) {}
+      default_colors_(ChooseColors(options.palette, settings_.defpal, questions_)),
+      textures_(questions_, default_colors_) {}
 
 int CSession::CheckSettings() {
   const std::string& path = options_.settings_file;
@@ -59,14 +61,24 @@ std::unique_ptr<CTarnDoc> CSession::NewDocument() {
   return std::make_unique<CTarnDoc>(SDocumentServices{questions_, textures_, settings_});
 }
 
-std::unique_ptr<CTarnDoc> CSession::Open(const std::string& path) {
+std::string CSession::InputPath(const std::string& path) {
+  if (path != kStandardStream) return path;
+  SError error;
+  const std::string kept = StandardInputFile(&error);
+  if (kept.empty()) Fail("Standard input could not be read.", error.what);
+  return kept;
+}
+
+std::unique_ptr<CTarnDoc> CSession::Open(const std::string& name) {
+  const std::string path = InputPath(name);
+  if (path.empty()) return nullptr;
   auto document = NewDocument();
   const int printed_before = questions_.PrintedCount();
   SDiagnosis diagnosis;
   if (document->OnOpenDocument(path, &diagnosis)) return document;
   // Some faults show no box in the editor, where the user sees that nothing opens. A script needs the reason.
   if (questions_.PrintedCount() == printed_before) {
-    questions_.Message({.text = path + ": " + diagnosis.Text(), .caption = kErrorCaption});
+    questions_.Message({.text = name + ": " + diagnosis.Text(), .caption = kErrorCaption});
   }
   return nullptr;
 }
@@ -86,7 +98,7 @@ int CSession::Print(std::string_view text) {
 }
 
 int CSession::PrintOrWrite(std::string_view text, const std::string& out_path) {
-  if (out_path.empty()) return Print(text);
+  if (out_path.empty() || out_path == kStandardStream) return Print(text);
   SError error;
   if (CheckWritable(out_path) != kDone) return kFailed;
   return ReplaceFile(out_path, text, &error) ? kDone : FailToWrite(out_path, error.what);

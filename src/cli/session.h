@@ -13,6 +13,9 @@
 
 namespace veldra {
 
+/// As a file to read standard input, as one to write standard output.
+inline constexpr const char* kStandardStream = "-";
+
 /// What a command works with: settings, colour table and textures as the options before it say, and the way to the
 /// user. The settings file is read and never written.
 class CSession {
@@ -28,11 +31,17 @@ class CSession {
   /// Where the settings file lies, and with it what else the user keeps for the program.
   const std::string& SettingsFolder() const { return settings_folder_; }
   CTextureStore& Textures() { return textures_; }
+  /// Of textures that have none of their own.
+  const ColorTable& DefaultColors() const { return default_colors_; }
 
   /// Empty, and without a file.
   std::unique_ptr<CTarnDoc> NewDocument();
   /// Null when PATH cannot be loaded; the user has been told why.
   std::unique_ptr<CTarnDoc> Open(const std::string& path);
+
+  /// Where what the user calls PATH can be read: for "-" a file that holds standard input, "" after a message when that
+  /// cannot be read; any other path itself.
+  std::string InputPath(const std::string& path);
 
   /// Shows an error; returns kFailed.
   int Fail(const std::string& text, const std::string& details = {});
@@ -40,7 +49,7 @@ class CSession {
 
   // Each returns the exit status.
   int Print(std::string_view text);
-  /// To the file OUT_PATH, which is replaced as a whole, or to standard output when it is "".
+  /// To the file OUT_PATH, which is replaced as a whole, or to standard output when it is "" or "-".
   int PrintOrWrite(std::string_view text, const std::string& out_path);
   /// kDone, or kFailed when there is a file at PATH that cannot be written to; the user has been told.
   int CheckWritable(const std::string& path);
@@ -51,6 +60,7 @@ class CSession {
   std::ostream& out_;
   CSettings settings_;
   std::string settings_folder_;
+  ColorTable default_colors_;
   CTextureStore textures_;
 };
 

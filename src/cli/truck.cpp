@@ -5,6 +5,7 @@
 
 #include "cli/command.h"
 #include "cli/session.h"
+#include "cli/trucktools.h"
 #include "packing/packtruck.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
@@ -21,15 +22,6 @@ struct STruckOptions {
   bool skip_stock = false;
 };
 
-/// Nothing when it cannot be loaded; the user has been told why.
-std::optional<CTruck> OpenTruck(CSession& session, const std::string& path) {
-  CTruck truck;
-  SError error;
-  if (truck.Load(path, &error)) return truck;
-  session.Fail(kFailedToLoadTruck, path + ": " + error.what);
-  return std::nullopt;
-}
-
 int Show(CSession& session, const STruckOptions& options) {
   const auto truck = OpenTruck(session, options.truck);
   if (!truck) return kFailed;
@@ -39,9 +31,7 @@ int Show(CSession& session, const STruckOptions& options) {
 int Rewrite(CSession& session, const STruckOptions& options) {
   const auto truck = OpenTruck(session, options.truck);
   if (!truck) return kFailed;
-  SError error;
-  return truck->Save(options.out, &error) ? kDone
-                                          : session.Fail(kFailedToOpenDestination, options.out + ": " + error.what);
+  return SaveTruck(session, *truck, options.out);
 }
 
 int PrintNeeded(CSession& session, const STruckOptions& options) {
@@ -61,6 +51,8 @@ int PrintNeeded(CSession& session, const STruckOptions& options) {
 }
 
 int Pack(CSession& session, const STruckOptions& options) {
+  if (options.truck == kStandardStream)
+    return session.Fail("A truck that is packed needs a file of its own.", "Standard input has no name to give it.");
   if (!OpenTruck(session, options.truck)) return kFailed;
   const CStockFiles stock(session.SettingsFolder());
   const SSearchPlaces places = PlacesForTruck(options.truck, session.Settings(), CopTools::InstallationDirectory());
@@ -93,20 +85,45 @@ SCommandRow Command(const char* name, const char* help, TruckAction action,
 
 }  // namespace
 
+std::optional<CTruck> OpenTruck(CSession& session, const std::string& name) {
+  CTruck truck;
+  SError error;
+  if (name != kStandardStream) {
+    if (truck.Load(name, &error)) return truck;
+  } else {
+    // It has no name, and so no extension that would have to be right.
+    const std::string path = session.InputPath(name);
+    const auto text = path.empty() ? std::nullopt : ReadWholeFile(path, &error);
+    if (text) truck.Parse(text->Text());
+    if (text) return truck;
+  }
+  session.Fail(kFailedToLoadTruck, name + ": " + error.what);
+  return std::nullopt;
+}
+
+int SaveTruck(CSession& session, const CTruck& truck, const std::string& out) {
+  if (out == kStandardStream) return session.Print(truck.FileText());
+  SError error;
+  return truck.Save(out, &error) ? kDone : session.Fail(kFailedToOpenDestination, out + ": " + error.what);
+}
+
 SCommandRow TruckCommands() {
   const auto values = std::make_shared<STruckOptions>();
-  return {.name = "truck",
-          .help = "Truck files",
-          .commands = {
-              Command("show", "Print a truck", Show, values, {Flag("--json", "As JSON", values->json)}),
-              Command("rewrite", "Read a truck and write it again", Rewrite, values,
-                      {Output("OUT", "Truck file to write", values->out)}),
-              Command("deps", "Print the files that a truck needs, one a line", PrintNeeded, values),
-              Command("pack", "Write an archive of a truck and all that it needs", Pack, values,
-                      {Output("POD", "Archive to write", values->out),
-                       Flag("--skip-stock", "Leave out files that every installation has. " + StockNote(),
-                            values->skip_stock)}),
-          }};
+  SCommandRow group = {.name = "truck",
+                       .help = "Truck files",
+                       .commands = {
+                           Command("show", "Print a truck", Show, values, {Flag("--json", "As JSON", values->json)}),
+                           Command("rewrite", "Read a truck and write it again", Rewrite, values,
+                                   {TextOutput("OUT", "Truck file to write", values->out)}),
+                           Command("deps", "Print the files that a truck needs, one a line", PrintNeeded, values),
+                           Command("pack", "Write an archive of a truck and all that it needs", Pack, values,
+                                   {Output("POD", "Archive to write", values->out),
+                                    Flag("--skip-stock", "Leave out files that every installation has. " + StockNote(),
+                                         values->skip_stock)}),
+                       }};
+  for (SCommandRow& command : TruckToolCommands())
+    group.commands.push_back(std::move(command));
+  return group;
 }
 
 }  // namespace veldra

@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 constexpr size_t kChecksumWidth = 4;
+constexpr uint8_t kTableColourType = 3;
 /// No deflated byte can stand for more bytes than this.
 constexpr uint64_t kLargestRatio = 1032;
 
@@ -22,6 +23,7 @@ struct SHeader {
   uint32_t width = 0;
   uint32_t height = 0;
   uint64_t row_bytes = 0;  ///< of the pixels as the file has them
+  bool has_table = false;
 };
 
 bool Refuse(SError* error, std::string what) {
@@ -60,7 +62,9 @@ SHeader ReadHeader(CByteReader& reader) {
   header.width = ReadBigEndian32(reader);
   header.height = ReadBigEndian32(reader);
   const uint64_t depth = reader.ReadU8();
-  header.row_bytes = (uint64_t{header.width} * depth * Channels(reader.ReadU8()) + 7) / 8;
+  const uint8_t colour_type = reader.ReadU8();
+  header.row_bytes = (uint64_t{header.width} * depth * Channels(colour_type) + 7) / 8;
+  header.has_table = colour_type == kTableColourType;
   return header;
 }
 
@@ -99,9 +103,22 @@ bool CheckStructure(std::span<const uint8_t> png, SHeader& header, SError* error
   return (header.row_bytes + 1) * header.height <= packed * kLargestRatio || RefuseDamaged(error);
 }
 
+/// Those of a picture of PIXELS pixels.
+bool AreSides(int width, int height, size_t pixels) {
+  return width > 0 && height > 0 && width <= kLargestImageSide && height <= kLargestImageSide &&
+         pixels == static_cast<size_t>(width) * static_cast<size_t>(height);
+}
+
 bool IsValid(const SImage& image) {
-  return image.width > 0 && image.height > 0 && image.width <= kLargestImageSide && image.height <= kLargestImageSide &&
-         image.rgba.size() == size_t{4} * static_cast<size_t>(image.width) * static_cast<size_t>(image.height);
+  return image.rgba.size() % 4 == 0 && AreSides(image.width, image.height, image.rgba.size() / 4);
+}
+
+template <typename Image>
+bool EncodeTo(std::string_view path, const Image& image, SError* error) try {
+  std::vector<uint8_t> png;
+  return png_codec::Encode(image, png, error) && ReplaceFile(path, png, error);
+} catch (const std::bad_alloc&) {
+  return Refuse(error, "not enough memory");
 }
 
 }  // namespace
@@ -121,13 +138,34 @@ std::optional<SImage> ReadPng(std::string_view path, SError* error) try {
   return std::nullopt;
 }
 
-bool WritePng(std::string_view path, const SImage& image, SError* error) try {
-  VELDRA_ASSERT(IsValid(image));
-  std::vector<uint8_t> png;
-  if (!IsValid(image) || !png_codec::Encode(image, png, error)) return false;
-  return ReplaceFile(path, png, error);
+std::optional<SIndexedImage> ReadIndexedPng(std::string_view path, SError* error) try {
+  const auto file = ReadWholeFile(path, error);
+  SHeader header;
+  if (!file || !CheckStructure(file->View(), header, error)) return std::nullopt;
+  SIndexedImage image;
+  image.width = static_cast<int>(header.width);
+  image.height = static_cast<int>(header.height);
+  if (!header.has_table) {
+    if (error != nullptr) error->what.clear();
+    return std::nullopt;
+  }
+  image.indices.resize(size_t{header.width} * header.height);
+  if (!png_codec::Decode(file->View(), image, error)) return std::nullopt;
+  return image;
 } catch (const std::bad_alloc&) {
-  return Refuse(error, "not enough memory");
+  Refuse(error, "not enough memory");
+  return std::nullopt;
+}
+
+bool WritePng(std::string_view path, const SImage& image, SError* error) {
+  VELDRA_ASSERT(IsValid(image));
+  return IsValid(image) && EncodeTo(path, image, error);
+}
+
+bool WriteIndexedPng(std::string_view path, const SIndexedImage& image, SError* error) {
+  const bool is_valid = AreSides(image.width, image.height, image.indices.size());
+  VELDRA_ASSERT(is_valid);
+  return is_valid && EncodeTo(path, image, error);
 }
 
 }  // namespace veldra

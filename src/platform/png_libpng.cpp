@@ -1,5 +1,7 @@
 #include <png.h>
 
+#include <algorithm>
+
 #include "platform/png_codec.h"
 #include "platform/text.h"
 
@@ -46,6 +48,35 @@ bool Encode(const SImage& image, std::vector<uint8_t>& png, SError* error) {
   png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(*writer.Get());
   png.resize(size);
   if (png_image_write_to_memory(writer.Get(), png.data(), &size, 0, image.rgba.data(), 0, nullptr) == 0)
+    return writer.Fail(error);
+  png.resize(size);
+  return true;
+}
+
+bool Decode(std::span<const uint8_t> png, SIndexedImage& image, SError* error) {
+  CPngImage reader;
+  if (png_image_begin_read_from_memory(reader.Get(), png.data(), png.size()) == 0) return reader.Fail(error);
+  // A PNG's own table is taken in its order; only without one the library would make another.
+  reader->format = PNG_FORMAT_RGBA_COLORMAP;
+  if (PNG_IMAGE_SIZE(*reader.Get()) != image.indices.size()) return reader.Fail(error);
+  const bool is_read = png_image_finish_read(reader.Get(), nullptr, image.indices.data(), 0, image.table.data()) != 0;
+  if (!is_read) return reader.Fail(error);
+  for (size_t entry = reader->colormap_entries; entry < image.table.size() / 4; ++entry) {
+    std::fill_n(image.table.begin() + static_cast<std::ptrdiff_t>(entry * 4), 3, uint8_t{0});
+    image.table[entry * 4 + 3] = 255;
+  }
+  return true;
+}
+
+bool Encode(const SIndexedImage& image, std::vector<uint8_t>& png, SError* error) {
+  CPngImage writer;
+  writer->width = static_cast<png_uint_32>(image.width);
+  writer->height = static_cast<png_uint_32>(image.height);
+  writer->format = PNG_FORMAT_RGBA_COLORMAP;
+  writer->colormap_entries = static_cast<png_uint_32>(image.table.size() / 4);
+  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(*writer.Get());
+  png.resize(size);
+  if (png_image_write_to_memory(writer.Get(), png.data(), &size, 0, image.indices.data(), 0, image.table.data()) == 0)
     return writer.Fail(error);
   png.resize(size);
   return true;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "platform/png_codec.h"
 #include "platform/text.h"
@@ -91,6 +92,50 @@ HRESULT TakeBytes(IStream* stream, std::vector<uint8_t>& bytes) {
   return S_OK;
 }
 
+/// Entry by entry what the library keeps as one number of alpha, red, green, blue.
+void FillTable(const std::array<WICColor, 256>& colors, UINT count, SIndexedImage& image) {
+  for (size_t entry = 0; entry < colors.size(); ++entry) {
+    const WICColor color = entry < count ? colors[entry] : 0xFF000000U;
+    for (size_t c = 0; c < 4; ++c)
+      image.table[entry * 4 + c] = static_cast<uint8_t>(color >> (c < 3 ? 16 - 8 * c : 24));
+  }
+}
+
+std::array<WICColor, 256> ColorsOf(const SIndexedImage& image) {
+  std::array<WICColor, 256> colors = {};
+  for (size_t entry = 0; entry < colors.size(); ++entry)
+    for (size_t c = 0; c < 4; ++c)
+      colors[entry] |= WICColor{image.table[entry * 4 + c]} << (c < 3 ? 16 - 8 * c : 24);
+  return colors;
+}
+
+/// Bits a pixel of FORMAT, which has a table; 0 for any other.
+UINT BitsOf(const WICPixelFormatGUID& format) {
+  if (IsEqualGUID(format, GUID_WICPixelFormat1bppIndexed)) return 1;
+  if (IsEqualGUID(format, GUID_WICPixelFormat2bppIndexed)) return 2;
+  if (IsEqualGUID(format, GUID_WICPixelFormat4bppIndexed)) return 4;
+  return IsEqualGUID(format, GUID_WICPixelFormat8bppIndexed) ? 8 : 0;
+}
+
+/// The rows of FRAME, whose pixels are packed.
+HRESULT CopyIndices(IWICBitmapFrameDecode* frame, SIndexedImage& image) {
+  WICPixelFormatGUID format;
+  HRESULT result = frame->GetPixelFormat(&format);
+  const UINT bits = SUCCEEDED(result) ? BitsOf(format) : 0;
+  if (bits == 0) return FAILED(result) ? result : E_NOTIMPL;
+  const UINT row_width = (static_cast<UINT>(image.width) * bits + 7) / 8;
+  std::vector<uint8_t> packed(size_t{row_width} * static_cast<size_t>(image.height));
+  result = frame->CopyPixels(nullptr, row_width, static_cast<UINT>(packed.size()), packed.data());
+  if (FAILED(result)) return result;
+  for (size_t i = 0; i < image.indices.size(); ++i) {
+    const size_t row = i / static_cast<size_t>(image.width);
+    const size_t bit = i % static_cast<size_t>(image.width) * bits;
+    const uint8_t byte = packed[row * row_width + bit / 8];
+    image.indices[i] = static_cast<uint8_t>(byte >> (8 - bits - bit % 8) & ((1U << bits) - 1));
+  }
+  return S_OK;
+}
+
 }  // namespace
 
 bool Decode(std::span<const uint8_t> png, SImage& image, SError* error) {
@@ -144,6 +189,66 @@ bool Encode(const SImage& image, std::vector<uint8_t>& png, SError* error) {
       .Then([&] {
         return frame->WritePixels(static_cast<UINT>(image.height), RowWidth(image), static_cast<UINT>(pixels.size()),
                                   pixels.data());
+      })
+      .Then([&] { return frame->Commit(); })
+      .Then([&] { return encoder->Commit(); })
+      .Then([&] { return TakeBytes(stream.Get(), png); });
+  return steps.Well(error);
+}
+
+bool Decode(std::span<const uint8_t> png, SIndexedImage& image, SError* error) {
+  const CComUse com;
+  CComObject<IWICImagingFactory> factory;
+  CComObject<IWICStream> stream;
+  CComObject<IWICBitmapDecoder> decoder;
+  CComObject<IWICBitmapFrameDecode> frame;
+  CComObject<IWICPalette> palette;
+  std::array<WICColor, 256> colors = {};
+  UINT count = 0;
+  CSteps steps;
+  steps.Then([&] { return CreateFactory(factory); })
+      .Then([&] { return factory->CreateStream(stream.Receive()); })
+      .Then([&] {
+        // The interface takes no const pointer, but a decoder only reads.
+        return stream->InitializeFromMemory(const_cast<BYTE*>(png.data()), static_cast<DWORD>(png.size()));
+      })
+      .Then([&] { return factory->CreateDecoder(GUID_ContainerFormatPng, nullptr, decoder.Receive()); })
+      .Then([&] { return decoder->Initialize(stream.Get(), WICDecodeMetadataCacheOnDemand); })
+      .Then([&] { return decoder->GetFrame(0, frame.Receive()); })
+      .Then([&] { return CopyIndices(frame.Get(), image); })
+      .Then([&] { return factory->CreatePalette(palette.Receive()); })
+      .Then([&] { return frame->CopyPalette(palette.Get()); })
+      .Then([&] { return palette->GetColors(static_cast<UINT>(colors.size()), colors.data(), &count); });
+  FillTable(colors, count, image);
+  return steps.Well(error);
+}
+
+bool Encode(const SIndexedImage& image, std::vector<uint8_t>& png, SError* error) {
+  const CComUse com;
+  CComObject<IWICImagingFactory> factory;
+  CComObject<IStream> stream;
+  CComObject<IWICBitmapEncoder> encoder;
+  CComObject<IWICBitmapFrameEncode> frame;
+  CComObject<IWICPalette> palette;
+  std::array<WICColor, 256> colors = ColorsOf(image);
+  std::vector<uint8_t> pixels = image.indices;
+  WICPixelFormatGUID format = GUID_WICPixelFormat8bppIndexed;
+  CSteps steps;
+  steps.Then([&] { return CreateFactory(factory); })
+      .Then([&] { return CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive()); })
+      .Then([&] { return factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive()); })
+      .Then([&] { return encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache); })
+      .Then([&] { return encoder->CreateNewFrame(frame.Receive(), nullptr); })
+      .Then([&] { return frame->Initialize(nullptr); })
+      .Then([&] { return frame->SetSize(static_cast<UINT>(image.width), static_cast<UINT>(image.height)); })
+      .Then([&] { return frame->SetPixelFormat(&format); })
+      .Then([&] { return IsEqualGUID(format, GUID_WICPixelFormat8bppIndexed) ? S_OK : E_NOTIMPL; })
+      .Then([&] { return factory->CreatePalette(palette.Receive()); })
+      .Then([&] { return palette->InitializeCustom(colors.data(), static_cast<UINT>(colors.size())); })
+      .Then([&] { return frame->SetPalette(palette.Get()); })
+      .Then([&] {
+        return frame->WritePixels(static_cast<UINT>(image.height), static_cast<UINT>(image.width),
+                                  static_cast<UINT>(pixels.size()), pixels.data());
       })
       .Then([&] { return frame->Commit(); })
       .Then([&] { return encoder->Commit(); })

@@ -11,6 +11,9 @@ std::vector<std::string> CommandLineArguments(int argc, char** argv);
 
 std::optional<std::string> EnvironmentVariable(const std::string& name);
 
+/// Somebody can look at what goes to standard error while it is written.
+bool IsStandardErrorTerminal();
+
 /// Makes standard output take bytes as they are (Windows would turn "\n" into two).
 void SetBinaryStandardOutput();
 

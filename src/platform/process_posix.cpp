@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <cstdlib>
 
 #include "platform/process.h"
@@ -12,6 +14,10 @@ std::vector<std::string> CommandLineArguments(int argc, char** argv) {
 std::optional<std::string> EnvironmentVariable(const std::string& name) {
   const char* value = std::getenv(name.c_str());
   return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+bool IsStandardErrorTerminal() {
+  return isatty(STDERR_FILENO) == 1;
 }
 
 void SetBinaryStandardOutput() {}

@@ -48,6 +48,10 @@ std::optional<std::string> EnvironmentVariable(const std::string& name) {
   return FromWide(value);
 }
 
+bool IsStandardErrorTerminal() {
+  return _isatty(_fileno(stderr)) != 0;
+}
+
 void SetBinaryStandardOutput() {
   _setmode(_fileno(stdout), _O_BINARY);
 }

@@ -4,27 +4,45 @@
 #include <span>
 #include <unordered_map>
 
+#include "textures/nearblack.h"
+
 namespace veldra {
 
 namespace {
 
 constexpr size_t kEntries = 256;
-constexpr uint8_t kOpaqueFromAlpha = 128;
+/// Entries that near-black colours get at most where there are too many colours for all.
+constexpr size_t kDarkEntries = 16;
 
 /// Red, green, blue from the high byte down.
 using Packed = uint32_t;
+constexpr Packed kDarkestOpaque = 0x090909;
 
 int Channel(Packed color, int channel) {
   return static_cast<int>(color >> (16 - 8 * channel) & 0xFF);
 }
 
-Packed PixelAt(const SImage& image, size_t pixel) {
-  const uint8_t* p = image.rgba.data() + pixel * 4;
-  return Packed{p[0]} << 16 | Packed{p[1]} << 8 | p[2];
+bool IsDark(Packed color) {
+  return IsNearBlack(color >> 16, color >> 8 & 0xFF, color & 0xFF);
 }
 
-bool IsOpaque(const SImage& image, size_t pixel) {
-  return image.rgba[pixel * 4 + 3] >= kOpaqueFromAlpha;
+Packed Entry(const ColorTable& colors, size_t entry) {
+  return Packed{colors[entry * 3]} << 16 | Packed{colors[entry * 3 + 1]} << 8 | colors[entry * 3 + 2];
+}
+
+/// The colour that a pixel gets if the table has it.
+Packed WantedColor(const uint8_t* rgba, EDarkPixels dark_pixels) {
+  const Packed color = Packed{rgba[0]} << 16 | Packed{rgba[1]} << 8 | rgba[2];
+  const bool is_dark = IsDark(color);
+  if (rgba[3] < kOpaqueFromAlpha) return is_dark ? color : 0;
+  return is_dark && dark_pixels == EDarkPixels::kLift ? kDarkestOpaque : color;
+}
+
+std::vector<Packed> WantedColors(const SImage& image, EDarkPixels dark_pixels) {
+  std::vector<Packed> colors(image.rgba.size() / 4);
+  for (size_t i = 0; i < colors.size(); ++i)
+    colors[i] = WantedColor(image.rgba.data() + i * 4, dark_pixels);
+  return colors;
 }
 
 struct SWeighted {
@@ -32,19 +50,15 @@ struct SWeighted {
   uint32_t pixels;
 };
 
-/// The opaque colours of IMAGE, ascending, with the number of their pixels.
-std::vector<SWeighted> CountColors(const SImage& image) {
-  std::vector<Packed> all;
-  all.reserve(image.rgba.size() / 4);
-  for (size_t i = 0; i < image.rgba.size() / 4; ++i) {
-    if (IsOpaque(image, i)) all.push_back(PixelAt(image, i));
-  }
-  std::ranges::sort(all);
+/// Each colour of PIXELS once, near-black ones first, with the number of its pixels.
+std::vector<SWeighted> CountColors(std::vector<Packed> pixels) {
+  std::ranges::sort(pixels);
   std::vector<SWeighted> counted;
-  for (const Packed color : all) {
+  for (const Packed color : pixels) {
     if (counted.empty() || counted.back().color != color) counted.push_back({color, 0});
     ++counted.back().pixels;
   }
+  std::ranges::stable_partition(counted, [](const SWeighted& member) { return IsDark(member.color); });
   return counted;
 }
 
@@ -84,6 +98,7 @@ struct SBox {
     return {SBox(colors.first(count)), SBox(colors.subspan(count))};
   }
 
+  /// What stands for all of them. The mean of colours that are drawn can be one that is not.
   Packed Mean() const {
     Packed mean = 0;
     for (int c = 0; c < 3; ++c) {
@@ -92,12 +107,12 @@ struct SBox {
         sum += uint64_t{member.pixels} * static_cast<uint64_t>(Channel(member.color, c));
       mean = mean << 8 | static_cast<Packed>(sum / pixels);
     }
-    return mean;
+    return IsDark(mean) && !IsDark(colors.front().color) ? colors.front().color : mean;
   }
 };
 
 /// At most COUNT colours that stand for COLORS.
-std::vector<Packed> ChooseColors(std::vector<SWeighted>& colors, size_t count) {
+std::vector<Packed> ChooseColors(std::span<SWeighted> colors, size_t count) {
   std::vector<Packed> chosen;
   if (colors.size() <= count) {
     for (const SWeighted& color : colors)
@@ -117,67 +132,78 @@ std::vector<Packed> ChooseColors(std::vector<SWeighted>& colors, size_t count) {
   return chosen;
 }
 
+/// A table for PIXELS, near-black entries first; the rest of it black.
+ColorTable MakeTable(const std::vector<Packed>& pixels) {
+  std::vector<SWeighted> counted = CountColors(pixels);
+  const std::span<SWeighted> all = counted;
+  const auto dark =
+      static_cast<size_t>(std::ranges::count_if(counted, [](const SWeighted& member) { return IsDark(member.color); }));
+  const bool fits = counted.size() <= kEntries;
+  const size_t dark_entries = fits ? dark : std::min(dark, kDarkEntries);
+  std::vector<Packed> chosen;
+  if (dark > 0) chosen = ChooseColors(all.first(dark), dark_entries);
+  if (dark < counted.size()) {
+    const std::vector<Packed> light = ChooseColors(all.subspan(dark), kEntries - chosen.size());
+    chosen.insert(chosen.end(), light.begin(), light.end());
+  }
+  ColorTable table = {};
+  for (size_t i = 0; i < chosen.size(); ++i)
+    for (int c = 0; c < 3; ++c)
+      table[i * 3 + static_cast<size_t>(c)] = static_cast<uint8_t>(Channel(chosen[i], c));
+  return table;
+}
+
 /// Finds nearest entries, remembering each colour's.
 class CNearest {
  public:
-  CNearest(const ColorTable& colors, size_t first, size_t end) : colors_(colors), first_(first), end_(end) {}
+  explicit CNearest(const ColorTable& colors) : colors_(colors) {
+    for (size_t i = 0; i < kEntries; ++i)
+      (IsDark(Entry(colors, i)) ? dark_ : light_).push_back(static_cast<uint8_t>(i));
+    // A table of one sort only serves both.
+    if (dark_.empty()) dark_ = light_;
+    if (light_.empty()) light_ = dark_;
+  }
 
   uint8_t Find(Packed color) {
     const auto [known, is_new] = found_.try_emplace(color, uint8_t{0});
-    if (is_new) known->second = Search(color);
+    if (is_new) known->second = Search(color, IsDark(color) ? dark_ : light_);
     return known->second;
   }
 
  private:
-  uint8_t Search(Packed color) const {
-    size_t best = first_;
-    int smallest = 3 * 255 * 255 + 1;
-    for (size_t i = first_; i < end_; ++i) {
-      int distance = 0;
+  uint8_t Search(Packed color, const std::vector<uint8_t>& entries) const {
+    const auto distance = [&](uint8_t entry) {
+      int sum = 0;
       for (int c = 0; c < 3; ++c) {
-        const int difference = Channel(color, c) - colors_[i * 3 + static_cast<size_t>(c)];
-        distance += difference * difference;
+        const int difference = Channel(color, c) - Channel(Entry(colors_, entry), c);
+        sum += difference * difference;
       }
-      if (distance < smallest) {
-        smallest = distance;
-        best = i;
-      }
-    }
-    return static_cast<uint8_t>(best);
+      return sum;
+    };
+    return *std::ranges::min_element(entries, {}, distance);
   }
 
   const ColorTable& colors_;
-  size_t first_;
-  size_t end_;
+  std::vector<uint8_t> dark_;
+  std::vector<uint8_t> light_;
   std::unordered_map<Packed, uint8_t> found_;
 };
 
 }  // namespace
 
-SIndexedTexture QuantizeTexture(const SImage& image, const std::optional<ColorTable>& colors) {
-  const size_t pixels = image.rgba.size() / 4;
-  SIndexedTexture result = {std::vector<uint8_t>(pixels), colors.value_or(ColorTable{})};
-  size_t first = 0;
-  size_t end = kEntries;
-  if (!colors) {
-    std::vector<SWeighted> counted = CountColors(image);
-    uint64_t opaque = 0;
-    for (const SWeighted& color : counted)
-      opaque += color.pixels;
-    // Entry 0 is set aside as soon as anything is transparent.
-    first = opaque < pixels ? 1 : 0;
-    end = first;
-    for (const Packed color : ChooseColors(counted, kEntries - first)) {
-      for (int c = 0; c < 3; ++c)
-        result.colors[end * 3 + static_cast<size_t>(c)] = static_cast<uint8_t>(Channel(color, c));
-      ++end;
-    }
-  }
-  CNearest nearest(result.colors, first, end);
-  for (size_t i = 0; i < pixels; ++i) {
-    if (IsOpaque(image, i)) result.indices[i] = nearest.Find(PixelAt(image, i));
-  }
+SIndexedTexture QuantizeTexture(const SImage& image, const std::optional<ColorTable>& colors, EDarkPixels dark_pixels) {
+  const std::vector<Packed> pixels = WantedColors(image, dark_pixels);
+  SIndexedTexture result = {std::vector<uint8_t>(pixels.size()), colors ? *colors : MakeTable(pixels)};
+  CNearest nearest(result.colors);
+  for (size_t i = 0; i < pixels.size(); ++i)
+    result.indices[i] = nearest.Find(pixels[i]);
   return result;
+}
+
+bool HasNearBlack(const ColorTable& colors) {
+  for (size_t i = 0; i < kEntries; ++i)
+    if (IsDark(Entry(colors, i))) return true;
+  return false;
 }
 
 }  // namespace veldra

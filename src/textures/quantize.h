@@ -14,9 +14,24 @@ struct SIndexedTexture {
   ColorTable colors;
 };
 
-/// Turns a picture into colour indices: with COLORS, each pixel takes the nearest entry (squared RGB distance, the
-/// lowest on ties); without, a table is made for it, exact for up to 256 colours, else by median cut. Pixels of alpha
-/// below 128 become index 0, which is then black, the game's transparent colour.
-SIndexedTexture QuantizeTexture(const SImage& image, const std::optional<ColorTable>& colors);
+/// Pixels of alpha below it are transparent.
+inline constexpr uint8_t kOpaqueFromAlpha = 128;
+
+/// What becomes of opaque pixels of a near-black colour, which the game would let through.
+enum class EDarkPixels {
+  kLift,  ///< they become (9, 9, 9), the darkest colour that it draws
+  kKeep   ///< they are meant so
+};
+
+/// Turns a picture into colour indices. Transparent pixels become near-black: their own colour where that is
+/// near-black, else black; then DARK_PIXELS says what becomes of opaque ones. With COLORS each pixel takes the nearest
+/// entry (squared RGB distance, the lowest on ties): one that is near-black among the near-black entries, any other
+/// among the others, as far as the table has such. Without, a table is made, near-black entries first: exact for up to
+/// 256 colours, else by median cut.
+SIndexedTexture QuantizeTexture(const SImage& image, const std::optional<ColorTable>& colors,
+                                EDarkPixels dark_pixels = EDarkPixels::kLift);
+
+/// Some entry of COLORS is near-black.
+bool HasNearBlack(const ColorTable& colors);
 
 }  // namespace veldra

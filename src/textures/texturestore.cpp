@@ -9,13 +9,11 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "textures/nearblack.h"
 
 namespace veldra {
 
 namespace {
-
-/// Colours all of whose parts are below it count as transparent black.
-constexpr uint8_t kOpaqueFrom = 9;
 
 // Texels are put together as numbers whose low byte comes first in memory: every machine that Veldra is built for.
 static_assert(std::endian::native == std::endian::little);
@@ -33,7 +31,7 @@ STexelTables MakeTables(const ColorTable& colors) {
     const uint32_t red = colors[i * 3];
     const uint32_t green = colors[i * 3 + 1];
     const uint32_t blue = colors[i * 3 + 2];
-    const uint32_t alpha = std::max({red, green, blue}) >= kOpaqueFrom ? 255 : 0;
+    const uint32_t alpha = IsNearBlack(red, green, blue) ? 0 : 255;
     tables.rgb[i] = red | green << 8 | blue << 16;
     tables.bgr[i] = blue | green << 8 | red << 16;
     tables.rgba[i] = tables.rgb[i] | alpha << 24;

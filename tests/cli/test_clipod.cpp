@@ -83,5 +83,57 @@ TEST_F(CCliPodTest, StockFilesAreThoseOfTheListBesideTheSettings) {
           {"pod stock-list $/out $/Veldra.stock", 1, "", "Error: "}});
 }
 
+TEST_F(CCliPodTest, ChangesLeaveTheOtherEntriesAsTheyAre) {
+  const std::string before = MakePod({{"ART\\Sky.raw\0PAL"s, "sky"}, {"DATA\\B.TXT", "text"}, {"ui\\C.BMP", "x"}});
+  folder.Write("n.txt", "new");
+  folder.Write("o.bmp", "other");
+  const std::string sky = "ART\\Sky.raw\0PAL"s;
+  const struct {
+    const char* line;
+    std::vector<STestEntry> after;
+  } cases[] = {
+      {"add $/p.pod $/n.txt", {{sky, "sky"}, {"DATA\\B.TXT", "text"}, {"ui\\C.BMP", "x"}, {"DATA\\N.TXT", "new"}}},
+      {"add $/p.pod $/n.txt --as z.bmp",
+       {{sky, "sky"}, {"DATA\\B.TXT", "text"}, {"ui\\C.BMP", "x"}, {"UI\\Z.BMP", "new"}}},
+      {"remove $/p.pod b.txt *.raw", {{"ui\\C.BMP", "x"}}},
+      {"rename $/p.pod b.txt d.bmp", {{sky, "sky"}, {"UI\\D.BMP", "text"}, {"ui\\C.BMP", "x"}}},
+      {"replace $/p.pod ui/*.bmp $/o.bmp", {{sky, "sky"}, {"DATA\\B.TXT", "text"}, {"ui\\C.BMP", "other"}}},
+  };
+  for (const auto& c : cases) {
+    folder.Write("p.pod", before);
+    Expect({{std::string("pod ") + c.line}});
+    EXPECT_EQ(ReadTestFile(folder.File("p.pod")), MakePod(c.after)) << c.line;
+  }
+  folder.Write("p.pod", before);
+  Expect({{"pod cat $/p.pod b.txt", 0, "text", ""},
+          {"pod extract $/p.pod - b.txt", 0, "text", ""},
+          {"pod cat $/p.pod *", 1, "", "means 3 entries"},
+          {"pod cat $/p.pod none", 1, "", "is not in the archive"},
+          {"pod add $/p.pod $/o.bmp --as c.bmp", 1, "", "has a \"UI\\C.BMP\" already"},
+          {"pod add $/p.pod $/n.txt --as verylongname.txt", 1, "", "cannot exceed 8 characters"},
+          {"pod add $/p.pod $/n.txt $/o.bmp --as x.txt", 2, "", "--as"},
+          {"pod remove $/p.pod b.txt none", 1, "", "is not in the archive"},
+          {"pod rename $/p.pod b.txt c.bmp", 1, "", "already"},
+          {"pod replace $/p.pod b.txt $/none", 1, "", "could not be opened"}});
+  EXPECT_EQ(ReadTestFile(folder.File("p.pod")), before);
+}
+
+TEST_F(CCliPodTest, TestTellsWhatIsWrong) {
+  folder.Write("good.pod", MakePod({{"ART\\A.RAW", "1"}, {"ART\\B.RAW", "2"}}));
+  Expect({{"pod test $/good.pod", 0, "", ""}, {"pod test $/good.pod --json", 0, "[]\n", ""}});
+  folder.Write("bad.pod", MakePod({{"ART\\A.RAW", "1234"},
+                                   {"art\\a.raw", "x"},
+                                   {"..\\B.RAW", "x"},
+                                   {"ART\\LONGERNAME.RAW", "x"},
+                                   {"ART\\C.RAW", "x", 9999},
+                                   {"ART\\D.RAW", "", 2, 84 + 40 * 6 + 1}}));
+  const auto findings = nlohmann::json::parse(Run("pod test $/bad.pod --json").out);
+  std::string text;
+  for (const auto& row : findings)
+    text += row["kind"].get<std::string>() + row["entries"].dump() + "\n";
+  EXPECT_EQ(text, "twice[0,1]\nunsafe-name[2]\nunusable-name[3]\nbeyond-end[4]\noverlap[0,5]\n");
+  EXPECT_EQ(Run("pod test $/bad.pod").status, 1);
+}
+
 }  // namespace
 }  // namespace veldra::testing

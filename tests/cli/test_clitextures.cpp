@@ -2,6 +2,7 @@
 
 #include "cli/clifixture.h"
 #include "platform/files.h"
+#include "platform/indexedpng.h"
 #include "platform/png.h"
 
 namespace veldra::testing {
@@ -89,6 +90,61 @@ TEST_F(CCliTexturesTest, WhatIsNoTextureIsRefused) {
   for (const auto& [line, message] : cases)
     Expect({{line, 1, "", message}});
   EXPECT_EQ(ListDirectory(folder.Path()).size(), files);
+}
+
+TEST_F(CCliTexturesTest, AnIndexedPngKeepsIndicesAndTable) {
+  folder.Write("road.raw", Indices());
+  folder.Write("road.act", Colors());
+  Expect({{"texture export $/road.raw $/road.png --indexed"}, {"texture import $/road.png $/copy.raw"}});
+  EXPECT_EQ(ReadTestFile(folder.File("copy.raw")), Indices());
+  EXPECT_EQ(ReadTestFile(folder.File("copy.ACT")), Colors());
+  const std::string png = ReadTestFile(folder.File("road.png"));
+  EXPECT_EQ(png.substr(24, 2), "\x08\x03") << "8 bits, a table";
+  EXPECT_EQ(png.substr(png.find("PLTE") + 4, 768), Colors());
+
+  SIndexedImage small{64, 64, std::vector<uint8_t>(64 * 64, 1)};
+  small.table = {9, 0, 0, 127, 200, 100, 50, 255, 3, 4, 5, 0, 2, 2, 2, 255};
+  ASSERT_TRUE(WriteIndexedPng(folder.File("small.png"), small));
+  Expect({{"texture import $/small.png $/small.raw"}});
+  EXPECT_EQ(ReadTestFile(folder.File("small.ACT")).substr(0, 12), std::string("\0\0\0\xC8\x64\x32\3\4\5\2\2\2", 12));
+}
+
+TEST_F(CCliTexturesTest, InfoResizeAndRepalette) {
+  folder.Write("road.raw", Indices());
+  folder.Write("road.act", Colors());
+  const auto info = [this](const std::string& name) {
+    return nlohmann::json::parse(Run("texture info $/" + name + " --json").out);
+  };
+  EXPECT_EQ(
+      info("road.raw"),
+      (nlohmann::json{{"name", "road.raw"}, {"width", 64}, {"palette", "own"}, {"colours", 256}, {"transparent", 16}}));
+  folder.Write("grey.raw", std::string(64 * 64, '\5'));
+  EXPECT_EQ(info("grey.raw")["palette"], "default");
+
+  Expect({{"texture resize $/road.raw $/large.raw --size 128 --nearest"},
+          {"texture resize $/large.raw $/back.raw --size 64 --nearest"},
+          {"texture resize $/road.raw $/smooth.raw --size 256"},
+          {"texture resize $/road.raw $/o.raw --size 100", 2, "", "--size"},
+          {"texture resize $/road.raw $/o.raw", 2, "", "--size"}});
+  EXPECT_EQ(ReadTestFile(folder.File("back.raw")), Indices());
+  EXPECT_EQ(ReadTestFile(folder.File("smooth.ACT")), Colors());
+  EXPECT_EQ(info("smooth.raw")["width"], 256);
+
+  std::string grey;
+  for (int i = 0; i < 768; ++i)
+    grey += static_cast<char>(i / 3);
+  folder.Write("grey.act", grey);
+  Expect({{"texture repalette $/road.raw $/new.raw --palette $/grey.act"}});
+  EXPECT_EQ(info("new.raw")["transparent"], 16);
+  EXPECT_EQ(ReadTestFile(folder.File("new.ACT")), grey);
+}
+
+TEST_F(CCliTexturesTest, ImportScalesWhatHasAnotherSize) {
+  WritePicture("oblong.png", 100, 40);
+  Expect({{"texture import $/oblong.png $/o.raw --size 128"},
+          {"texture import $/oblong.png $/p.raw --size 64 --nearest"}});
+  EXPECT_EQ(ReadTestFile(folder.File("o.raw")).size(), 128U * 128U);
+  EXPECT_EQ(ReadTestFile(folder.File("p.ACT")).substr(0, 3), "\xC8\xC8\xC8");
 }
 
 TEST_F(CCliTexturesTest, FailedImportLeavesBothFilesAsTheyWere) {

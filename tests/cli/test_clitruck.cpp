@@ -42,6 +42,42 @@ TEST_F(CCliTruckTest, ShowRewriteAndDeps) {
             "model AXLE.BIN\nmodel BODY.BIN\nmodel TIRE.BIN\ntexture BAR.RAW\npalette BAR.ACT\nsound IDLE.WAV\n");
 }
 
+TEST_F(CCliTruckTest, FromJsonIsTheWayBack) {
+  folder.Write("t.json", Run("truck show $/t.trk --json").out);
+  Expect({{"truck from-json $/t.json $/back.trk"}});
+  EXPECT_EQ(ReadTestFile(folder.File("back.trk")), ReadTestFile(folder.File("t.trk")));
+  EXPECT_EQ(Run("truck from-json $/t.json -").out, truck.FileText());
+  const std::pair<const char*, const char*> cases[] = {
+      {R"({"nmae": "x"})", "nmae is not known, did you mean \"name\"?"},
+      {R"({"lights": [{"type": 1}, {"kind": 2}]})", "lights[1].kind is not known"},
+      {R"({"lights": [{"type": 1.5}]})", "lights[0].type is not a whole number"},
+      {R"({"tires": {"frontLeft": [1, 2, "3"]}})", "tires.frontLeft[2] is not a number"},
+      {R"({"name": 3})", "name is not a text"},
+      {R"({"name": "a\nb"})", "name has a control character"},
+      {R"({"scrapePoints": []})", "scrapePoints is not a list of 12"},
+      {R"({"lightCount": 1, "lights": [{}, {}]})", "lightCount is 1, and there are 2 lights"},
+      {"[]", "The truck is not an object"},
+      {"{", "is not JSON"}};
+  for (const auto& [bad, text] : cases) {
+    folder.Write("bad.json", bad);
+    Expect({{"truck from-json $/bad.json $/bad.trk", 1, "", text}});
+  }
+  EXPECT_FALSE(FileExists(folder.File("bad.trk")));
+}
+
+TEST_F(CCliTruckTest, CheckLooksAtTheModelsToo) {
+  WriteModel("BODY.BIN", {.points = {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}});
+  const auto findings = nlohmann::json::parse(Run("truck check $/t.trk --json").out);
+  std::string text;
+  for (const auto& row : findings)
+    text += row["kind"].get<std::string>() + ": " + row["text"].get<std::string>() + "\n";
+  EXPECT_EQ(
+      text,
+      "missing-file: AXLE.BIN is not found\nno-area: face 0 has no area\nmissing-file: TIRE.BIN is not found\n"
+      "missing-file: BAR.RAW is not found\nmissing-file: BAR.ACT is not found\nmissing-file: IDLE.WAV is not found\n");
+  EXPECT_EQ(Run("truck check $/t.trk").status, 1);
+}
+
 TEST_F(CCliTruckTest, WhatFailsSaysSo) {
   for (const char* line : {"truck show $/none.trk", "truck show $/Veldra.cfg", "truck deps $/none.trk"})
     Expect({{line, 1, "", "Veldra - Error: Failed to load truck"}});

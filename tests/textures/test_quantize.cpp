@@ -63,7 +63,25 @@ TEST(QuantizeTexture, TakesTheNearestEntryOfAGivenTable) {
   });
   const SIndexedTexture texture = QuantizeTexture(image, colors);
   EXPECT_EQ(texture.colors, colors);
-  EXPECT_EQ(std::vector(texture.indices.begin(), texture.indices.begin() + 4), (std::vector<uint8_t>{10, 200, 0, 0}));
+  EXPECT_EQ(std::vector(texture.indices.begin(), texture.indices.begin() + 4), (std::vector<uint8_t>{10, 200, 9, 0}));
+}
+
+TEST(QuantizeTexture, WhatIsDrawnStaysDrawnAndWhatIsNotStaysNot) {
+  // Many colours about near-black, of which every third pixel is transparent.
+  const SImage image = MakeImage(64, [](int x, int y) {
+    return std::array{x % 20, y % 20, (x + y) % 11, x % 3 * 127};
+  });
+  for (const bool has_table : {false, true}) {
+    const SIndexedTexture texture = QuantizeTexture(image, has_table ? std::optional(GreyRamp()) : std::nullopt);
+    for (size_t i = 0; i < texture.indices.size(); ++i) {
+      const uint8_t* const color = texture.colors.data() + texture.indices[i] * size_t{3};
+      ASSERT_EQ(std::max({color[0], color[1], color[2]}) < 9, image.rgba[i * 4 + 3] < 128) << i;
+    }
+  }
+  const SImage dark = MakeImage(64, [](int x, int) { return std::array{5, 6, 7, x % 2 * 255}; });
+  const SIndexedTexture kept = QuantizeTexture(dark, std::nullopt, EDarkPixels::kKeep);
+  EXPECT_EQ(kept.indices[0], kept.indices[1]);
+  EXPECT_EQ(kept.colors[2], 7) << "its own colour";
 }
 
 TEST(QuantizeTexture, TheLowestOfEquallyNearEntriesWins) {

@@ -1,0 +1,57 @@
+#include <memory>
+
+#include "cli/command.h"
+#include "cli/findings.h"
+#include "cli/session.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+struct SCheckOptions {
+  std::vector<std::string> models;
+  bool json = false;
+};
+
+bool CheckFile(CSession& session, const std::string& model, CFindings& findings) {
+  SError error;
+  const auto file = ReadWholeFile(session.InputPath(model), &error);
+  if (!file) {
+    session.Fail(Format("\"%s\" could not be opened.", model.c_str()), error.what);
+    return false;
+  }
+  const auto width = [&session](const std::string& name) -> std::optional<int> {
+    const std::string path = FindAnyCase(JoinPath(session.Settings().art_dir, name));
+    const auto length = IsFile(path) ? FileLength(path) : std::nullopt;
+    return length ? std::optional<int>(TextureSizeOfLength(*length)) : std::nullopt;
+  };
+  return CheckModelBytes(session, model, file->View(), width, findings);
+}
+
+int Check(CSession& session, const SCheckOptions& options) {
+  CFindings findings;
+  bool all_read = true;
+  const auto progress = session.Questions().BeginWork("Checking models", false);
+  for (size_t i = 0; i < options.models.size(); ++i) {
+    progress->Step(i, options.models.size());
+    all_read = CheckFile(session, options.models[i], findings) && all_read;
+  }
+  const int status = findings.Print(session, options.json);
+  return all_read ? status : kFailed;
+}
+
+}  // namespace
+
+SCommandRow CheckCommand() {
+  const auto options = std::make_shared<SCheckOptions>();
+  return {.name = "check",
+          .help = "List what is wrong with models, or may become so in the game; status 1 if there is anything",
+          .options = {Required(Arguments("MODEL", "Model files", options->models)),
+                      Flag("--json", "As JSON", options->json)},
+          .run = [options](CSession& session) { return Check(session, *options); }};
+}
+
+}  // namespace veldra

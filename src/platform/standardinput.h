@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+
+namespace veldra {
+
+/// A path under which all that standard input holds can be read, any part of it and as often as wanted, for as long as
+/// the program runs; nothing is left behind afterwards. Read at the first call. "" with ERROR when that fails.
+std::string StandardInputFile(SError* error = nullptr);
+
+}  // namespace veldra

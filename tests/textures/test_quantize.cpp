@@ -66,16 +66,5 @@ TEST(QuantizeTexture, TakesTheNearestEntryOfAGivenTable) {
   EXPECT_EQ(std::vector(texture.indices.begin(), texture.indices.begin() + 4), (std::vector<uint8_t>{10, 200, 0, 0}));
 }
 
-TEST(QuantizeTexture, TheLowestOfEquallyNearEntriesWins) {
-  ColorTable colors = {};
-  colors[5 * 3] = 20;
-  colors[9 * 3] = 40;
-  colors[11 * 3] = 40;
-  const SImage image = MakeImage(64, [](int x, int) { return std::array{x % 2 == 0 ? 30 : 40, 0, 0, 255}; });
-  const SIndexedTexture texture = QuantizeTexture(image, colors);
-  EXPECT_EQ(texture.indices[0], 5);
-  EXPECT_EQ(texture.indices[1], 9);
-}
-
 }  // namespace
 }  // namespace veldra

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QMdiSubWindow>
+#include <cstddef>
 #include <map>
 
 #include "app/commands/commandtable.h"
@@ -106,8 +107,9 @@ SImage CDocumentWindows::Picture(const CTarnDoc& document) const {
     const QImage small = shown.scaled(kPictureSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)
                              .convertToFormat(QImage::Format_RGBA8888);
     SImage image = {.width = small.width(), .height = small.height(), .rgba = {}};
+    const std::ptrdiff_t row = std::ptrdiff_t{4} * small.width();
     for (int y = 0; y < small.height(); ++y)
-      image.rgba.insert(image.rgba.end(), small.constScanLine(y), small.constScanLine(y) + 4 * small.width());
+      image.rgba.insert(image.rgba.end(), small.constScanLine(y), small.constScanLine(y) + row);
     return image;
   }
   return {};

@@ -69,6 +69,7 @@ int RunWindow(CApplication& program, CTarn2App& app, CQtQuestions& dialogs, cons
     for (CTarnDoc* document : frame.Windows().Documents())
       app.LetGo(*document);
   program.SetOutOfMemory({});
+  dialogs.SetParent(nullptr);
   return exit_code;
 }
 

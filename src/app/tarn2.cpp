@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -20,7 +19,7 @@ constexpr int kRecoveryTickMs = 1000;
 int RecoverySpeed() {
   static const int speed = [] {
     const auto text = EnvironmentVariable("VELDRA_RECOVERY_SPEED");
-    return text ? std::clamp(std::atoi(text->c_str()), 1, 1000) : 1;
+    return text ? std::clamp(ParseInteger(*text).value_or(1), 1, 1000) : 1;
   }();
   return speed;
 }
@@ -46,6 +45,7 @@ int CTarn2App::RecoveryTickMs() const {
 std::vector<std::shared_ptr<CTarnDoc>> CTarn2App::OpenDocuments() {
   std::erase_if(documents_, [](const std::weak_ptr<CTarnDoc>& document) { return document.expired(); });
   std::vector<std::shared_ptr<CTarnDoc>> open;
+  open.reserve(documents_.size());
   for (const auto& document : documents_)
     open.push_back(document.lock());
   return open;

@@ -62,11 +62,11 @@ std::string TakePictureSize(std::string_view text, std::pair<int, int>& size) {
     return !side.empty() && side.find_first_not_of("0123456789") == std::string::npos;
   };
   if (sides.size() != 2 || !is_number(sides[0]) || !is_number(sides[1])) return "does not have the form WxH";
-  const auto width = ParseInteger(sides[0]);
-  const auto height = ParseInteger(sides[1]);
-  const auto fits = [](std::optional<int32_t> side) { return side && *side >= 1 && *side <= kLargestImageSide; };
+  const int32_t width = ParseInteger(sides[0]).value_or(0);
+  const int32_t height = ParseInteger(sides[1]).value_or(0);
+  const auto fits = [](int32_t side) { return side >= 1 && side <= kLargestImageSide; };
   if (!fits(width) || !fits(height)) return Format("has a side that is not from 1 to %d", kLargestImageSide);
-  size = {*width, *height};
+  size = {width, height};
   return "";
 }
 

@@ -55,6 +55,7 @@ void CVertexAction::PutBack() {
 
 void CVertexAction::TakeOut() {
   std::vector<int32_t> indices;
+  indices.reserve(vertices_.size());
   for (const CBinVertex* vertex : vertices_)
     indices.push_back(vertex->Index());
   CBinModel::Vertices taken = document_.Model().TakeVertices(indices);

@@ -56,10 +56,9 @@ std::string TextureFault(const CBinModel& model, int32_t texture) {
 }  // namespace
 
 SScope::EKind ScopeOfRotateTarget(int target) {
-  constexpr SScope::EKind kScopes[] = {SScope::EKind::kAll, SScope::EKind::kSelectedVertices,
-                                       SScope::EKind::kSelectedFaces};
   VELDRA_ASSERT(target >= 0 && target < 3);
-  return kScopes[target];
+  if (target == 1) return SScope::EKind::kSelectedVertices;
+  return target == 2 ? SScope::EKind::kSelectedFaces : SScope::EKind::kAll;
 }
 
 std::vector<int32_t> SelectionOf(const CBinModel& model, SScope::EKind kind) {

@@ -46,6 +46,7 @@ int CEditCursor::Corner() const {
 
 std::vector<int32_t> CEditCursor::Tagged() const {
   std::vector<int32_t> vertices;
+  vertices.reserve(tagged_.size());
   for (const SPlace& place : tagged_)
     vertices.push_back(place.index);
   return vertices;

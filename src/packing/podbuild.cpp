@@ -19,7 +19,9 @@ constexpr int kDeepestFolder = 32;
 void CollectFiles(const std::string& folder, const std::string& below, int depth, std::vector<SPodSource>& sources) {
   for (const std::string& name : ListDirectory(folder)) {
     const std::string path = JoinPath(folder, name);
-    const std::string place = below.empty() ? name : below + '\\' + name;
+    std::string place = below;
+    if (!below.empty()) place += '\\';
+    place += name;
     if (!IsDirectory(path)) {
       sources.push_back({.name = place, .bytes = {.path = path}});
     } else if (depth < kDeepestFolder) {
@@ -36,6 +38,7 @@ SPodSource FileSource(const std::string& path) {
 
 size_t CPodBuild::AddSources(const std::vector<SPodSource>& sources) {
   std::vector<SPodSource> all;
+  all.reserve(items_.size() + sources.size());
   for (const SItem& item : items_)
     all.push_back(item.source);
   all.insert(all.end(), sources.begin(), sources.end());

@@ -127,7 +127,7 @@ bool CPodPreview::ShowTexture(const CPodDocument& archive, const std::string& na
 bool CPodPreview::ShowColors(const CFileBytes& bytes) {
   const auto colors = bytes.View();
   if (colors.size() < std::tuple_size_v<ColorTable>) return false;
-  const QImage table(colors.data(), kPaletteSide, kPaletteSide, 3 * kPaletteSide, QImage::Format_RGB888);
+  const QImage table(colors.data(), kPaletteSide, kPaletteSide, qsizetype{3} * kPaletteSide, QImage::Format_RGB888);
   ShowPicture(table.copy());
   caption_->setText(tr("Color table, 256 colors"));
   return true;

@@ -55,11 +55,12 @@ template <typename TWanted>
 uint32_t Nearest(const std::vector<uint32_t>& numbers, int side, double reach, TWanted&& wanted) {
   uint32_t found = 0;
   double best = reach * reach;
+  const int middle = side / 2;
   for (int row = 0; row < side; ++row) {
     for (int column = 0; column < side; ++column) {
       const uint32_t number = numbers[static_cast<size_t>(row * side + column)];
-      const double across = column - side / 2;
-      const double up = row - side / 2;
+      const double across = column - middle;
+      const double up = row - middle;
       const double distance = across * across + up * up;
       if (number == 0 || !wanted(number) || distance > best || (found != 0 && distance == best)) continue;
       found = number;

@@ -126,6 +126,7 @@ void CPreferencesDialog::TakeSettings() {
 /// The colour dialog's own colours are no choice of this dialog: they are kept whatever becomes of it.
 void CPreferencesDialog::KeepCustomColors() {
   std::vector<QColor> colors;
+  colors.reserve(settings_.custom_colors.size());
   for (const SColor& color : settings_.custom_colors)
     colors.emplace_back(color.red, color.green, color.blue);
   const auto take = [this](const std::vector<QColor>& chosen) {

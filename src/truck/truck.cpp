@@ -21,6 +21,7 @@ std::vector<std::string> TireModels(const std::string& base) {
   const std::string upper = UpperCase(base);
   if (upper.size() > 4 && upper.ends_with(".BIN")) return {upper};
   std::vector<std::string> models;
+  models.reserve(std::size(kTireModelEnds));
   for (const char* end : kTireModelEnds)
     models.push_back(upper + end);
   return models;

@@ -27,7 +27,7 @@ CNumbersField::CNumbersField(CTruckDocument& document, const QString& name, QWid
   connect(&document, &CTruckDocument::Changed, this, &CNumbersField::Refresh);
 }
 
-void CNumbersField::Add(const QString& label, NumberPlace place, const QString& tip) {
+void CNumbersField::Add(const QString& label, const NumberPlace& place, const QString& tip) {
   SNumber number = {
       .edit = new QLineEdit, .rule = {.smallest = -kFarthest, .largest = kFarthest}, .get = {}, .set = {}};
   number.get = [this, place] {
@@ -40,7 +40,7 @@ void CNumbersField::Add(const QString& label, NumberPlace place, const QString& 
   AddNumber(label, std::move(number), tip);
 }
 
-void CNumbersField::AddInteger(const QString& label, IntegerPlace place, const QString& tip) {
+void CNumbersField::AddInteger(const QString& label, const IntegerPlace& place, const QString& tip) {
   SNumber number = {.edit = new QLineEdit, .rule = SNumberRule::Integer(), .get = {}, .set = {}};
   number.get = [this, place] {
     const int32_t* const at = document_.Look(place);

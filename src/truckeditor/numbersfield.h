@@ -24,8 +24,8 @@ class CNumbersField : public QWidget {
  public:
   /// NAME: object name; the lines are called NAME0, NAME1, ...
   CNumbersField(CTruckDocument& document, const QString& name, QWidget* parent = nullptr);
-  void Add(const QString& label, NumberPlace place, const QString& tip = {});
-  void AddInteger(const QString& label, IntegerPlace place, const QString& tip = {});
+  void Add(const QString& label, const NumberPlace& place, const QString& tip = {});
+  void AddInteger(const QString& label, const IntegerPlace& place, const QString& tip = {});
   /// To call when the places lead elsewhere.
   void Refresh();
   /// Behind the numbers.

@@ -8,7 +8,7 @@
 namespace veldra {
 
 std::string TireBaseOfFile(const std::string& file_name) {
-  const std::string upper = UpperCase(file_name);
+  std::string upper = UpperCase(file_name);
   for (const std::string end : kTireModelEnds)
     if (upper.size() > end.size() && upper.ends_with(end)) return upper.substr(0, upper.size() - end.size());
   return upper;

@@ -128,6 +128,7 @@ void CTruckScene::MoveParts(const CTruck& truck, double units_per_foot) {
     std::vector<int32_t> indices(part.at_rest.size());
     std::iota(indices.begin(), indices.end(), part.first_vertex);
     std::vector<SPoint> positions;
+    positions.reserve(part.at_rest.size());
     for (const SPoint& at_rest : part.at_rest)
       positions.push_back(Sum(at_rest, moved));
     model_->SetVertexPositions(indices, positions);

@@ -17,6 +17,7 @@ STextureImage CheckImage() {
   std::fill_n(colors.begin(), 3, uint8_t{96});
   std::fill_n(colors.begin() + 3, 3, uint8_t{144});
   std::vector<uint8_t> indices;
+  indices.reserve(size_t{kSide} * kSide);
   for (int i = 0; i < kSide * kSide; ++i)
     indices.push_back(static_cast<uint8_t>((i % kSide / 16 + i / kSide / 16) % 2));
   STextureImage image;

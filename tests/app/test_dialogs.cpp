@@ -115,26 +115,15 @@ TEST(QtQuestions, UnusedVerticesDialog) {
   using EChoice = SUnusedVerticesAnswer::EChoice;
   CQtQuestions questions;
   CDialogDriver driver;
-  const struct {
-    QString button;
-    EChoice answer;
-    bool again;
-  } cases[] = {{"Delete unused vertices and save", EChoice::kDelete, false},
-               {"Save Anyway", EChoice::kSaveAnyway, true},
-               {"Cancel save", EChoice::kCancel, false},
-               {"", EChoice::kCancel, false}};
-  for (const auto& row : cases) {
-    driver.On("unusedVertices", [&](QWidget& dialog) {
-      if (row.again) QTest::mouseClick(Child<QCheckBox>(dialog, "dontShowAgain"), Qt::LeftButton, {}, QPoint(8, 8));
-      if (row.button.isEmpty())
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-      else
-        ClickButton(dialog, row.button);
-    });
-    const SUnusedVerticesAnswer answer = questions.AskUnusedVertices();
-    EXPECT_EQ(answer.choice, row.answer);
-    EXPECT_EQ(answer.dont_show_again, row.again);
-  }
+  driver.On("unusedVertices", [](QWidget& dialog) {
+    QTest::mouseClick(Child<QCheckBox>(dialog, "dontShowAgain"), Qt::LeftButton, {}, QPoint(8, 8));
+    ClickButton(dialog, "Save Anyway");
+  });
+  driver.On("unusedVertices", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  const SUnusedVerticesAnswer answer = questions.AskUnusedVertices();
+  EXPECT_EQ(answer.choice, EChoice::kSaveAnyway);
+  EXPECT_TRUE(answer.dont_show_again);
+  EXPECT_EQ(questions.AskUnusedVertices().choice, EChoice::kCancel);
 }
 
 TEST(QtQuestions, TextureQuestionIsAMessageAndThenAFileDialog) {
@@ -159,24 +148,6 @@ TEST(QtQuestions, TextureQuestionIsAMessageAndThenAFileDialog) {
   EXPECT_EQ(picked.path, folder.File("other.raw"));
   driver.Click("messageBox", "OK").On("openFile", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
   EXPECT_EQ(questions.AskTexture({.text = "Texture not found."}, prompt).choice, STextureAnswer::EChoice::kGiveUp);
-}
-
-TEST(QtQuestions, ScaleFactorIsCheckedWhileTyping) {
-  CQtQuestions questions;
-  CDialogDriver driver;
-  driver.On("scaleFactor", [](QWidget& dialog) {
-    auto* factor = Child<QLineEdit>(dialog, "factor");
-    EXPECT_EQ(factor->text(), "1.25");
-    TypeInto(dialog, "factor", "2x");
-    QTest::keyClick(factor, Qt::Key_Return);
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_FALSE(Child<QLabel>(dialog, "fault")->text().isEmpty());
-    TypeInto(dialog, "factor", "2.5");
-    QTest::keyClick(factor, Qt::Key_Return);
-  });
-  driver.On("scaleFactor", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  EXPECT_EQ(questions.AskScaleFactor(1.25), 2.5);
-  EXPECT_EQ(questions.AskScaleFactor(1.25), std::nullopt);
 }
 
 TEST(QtQuestions, LongWorkShowsItsProgressAndCanBeCancelled) {

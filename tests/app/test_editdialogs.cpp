@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QComboBox>
-#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QtTest>
@@ -9,6 +9,7 @@
 #include "app/editorfixture.h"
 #include "editing/texturemapwidget.h"
 #include "support/dialogdriver.h"
+#include "support/modelparts.h"
 
 namespace veldra::testing {
 
@@ -37,12 +38,7 @@ class EditDialogs : public CEditorTest {
   }
   CEditCursor& Cursor() { return view->Cursor(); }
   void Select(EGroupKind kind, const std::vector<int32_t>& items) { model->Select(kind, items, true); }
-  std::vector<int32_t> Corners(int32_t face) const {
-    std::vector<int32_t> corners;
-    for (const CBinVertex* vertex : model->Face(face).Corners())
-      corners.push_back(vertex->Index());
-    return corners;
-  }
+  std::vector<int32_t> Corners(int32_t face) const { return CornersOf(model->Face(face)); }
   /// Runs COMMAND, lets ACTION act on its dialog, and accepts it.
   void Fill(ECommand command, const char* dialog, const std::function<void(QWidget&)>& action) {
     driver.On(dialog, [&](QWidget& window) {
@@ -68,46 +64,12 @@ TEST_F(EditDialogs, CommandsWithoutDialogsChangeTheModel) {
     Do(command);
     EXPECT_EQ(model->Face(0).TexCoord(0), coord);
   }
-  for (const int32_t vertex : {0, 3, 5}) {
-    Cursor().SetVertex(vertex);
-    Do(ECommand::kFaceTag);
-  }
-  Do(ECommand::kFaceMakeTagged);
-  EXPECT_THAT(Corners(6), ElementsAre(0, 3, 5));
-  Do(ECommand::kFaceTag);
-  Do(ECommand::kFaceClearTags);
-  EXPECT_TRUE(Cursor().Tagged().empty());
-  Select(kFaces, {0, 6});
-  Do(ECommand::kFaceDeleteSelected);
-  EXPECT_EQ(model->FaceCount(), 5);
+  Cursor().SetVertex(5);
   for (const ECommand refused : {ECommand::kVertexDelete, ECommand::kVertexDeleteSelected}) {
     Select(kVertices, {0, 5});
     Do(refused);
     EXPECT_EQ(questions.TakeMessageTexts().size(), 1u);
   }
-}
-
-TEST_F(EditDialogs, JumpsToFacesAndVertices) {
-  Open();
-  Fill(ECommand::kModelJump, "jumpTo", [](QWidget& dialog) {
-    Check(dialog, "vertex");
-    TypeInto(dialog, "number", "8");
-    EXPECT_FALSE(CanAccept(dialog)) << "there is no vertex 8";
-    TypeInto(dialog, "number", "7");
-  });
-  EXPECT_EQ(Cursor().Vertex(), 7);
-}
-
-TEST_F(EditDialogs, SelectsByFacing) {
-  Open();
-  view->Turn({.screen_x = 90 - view->State().rotation.x});
-  Fill(ECommand::kFaceFacing, "selectByFacing", [](QWidget& dialog) {
-    Check(dialog, "minusY");
-    TypeInto(dialog, "degrees", "10");
-    EXPECT_EQ(Child<QLabel>(dialog, "count")->text(), "1 of 6 faces");
-    Check(dialog, "viewer");
-  });
-  EXPECT_EQ(model->SelectedCount(kFaces), 1) << "seen from above, the other end";
 }
 
 TEST_F(EditDialogs, EditsTheCurrentFace) {
@@ -136,40 +98,6 @@ TEST_F(EditDialogs, EditsTheCurrentFace) {
   EXPECT_THAT(Corners(0), ElementsAre(0, 5, 3));
   EXPECT_EQ(model->Face(0).Type(), kFaceShiny);
   EXPECT_EQ(model->Face(0).TexCoord(0).u, 0.25);
-}
-
-TEST_F(EditDialogs, GroupsFaceTypeAndMagic) {
-  Open();
-  Select(kFaces, {1, 2});
-  Fill(ECommand::kFaceGroupType, "groupFaces", [](QWidget& dialog) {
-    Check(dialog, "changeType");
-    auto* types = Child<QComboBox>(dialog, "types");
-    types->setCurrentIndex(types->findText("0x11 Transparent Color #0 (MTM)"));
-    Check(dialog, "value");
-    TypeInto(dialog, "number", "77");
-  });
-  for (int32_t face = 0; face < 3; ++face)
-    EXPECT_EQ(model->Face(face).Type(), face > 0 ? kFaceTransparentMtm : kFaceTextured);
-  EXPECT_EQ(model->Face(2).StoredMagic(), 77);
-}
-
-TEST_F(EditDialogs, PlacesVertices) {
-  Open();
-  Cursor().SetVertex(3);
-  Fill(ECommand::kVertexCoordinates, "vertexCoordinates", [](QWidget& dialog) {
-    TypeInto(dialog, "x", "2147483648");
-    EXPECT_FALSE(CanAccept(dialog));
-    TypeInto(dialog, "x", "-7");
-    TypeInto(dialog, "z", "12");
-  });
-  EXPECT_EQ(model->Vertex(3).Position(), (SPoint{-7, 600, 12}));
-  Select(kVertices, {0, 1});
-  Fill(ECommand::kVertexPlane, "setToPlane", [](QWidget& dialog) {
-    Check(dialog, "z");
-    Check(dialog, "current");
-    EXPECT_EQ(Child<QLabel>(dialog, "result")->text(), "2 vertices: Z becomes 12");
-  });
-  EXPECT_EQ(model->Vertex(1).Position().z, 12);
 }
 
 TEST_F(EditDialogs, MapsTheTextureByDraggingAndByNumbers) {
@@ -237,29 +165,6 @@ TEST_F(EditDialogs, DefinesAnAnimationThatRunsInThePreview) {
   ASSERT_NE(animation, nullptr);
   EXPECT_EQ(animation->Frames()[0].name, "WOOD.RAW");
   EXPECT_EQ(animation->Rate(), 20);
-}
-
-TEST_F(EditDialogs, GroupsAreMadeAndRenamed) {
-  Open();
-  const auto name = [this](const QString& text) {
-    driver.On("groupName", [text](QWidget& dialog) {
-      static_cast<QInputDialog&>(dialog).setTextValue(text);
-      ClickButton(dialog, "OK");
-    });
-  };
-  Select(kFaces, {1, 3});
-  driver.On("faceGroups", [](QWidget& dialog) {
-    dialog.setGeometry(60, 70, 500, 350);
-    ClickButton(dialog, "New from Selection...");
-    ClickButton(dialog, "Rename...");
-    ClickButton(dialog, "Close");
-  });
-  name("roof");
-  name("hood");
-  Do(ECommand::kFaceGroups);
-  ASSERT_NE(model->FindGroup(kFaces, "hood"), nullptr);
-  EXPECT_THAT(model->FindGroup(kFaces, "hood")->Members(), ElementsAre(1, 3));
-  EXPECT_EQ(app->Settings().face_group_dialog, (SRect{60, 70, 560, 420}));
 }
 
 }  // namespace veldra::testing

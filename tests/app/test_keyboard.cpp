@@ -1,12 +1,10 @@
 #include <QDialog>
-#include <QHeaderView>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QTreeWidget>
 #include <QtTest>
 #include <map>
 
-#include "app/commands/viewkeys.h"
 #include "app/editorfixture.h"
 #include "platform/text.h"
 #include "support/dialogdriver.h"
@@ -43,35 +41,7 @@ SKey ParseKey(QString text) {
   return {is_back_tab ? Qt::Key_Backtab : key.key(), key.keyboardModifiers()};
 }
 
-std::vector<const SCommandRow*> RowsOfKey(const QString& text) {
-  const SKey key = ParseKey(text);
-  const QKeyEvent event(QEvent::KeyPress, key.key, key.modifiers);
-  std::vector<const SCommandRow*> rows;
-  for (const SCommandRow& row : CommandRows()) {
-    const bool is_shortcut = *row.key != '\0' && QKeySequence(row.key) == QKeySequence(text);
-    if (is_shortcut || (*row.view_key != '\0' && CViewKey(row.view_key).Matches(event))) rows.push_back(&row);
-  }
-  return rows;
-}
-
 }  // namespace
-
-TEST(KeyboardTable, EveryKeyOfTheListIsThatOfOneCommandThatDoesIt) {
-  // Where the menus' status text is not the list's description.
-  const std::map<int, std::string> named = {{0, "new"},   {1, "open"},    {2, "save"},
-                                            {38, "play"}, {43, "zoomIn"}, {44, "zoomOut"}};
-  for (int row = 0; row < kKeyboardRows; ++row) {
-    for (const QString& key : KeysOf(row)) {
-      const auto commands = RowsOfKey(key);
-      ASSERT_EQ(commands.size(), 1u) << row << ' ' << key.toStdString();
-      if (named.contains(row)) {
-        EXPECT_EQ(commands[0]->name, named.at(row));
-      } else {
-        EXPECT_EQ(StatusText(*commands[0]), kKeyboardDescriptions[static_cast<size_t>(row)]);
-      }
-    }
-  }
-}
 
 class Keyboard : public CEditorTest {
  protected:
@@ -209,31 +179,7 @@ TEST_F(Keyboard, EveryRowHasItsEffectInTheView) {
   }
 }
 
-TEST_F(Keyboard, NewAndOpenMakeWindows) {
-  Open();
-  questions.OnOpenFiles("Open", SOpenFiles{{WriteModel("other.bin")}});
-  Press("Ctrl+O");
-  ASSERT_EQ(frame->Children().size(), 2);
-  view = frame->ActiveView();
-  WaitUntilDrawn(*view);
-  Press("Ctrl+N");
-  EXPECT_EQ(frame->Children().size(), 3);
-}
-
-TEST_F(Keyboard, KeysDoNothingInAReadOnlyDocument) {
-  Open();
-  Prepare();
-  document->SetModified(false);
-  document->SetReadOnly(true);
-  Settle();
-  for (const char* key : {"Ctrl+Del", "Del", "Alt+Del", "X", "Alt+Shift+Y", "T", "Ctrl+T", "Ctrl+J", "Ins", "Return"})
-    Press(key);
-  EXPECT_FALSE(document->IsModified());
-  EXPECT_EQ(model->FaceCount(), 6);
-}
-
 TEST_F(Keyboard, TheDialogListsAllRowsAndPrintsTheSheet) {
-  settings.keyboard_command_width = 171;
   Start();
   const std::string path = folder.File("sheet.pdf");
   questions.OnSaveFile("Keyboard Sheet", SSavePath{path});
@@ -244,10 +190,6 @@ TEST_F(Keyboard, TheDialogListsAllRowsAndPrintsTheSheet) {
     for (int column = 0; column < 4; ++column)
       texts.append(list->topLevelItem(13)->text(column));
     EXPECT_EQ(texts.join('|'), "Face|Delete current|Ctrl+Del|Deletes the current face");
-    EXPECT_EQ(list->columnWidth(1), 171);
-    list->header()->resizeSection(0, 133);
-    dialog.setGeometry(40, 50, 700, 500);
-
     Child<QTabWidget>(dialog, "pages")->setCurrentIndex(1);
     const QString text = Child<QTextBrowser>(dialog, "sheet")->toPlainText();
     for (const char* key : kKeyboardKeys)
@@ -260,9 +202,6 @@ TEST_F(Keyboard, TheDialogListsAllRowsAndPrintsTheSheet) {
     static_cast<QDialog&>(dialog).reject();
   });
   Do(ECommand::kHelpKeyboard);
-  const CSettings& kept = app->Settings();
-  EXPECT_EQ(kept.keyboard_category_width, 133);
-  EXPECT_EQ(kept.keyboard_dialog, (SRect{40, 50, 740, 550}));
   const std::string pdf = ReadTestFile(path);
   EXPECT_TRUE(pdf.starts_with("%PDF"));
   EXPECT_NE(pdf.find("/Count 1\n"), std::string::npos) << "one page";

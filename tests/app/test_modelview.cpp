@@ -22,26 +22,6 @@ bool Same(const SRotation& a, const SRotation& b) {
 
 }  // namespace
 
-TEST_F(CEditorTest, RenderModesAndOptionsChangeWhatIsDrawn) {
-  CTarnView& view = StartWith(WriteModel("a.bin"));
-  std::vector<QImage> pictures;
-  const auto expect_new_picture = [&](ECommand command) {
-    Do(command);
-    const QImage now = Picture(view);
-    for (const QImage& earlier : pictures)
-      EXPECT_NE(now, earlier) << CommandRow(command).name;
-    pictures.push_back(now);
-  };
-  const int textured = Inked(view);
-  EXPECT_GT(textured, view.width() * view.height() / 40);
-  pictures.push_back(Picture(view));
-  expect_new_picture(ECommand::kViewSolid);
-  expect_new_picture(ECommand::kViewWireframe);
-  EXPECT_LT(Inked(view), textured / 2);
-  for (const ECommand command : {ECommand::kViewAxes, ECommand::kViewVertices, ECommand::kViewSphericalMarkers})
-    expect_new_picture(command);
-}
-
 TEST_F(CEditorTest, AnOptionFlipsAloneAndChoosingTheModeAgainKeepsIt) {
   CTarnView& view = StartWith(WriteModel("a.bin"));
   const std::pair<ECommand, bool SViewState::*> options[] = {
@@ -77,33 +57,17 @@ TEST_F(CEditorTest, KeysTurnByTheStep) {
     SRotation turned;
   } turns[] = {{Qt::Key_Up, {-12, 0, 0}},   {Qt::Key_Down, {12, 0, 0}},   {Qt::Key_Left, {0, -12, 0}},
                {Qt::Key_Right, {0, 12, 0}}, {Qt::Key_PageUp, {0, 0, 12}}, {Qt::Key_PageDown, {0, 0, -12}}};
-  const QImage straight = Picture(view);
   for (const auto& row : turns) {
     QTest::keyClick(&view, row.key);
     EXPECT_NEAR(view.State().rotation.x, row.turned.x, 1e-9) << row.key;
     EXPECT_NEAR(view.State().rotation.y, row.turned.y, 1e-9) << row.key;
     EXPECT_NEAR(view.State().rotation.z, row.turned.z, 1e-9) << row.key;
-    EXPECT_NE(Picture(view), straight) << row.key;
     QTest::keyClick(&view, Qt::Key_5, Qt::KeypadModifier);
     EXPECT_TRUE(Same(view.State().rotation, {}));
   }
   QTest::keyClick(&view, Qt::Key_Left);
   QTest::keyClick(&view, Qt::Key_5);  // not on the number pad
   EXPECT_FALSE(Same(view.State().rotation, {}));
-}
-
-TEST_F(CEditorTest, PlayHasOneTimerAndTurnsTheModel) {
-  CTarnView& view = StartWith(WriteModel("a.bin"));
-  const auto timers = [&] { return QAbstractEventDispatcher::instance()->registeredTimers(&view); };
-  QTest::keyClick(&view, Qt::Key_P);
-  ASSERT_EQ(timers().size(), 1);
-  EXPECT_EQ(timers()[0].interval, 5);
-  Settle();
-  EXPECT_TRUE(frame->Action(ECommand::kViewPlay)->isChecked());
-  const SRotation before = view.State().rotation;
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !Same(view.State().rotation, before); }));
-  Do(ECommand::kViewPlay);
-  EXPECT_EQ(timers().size(), 0);
 }
 
 TEST_F(CEditorTest, TheWheelZoomsToThePointer) {
@@ -124,36 +88,6 @@ TEST_F(CEditorTest, TheWheelZoomsToThePointer) {
   EXPECT_NEAR(view.State().pan_x, fitted.pan_x, 1e-9);
   Wheel(view, pointer, -500);
   EXPECT_GE(view.State().zoom, view.State().zoom_step);
-}
-
-TEST_F(CEditorTest, TheModelIsBuiltAgainOnlyWhenItChanged) {
-  CTarnView& view = StartWith(WriteModel("a.bin", {.shift_x = 300}));
-  const int built = view.Renderer().BuildCount();
-  Do(ECommand::kViewAxes);
-  Do(ECommand::kViewAxes);
-  QTest::keyClick(&view, Qt::Key_Left);
-  Picture(view);
-  EXPECT_EQ(view.Renderer().BuildCount(), built);
-  Do(ECommand::kModelCenterX);
-  Picture(view);
-  EXPECT_GT(view.Renderer().BuildCount(), built);
-}
-
-TEST_F(CEditorTest, TwoViewsOfOneDocumentFollowItAndHaveTheirOwnState) {
-  CTarnView& first = StartWith(WriteModel("a.bin"));
-  CTarnView& second = frame->Windows().AddView(first.SharedDocument(), false).View();
-  WaitUntilDrawn(second);
-  Do(ECommand::kViewWireframe);
-  EXPECT_EQ(second.State().mode, ERenderMode::kWireframe);
-  EXPECT_EQ(first.State().mode, ERenderMode::kTextured);
-  Do(ECommand::kWindowTile);
-  const QImage before = Picture(first);
-  first.Document().Model().SetVertexPosition(0, {-300, -200, -100});
-  Settle();
-  EXPECT_NE(Picture(first), before);
-  // No question: the document stays open in its other window.
-  Do(ECommand::kFileClose);
-  EXPECT_EQ(frame->Children().size(), 1);
 }
 
 }  // namespace veldra::testing

@@ -61,16 +61,6 @@ TEST(StartUp, PaletteIsAskedForUntilOneLoads) {
   }
 }
 
-TEST(StartUp, SettingsAreWrittenBackToTheFileTheyCameFrom) {
-  const CTempFolder folder;
-  folder.Write("Veldra.cfg", "DEFPAL " + folder.Write("p.act", TestPalette()) + "\n");
-  CScriptedQuestions questions;
-  CTarn2App app(StartUp(folder.Path(), questions).value(), questions);
-  app.Settings().render_mode = 1;
-  EXPECT_TRUE(app.SaveSettings());
-  EXPECT_NE(testing::ReadTestFile(folder.File("Veldra.cfg")).find("RENDERMODE 1\n"), std::string::npos);
-}
-
 TEST(RecentFiles, KeepTheLatestFirstAndEachOnce) {
   CRecentFiles files;
   int changes = 0;

@@ -59,14 +59,4 @@ TEST_F(CEditorTest, TrucksAndArchivesOpenInWindowsOfTheirOwn) {
   EXPECT_TRUE(frame->close());
 }
 
-TEST_F(CEditorTest, TheStockFileListIsBuiltFromAGame) {
-  Start();
-  const std::string wave = folder.Write("game/OWNHORN.WAV", "x");
-  ASSERT_TRUE(CreatePod(questions, folder.File("game/SOUND.POD"), {{.name = "OWNHORN.WAV", .bytes = {.path = wave}}}));
-  questions.OnFolder("Folder of the installed game", folder.File("game"));
-  Do(ECommand::kToolsStockList);
-  EXPECT_TRUE(FileExists(folder.File("Veldra.stock")));
-  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"The stock-file list has been built."});
-}
-
 }  // namespace veldra::testing

@@ -127,7 +127,7 @@ TEST_F(CEditorTest, AFileChangedByAnotherProgramIsOfferedOnceForEachChange) {
   frame->ActiveDocument()->SetModified(true);
   questions.OnYesNo("lose the changes", EAnswer::kNo);
   WriteModel("m.bin", {.shift_x = 300});
-  QTest::qWait(1000);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return questions.IsDone(); }, kLookMs));
   EXPECT_EQ(frame->ActiveDocument()->Model().Bound(0), -900);
   questions.OnYesNo("lose the changes", EAnswer::kYes);
   Do(ECommand::kFileReload);

@@ -33,8 +33,15 @@ TEST_F(CEditorTest, TwoWindowsOfADocumentAreNumberedAndCloseOneByOne) {
   Do(ECommand::kWindowNew);
   EXPECT_EQ(Names(*frame).join(" "), "a.bin:1 b.bin a.bin:2");
   EXPECT_EQ(frame->Windows().Documents().size(), 2);
-  Do(ECommand::kModelCenterAll);
-  frame->ActiveDocument()->SetModified(true);
+  CTarnView& first = frame->Children()[0]->View();
+  CTarnView& second = *frame->ActiveView();
+  WaitUntilDrawn(second);
+  Do(ECommand::kViewWireframe);
+  EXPECT_EQ(second.State().mode, ERenderMode::kWireframe);
+  EXPECT_EQ(first.State().mode, ERenderMode::kTextured);
+  const QImage before = Picture(first);
+  first.Document().Model().SetVertexPosition(0, {-300, -200, -100});
+  EXPECT_NE(Picture(first), before);
   for (const CChildFrame* child : frame->Children())
     EXPECT_EQ(child->isWindowModified(), child->Name() != "b.bin");
 

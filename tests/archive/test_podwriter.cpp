@@ -140,36 +140,5 @@ TEST_F(CPodWriterTest, AnArchiveCanBeMadeFromItself) {
   EXPECT_EQ(pod.ReadEntry(1)->Text(), "third");
 }
 
-TEST_F(CPodWriterTest, RandomArchivesComeBackByteForByte) {
-  std::mt19937 random(5);
-  const auto number = [&](size_t below) { return std::uniform_int_distribution<size_t>(0, below - 1)(random); };
-  const char* const extensions[] = {"raw", "ACT", "Bin", "trk", "wav", "jpg", "480"};
-  for (int round = 0; round < 200; ++round) {
-    const CTempFolder out;
-    std::map<std::string, std::string> files;
-    sources.clear();
-    for (size_t i = number(12); i > 0; --i) {
-      const std::string name = Format("F%zu.%s", number(100000), extensions[number(std::size(extensions))]);
-      std::string content(number(3) == 0 ? number(70000) : number(200), '\0');
-      for (char& c : content)
-        c = static_cast<char>(random());
-      if (files.emplace(UpperCase(name), content).second) Add(name, content);
-    }
-    ASSERT_TRUE(Create());
-    CPodDocument pod;
-    CMTMPODFile reader(questions);
-    ASSERT_TRUE(pod.Load(path) && reader.ReadDirectory(path));
-    SExtractRequest request{.destination = out.Path()};
-    for (size_t i = 0; i < pod.Entries().size(); ++i) {
-      request.entries.push_back(i);
-      EXPECT_EQ(pod.Entries()[i].length, reader.ComputedSize(reader.Entries()[i])) << "both readers agree";
-    }
-    EXPECT_EQ(ExtractPod(questions, pod, request).extracted, files.size());
-    ASSERT_EQ(ListDirectory(out.Path()).size(), files.size());
-    for (const auto& [name, content] : files)
-      EXPECT_EQ(ReadTestFile(out.File(name)), content);
-  }
-}
-
 }  // namespace
 }  // namespace veldra::testing

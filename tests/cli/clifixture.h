@@ -11,6 +11,7 @@
 #include "cli/values.h"
 #include "model/binfile.h"
 #include "platform/paths.h"
+#include "support/modelparts.h"
 #include "support/scriptedquestions.h"
 #include "support/testfiles.h"
 #include "textures/texturestore.h"
@@ -83,16 +84,8 @@ class CCliTest : public ::testing::Test {
       entry = &model.AddTexture(std::make_unique<CBinTexture>(model, texture, image));
       folder.Write(texture, std::string(static_cast<size_t>(width * width), '\1'));
     }
-    for (const auto& indices : faces) {
-      std::vector<CBinVertex*> corners;
-      for (const int32_t index : indices)
-        corners.push_back(&model.Vertex(index));
-      auto face = std::make_unique<CBinFace>(model);
-      face->SetCorners(corners);
-      face->SetTexture(entry);
-      face->SetType(type);
-      model.AddFace(std::move(face));
-    }
+    for (const auto& corners : faces)
+      MakeFace(model, corners, entry, type);
     EXPECT_TRUE(SaveBinFile(model, {.scale_word = scale_word}, folder.File(name), nullptr));
   }
 

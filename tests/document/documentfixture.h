@@ -5,8 +5,8 @@
 #include <string>
 
 #include "document/tarn2doc.h"
-#include "model/binmodel.h"
 #include "settings/settings.h"
+#include "support/modelparts.h"
 #include "support/scriptedquestions.h"
 #include "support/testfiles.h"
 #include "textures/texturestore.h"
@@ -34,13 +34,10 @@ class CDocumentTest : public ::testing::Test {
   /// A triangle whose Y runs from LOW to HIGH.
   static CBinFace& AddTriangle(CBinModel& model, int32_t low, int32_t high, CBinTexture* texture,
                                uint32_t type = kFaceTextured) {
-    CBinVertex* const corners[] = {&model.AddVertex({0, low, 0}), &model.AddVertex({10, low, 0}),
-                                   &model.AddVertex({10, high, 0})};
-    auto face = std::make_unique<CBinFace>(model);
-    face->SetCorners(corners);
-    face->SetTexture(texture);
-    face->SetType(type);
-    return model.AddFace(std::move(face));
+    const int32_t first = model.VertexCount();
+    for (const SPoint& corner : {SPoint{0, low, 0}, SPoint{10, low, 0}, SPoint{10, high, 0}})
+      model.AddVertex(corner);
+    return MakeFace(model, {first, first + 1, first + 2}, texture, type);
   }
 
   /// What no check complains about: one centred triangle with a texture of 64 texels.

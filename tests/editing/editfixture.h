@@ -25,30 +25,14 @@ class CEditTest : public CDocumentTest {
              {0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}, {10, 0, -10}, {5, 0, 9}, {-7, 3, 1}})
       model.AddVertex(p);
     texture = &AddTexture(model, "T.RAW", 64);
-    Face({0, 1, 2, 3}, texture, kFaceTextured);
-    Face({1, 4, 2}, texture, kFaceShiny);
-    Face({0, 1, 5}, nullptr, kFaceUntextured);
+    MakeFace(model, {0, 1, 2, 3}, texture, kFaceTextured);
+    MakeFace(model, {1, 4, 2}, texture, kFaceShiny);
+    MakeFace(model, {0, 1, 5});
     document.SetModified(false);
   }
 
-  void Face(const std::vector<int32_t>& corners, CBinTexture* entry, uint32_t type) {
-    std::vector<CBinVertex*> vertices;
-    for (const int32_t index : corners)
-      vertices.push_back(&model.Vertex(index));
-    auto face = std::make_unique<CBinFace>(model);
-    face->SetCorners(vertices);
-    face->SetTexture(entry);
-    face->SetType(type);
-    model.AddFace(std::move(face));
-  }
-
   void Select(EGroupKind kind, const std::vector<int32_t>& items) { model.Select(kind, items, true); }
-  std::vector<int32_t> Corners(int32_t face) const {
-    std::vector<int32_t> corners;
-    for (const CBinVertex* vertex : model.Face(face).Corners())
-      corners.push_back(vertex->Index());
-    return corners;
-  }
+  std::vector<int32_t> Corners(int32_t face) const { return CornersOf(model.Face(face)); }
 
   CTarnDoc document{Services()};
   CBinModel& model = document.Model();

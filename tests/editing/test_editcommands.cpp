@@ -37,17 +37,6 @@ class EditCommands : public CEditTest {
 
 // --- Faces ---------------------------------------------------------------------------------------------------------
 
-TEST_F(EditCommands, FacesToEditAreTheSelectedElseTheCurrent) {
-  EXPECT_THAT(FacesToEdit(cursor), IsEmpty());
-  cursor.SetFace(2);
-  EXPECT_THAT(FacesToEdit(cursor), ElementsAre(2));
-  SelectCurrentFace(cursor);
-  cursor.SetFace(0);
-  SelectCurrentFace(cursor);
-  EXPECT_THAT(FacesToEdit(cursor), ElementsAre(0, 2));
-  EXPECT_FALSE(document.IsModified());
-}
-
 TEST_F(EditCommands, SelectsByFacing) {
   using E = SFacingInput::EDirection;
   const SUnitNormal up = {0, 1, 0};
@@ -139,15 +128,6 @@ TEST_F(EditCommands, GroupsTypeAndMagic) {
 
 // --- Vertices ------------------------------------------------------------------------------------------------------
 
-TEST_F(EditCommands, DeletesVerticesThatNoFaceUses) {
-  Select(kVertices, {4, 6});
-  EXPECT_FALSE(DeleteSelectedVertices(cursor));
-  ExpectOnlyMessage("Vertex is currently in use and cannot be deleted");
-  cursor.SetVertex(6);
-  EXPECT_TRUE(DeleteCurrentVertex(cursor));
-  EXPECT_EQ(model.VertexCount(), 6);
-}
-
 TEST_F(EditCommands, SetsVerticesToAPlane) {
   using E = SPlaneInput::EPlane;
   cursor.SetVertex(2);
@@ -216,20 +196,6 @@ TEST_F(EditCommands, FlipsAndTurnsThePartOfTheTextureThatFacesShow) {
   EXPECT_EQ(Texels(0), (std::vector<STexCoord>{{50, 20}, {30, 20}, {30, 30}, {50, 30}})) << "one piece";
 }
 
-TEST_F(EditCommands, OffsetsTheCurrentCornerInTexelsAndStopsAtTheEdges) {
-  settings.offset_step = 2;
-  SetTexels(0, {{0, 0}, {62, 10}, {63, 63}, {0, 63}});
-  cursor.SetFace(0);
-  EXPECT_FALSE(CanOffsetCorner(cursor));
-  cursor.SetCorner(1);
-  OffsetCorner(cursor, ETextureAxis::kU, true);
-  OffsetCorner(cursor, ETextureAxis::kV, false);
-  EXPECT_EQ(Texels(0)[1], (STexCoord{63, 8}));
-  cursor.SetFace(2);
-  cursor.SetCorner(0);
-  EXPECT_FALSE(CanOffsetCorner(cursor)) << "no texture";
-}
-
 TEST_F(EditCommands, NormalizesATextureOverAllItsFaces) {
   SetTexels(0, {{21, 10}, {42, 10}, {42, 10}, {21, 10}});
   SetTexels(1, {{21, 10}, {42, 10}, {28, 10}});
@@ -281,47 +247,5 @@ TEST_F(EditCommands, GroupsOfTheSelection) {
 }
 
 // --- Read-only documents -------------------------------------------------------------------------------------------
-
-TEST_F(EditCommands, ChangeNothingInAReadOnlyDocument) {
-  cursor.SetFace(0);
-  cursor.SetCorner(1);
-  Select(kFaces, {0});
-  Select(kVertices, {6});
-  for (const int32_t vertex : {0, 1, 6})
-    cursor.ToggleTag(vertex);
-  CreateGroup(document, kFaces, "hood");
-  DefineAnimation(document, {.name = "ANIM", .frames = texture->Frames(), .rate = 1}, nullptr);
-  SetTexels(0, {{1, 2}, {3, 4}, {5, 6}, {7, 8}});
-  document.SetReadOnly(true);
-  document.SetModified(false);
-  DeleteCurrentFace(cursor);
-  DeleteSelectedFaces(cursor);
-  FlipFaces(cursor);
-  EXPECT_FALSE(MakeTaggedFace(cursor));
-  EditFace(cursor, InputOf(model.Face(0)));
-  GroupFaces(cursor, {.faces = {0}, .type = kFaceUntextured});
-  EXPECT_FALSE(DeleteCurrentVertex(cursor));
-  EXPECT_FALSE(DeleteSelectedVertices(cursor));
-  EXPECT_FALSE(TagCurrentVertex(cursor));
-  SetVertexCoordinates(cursor, {});
-  SetToPlane(cursor, {});
-  MoveCurrentVertex(cursor, EAxis::kX, true);
-  MoveSelectedVertices(cursor, EAxis::kX, true);
-  FlipTexture(cursor, ETextureAxis::kU);
-  RotateTexture(cursor);
-  OffsetCorner(cursor, ETextureAxis::kU, true);
-  SetCornerCoords(cursor, std::vector<STexCoord>(4));
-  NormalizeTexture(cursor, *texture);
-  LoadTextures(document);
-  EXPECT_EQ(DefineAnimation(document, {.name = "B", .frames = texture->Frames()}, nullptr), nullptr);
-  EXPECT_FALSE(DeleteAnimation(document, model.Texture(1)));
-  CreateGroup(document, kFaces, "other");
-  RenameGroup(document, kFaces, "hood", "other");
-  DeleteGroup(document, kFaces, "hood");
-  EXPECT_FALSE(document.IsModified());
-  EXPECT_NE(model.FindGroup(kFaces, "hood"), nullptr);
-  EXPECT_EQ(Texels(0)[0], (STexCoord{1, 2}));
-  ExpectNoMessages();
-}
 
 }  // namespace veldra::testing

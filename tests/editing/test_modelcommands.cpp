@@ -19,12 +19,6 @@ class CModelCommandsTest : public CDocumentTest {
     document.Model().AddVertex({4, 0, 8});
     document.SetModified(false);
   }
-  static std::vector<SPoint> Positions(const CTarnDoc& document) {
-    std::vector<SPoint> positions;
-    for (int32_t i = 0; i < document.Model().VertexCount(); ++i)
-      positions.push_back(document.Model().Vertex(i).Position());
-    return positions;
-  }
   std::string WriteTexture(const std::string& name) { return folder.Write(name, std::string(64 * 64, '\1')); }
 };
 
@@ -73,11 +67,11 @@ TEST_F(CModelCommandsTest, CommandsMoveWhatTheirScopeSaysAndNothingWhenReadOnly)
     document.Model().Select(EGroupKind::kVertices, vertex, true);
     document.SetReadOnly(true);
     c.run(document);
-    EXPECT_EQ(Positions(document), all);
+    EXPECT_EQ(PositionsOf(document.Model()), all);
     EXPECT_FALSE(document.IsModified());
     document.SetReadOnly(false);
     EXPECT_TRUE(c.run(document));
-    EXPECT_EQ(Positions(document), c.expected);
+    EXPECT_EQ(PositionsOf(document.Model()), c.expected);
     EXPECT_TRUE(document.IsModified());
     EXPECT_EQ(document.Model().CheckInvariants(), "");
   }

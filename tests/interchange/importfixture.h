@@ -8,6 +8,7 @@
 
 #include "interchange/importmodel.h"
 #include "platform/bytes.h"
+#include "support/modelparts.h"
 #include "support/scriptedquestions.h"
 #include "support/testfiles.h"
 
@@ -21,21 +22,8 @@ class CImportTest : public ::testing::Test {
     folder.Write("art/GRASS.RAW", std::string(16384, 'x'));
   }
   std::string Road() const { return folder.File("art/Road.raw"); }
-  std::vector<std::vector<int32_t>> Polygons() const {
-    std::vector<std::vector<int32_t>> polygons;
-    for (int32_t i = 0; i < model.FaceCount(); ++i) {
-      polygons.emplace_back();
-      for (const CBinVertex* corner : model.Face(i).Corners())
-        polygons.back().push_back(corner->Index());
-    }
-    return polygons;
-  }
-  std::vector<SPoint> Positions() const {
-    std::vector<SPoint> positions;
-    for (int32_t i = 0; i < model.VertexCount(); ++i)
-      positions.push_back(model.Vertex(i).Position());
-    return positions;
-  }
+  std::vector<std::vector<int32_t>> Polygons() const { return PolygonsOf(model); }
+  std::vector<SPoint> Positions() const { return PositionsOf(model); }
 
   CTempFolder folder;
   CScriptedQuestions questions;

@@ -1,5 +1,7 @@
 #include "interchange/3dstudiofile.h"
 
+#include <sstream>
+
 #include "interchange/import3ds.h"
 #include "interchange/importfixture.h"
 #include "platform/files.h"
@@ -22,10 +24,21 @@ using testing::VertexList;
 const Bytes kTriangle = VertexList({0, 0, 0, 1, 0, 0, 0, 1, 0});
 const Bytes kVersion3 = Chunk(0x0002, {3, 0, 0, 0});
 
+Bytes Light(const Bytes& inside) {
+  return StudioFile({Object("Lamp", {Chunk(0x4600, Join({Bytes(12), inside}))})});
+}
+
 class C3dsTest : public testing::CImportTest {
  protected:
   bool Import(const Bytes& file) {
     return ImportFrom3ds(model, folder.Write("in.3ds", TextOf(file)), Road(), context, &fault);
+  }
+  std::string TracedBy(const Bytes& file) {
+    std::string traced;
+    const TraceSink before = SetTraceSink([&](std::string_view text) { traced += text; });
+    EXPECT_TRUE(C3DStudioFile("").ReadBytes(file, questions));
+    SetTraceSink(before);
+    return traced;
   }
 };
 
@@ -163,20 +176,55 @@ TEST_F(C3dsTest, PaddingBehindTheMainChunkAndDamagedLightsAreNoMatter) {
 }
 
 TEST_F(C3dsTest, TracesWhatItMeets) {
-  std::string traced;
-  const TraceSink before = SetTraceSink([&](std::string_view text) { traced += text; });
-  const bool is_read = C3DStudioFile("").ReadBytes(
-      StudioFile({Chunk(0x2100, Bytes(18)), Chunk(0x7777, Bytes(5)), Chunk(0x2200, {}), Mesh({kTriangle})},
-                 {kVersion3, Chunk(0xB000, Bytes(8))}),
-      questions);
-  SetTraceSink(before);
-  EXPECT_TRUE(is_read);
-  EXPECT_EQ(traced,
+  EXPECT_EQ(TracedBy(StudioFile({Chunk(0x7777, Bytes(5)), Mesh({kTriangle})}, {kVersion3, Chunk(0xB000, Bytes(8))})),
             "Version chunk found.Keyframer chunk found. Skipping 8 bytes\nEditor chunk found\n"
-            "Found editor ambient color(0x12 bytes)\nUnknown chunk 0x7777 found - 5 bytes skipped\n"
-            "Found editor editor fog(0 bytes)\nFound editor object(0x36 bytes)\n"
+            "Unknown chunk 0x7777 found - 5 bytes skipped\nFound editor object(0x36 bytes)\n"
             ">> C3DStudioFile::ReadFile(): object Box\nFound object trimesh(0x2c bytes)\n"
             "Found trimesh vertlist(0x26 bytes)\n");
+}
+
+/// Ids and names as they have always been, spelling and all.
+TEST_F(C3dsTest, TracesTheNameOfEachChunkThatIsPassedOver) {
+  const struct {
+    const char* place;
+    const char* chunks;
+    Bytes (*around)(const Bytes& chunk);
+  } rows[] = {
+      {"editor",
+       "0100 one unit;1100 background bitmap;1101 use bitmap indicator;1200 background color;"
+       "1201 use background color indicator;1300 gradient colors;1301 use gradient colors indicator;"
+       "1400 shadow map bias;1420 shadow map size;1450 shadow map range;1460 ray trace bias;1470 ray trace on;"
+       "2100 ambient color;2200 editor fog;2201 use fog indicator;2210 editor fog background;2300 distance queue;"
+       "2301 use distance queue indicator;2302 layered fog;2303 use layered fog indicator;"
+       "2310 dim background indicator;3D3E mesh version",
+       [](const Bytes& chunk) { return StudioFile({chunk}); }},
+      {"object", "4010 hidden indicator;4012 no cast shaodws indicator;4013 matte;4015 eternal proc",
+       [](const Bytes& chunk) { return StudioFile({Object("A", {chunk})}); }},
+      {"trimesh",
+       "4130 face materials;4140 map coordinates;4150 smooth groups;4160 local coordinates;4165 object coordinates;"
+       "4181 eternal procedure name;4182 eternal procedure parameters",
+       [](const Bytes& chunk) { return StudioFile({Mesh({chunk})}); }},
+      {"material", "A000 name", [](const Bytes& chunk) { return StudioFile({Chunk(0xAFFF, chunk)}); }},
+      {"sub-material", "A300 file name",
+       [](const Bytes& chunk) { return StudioFile({Chunk(0xAFFF, Chunk(0xA200, chunk))}); }},
+      {"light", "465B multiplier", [](const Bytes& chunk) { return Light(chunk); }},
+      {"spotlight", "4656 roll",
+       [](const Bytes& chunk) {
+         return Light(Chunk(0x4610, Join({Bytes(20), chunk})));
+       }},
+      {"camera", "7001 window settings",
+       [](const Bytes& chunk) {
+         return StudioFile({Object("A", {Chunk(0x4700, Join({Bytes(32), chunk}))})});
+       }},
+  };
+  for (const auto& row : rows) {
+    std::istringstream chunks(row.chunks);
+    for (std::string chunk; std::getline(chunks, chunk, ';');) {
+      const auto id = static_cast<uint16_t>(std::stoi(chunk.substr(0, 4), nullptr, 16));
+      const std::string traced = TracedBy(row.around(Chunk(id, Bytes(5))));
+      EXPECT_TRUE(traced.ends_with(Format("Found %s %s(0x5 bytes)\n", row.place, chunk.c_str() + 5))) << traced;
+    }
+  }
 }
 
 TEST_F(C3dsTest, StoppingLeavesTheModelAsItWas) {

@@ -114,13 +114,6 @@ TEST(PolygonSplit, PiecesKeepTheOutline) {
   ExpectCover(kRing, kRingVertices, 6);
 }
 
-TEST(PolygonSplit, AnArrowheadIsCutAtItsInnerCorner) {
-  const std::vector<SPiece> pieces = SplitPolygon(Tilted({{0, 0}, {5, 5}, {0, 2}, {-5, 5}}), Numbered(4));
-  ASSERT_EQ(pieces.size(), 2U);
-  EXPECT_EQ(pieces[0].corners, (std::array<uint32_t, 4>{2, 3, 0, 0}));
-  EXPECT_EQ(pieces[1].corners, (std::array<uint32_t, 4>{2, 0, 1, 0}));
-}
-
 TEST(PolygonSplit, WhatHasNoInsideStillEnds) {
   for (const Flat& quad : {Flat{{0, 0}, {1, 0}, {2, 0}, {3, 0}}, Flat{{0, 0}, {1, 1}, {1, 0}, {0, 1}}}) {
     const std::vector<SPiece> pieces = SplitPolygon(Tilted(quad), Numbered(4));

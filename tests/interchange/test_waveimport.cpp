@@ -24,15 +24,8 @@ TEST_F(WaveImport, AnExportedModelComesBack) {
   }
   CBinTexture& road = model.AddTexture(std::make_unique<CBinTexture>(model, "ROAD.RAW", textures.GetTexture(Road())));
   // A concave quad, one without area, a triangle.
-  for (const std::vector<int32_t>& corners : {std::vector<int32_t>{2, 1, 3, 4}, {0, 1, 2, 3}, {4, 2, 1}}) {
-    auto face = std::make_unique<CBinFace>(model);
-    std::vector<CBinVertex*> vertices;
-    for (const int32_t corner : corners)
-      vertices.push_back(&model.Vertex(corner));
-    face->SetCorners(vertices);
-    face->SetTexture(&road);
-    model.AddFace(std::move(face));
-  }
+  for (const std::vector<int32_t>& corners : {std::vector<int32_t>{2, 1, 3, 4}, {0, 1, 2, 3}, {4, 2, 1}})
+    testing::MakeFace(model, corners, &road, kFaceTextured);
   const auto positions = Positions();
   const auto polygons = Polygons();
   const std::string text = WavefrontText(model);

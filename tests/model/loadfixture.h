@@ -9,6 +9,7 @@
 
 #include "model/binbytes.h"
 #include "model/binfile.h"
+#include "support/modelparts.h"
 #include "support/scriptedquestions.h"
 #include "support/testfiles.h"
 
@@ -50,12 +51,7 @@ class CLoadTest : public ::testing::Test {
     return {out.Bytes().begin(), out.Bytes().end()};
   }
 
-  std::vector<int32_t> Corners(int32_t face) const {
-    std::vector<int32_t> corners;
-    for (const CBinVertex* corner : model.Face(face).Corners())
-      corners.push_back(corner->Index());
-    return corners;
-  }
+  std::vector<int32_t> Corners(int32_t face) const { return CornersOf(model.Face(face)); }
 
   CTempFolder art;
   CScriptedQuestions questions;

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "model/binmodel.h"
+#include "support/modelparts.h"
 
 namespace veldra::testing {
 
@@ -34,14 +34,7 @@ class CModelBuilder : public CModelObserver {
   }
 
   CBinFace& Face(const std::vector<int32_t>& corners, CBinTexture* texture = nullptr, uint32_t type = kFaceTextured) {
-    auto face = std::make_unique<CBinFace>(model);
-    std::vector<CBinVertex*> vertices;
-    for (const int32_t corner : corners)
-      vertices.push_back(&model.Vertex(corner));
-    face->SetCorners(vertices);
-    face->SetTexture(texture);
-    face->SetType(texture == nullptr ? kFaceUntextured : type);
-    return model.AddFace(std::move(face));
+    return MakeFace(model, corners, texture, texture == nullptr ? kFaceUntextured : type);
   }
 
   CBinTexture& Plain(const std::string& name, int32_t size = 64) {
@@ -56,26 +49,9 @@ class CModelBuilder : public CModelObserver {
     return model.AddTexture(std::make_unique<CBinTexture>(model, name, list, rate));
   }
 
-  std::vector<SPoint> Positions() const {
-    std::vector<SPoint> positions;
-    for (int32_t i = 0; i < model.VertexCount(); ++i)
-      positions.push_back(model.Vertex(i).Position());
-    return positions;
-  }
-
-  std::vector<int32_t> Corners(int32_t face) const {
-    std::vector<int32_t> corners;
-    for (const CBinVertex* corner : model.Face(face).Corners())
-      corners.push_back(corner->Index());
-    return corners;
-  }
-
-  std::vector<std::vector<int32_t>> Polygons() const {
-    std::vector<std::vector<int32_t>> polygons;
-    for (int32_t i = 0; i < model.FaceCount(); ++i)
-      polygons.push_back(Corners(i));
-    return polygons;
-  }
+  std::vector<SPoint> Positions() const { return PositionsOf(model); }
+  std::vector<int32_t> Corners(int32_t face) const { return CornersOf(model.Face(face)); }
+  std::vector<std::vector<int32_t>> Polygons() const { return PolygonsOf(model); }
 
   CBinModel model;
 

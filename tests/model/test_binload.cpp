@@ -40,21 +40,6 @@ TEST_F(CBinLoadTest, ReadsHeaderVerticesAndFaces) {
   EXPECT_EQ(face.Texture()->UseCount(), 1);
 }
 
-TEST_F(CBinLoadTest, EveryFaceTagMakesAFaceOfThatType) {
-  CBinBytes file;
-  file.Header(3).Texture("ROAD");
-  const std::vector<uint32_t> tags = {0x00, 0x0E, 0x11, 0x18, 0x19, 0x29, 0x33};
-  for (const uint32_t tag : tags)
-    file.Face(tag, {{0, kOne, kOne}, {1}, {2}});
-  file.Words({0x17, 1, 2}).Words({0x03, 0, 2}).Point(1, 1, 1).Point(2, 2, 2).End();
-  ASSERT_TRUE(Load(file.bytes));
-  ASSERT_EQ(model.FaceCount(), 7);
-  for (int32_t i = 0; i < 7; ++i) {
-    EXPECT_EQ(model.Face(i).Type(), tags[static_cast<size_t>(i)]);
-    EXPECT_EQ(model.Face(i).TexCoord(0).u, model.Face(i).Type() == 0x19 ? 0.0 : 1.0);
-  }
-}
-
 TEST_F(CBinLoadTest, EndsQuietlyWhereverARecordCouldBegin) {
   const struct {
     const char* label;

@@ -27,12 +27,8 @@ std::string ModelFile(const std::vector<std::string>& textures, bool animated = 
     entries.push_back(&model.AddTexture(std::make_unique<CBinTexture>(model, "FLAG", std::move(frames), 8.0)));
   }
   for (size_t i = 0; i < entries.size(); ++i) {
-    auto face = std::make_unique<CBinFace>(model);
-    CBinVertex* const corners[] = {&model.Vertex(0), &model.Vertex(1), &model.Vertex(2), &model.Vertex(3)};
-    face->SetCorners({corners, 3 + i % 2});
-    face->SetTexture(entries[i]);
-    face->SetType(i % 3 == 1 ? kFaceUntextured : kFaceTextured);
-    model.AddFace(std::move(face));
+    const std::vector<int32_t> corners[] = {{0, 1, 2}, {0, 1, 2, 3}};
+    MakeFace(model, corners[i % 2], entries[i], i % 3 == 1 ? kFaceUntextured : kFaceTextured);
   }
   CByteWriter writer;
   SaveBin(model, {.vertex_normals = true}, writer);

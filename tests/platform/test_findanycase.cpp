@@ -41,15 +41,6 @@ TEST(FindAnyCase, PrefersTheExactNameThenByteOrder) {
     EXPECT_EQ(FindAnyCase(folder.File(asked)), *found != '\0' ? folder.File(found) : "") << asked;
 }
 
-TEST(FindAnyCase, TakesRelativePaths) {
-  const CTempFolder folder;
-  folder.Write("Some Folder/x", "");
-  std::string up;
-  for (const char c : CurrentDirectory())
-    if (c == '/') up += "../";
-  EXPECT_EQ(FindAnyCase(up + folder.File("SOME folder/X").substr(1)), up + folder.File("Some Folder/x").substr(1));
-}
-
 TEST(FindAnyCase, EndsSoonOnPathsFullOfAlternatives) {
   const CTempFolder folder;
   folder.Write("a/x", "");

@@ -8,12 +8,6 @@
 #include "platform/filelock.h"
 #include "support/testfiles.h"
 
-#ifndef _WIN32
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
-
 namespace veldra {
 
 namespace {
@@ -88,36 +82,6 @@ TEST(FileLock, FailsWithAReasonWhereNoFileCanBe) {
     EXPECT_NE(error.what, "") << name;
   }
 }
-
-#ifndef _WIN32
-
-TEST(FileLock, ADeadProgramHoldsNothing) {
-  const CTempFolder folder;
-  const std::string path = folder.File("lock");
-  int ready[2];
-  ASSERT_EQ(pipe(ready), 0);
-  const pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    CFileLock lock;
-    const char result = lock.TryLock(path) == ELockResult::kTaken ? 'y' : 'n';
-    if (write(ready[1], &result, 1) != 1) _exit(1);
-    for (;;)
-      pause();
-  }
-  char result = 0;
-  ASSERT_EQ(read(ready[0], &result, 1), 1);
-  EXPECT_EQ(result, 'y');
-  CFileLock lock;
-  EXPECT_EQ(lock.TryLock(path), ELockResult::kBusy);
-  kill(child, SIGKILL);
-  ASSERT_EQ(waitpid(child, nullptr, 0), child);
-  EXPECT_EQ(lock.TryLock(path), ELockResult::kTaken);
-  close(ready[0]);
-  close(ready[1]);
-}
-
-#endif
 
 }  // namespace
 

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/registry.h"
@@ -23,28 +21,7 @@ TEST(Registry, ReadsTextsOfTheMachine) {
 #else
 
 using testing::CTempFolder;
-
-/// A Wine prefix that is the one of the process for as long as this lives.
-class CWinePrefix {
- public:
-  explicit CWinePrefix(const std::string& registry) {
-    const char* prefix = std::getenv("WINEPREFIX");
-    if (prefix != nullptr) earlier_ = prefix;
-    folder_.Write("system.reg", registry);
-    setenv("WINEPREFIX", folder_.Path().c_str(), 1);
-  }
-  ~CWinePrefix() {
-    if (earlier_)
-      setenv("WINEPREFIX", earlier_->c_str(), 1);
-    else
-      unsetenv("WINEPREFIX");
-  }
-  const CTempFolder& Folder() const { return folder_; }
-
- private:
-  CTempFolder folder_;
-  std::optional<std::string> earlier_;
-};
+using testing::CVariable;
 
 constexpr const char* kRegistry = R"(WINE REGISTRY Version 2
 ;; All keys relative to \\Machine
@@ -69,7 +46,9 @@ constexpr const char* kRegistry = R"(WINE REGISTRY Version 2
 )";
 
 TEST(Registry, ReadsTheFileOfTheWinePrefix) {
-  const CWinePrefix prefix(kRegistry);
+  const CTempFolder folder;
+  const CVariable prefix("WINEPREFIX", folder.Path());
+  folder.Write("system.reg", kRegistry);
   const std::string key = "SOFTWARE\\Microsoft\\Monster Truck Madness\\1.0";
   const struct {
     std::string key;
@@ -87,13 +66,13 @@ TEST(Registry, ReadsTheFileOfTheWinePrefix) {
                 {"Software\\None", "InstalledTo", {}}};
   for (const auto& each : kCases)
     EXPECT_EQ(ReadMachineRegistry(each.key, each.name), each.value) << each.name;
-  EXPECT_TRUE(RemoveFile(prefix.Folder().File("system.reg")));
+  EXPECT_TRUE(RemoveFile(folder.File("system.reg")));
   EXPECT_FALSE(ReadMachineRegistry(key, "InstalledTo"));
 }
 
 TEST(Registry, LeadsToTheDrivesOfTheWinePrefix) {
-  const CWinePrefix prefix("");
-  const CTempFolder& folder = prefix.Folder();
+  const CTempFolder folder;
+  const CVariable prefix("WINEPREFIX", folder.Path());
   folder.Write("drive_c/Program Files/Game/ART/x.act", "");
   ASSERT_TRUE(MakeDirectories(folder.File("dosdevices")));
   std::string drive = folder.File("dosdevices/c:");

@@ -2,28 +2,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
-
-#include "platform/process.h"
 #include "platform/sound.h"
 #include "support/testfiles.h"
 
 namespace veldra::testing {
 namespace {
 
-/// PATH is the test's folder for as long as this lives.
-class COnlyPath {
- public:
-  explicit COnlyPath(const std::string& folder) { setenv("PATH", folder.c_str(), 1); }
-  ~COnlyPath() { setenv("PATH", old_.c_str(), 1); }
-
- private:
-  std::string old_ = EnvironmentVariable("PATH").value_or("");
-};
-
 TEST(Sound, TheFirstPlayerThatIsThereGetsTheFile) {
   const CTempFolder folder;
-  const COnlyPath path(folder.Path());
+  const CVariable path("PATH", folder.Path());
   CSoundPlayer player;
   SError error;
   EXPECT_NE(CSoundPlayer::WhyNot(), "");

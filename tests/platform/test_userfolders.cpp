@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include "platform/paths.h"
-#include "platform/process.h"
 #include "platform/userfolders.h"
 #include "support/testfiles.h"
 
@@ -14,30 +12,7 @@ namespace veldra {
 namespace {
 
 using testing::CTempFolder;
-
-/// Sets an environment variable and brings its old value back.
-class CVariable {
- public:
-  CVariable(std::string name, const std::string& value) : name_(std::move(name)), old_(EnvironmentVariable(name_)) {
-    Set(value);
-  }
-  ~CVariable() { Set(old_.value_or("")); }
-  CVariable(const CVariable&) = delete;
-  CVariable& operator=(const CVariable&) = delete;
-
- private:
-  /// An empty value is as good as none to those who read these.
-  void Set(const std::string& value) {
-#ifdef _WIN32
-    _putenv_s(name_.c_str(), value.c_str());
-#else
-    setenv(name_.c_str(), value.c_str(), 1);
-#endif
-  }
-
-  std::string name_;
-  std::optional<std::string> old_;
-};
+using testing::CVariable;
 
 TEST(UserDataDirectory, IsMadeWhereTheEnvironmentSays) {
   const CTempFolder folder;
@@ -64,14 +39,6 @@ TEST(UserDataDirectory, FollowsTheDesktopsRules) {
 }
 
 #endif
-
-TEST(ComparablePath, IsOneForAllSpellings) {
-  const CTempFolder folder;
-  const std::string path = folder.Write("sub/a.bin", "x");
-  EXPECT_EQ(ComparablePath(folder.File("sub/../sub/./a.bin")), ComparablePath(path));
-  EXPECT_NE(ComparablePath(folder.File("sub/b.bin")), ComparablePath(path));
-  EXPECT_TRUE(IsAbsolutePath(ComparablePath("gone/a.bin")));
-}
 
 TEST(IsSameFile, LooksAtTheFileNotAtItsName) {
   const CTempFolder folder;
@@ -103,29 +70,6 @@ TEST(IsSameFile, LooksAtTheFileNotAtItsName) {
 #endif
   }
   EXPECT_FALSE(IsSameFile("", ""));
-}
-
-TEST(RemoveEmptyFolder, TakesNothingElseAway) {
-  const CTempFolder folder;
-  const std::string file = folder.Write("full/file", "x");
-  EXPECT_FALSE(RemoveEmptyFolder(folder.File("full")));
-  EXPECT_FALSE(RemoveEmptyFolder(file));
-  EXPECT_FALSE(RemoveEmptyFolder(folder.File("missing")));
-  EXPECT_TRUE(RemoveFile(file));
-  EXPECT_TRUE(RemoveEmptyFolder(folder.File("full")));
-  EXPECT_FALSE(IsDirectory(folder.File("full")));
-}
-
-TEST(RenameFile, ReplacesAndSaysWhyNot) {
-  const CTempFolder folder;
-  folder.Write("a", "new");
-  folder.Write("b", "old");
-  EXPECT_TRUE(RenameFile(folder.File("a"), folder.File("b")));
-  EXPECT_FALSE(FileExists(folder.File("a")));
-  EXPECT_EQ(testing::ReadTestFile(folder.File("b")), "new");
-  SError error;
-  EXPECT_FALSE(RenameFile(folder.File("a"), folder.File("b"), &error));
-  EXPECT_NE(error.what, "");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/text.h"
+#include "support/modelparts.h"
 
 namespace veldra {
 
@@ -40,17 +41,14 @@ CBinTexture* SScene::Animation(const std::vector<SColor>& frames, double rate) {
 }
 
 CBinFace& SScene::AddQuad(const std::vector<SPoint>& corners, CBinTexture* texture, uint32_t type) {
-  std::vector<CBinVertex*> vertices;
+  std::vector<int32_t> vertices;
   for (const SPoint& corner : corners)
-    vertices.push_back(&model.AddVertex(corner));
-  auto face = std::make_unique<CBinFace>(model);
-  face->SetCorners(vertices);
-  face->SetTexture(texture);
-  face->SetType(type);
+    vertices.push_back(model.AddVertex(corner).Index());
+  CBinFace& face = MakeFace(model, vertices, texture, type);
   constexpr STexCoord kCoords[] = {{0, 1}, {1, 1}, {1, 0}, {0, 0}};
   for (int k = 0; k < 4; ++k)
-    face->SetTexCoord(k, kCoords[k]);
-  return model.AddFace(std::move(face));
+    face.SetTexCoord(k, kCoords[k]);
+  return face;
 }
 
 CBinFace& SScene::AddWall(CBinTexture* texture, uint32_t type, int32_t half) {

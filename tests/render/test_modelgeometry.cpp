@@ -30,33 +30,6 @@ TEST(ModelGeometry, AQuadIsItsFanAndTexturesPointIntoTexels) {
   }
 }
 
-TEST(ModelGeometry, SharedEdgesAreDrawnOnce) {
-  SScene scene;
-  scene.model.AddTexture(std::make_unique<CBinTexture>(scene.model, "A.RAW", scene.Image({testing::kRed})));
-  std::vector<CBinVertex*> grid;
-  for (int32_t k = 0; k < 9; ++k)
-    grid.push_back(&scene.model.AddVertex({k % 3, k / 3, 0}));
-  const auto add_tile = [&](size_t lower_left, bool turned) {
-    CBinVertex* corners[4] = {grid[lower_left], grid[lower_left + 1], grid[lower_left + 4], grid[lower_left + 3]};
-    if (turned) std::swap(corners[1], corners[3]);
-    auto face = std::make_unique<CBinFace>(scene.model);
-    face->SetCorners(corners);
-    face->SetTexture(&scene.model.Texture(0));
-    scene.model.AddFace(std::move(face));
-  };
-  const bool turned[] = {false, false, false, true};  // a face that looks the other way must not lose its edges
-  for (const size_t k : {0U, 1U, 2U, 3U})
-    add_tile(k / 2 * 3 + k % 2, turned[k]);
-  std::vector<FloatPoint> ends;
-  for (int32_t k = 0; k < 4; ++k)
-    AppendEdges(scene.model.Face(k), CModelSpace(scene.model.Bounds()), ends);
-  std::set<std::pair<FloatPoint, FloatPoint>> edges;
-  for (size_t k = 0; k < ends.size(); k += 2)
-    edges.insert(std::minmax(ends[k], ends[k + 1]));
-  EXPECT_EQ(edges.size(), 12U);
-  EXPECT_LE(ends.size() / 2, 14U);
-}
-
 TEST(ModelTextures, TimePicksTheFrame) {
   constexpr double kInfinite = std::numeric_limits<double>::infinity();
   const struct {

@@ -2,29 +2,25 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/glcontext.h"
-#include "render/scene.h"
+#include "render/glfixture.h"
 
 namespace veldra::testing {
 namespace {
 
 constexpr int kPictureSide = 64;
 
-class ModelRenderer : public ::testing::Test {
+class ModelRenderer : public CGlTest {
  protected:
+  ModelRenderer() : CGlTest(kPictureSide) {}
   void SetUp() override {
-    SError error;
-    context_ = CMemoryGlContext::Create(kPictureSide, kPictureSide, &error);
-    ASSERT_NE(context_, nullptr) << error.what;
+    CGlTest::SetUp();
     renderer_ = std::make_unique<CModelRenderer>();
   }
   SImage Drawn(const SScene& scene, const SViewState& state) {
     renderer_->Draw(scene.model, state, kPictureSide, kPictureSide);
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-    return {.width = kPictureSide, .height = kPictureSide, .rgba = context_->ReadPixels()};
+    return Pixels();
   }
 
-  std::unique_ptr<CMemoryGlContext> context_;
   std::unique_ptr<CModelRenderer> renderer_;
 };
 

@@ -83,18 +83,6 @@ TEST(ViewCamera, MovementsFollowThePointer) {
   }
 }
 
-TEST(ViewCamera, TheMiddleIsAsLargeWithoutPerspectiveAndDepthDoesNotMatter) {
-  SViewState state = WallState();
-  const CViewCamera perspective(state, kBounds, kWidth, kHeight);
-  state.orthographic = true;
-  const CViewCamera flat(state, kBounds, kWidth, kHeight);
-  const double depth = perspective.Middle()[2];
-  const SPoint middle = {50, 0, int32_t(depth)};
-  EXPECT_NEAR(flat.Project(middle).x, perspective.Project(middle).x, 0.01);
-  EXPECT_NEAR(flat.Project(SPoint{50, 0, -200}).x, flat.Project(middle).x, 1e-9);
-  EXPECT_GT(std::abs(perspective.Project(SPoint{50, 0, -200}).x - perspective.Project(middle).x), 1.0);
-}
-
 TEST(ViewCamera, AnEditThatChangesTheBoundsMovesNothing) {
   for (const SViewState& state : States()) {
     const CViewCamera before(state, kBounds, kWidth, kHeight);

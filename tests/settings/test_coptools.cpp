@@ -75,6 +75,21 @@ void ChangeEverything(CSettings& settings) {
   }
 }
 
+#ifndef _WIN32
+TEST(InstallationDirectory, IsWhatTheRegistrySaysElseHere) {
+  const testing::CTempFolder folder;
+  const testing::CVariable prefix("WINEPREFIX", folder.Path());
+  EXPECT_EQ(CopTools::InstallationDirectory(), ".") << "no registry";
+  const std::string key = "WINE REGISTRY Version 2\n\n[Software\\\\Microsoft\\\\Monster Truck Madness\\\\1.0] 1\n";
+  folder.Write("system.reg", key + "\"Other\"=\"C:\\\\Games\"\n");
+  EXPECT_EQ(CopTools::InstallationDirectory(), ".") << "no such value";
+  folder.Write("system.reg", key + "\"InstalledTo\"=\"C:\\\\Games\\\\MTM2\"\n");
+  EXPECT_EQ(CopTools::InstallationDirectory(), ".") << "no such drive";
+  folder.Write("dosdevices/c:/games/MTM2/x", "");
+  EXPECT_EQ(CopTools::InstallationDirectory(), folder.File("dosdevices/c:/games/MTM2"));
+}
+#endif
+
 TEST(WriteCfgFile, EverySettingComesBackAsItWas) {
   const testing::CTempFolder folder;
   const std::string path = folder.File("Veldra.cfg");

@@ -132,22 +132,4 @@ TEST_F(Preferences, AFaultOnAnotherPageIsNamedAndGoesWithThatPagesDefaults) {
   EXPECT_EQ(settings_.bin_dir, "elsewhere");
 }
 
-TEST_F(Preferences, TheSearchLooksOnAllPages) {
-  Open();
-  auto* pages = Child<QListWidget>(*dialog_, "pages");
-  QTest::keyClick(dialog_.get(), Qt::Key_F, Qt::ControlModifier);
-  QTest::keyClicks(dialog_->focusWidget(), "a GRID");
-  EXPECT_EQ(pages->currentItem()->text(), "3D View");
-  EXPECT_TRUE(Control<QWidget>("SHOWGRID").isVisible());
-  EXPECT_FALSE(Control<QWidget>("ZOOMSTEP").isVisible());
-  EXPECT_TRUE(pages->item(0)->isHidden());
-  QTest::keyClick(dialog_->focusWidget(), Qt::Key_Return);
-  EXPECT_TRUE(dialog_->isVisible());
-  QTest::keyClicks(Child<QLineEdit>(*dialog_, "search"), "less");
-  EXPECT_TRUE(Child<QLabel>(*dialog_, "noMatch")->isVisible());
-  Child<QLineEdit>(*dialog_, "search")->clear();
-  EXPECT_TRUE(Control<QWidget>("ZOOMSTEP").isVisible());
-  EXPECT_FALSE(pages->item(0)->isHidden());
-}
-
 }  // namespace veldra::testing

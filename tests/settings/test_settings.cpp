@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "platform/trace.h"
 
@@ -12,23 +13,46 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::StartsWith;
 
-TEST(Settings, KeysStandInTheOrderOfReading) {
-  std::string keys;
-  for (const SSettingRow& row : SettingRows()) {
-    EXPECT_THAT(keys, Not(HasSubstr(" " + row.key + " ")));
-    keys += " " + row.key + " ";
-    EXPECT_FALSE(row.meaning.empty()) << row.key;
+/// Every key with its default, in the order of reading, written down once more: what is in users' files must not change
+/// unnoticed. "$" stands for the game's usual folder, "@" for the four edges of a rectangle.
+constexpr const char* kKeys =
+    "DEFPAL=$ART\\METALCR2.ACT;LARGESTWFDIM=1000;OPENINACTIVE=0;SAVECHILDSTATE=1;SAVEMAINSTATE=1;BINDIR=$MODELS\\;"
+    "ARTDIR=$ART\\;TRKDIR=$TRUCK\\;PODDIR=$;NOTCENTEREDMSG=1;UNUSEDVERTSMSG=1;TEXTURESIZEMSG=1;SAVETODEFDIR=0;"
+    "RENDERMODE=3;DEFFACETYPE=24;FOLLOWFACE=1;SHOWTRANS=1;3DAXES=0;3DONLY=0;3DQUALITY=1;3DVERTS=0;BACKGRND=#56677A;"
+    "VIEWANGLEX=20;VIEWANGLEY=-35;VIEWANGLEZ=0;PREVIEW=1;SHOWGUIDES=0;SNAPTOGUIDES=0;SNAPWITHIN=4;"
+    "TEXROTSELVERTSONLY=0;TTPAGE=0;SCALEFACTOR=0;TEXEDITMODE=0;TEXDLGOFFSETX=0;TEXDLGOFFSETY=0;TOOLSOFFSETX=0;"
+    "TOOLSOFFSETY=0;FRAMERATE=30;KBDLG@;KBDLGCATWIDTH=100;KBDLGCMDWIDTH=160;KBDLGKEYWIDTH=120;KBDLGDESCWIDTH=280;"
+    "PODDESTDIR=$;PEDLGNAMEWIDTH=160;PEDLGDIRWIDTH=100;PEDLGSIZEWIDTH=90;PEDLGDATEWIDTH=140;PEEXTRACTDEPS=1;"
+    "PERECREATEDIRSTRUCTURE=1;PCDLGNAMEWIDTH=160;PCDLGDIRWIDTH=100;PCDLGSIZEWIDTH=90;PCDLGDATEWIDTH=140;PCSHOWDEPS=1;"
+    "PCINSERTPOD=0;PCPODZIP=1;TRDLG@;FGDLG@;VGDLG@;BWDLG@;PEDLG@;PCDLG@;CHILDWNDMAX=1;MAINWNDMAX=0;MAINWNDTL=0;"
+    "MAINWNDBR=0;VERTSTATX=0;VERTSTATY=0;VERTSTATVIS=1;COLOR0=#FFFFFF";
+
+TEST(Settings, KeysDefaultsAndTheirOrderAreWhatTheyHaveAlwaysBeen) {
+  std::vector<std::string> expected;
+  std::istringstream keys(kKeys);
+  for (std::string entry; std::getline(keys, entry, ';');) {
+    if (const size_t game = entry.find('$'); game != std::string::npos)
+      entry.replace(game, 1, R"(C:\Program Files\Microsoft Games\Monster Truck Madness 2\)");
+    if (!entry.ends_with('@')) expected.push_back(entry);
+    for (const char* edge : {"LEFT=0", "LTOP=0", "LRIGHT=0", "LBOTTOM=0"})
+      if (entry.ends_with('@')) expected.push_back(entry.substr(0, entry.size() - 1) + edge);
   }
-  EXPECT_THAT(keys, StartsWith(" DEFPAL  LARGESTWFDIM  OPENINACTIVE  SAVECHILDSTATE  SAVEMAINSTATE  BINDIR  ARTDIR "
-                               " TRKDIR  PODDIR "));
-  for (const char* together :
-       {" FRAMERATE  KBDLGLEFT  KBDLGLTOP  KBDLGLRIGHT  KBDLGLBOTTOM  KBDLGCATWIDTH  KBDLGCMDWIDTH  KBDLGKEYWIDTH ",
-        " KBDLGKEYWIDTH  KBDLGDESCWIDTH  PODDESTDIR  PEDLGNAMEWIDTH ", " COLOR15  MOVESTEP ",
-        " PCDLGLBOTTOM  CHILDWNDMAX  MAINWNDMAX  MAINWNDTL  MAINWNDBR  VERTSTATX  VERTSTATY  VERTSTATVIS  COLOR0 "})
-    EXPECT_THAT(keys, HasSubstr(together));
+  std::vector<std::string> rows;
+  for (const SSettingRow& row : SettingRows())
+    rows.push_back(row.key + '=' + row.default_text);
+  ASSERT_GT(rows.size(), expected.size());
+  EXPECT_EQ(rows[expected.size()], "COLOR1=#FFFFFF") << "newer keys stand behind these";
+  rows.resize(expected.size());
+  EXPECT_EQ(rows, expected);
+
+  std::vector<std::string> written;
+  for (const auto& [key, text] : CSettings().Texts())
+    written.push_back(key);
+  ASSERT_EQ(written.size(), SettingRows().size());
+  written.resize(8);
+  EXPECT_THAT(written, ElementsAre("VERTSTATX", "VERTSTATY", "VERTSTATVIS", "MAINWNDMAX", "MAINWNDTL", "MAINWNDBR",
+                                   "DEFPAL", "LARGESTWFDIM"));
 }
 
 TEST(Settings, EveryDefaultIsAllowedAndEachRowHasItsOwnMember) {
@@ -91,16 +115,6 @@ TEST(Settings, ExtractionFollowsTheArchivesUntilItHasAFolderOfItsOwn) {
   EXPECT_EQ(settings.pod_dest_dir, "/game");
   settings.Take({{"PODDIR", "/game"}, {"PODDESTDIR", "/out"}});
   EXPECT_EQ(settings.pod_dest_dir, "/out");
-}
-
-TEST(Settings, WritingBeginsWithTheStatusAndTheMainWindow) {
-  std::vector<std::string> keys;
-  for (const auto& [key, text] : CSettings().Texts())
-    keys.push_back(key);
-  ASSERT_EQ(keys.size(), SettingRows().size());
-  EXPECT_THAT(std::vector(keys.begin(), keys.begin() + 8),
-              ElementsAre("VERTSTATX", "VERTSTATY", "VERTSTATVIS", "MAINWNDMAX", "MAINWNDTL", "MAINWNDBR", "DEFPAL",
-                          "LARGESTWFDIM"));
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "model/binmodel.h"
 #include "platform/text.h"
+#include "support/modelparts.h"
 #include "support/scriptedquestions.h"
 #include "support/testfiles.h"
 #include "textures/texturefinder.h"
@@ -84,20 +84,18 @@ class CRichModelMaker {
   }
 
   void AddFace() {
-    std::vector<CBinVertex*> corners;
+    std::vector<int32_t> corners;
     while (corners.size() < static_cast<size_t>(3 + Below(2))) {
-      CBinVertex* const vertex = &model_.Vertex(Below(model_.VertexCount()));
+      const int32_t vertex = Below(model_.VertexCount());
       if (std::find(corners.begin(), corners.end(), vertex) == corners.end()) corners.push_back(vertex);
     }
-    auto face = std::make_unique<CBinFace>(model_);
-    face->SetCorners(corners);
     const uint32_t types[] = {0x0E, 0x11, 0x18, 0x19, 0x29, 0x33, 0, 0xFFFFFFFF};
-    face->SetType(types[Below(8)]);
-    if (face->Type() != kFaceUntextured) face->SetTexture(&model_.Texture(Below(model_.TextureCount())));
+    const uint32_t type = types[Below(8)];
+    CBinTexture* const texture = type == kFaceUntextured ? nullptr : &model_.Texture(Below(model_.TextureCount()));
+    CBinFace& face = MakeFace(model_, corners, texture, type);
     for (int k = 0; k < 4; ++k)
-      face->SetTexCoord(k, {Coord(), Coord()});
-    face->SetStored({Value(), Value(), std::numeric_limits<int32_t>::min()}, Value());
-    model_.AddFace(std::move(face));
+      face.SetTexCoord(k, {Coord(), Coord()});
+    face.SetStored({Value(), Value(), std::numeric_limits<int32_t>::min()}, Value());
   }
 
   void AddGroups(EGroupKind kind) {

@@ -27,59 +27,31 @@ CScriptedQuestions::~CScriptedQuestions() {
     ADD_FAILURE() << "never asked: " << left.kind << " \"" << left.text << '"';
 }
 
-CScriptedQuestions& CScriptedQuestions::OnYesNo(std::string text, EAnswer answer) {
-  expected_.push_back({.kind = "yes/no", .text = std::move(text), .answer = answer});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnYesNoCancel(std::string text, EAnswer answer) {
-  expected_.push_back({.kind = "yes/no/cancel", .text = std::move(text), .answer = answer});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnReplace(std::string text, EReplaceAnswer answer) {
-  expected_.push_back({.kind = "replace", .text = std::move(text), .replace = answer});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnOpenFiles(std::string text, std::optional<SOpenFiles> answer) {
-  expected_.push_back({.kind = "open files", .text = std::move(text), .files = std::move(answer)});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnFolder(std::string text, std::optional<std::string> answer) {
-  expected_.push_back({.kind = "folder", .text = std::move(text), .path = std::move(answer)});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnOpenFile(std::string text, std::optional<std::string> answer) {
-  expected_.push_back({.kind = "open file", .text = std::move(text), .path = std::move(answer)});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnSaveFile(std::string text, std::optional<SSavePath> answer) {
-  expected_.push_back({.kind = "save file", .text = std::move(text), .save_path = std::move(answer)});
+CScriptedQuestions& CScriptedQuestions::On(std::string kind, std::string text, std::any answer) {
+  expected_.push_back({std::move(kind), std::move(text), std::move(answer)});
   return *this;
 }
 
 CScriptedQuestions& CScriptedQuestions::OnUnknownFace(uint32_t type, SUnknownFaceAnswer answer) {
-  expected_.push_back({.kind = "unknown face", .text = Format("0x%x", type), .face = answer});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnUnusedVertices(SUnusedVerticesAnswer answer) {
-  expected_.push_back({.kind = "unused vertices", .text = "", .unused = answer});
-  return *this;
-}
-
-CScriptedQuestions& CScriptedQuestions::OnTexture(std::string text, STextureAnswer answer) {
-  expected_.push_back({.kind = "texture", .text = std::move(text), .texture = std::move(answer)});
-  return *this;
+  return On("unknown face", Format("0x%x", type), answer);
 }
 
 CScriptedQuestions& CScriptedQuestions::OnScaleFactor(double offered, std::optional<double> answer) {
-  expected_.push_back({.kind = "scale factor", .text = Format("%.9g", offered), .number = answer});
-  return *this;
+  return On("scale factor", Format("%.9g", offered), answer);
+}
+
+template <typename T>
+T CScriptedQuestions::Next(const std::string& kind, const std::string& text, T otherwise) {
+  if (expected_.empty()) {
+    ADD_FAILURE() << "unexpected question: " << kind << " \"" << text << '"';
+    return otherwise;
+  }
+  const SExpected next = std::move(expected_.front());
+  expected_.pop_front();
+  EXPECT_EQ(next.kind, kind) << "asked: \"" << text << '"';
+  EXPECT_NE(text.find(next.text), std::string::npos) << "asked: \"" << text << "\", expected: \"" << next.text << '"';
+  const T* const answer = std::any_cast<T>(&next.answer);
+  return answer != nullptr ? *answer : otherwise;
 }
 
 std::vector<std::string> CScriptedQuestions::TakeMessageTexts() {
@@ -96,63 +68,51 @@ void CScriptedQuestions::Message(const SMessage& message) {
 }
 
 EAnswer CScriptedQuestions::AskYesNo(const SMessage& question) {
-  return Next("yes/no", question.text).answer;
+  return Next("yes/no", question.text, EAnswer::kCancel);
 }
 
 EAnswer CScriptedQuestions::AskYesNoCancel(const SMessage& question) {
-  return Next("yes/no/cancel", question.text).answer;
+  return Next("yes/no/cancel", question.text, EAnswer::kCancel);
 }
 
 EReplaceAnswer CScriptedQuestions::AskReplace(const SMessage& question) {
-  return Next("replace", question.text).replace;
+  return Next("replace", question.text, EReplaceAnswer::kCancel);
 }
 
 std::optional<SOpenFiles> CScriptedQuestions::AskOpenFiles(const SFilePrompt& prompt) {
-  return Next("open files", prompt.title).files;
+  return Next<std::optional<SOpenFiles>>("open files", prompt.title);
 }
 
 std::optional<std::string> CScriptedQuestions::AskFolder(const std::string& title, const std::string&) {
-  return Next("folder", title).path;
+  return Next<std::optional<std::string>>("folder", title);
 }
 
 std::optional<std::string> CScriptedQuestions::AskOpenFile(const SFilePrompt& prompt) {
-  return Next("open file", prompt.title).path;
+  return Next<std::optional<std::string>>("open file", prompt.title);
 }
 
 std::optional<SSavePath> CScriptedQuestions::AskSaveFile(const SFilePrompt& prompt) {
-  return Next("save file", prompt.title).save_path;
+  return Next<std::optional<SSavePath>>("save file", prompt.title);
 }
 
 SUnknownFaceAnswer CScriptedQuestions::AskUnknownFace(uint32_t type) {
-  return Next("unknown face", Format("0x%x", type)).face;
+  return Next<SUnknownFaceAnswer>("unknown face", Format("0x%x", type));
 }
 
 SUnusedVerticesAnswer CScriptedQuestions::AskUnusedVertices() {
-  return Next("unused vertices", "").unused;
+  return Next<SUnusedVerticesAnswer>("unused vertices", "");
 }
 
 STextureAnswer CScriptedQuestions::AskTexture(const SMessage& message, const SFilePrompt&) {
-  return Next("texture", message.text).texture;
+  return Next<STextureAnswer>("texture", message.text);
 }
 
 std::optional<double> CScriptedQuestions::AskScaleFactor(double offered) {
-  return Next("scale factor", Format("%.9g", offered)).number;
+  return Next<std::optional<double>>("scale factor", Format("%.9g", offered));
 }
 
 std::unique_ptr<CProgress> CScriptedQuestions::BeginWork(const std::string&, bool) {
   return std::make_unique<CScriptedProgress>(cancel_after_);
-}
-
-CScriptedQuestions::SExpected CScriptedQuestions::Next(const std::string& kind, const std::string& text) {
-  if (expected_.empty()) {
-    ADD_FAILURE() << "unexpected question: " << kind << " \"" << text << '"';
-    return {};
-  }
-  SExpected next = std::move(expected_.front());
-  expected_.pop_front();
-  EXPECT_EQ(next.kind, kind) << "asked: \"" << text << '"';
-  EXPECT_NE(text.find(next.text), std::string::npos) << "asked: \"" << text << "\", expected: \"" << next.text << '"';
-  return next;
 }
 
 }  // namespace veldra::testing

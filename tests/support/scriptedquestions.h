@@ -1,7 +1,7 @@
 #pragma once
 
+#include <any>
 #include <deque>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,18 +16,34 @@ class CScriptedQuestions : public CQuestions {
   ~CScriptedQuestions() override;  ///< fails the test when an expected question never came
 
   /// The next question must contain TEXT (in its message or prompt title) and gets the answer.
-  CScriptedQuestions& OnYesNo(std::string text, EAnswer answer);
-  CScriptedQuestions& OnYesNoCancel(std::string text, EAnswer answer);
-  CScriptedQuestions& OnReplace(std::string text, EReplaceAnswer answer);
-  CScriptedQuestions& OnOpenFiles(std::string text, std::optional<SOpenFiles> answer);
-  CScriptedQuestions& OnFolder(std::string text, std::optional<std::string> answer);
-  CScriptedQuestions& OnOpenFile(std::string text, std::optional<std::string> answer);
-  CScriptedQuestions& OnSaveFile(std::string text, std::optional<SSavePath> answer);
+  CScriptedQuestions& OnYesNo(std::string text, EAnswer answer) { return On("yes/no", std::move(text), answer); }
+  CScriptedQuestions& OnYesNoCancel(std::string text, EAnswer answer) {
+    return On("yes/no/cancel", std::move(text), answer);
+  }
+  CScriptedQuestions& OnReplace(std::string text, EReplaceAnswer answer) {
+    return On("replace", std::move(text), answer);
+  }
+  CScriptedQuestions& OnOpenFiles(std::string text, std::optional<SOpenFiles> answer) {
+    return On("open files", std::move(text), std::move(answer));
+  }
+  CScriptedQuestions& OnFolder(std::string text, std::optional<std::string> answer) {
+    return On("folder", std::move(text), std::move(answer));
+  }
+  CScriptedQuestions& OnOpenFile(std::string text, std::optional<std::string> answer) {
+    return On("open file", std::move(text), std::move(answer));
+  }
+  CScriptedQuestions& OnSaveFile(std::string text, std::optional<SSavePath> answer) {
+    return On("save file", std::move(text), std::move(answer));
+  }
   CScriptedQuestions& OnUnknownFace(uint32_t type, SUnknownFaceAnswer answer);
-  CScriptedQuestions& OnUnusedVertices(SUnusedVerticesAnswer answer);
-  CScriptedQuestions& OnTexture(std::string text, STextureAnswer answer);
+  CScriptedQuestions& OnUnusedVertices(SUnusedVerticesAnswer answer) { return On("unused vertices", "", answer); }
+  CScriptedQuestions& OnTexture(std::string text, STextureAnswer answer) {
+    return On("texture", std::move(text), std::move(answer));
+  }
   CScriptedQuestions& OnScaleFactor(double offered, std::optional<double> answer);
 
+  /// Whether every expected question has come.
+  bool IsDone() const { return expected_.empty(); }
   const std::vector<SMessage>& Messages() const { return messages_; }
   /// The texts of the messages so far, taken out.
   std::vector<std::string> TakeMessageTexts();
@@ -52,17 +68,12 @@ class CScriptedQuestions : public CQuestions {
   struct SExpected {
     std::string kind;
     std::string text;
-    EAnswer answer = EAnswer::kCancel;
-    std::optional<std::string> path = {};
-    std::optional<SSavePath> save_path = {};
-    SUnknownFaceAnswer face = {};
-    SUnusedVerticesAnswer unused = {};
-    STextureAnswer texture = {};
-    std::optional<double> number = {};
-    EReplaceAnswer replace = EReplaceAnswer::kCancel;
-    std::optional<SOpenFiles> files = {};
+    std::any answer;
   };
-  SExpected Next(const std::string& kind, const std::string& text);
+  CScriptedQuestions& On(std::string kind, std::string text, std::any answer);
+  /// The next question's answer, or OTHERWISE when it is not of this kind.
+  template <typename T>
+  T Next(const std::string& kind, const std::string& text, T otherwise = {});
 
   std::deque<SExpected> expected_;
   std::vector<SMessage> messages_;

@@ -4,10 +4,12 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/process.h"
 #include "platform/text.h"
 
 namespace veldra::testing {
@@ -38,6 +40,28 @@ std::string CTempFolder::Write(std::string_view name, std::string_view content) 
 
 std::string CTempFolder::Write(std::string_view name, const std::vector<uint8_t>& content) const {
   return Write(name, std::string_view(reinterpret_cast<const char*>(content.data()), content.size()));
+}
+
+namespace {
+
+/// An empty value is as good as none to those who read these.
+void SetVariable(const std::string& name, const std::string& value) {
+#ifdef _WIN32
+  _putenv_s(name.c_str(), value.c_str());
+#else
+  value.empty() ? unsetenv(name.c_str()) : setenv(name.c_str(), value.c_str(), 1);
+#endif
+}
+
+}  // namespace
+
+CVariable::CVariable(std::string name, const std::string& value)
+    : name_(std::move(name)), old_(EnvironmentVariable(name_).value_or("")) {
+  SetVariable(name_, value);
+}
+
+CVariable::~CVariable() {
+  SetVariable(name_, old_);
 }
 
 std::string ReadTestFile(const std::string& path) {

@@ -25,6 +25,19 @@ class CTempFolder {
   std::string path_;
 };
 
+/// Sets an environment variable and brings its old value back.
+class CVariable {
+ public:
+  CVariable(std::string name, const std::string& value);
+  ~CVariable();
+  CVariable(const CVariable&) = delete;
+  CVariable& operator=(const CVariable&) = delete;
+
+ private:
+  std::string name_;
+  std::string old_;
+};
+
 /// The file's bytes; a missing file fails the test and gives "".
 std::string ReadTestFile(const std::string& path);
 

@@ -84,16 +84,5 @@ TEST(QuantizeTexture, WhatIsDrawnStaysDrawnAndWhatIsNotStaysNot) {
   EXPECT_EQ(kept.colors[2], 7) << "its own colour";
 }
 
-TEST(QuantizeTexture, TheLowestOfEquallyNearEntriesWins) {
-  ColorTable colors = {};
-  colors[5 * 3] = 20;
-  colors[9 * 3] = 40;
-  colors[11 * 3] = 40;
-  const SImage image = MakeImage(64, [](int x, int) { return std::array{x % 2 == 0 ? 30 : 40, 0, 0, 255}; });
-  const SIndexedTexture texture = QuantizeTexture(image, colors);
-  EXPECT_EQ(texture.indices[0], 5);
-  EXPECT_EQ(texture.indices[1], 9);
-}
-
 }  // namespace
 }  // namespace veldra

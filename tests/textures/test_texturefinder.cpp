@@ -62,12 +62,5 @@ TEST_F(TextureFinder, GivingUpIsRememberedForThisLoad) {
   EXPECT_EQ(store_.GetTexture(JoinPath(folder_.File("ART"), "GONE.RAW")), blank);
 }
 
-TEST_F(TextureFinder, AnUnloadableFileIsReportedAndThenAskedFor) {
-  WriteRaw("ART/BROKEN.RAW", 5000);
-  questions_.OnTexture("BROKEN.RAW", {EChoice::kGiveUp});
-  EXPECT_EQ(finder_.Find("BROKEN.RAW"), nullptr);
-  EXPECT_EQ(questions_.TakeMessageTexts(), std::vector<std::string>{"Error: Unsupported texture size."});
-}
-
 }  // namespace
 }  // namespace veldra

@@ -1,12 +1,12 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <chrono>
 #include <new>
 #include <utility>
 
 #include "platform/assert.h"
 #include "platform/files_system.h"
+#include "platform/filewriting.h"
 #include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -15,48 +15,19 @@ namespace veldra {
 
 namespace {
 
-/// One write call takes at most this much.
-constexpr size_t kPiece = size_t{1} << 20;
-/// A copy looks whether it is still wanted this often.
-constexpr uint64_t kCopyPiece = uint64_t{8} << 20;
-/// What a copy that goes through this program takes at once.
-constexpr size_t kCopyBuffer = size_t{1} << 18;
+/// A long file that has to be on the disk in the end is sent there as often as so much has been written.
+constexpr uint64_t kSyncPiece = uint64_t{8} << 20;
 /// A read that finds more than the file's length said goes on with this much.
 constexpr size_t kFirstGrowth = 4096;
-/// Names of temporary files that are tried before giving up.
-constexpr int kNameAttempts = 100;
 
 FileFault& CurrentFault() {
   static FileFault fault;
   return fault;
 }
 
-int Fault(std::string_view operation, const std::string& path) {
-  return CurrentFault() ? CurrentFault()(operation, path) : 0;
-}
-
-bool FailWith(SError* error, int number) {
-  return Fail(error, disk::ErrorText(number));
-}
-
 const char* NotAFileText(disk::EKind kind) {
   return kind == disk::EKind::kDirectory ? "is a folder" : "is not a file";
 }
-
-class COpenFile {
- public:
-  COpenFile() = default;
-  ~COpenFile() { Close(); }
-  COpenFile(const COpenFile&) = delete;
-  COpenFile& operator=(const COpenFile&) = delete;
-
-  int Close() {
-    const disk::Handle open = std::exchange(handle, disk::kNoHandle);
-    return open == disk::kNoHandle ? 0 : disk::Close(open);
-  }
-
-  disk::Handle handle = disk::kNoHandle;
-};
 
 /// Bytes that grow without being zeroed first.
 struct SBuffer {
@@ -86,7 +57,7 @@ bool ReadToEnd(disk::Handle handle, SBuffer& buffer, size_t limit, SError* error
       buffer.size += count;
       continue;
     }
-    if (buffer.size >= limit) return Fail(error, Format("is longer than %zu bytes", limit));
+    if (buffer.size >= limit) return FailWith(error, Format("is longer than %zu bytes", limit));
     buffer.Grow(std::min(limit, buffer.capacity + std::max(buffer.capacity, kFirstGrowth)));
     buffer.data[buffer.size++] = beyond;
   }
@@ -97,16 +68,10 @@ bool ReadInto(SBuffer& buffer, const std::string& path, size_t limit, SError* er
   disk::SStatus status;
   const int number = disk::OpenToRead(path, file.handle, status);
   if (number != 0) return FailWith(error, number);
-  if (status.kind != disk::EKind::kFile) return Fail(error, NotAFileText(status.kind));
-  if (status.length > limit) return Fail(error, Format("is longer than %zu bytes", limit));
+  if (status.kind != disk::EKind::kFile) return FailWith(error, NotAFileText(status.kind));
+  if (status.length > limit) return FailWith(error, Format("is longer than %zu bytes", limit));
   buffer.Grow(static_cast<size_t>(status.length));
   return ReadToEnd(file.handle, buffer, limit, error);
-}
-
-/// A name that no other program, and no other file of this one, is likely to have in mind.
-std::string TemporaryName() {
-  const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
-  return Format(".veldra-%x-%llx.tmp", disk::ProcessNumber(), static_cast<unsigned long long>(ticks));
 }
 
 }  // namespace
@@ -115,12 +80,16 @@ void SetFileFault(FileFault fault) {
   CurrentFault() = std::move(fault);
 }
 
+int InjectedFault(std::string_view operation, const std::string& path) {
+  return CurrentFault() ? CurrentFault()(operation, path) : 0;
+}
+
 std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error, size_t limit) try {
   SBuffer buffer;
   if (!ReadInto(buffer, disk::SystemPath(path), limit, error)) return std::nullopt;
   return CFileBytes(std::move(buffer.data), buffer.size);
 } catch (const std::bad_alloc&) {
-  Fail(error, "not enough memory");
+  FailWith(error, "not enough memory");
   return std::nullopt;
 }
 
@@ -137,26 +106,18 @@ bool ReplaceFile(std::string_view path, std::string_view text, SError* error) {
 struct CReplacement::SState {
   enum class EStep { kClosed, kOpen, kFinished, kFailed };
 
-  std::string path;  ///< as given
-  EReplacement kind = EReplacement::kDocument;
+  std::string path;       ///< as given
   std::string target;     ///< what is replaced
   std::string temporary;  ///< "" when there is none
   bool replaces = false;  ///< the target was there before
   COpenFile file;
-  std::vector<uint8_t> buffer;  ///< for CopyPiece
-  uint64_t written = 0;         ///< by CopyFrom, and how much of it is on its way to the disk
+  uint64_t written = 0;  ///< by CopyFrom, and how much of it is on its way to the disk
   uint64_t sent = 0;
   EStep step = EStep::kClosed;
 
   bool FindTarget(SError* error);
   bool CreateTemporary(SError* error);
   bool KeepPermissions(SError* error);
-  bool WritePiece(std::span<const uint8_t>& left, SError* error);
-  bool WriteAll(std::span<const uint8_t> bytes, SError* error);
-  /// Up to kCopyPiece bytes; COUNT says how many.
-  bool CopyPiece(const CInputFile& from, uint64_t offset, uint64_t length, uint64_t& count, SError* error);
-  int Fault(std::string_view operation) const { return veldra::Fault(operation, temporary); }
-  /// A long file that has to be on the disk in the end is sent there as it grows.
   void NoteWritten(uint64_t count);
   void Discard();
   /// Notes the step REACHED, or the failure when it did not go WELL; returns WELL.
@@ -165,13 +126,12 @@ struct CReplacement::SState {
 
 bool CReplacement::SState::FindTarget(SError* error) {
   target = disk::SystemPath(path);
-  if (kind == EReplacement::kCopy && disk::IsLink(target)) return true;
-  const int number = kind == EReplacement::kDocument ? disk::FollowLinks(std::string(target), target) : 0;
+  const int number = disk::FollowLinks(std::string(target), target);
   if (number != 0) return FailWith(error, number);
   const disk::EKind there = disk::Status(target).kind;
   if (there == disk::EKind::kNothing) return true;
   replaces = true;
-  if (there != disk::EKind::kFile) return Fail(error, NotAFileText(there));
+  if (there != disk::EKind::kFile) return FailWith(error, NotAFileText(there));
   const int refusal = disk::CheckReplaceable(target);
   return refusal == 0 || FailWith(error, refusal);
 }
@@ -180,7 +140,7 @@ bool CReplacement::SState::CreateTemporary(SError* error) {
   int number = 0;
   for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
     const std::string candidate = JoinPath(disk::FolderAbove(target), TemporaryName());
-    number = veldra::Fault("open", candidate);
+    number = InjectedFault("open", candidate);
     if (number == 0) number = disk::CreateNew(candidate, !replaces, file.handle);
     if (number == 0) {
       temporary = candidate;
@@ -196,44 +156,9 @@ bool CReplacement::SState::KeepPermissions(SError* error) {
   return number == 0 || FailWith(error, number);
 }
 
-bool CReplacement::SState::WritePiece(std::span<const uint8_t>& left, SError* error) {
-  size_t count = 0;
-  const int number = disk::Write(file.handle, left.first(std::min(left.size(), kPiece)), count);
-  if (number != 0) return FailWith(error, number);
-  if (count == 0) return Fail(error, "nothing more could be written");
-  left = left.subspan(count);
-  return true;
-}
-
-bool CReplacement::SState::WriteAll(std::span<const uint8_t> bytes, SError* error) {
-  while (!bytes.empty()) {
-    const int number = Fault("write");
-    if (number != 0) return FailWith(error, number);
-    if (!WritePiece(bytes, error)) return false;
-  }
-  return true;
-}
-
-bool CReplacement::SState::CopyPiece(const CInputFile& from, uint64_t offset, uint64_t length, uint64_t& count,
-                                     SError* error) {
-  int number = Fault("write");
-  if (number == 0) {
-    number = disk::CopyRange(from.SystemHandle(), offset, file.handle, std::min(length, kCopyPiece), count);
-  }
-  if (number != 0) return FailWith(error, number);
-  if (count > 0) return true;
-  if (buffer.empty()) buffer.resize(kCopyBuffer);
-  const auto piece = std::span(buffer).first(static_cast<size_t>(std::min<uint64_t>(length, kCopyBuffer)));
-  count = piece.size();
-  if (!from.ReadAt(offset, piece, error)) return false;
-  for (std::span<const uint8_t> left = piece; !left.empty();)
-    if (!WritePiece(left, error)) return false;
-  return true;
-}
-
 void CReplacement::SState::NoteWritten(uint64_t count) {
   written += count;
-  if (kind != EReplacement::kDocument || written - sent < kCopyPiece) return;
+  if (written - sent < kSyncPiece) return;
   disk::StartSync(file.handle, sent, written - sent);
   sent = written;
 }
@@ -249,9 +174,8 @@ bool CReplacement::SState::After(EStep reached, bool well) {
   return well;
 }
 
-CReplacement::CReplacement(std::string_view path, EReplacement kind) : state_(std::make_unique<SState>()) {
+CReplacement::CReplacement(std::string_view path) : state_(std::make_unique<SState>()) {
   state_->path = path;
-  state_->kind = kind;
 }
 
 CReplacement::~CReplacement() {
@@ -268,33 +192,27 @@ bool CReplacement::Open(SError* error) {
 bool CReplacement::Write(std::span<const uint8_t> bytes, SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  return state.WriteAll(bytes, error) || state.After(SState::EStep::kFailed, false);
+  return WriteBytes(state.file.handle, state.temporary, bytes, error) || state.After(SState::EStep::kFailed, false);
 }
 
 bool CReplacement::CopyFrom(const CInputFile& from, uint64_t offset, uint64_t length,
                             const std::function<bool(uint64_t)>& step, SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  while (length > 0) {
-    uint64_t count = 0;
-    if (!state.CopyPiece(from, offset, length, count, error)) return state.After(SState::EStep::kFailed, false);
-    offset += count;
-    length -= count;
+  const auto note = [&](uint64_t count) {
     state.NoteWritten(count);
-    if (step && !step(count)) return state.After(SState::EStep::kFailed, Fail(error, std::string()));
-  }
-  return true;
+    return !step || step(count);
+  };
+  return CopyBytes(from, offset, length, state.file.handle, state.temporary, note, error) ||
+         state.After(SState::EStep::kFailed, false);
 }
 
 bool CReplacement::Finish(SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  int number = 0;
-  if (state.kind == EReplacement::kDocument) {
-    number = state.Fault("sync");
-    if (number == 0) number = disk::Sync(state.file.handle);
-  }
-  if (number == 0) number = state.Fault("close");
+  int number = InjectedFault("sync", state.temporary);
+  if (number == 0) number = disk::Sync(state.file.handle);
+  if (number == 0) number = InjectedFault("close", state.temporary);
   if (number == 0) number = state.file.Close();
   return state.After(SState::EStep::kFinished, number == 0 || FailWith(error, number));
 }
@@ -302,13 +220,13 @@ bool CReplacement::Finish(SError* error) {
 bool CReplacement::Commit(SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kFinished);
-  int number = veldra::Fault("rename", state.target);
+  int number = InjectedFault("rename", state.target);
   if (number == 0) number = disk::Rename(state.temporary, state.target);
   if (number != 0) return state.After(SState::EStep::kFailed, FailWith(error, number));
   state.temporary.clear();
   state.step = SState::EStep::kClosed;
   // From here on the new file is the file; a folder that cannot be flushed is no reason to call that a failure.
-  if (state.kind == EReplacement::kDocument) disk::SyncDirectory(disk::FolderAbove(state.target));
+  disk::SyncDirectory(disk::FolderAbove(state.target));
   return true;
 }
 

@@ -51,18 +51,10 @@ bool ReplaceFile(std::string_view path, std::string_view text, SError* error = n
 
 class CInputFile;
 
-/// What a replacement promises.
-enum class EReplacement {
-  kDocument,  ///< links are followed, and the new file is on the disk before it takes the name
-  /// For a copy of what still is elsewhere: a link is replaced itself and not followed, and nothing waits for the disk,
-  /// which for many files would take longer than the writing. Still whole or not at all, as long as the system lives.
-  kCopy
-};
-
 /// ReplaceFile in steps, for several files that belong together: write and Finish all of them, then Commit each.
 class CReplacement {
  public:
-  explicit CReplacement(std::string_view path, EReplacement kind = EReplacement::kDocument);
+  explicit CReplacement(std::string_view path);
   ~CReplacement();  ///< removes the temporary file when Commit was not reached
   CReplacement(const CReplacement&) = delete;
   CReplacement& operator=(const CReplacement&) = delete;

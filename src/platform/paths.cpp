@@ -72,6 +72,18 @@ std::string JoinPath(std::string_view directory, std::string_view name) {
   return path;
 }
 
+std::vector<std::string_view> PathParts(std::string_view path) {
+  std::vector<std::string_view> parts;
+  while (!path.empty()) {
+    const size_t end = path.find_first_of(kSeparators);
+    parts.push_back(path.substr(0, end));
+    if (end == std::string_view::npos) break;
+    path.remove_prefix(end + 1);
+    if (path.empty()) parts.push_back(path);
+  }
+  return parts;
+}
+
 bool IsAbsolutePath(std::string_view path) {
   return RootLength(path) > 0;
 }

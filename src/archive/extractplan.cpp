@@ -5,6 +5,7 @@
 #include "archive/podnames.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace veldra {
 

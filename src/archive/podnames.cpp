@@ -37,10 +37,6 @@ bool IsDevice(std::string_view part) {
   });
 }
 
-bool IsControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 /// "" when PART can be the name of a file or folder on every system.
 std::string RefusalOfPart(std::string_view part) {
   if (part.empty()) return "a part of its name is empty";
@@ -55,7 +51,7 @@ std::string RefusalOfPart(std::string_view part) {
 
 std::string RefusalOfName(std::string_view name) {
   if (name.empty()) return "it has no name";
-  if (std::any_of(name.begin(), name.end(), IsControl)) return "its name has control characters";
+  if (HasHiddenCharacters(name)) return "its name has control characters";
   if (name[0] == '\\' || name[0] == '/') return "its name begins at the disk's root";
   for (const std::string_view part : PathParts(name)) {
     std::string refusal = RefusalOfPart(part);

@@ -10,8 +10,8 @@ namespace veldra {
 
 void CCliQuestions::Print(const SMessage& message) {
   ++printed_count_;
-  err_ << message.caption << ": " << message.text << '\n';
-  if (!message.details.empty()) err_ << message.details << '\n';
+  err_ << DisplayText(message.caption + ": " + message.text) << '\n';
+  if (!message.details.empty()) err_ << DisplayText(message.details) << '\n';
   err_.flush();
 }
 

@@ -79,13 +79,18 @@ int WriteTexture(CSession& session, const std::string& raw, const SIndexedTextur
 
 int Import(CSession& session, const SImportOptions& options) {
   SError error;
-  const auto picture = ReadPng(options.png, &error);
-  if (!picture) return session.Fail(Format("\"%s\" could not be opened.", options.png.c_str()), error.what);
-  const auto fits = [&](int size) { return picture->width == size && picture->height == size; };
+  const auto sides = ReadPngSize(options.png, &error);
+  const auto fail = [&] {
+    return session.Fail(Format("\"%s\" could not be opened.", options.png.c_str()), error.what);
+  };
+  if (!sides) return fail();
+  const auto fits = [&](int size) { return sides->width == size && sides->height == size; };
   if (std::none_of(kTextureSizes.begin(), kTextureSizes.end(), fits)) {
     return session.Fail(Format("\"%s\" is %d x %d pixels. A texture is square, 64, 128, 256 or 512 pixels wide.",
-                               options.png.c_str(), picture->width, picture->height));
+                               options.png.c_str(), sides->width, sides->height));
   }
+  const auto picture = ReadPng(options.png, &error);
+  if (!picture) return fail();
   std::optional<ColorTable> colors;
   if (!options.palette.empty()) {
     colors = ReadColorTable(options.palette);

@@ -25,9 +25,26 @@ struct STruckOptions {
 std::optional<CTruck> OpenTruck(CSession& session, const std::string& path) {
   CTruck truck;
   SError error;
-  if (truck.Load(path, &error)) return truck;
-  session.Fail(kFailedToLoadTruck, path + ": " + error.what);
-  return std::nullopt;
+  int known = 0;
+  if (!truck.Load(path, &error, &known)) {
+    session.Fail(kFailedToLoadTruck, path + ": " + error.what);
+    return std::nullopt;
+  }
+  if (known == 0)
+    session.Questions().Message({.text = Format(kNothingKnownText, path.c_str()), .icon = EIcon::kWarning});
+  return truck;
+}
+
+/// The same for making a file of it, which wants a yes where nothing in it is known.
+std::optional<CTruck> OpenTruckToWrite(CSession& session, const std::string& path) {
+  CTruck truck;
+  int known = 0;
+  if (!truck.Load(path, nullptr, &known) || known > 0) return OpenTruck(session, path);
+  const SMessage question = {.text = Format(kNothingKnownText, path.c_str()) + "\nGo on all the same?",
+                             .icon = EIcon::kWarning,
+                             .usual = EAnswer::kNo};
+  if (session.Questions().AskYesNo(question) != EAnswer::kYes) return std::nullopt;
+  return truck;
 }
 
 int Show(CSession& session, const STruckOptions& options) {
@@ -37,7 +54,7 @@ int Show(CSession& session, const STruckOptions& options) {
 }
 
 int Rewrite(CSession& session, const STruckOptions& options) {
-  const auto truck = OpenTruck(session, options.truck);
+  const auto truck = OpenTruckToWrite(session, options.truck);
   if (!truck) return kFailed;
   SError error;
   return truck->Save(options.out, &error) ? kDone
@@ -51,7 +68,7 @@ int PrintNeeded(CSession& session, const STruckOptions& options) {
   std::string out;
   const auto add = [&](const char* kind, const std::vector<std::string>& names) {
     for (const std::string& name : names)
-      out += std::string(kind) + " " + ToUtf8(name) + "\n";
+      out += std::string(kind) + " " + DisplayName(name) + "\n";
   };
   add("model", needed.models);
   add("texture", needed.textures);
@@ -61,7 +78,7 @@ int PrintNeeded(CSession& session, const STruckOptions& options) {
 }
 
 int Pack(CSession& session, const STruckOptions& options) {
-  if (!OpenTruck(session, options.truck)) return kFailed;
+  if (!OpenTruckToWrite(session, options.truck)) return kFailed;
   const CStockFiles stock(session.SettingsFolder());
   const SSearchPlaces places = PlacesForTruck(options.truck, session.Settings(), CopTools::InstallationDirectory());
   const STruckPackPlan plan = PlanTruckPack(options.truck, places, stock);

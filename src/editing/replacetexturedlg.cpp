@@ -30,7 +30,7 @@ std::optional<STextureImage> LoadPreview(const std::string& path, const ColorTab
   fault = QObject::tr("Not a texture: %1 bytes, not 64, 128, 256 or 512 squared.").arg(*length);
   if (image.size == 0) return std::nullopt;
   SError error;
-  const auto texels = ReadWholeFile(there, &error);
+  const auto texels = ReadWholeFile(there, &error, static_cast<size_t>(*length));
   fault = ToQString(error.what);
   if (!texels) return std::nullopt;
   const ColorTable colors = ReadColorTable(ChangeExtension(there, "ACT")).value_or(default_colors);

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "model/binfile.h"
+#include "model/binformat.h"
 #include "model/binloader.h"
 #include "model/infofile.h"
 #include "platform/text.h"
@@ -49,11 +50,21 @@ SModelInfo ReadInfoBeside(const std::string& path) {
   const std::string info_path = FindAnyCase(InfoPath(path));
   if (info_path.empty()) return {};
   SError error;
-  const auto text = ReadWholeFile(info_path, &error);
+  const auto text = ReadTextFile(info_path, &error);
   if (text) return ParseInfo(text->Text());
   SModelInfo unread;
   unread.complaints.push_back(info_path + ": " + error.what);
   return unread;
+}
+
+/// Of a file that is longer than any model of the game: what it is not.
+std::string BinStartFault(std::span<const uint8_t> start, uint64_t length) {
+  CByteReader reader(start);
+  const uint32_t type = reader.ReadU32();
+  if (type != kModelType) return Format("is long for a model, and of the unknown type 0x%x", type);
+  reader.Seek(kVertexCountOffset);
+  const uint32_t count = reader.ReadU32();
+  return count <= length / kVertexSize ? "" : Format("has no room for the %u vertices that it tells of", count);
 }
 
 }  // namespace
@@ -69,7 +80,7 @@ bool LoadBin(CBinModel& model, std::span<const uint8_t> file, std::string_view i
 
 bool LoadBinFile(CBinModel& model, const std::string& path, const SLoadContext& context, SDiagnosis* diagnosis) {
   SError error;
-  const auto file = ReadWholeFile(path, &error);
+  const auto file = ReadWholeFile(path, &error, kLargestFile, BinStartFault);
   if (file) return LoadWithInfo(model, file->View(), ReadInfoBeside(path), context, diagnosis);
   model.Clear();
   if (diagnosis != nullptr) *diagnosis = {0, path + ": " + error.what};

@@ -22,7 +22,7 @@ bool WritePiece(disk::Handle to, std::span<const uint8_t>& left, SError* error) 
   size_t count = 0;
   const int number = disk::Write(to, left.first(std::min(left.size(), kPiece)), count);
   if (number != 0) return FailWith(error, number);
-  if (count == 0) return FailWith(error, "nothing more could be written");
+  if (count == 0) return Fail(error, "nothing more could be written");
   left = left.subspan(count);
   return true;
 }
@@ -41,13 +41,8 @@ bool CopyThrough(std::vector<uint8_t>& buffer, const CInputFile& from, uint64_t 
 
 }  // namespace
 
-bool FailWith(SError* error, std::string what) {
-  if (error != nullptr) error->what = std::move(what);
-  return false;
-}
-
 bool FailWith(SError* error, int number) {
-  return FailWith(error, disk::ErrorText(number));
+  return Fail(error, disk::ErrorText(number));
 }
 
 std::string TemporaryName() {
@@ -80,7 +75,7 @@ bool CopyBytes(const CInputFile& from, uint64_t offset, uint64_t length, disk::H
     if (count == 0 && !CopyThrough(buffer, from, offset, length, to, count, error)) return false;
     offset += count;
     length -= count;
-    if (!step(count)) return FailWith(error, std::string());
+    if (!step(count)) return Fail(error, std::string());
   }
   return true;
 }

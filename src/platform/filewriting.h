@@ -13,7 +13,7 @@
 /// Inside platform: what all that write files share.
 namespace veldra {
 
-bool FailWith(SError* error, std::string what);
+/// Fail with what the system says of error NUMBER.
 bool FailWith(SError* error, int number);
 
 /// What SetFileFault's function says; 0 without one.

@@ -32,8 +32,8 @@ bool CInputFile::Open(std::string_view path, SError* error) {
     return true;
   }
   Close();
-  if (number != 0) return FailWith(error, disk::ErrorText(number));
-  return FailWith(error, status.kind == disk::EKind::kDirectory ? "is a folder" : "is not a file");
+  if (number != 0) return Fail(error, disk::ErrorText(number));
+  return Fail(error, status.kind == disk::EKind::kDirectory ? "is a folder" : "is not a file");
 }
 
 void CInputFile::Close() {
@@ -49,8 +49,8 @@ bool CInputFile::ReadAt(uint64_t offset, std::span<uint8_t> buffer, SError* erro
   while (!buffer.empty()) {
     size_t count = 0;
     const int number = disk::ReadAt(handle_, offset, buffer, count);
-    if (number != 0) return FailWith(error, disk::ErrorText(number));
-    if (count == 0) return FailWith(error, "the file ends before its time");
+    if (number != 0) return Fail(error, disk::ErrorText(number));
+    if (count == 0) return Fail(error, "the file ends before its time");
     buffer = buffer.subspan(count);
     offset += count;
   }

@@ -36,11 +36,11 @@ bool COutputFolder::SState::EnterPart(std::string_view name, SError* error) {
   }
   switch (disk::EntryIn(above, level.name)) {
     case disk::EEntry::kLink:
-      return FailWith(error, "a link stands where it needs a folder");
+      return Fail(error, "a link stands where it needs a folder");
     case disk::EEntry::kFile:
-      return FailWith(error, "there is a file where it needs a folder");
+      return Fail(error, "there is a file where it needs a folder");
     default:
-      return FailWith(error, "its folder could not be made: " + disk::ErrorText(number));
+      return Fail(error, "its folder could not be made: " + disk::ErrorText(number));
   }
 }
 
@@ -86,7 +86,7 @@ struct COutputFile::SState {
 
 bool COutputFile::SState::LookAtTarget(SError* error) {
   const disk::EEntry there = disk::EntryIn(folder, name);
-  if (there == disk::EEntry::kOther) return FailWith(error, "there is something of this name that is no file");
+  if (there == disk::EEntry::kOther) return Fail(error, "there is something of this name that is no file");
   replaces = there == disk::EEntry::kFile;
   const int refusal = replaces ? disk::CheckReplaceableIn(folder, name) : 0;
   return refusal == 0 || FailWith(error, refusal);

@@ -88,6 +88,17 @@ bool IsAbsolutePath(std::string_view path) {
   return RootLength(path) > 0;
 }
 
+bool StaysBelow(std::string_view path) {
+  if (path.empty() || IsSeparator(path[0]) || path.find_first_of(std::string_view(":\0", 2)) != std::string_view::npos)
+    return false;
+  const std::vector<std::string_view> parts = PathParts(path);
+  return std::find(parts.begin(), parts.end(), "..") == parts.end();
+}
+
+bool IsBareName(std::string_view name) {
+  return StaysBelow(name) && name != "." && name.find_first_of(kSeparators) == std::string_view::npos;
+}
+
 std::string NativePath(std::string_view path) {
   std::string native(path);
   if (kSystemSeparator == '/') std::replace(native.begin(), native.end(), '\\', '/');

@@ -22,6 +22,11 @@ std::string JoinPath(std::string_view directory, std::string_view name);
 std::vector<std::string_view> PathParts(std::string_view path);
 /// Starts at a root of the file system or a drive.
 bool IsAbsolutePath(std::string_view path);
+/// PATH, which stands in a file, stays below the folder that it is looked up in, whatever the system: it has no root,
+/// no drive, no ".." and no end before its end.
+bool StaysBelow(std::string_view path);
+/// The same for a name that may not even lead into another folder.
+bool IsBareName(std::string_view name);
 /// PATH as this system's calls take it: on systems that separate with "/", every "\" becomes one.
 std::string NativePath(std::string_view path);
 

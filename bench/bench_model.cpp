@@ -1,14 +1,17 @@
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <map>
+#include <random>
 
 #include "comparison.h"
 #include "interchange/wavefront.h"
 #include "model/binfile.h"
 #include "model/geometry.h"
+#include "model/seeds.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -163,6 +166,37 @@ double Merge(int vertices, int spacing) {
   return seconds;
 }
 
+/// Positions all over the range of 32 bits, where sums of squares wrap a million times over.
+std::vector<WrappedPoint> WildCloud(size_t count) {
+  std::mt19937 random(3);
+  std::vector<WrappedPoint> points(count);
+  for (WrappedPoint& p : points)
+    p = {static_cast<uint32_t>(random()), static_cast<uint32_t>(random()), static_cast<uint32_t>(random())};
+  return points;
+}
+
+double AssignWild(size_t count) {
+  std::vector<WrappedPoint> points = WildCloud(count);
+  return Seconds([&] { Require(AssignSeeds(std::move(points), 5).size() == count, "merging"); });
+}
+
+/// The same by comparing all pairs.
+double AssignByAllPairs(size_t count) {
+  const std::vector<WrappedPoint> points = WildCloud(count);
+  std::vector<size_t> seeds;
+  const auto is_near = [&](size_t i, size_t seed) {
+    uint32_t sum = 0;
+    for (size_t axis = 0; axis < 3; ++axis)
+      sum += (points[i][axis] - points[seed][axis]) * (points[i][axis] - points[seed][axis]);
+    return sum < 36;
+  };
+  return Seconds([&] {
+    for (size_t i = 0; i < count; ++i)
+      if (std::none_of(seeds.begin(), seeds.end(), [&](size_t seed) { return is_near(i, seed); })) seeds.push_back(i);
+    asm volatile("" : : "r"(seeds.data()) : "memory");
+  });
+}
+
 struct SSize {
   const char* label;
   int side;
@@ -193,6 +227,9 @@ void AddModelComparisons() {
   CompareWith("merge 1M", merge(1000000, kSpacing), "merge 100k", 15);
   // So far apart that sums of squares wrap.
   CompareWith("merge 100k wide", merge(100000, 700), "merge 100k", 0);
+  const auto wild = [](size_t count) { return [=] { return AssignWild(count); }; };
+  Compare("seeds 50k wild", wild(50000), {{"all pairs", [] { return AssignByAllPairs(50000); }}});
+  CompareWith("seeds 200k wild", wild(200000), "seeds 50k wild", 0);
 }
 
 }  // namespace veldra::bench

@@ -3,9 +3,11 @@
 
 #include "archive/poddocument.h"
 #include "archive/stockfiles.h"
+#include "document/modelcopy.h"
 #include "fuzzquestions.h"
 #include "interchange/wavefront.h"
 #include "model/infofile.h"
+#include "model/snapshot.h"
 #include "platform/paths.h"
 #include "truck/truck.h"
 
@@ -122,6 +124,25 @@ constexpr std::string_view kWaveText =
     "vt 0.5 .25\nvt -1 2\nvn 0 0 1\ng left right\nusemtl red\nf 1/1/1 2/2/1 3/1/1\nf -1 -2 -3 \\\n -4\ng\nf 1 2 4 3 5\n"
     "f 1//1 2//1 5//1 3//1 4//1 5//1\nl 1 2\ns off\nnewmtl red\nmap_Kd -s 1 1 road.png\nf 1 2 3 4 5 1 2 3 4 5";
 
+/// A snapshot and a copy, each behind the byte that tells them apart.
+std::vector<uint8_t> CopyBytes(const CBinModel& model, bool is_snapshot) {
+  CByteWriter out;
+  out.WriteU8(is_snapshot ? 1 : 0);
+  if (is_snapshot) {
+    WriteSnapshot(model, out);
+  } else {
+    out.WriteBytes(WriteModelCopy({.title = "Truck.bin", .picture = {2, 1, {1, 2, 3, 4, 5, 6, 7, 8}}}, model));
+  }
+  return {out.Bytes().begin(), out.Bytes().end()};
+}
+
+bool WritePicture(const std::string& folder) {
+  SImage picture{64, 64, {}};
+  for (size_t i = 0; i < size_t{4} * 64 * 64; ++i)
+    picture.rgba.push_back(static_cast<uint8_t>(i * i >> 5));
+  return MakeDirectories(folder) && WritePng(JoinPath(folder, "full"), picture);
+}
+
 bool Write(const std::string& folder, const char* name, std::span<const uint8_t> bytes) {
   SError error;
   if (MakeDirectories(folder) && ReplaceFile(JoinPath(folder, name), bytes, &error)) return true;
@@ -150,6 +171,10 @@ int main(int argc, char** argv) {
   CByteWriter truck;
   truck.WriteText(TruckText());
 
+  CByteWriter settings;
+  for (const auto& [key, value] : CSettings().Texts())
+    settings.WriteText(key + " " + value + "\r\n");
+
   CByteWriter wave;
   wave.WriteText(kWaveText);
   CByteWriter exported;
@@ -163,6 +188,10 @@ int main(int argc, char** argv) {
       Write(JoinPath(argv[1], "obj"), "export", exported.Bytes()) &&
       Write(JoinPath(argv[1], "pod"), "full", PodBytes()) &&
       Write(JoinPath(argv[1], "pod"), "stock", PodZipFilesResource()) &&
+      Write(JoinPath(argv[1], "stock"), "full", WriteStringList({{{"A", "BC"}, {}, {"D"}}})) &&
+      Write(JoinPath(argv[1], "settings"), "full", settings.Bytes()) &&
+      Write(JoinPath(argv[1], "copy"), "snapshot", CopyBytes(model, true)) &&
+      Write(JoinPath(argv[1], "copy"), "copy", CopyBytes(model, false)) && WritePicture(JoinPath(argv[1], "png")) &&
       Write(JoinPath(argv[1], "trk"), "full", truck.Bytes());
   return is_written ? 0 : 1;
 }

@@ -24,7 +24,7 @@ CChildFrame::~CChildFrame() {
 }
 
 QString CChildFrame::Name() const {
-  const QString title = ToQString(document_->Title());
+  const QString title = NameToQString(document_->Title());
   return number_ == 0 ? title : QStringLiteral("%1:%2").arg(title).arg(number_);
 }
 

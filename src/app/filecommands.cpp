@@ -114,7 +114,7 @@ void CFileCommands::Reload() {
 void CFileCommands::EarlierStates() {
   const CTarnDoc& document = Active();
   const std::string key = document.StatesKey();
-  const QString title = ToQString(document.Title());
+  const QString title = NameToQString(document.Title());
   CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), &window_);
   dialog.exec();
   const auto chosen = dialog.Chosen();

@@ -88,7 +88,7 @@ void CMainFrame::MakeCommands() {
   new CFileWatch(*windows_, this);
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
-  app_.SetSay([this](const std::string& text) { Say(ToQString(text)); });
+  app_.SetSay([this](const std::string& text) { Say(NameToQString(text)); });
   connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
   docks_->InstallKeys(view_keys);
   connect(docks_, &CToolDocks::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });

@@ -51,13 +51,16 @@ void SetUp(QMessageBox& box, const SMessage& message, const std::string& details
   box.setIcon(BoxIcon(message.icon));
   box.setWindowTitle(ToQString(message.caption));
   box.setTextFormat(Qt::PlainText);
-  box.setText(ToQString(message.text));
-  box.setInformativeText(ToQString(details));
+  box.setText(ToQString(DisplayText(message.text)));
+  box.setInformativeText(ToQString(DisplayText(details)));
+  // The box tells its format to the first of its texts only.
+  for (QLabel* label : box.findChildren<QLabel*>())
+    label->setTextFormat(Qt::PlainText);
 }
 
 /// For the dialogs whose texts have no room for the file that they are about.
 void NameInTitle(QDialog& dialog, const std::string& file) {
-  if (!file.empty()) dialog.setWindowTitle(dialog.windowTitle() + " - " + ToQString(FileNamePart(file)));
+  if (!file.empty()) dialog.setWindowTitle(dialog.windowTitle() + " - " + NameToQString(FileNamePart(file)));
 }
 
 /// SELECTED is a filter as it was set or, from Qt's own dialog, as it is shown.
@@ -100,7 +103,7 @@ QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
 
 void AddNote(QFileDialog& dialog, const std::string& text) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  auto* note = new QLabel(ToQString(text), &dialog);
+  auto* note = new QLabel(ToQString(DisplayText(text)), &dialog);
   note->setObjectName("note");
   note->setTextFormat(Qt::PlainText);
   if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
@@ -249,7 +252,7 @@ std::optional<double> CQtQuestions::AskScaleFactor(double offered) {
 }
 
 std::unique_ptr<CProgress> CQtQuestions::BeginWork(const std::string& title, bool cancellable) {
-  return std::make_unique<CQtProgress>(ToQString(title), cancellable, Parent());
+  return std::make_unique<CQtProgress>(ToQString(DisplayText(title)), cancellable, Parent());
 }
 
 }  // namespace veldra

@@ -57,17 +57,17 @@ void CRecoveryDialog::AddLeftover(const SLeftover& leftover) {
   if (!is_sound) {
     item->setText(kTitle, tr("Damaged copy"));
     item->setText(kTime, tr("unknown"));
-    item->setText(kFolder, ToQString(leftover.fault));
-    item->setToolTip(kFolder, ToQString(leftover.file));
+    item->setText(kFolder, NameToQString(leftover.fault));
+    item->setToolTip(kFolder, ToolTipText(NameToQString(leftover.file)));
     return;
   }
   const std::string& path = leftover.document.path;
-  item->setText(kTitle, ToQString(leftover.document.title));
+  item->setText(kTitle, NameToQString(leftover.document.title));
   item->setText(kTime, When(leftover.time));
   item->setText(kVertices, QLocale().toString(leftover.vertices));
   item->setText(kFaces, QLocale().toString(leftover.faces));
-  item->setText(kFolder, path.empty() ? tr("never saved") : ToQString(DirectoryPart(path)));
-  item->setToolTip(kFolder, ToQString(path));
+  item->setText(kFolder, path.empty() ? tr("never saved") : NameToQString(DirectoryPart(path)));
+  item->setToolTip(kFolder, ToolTipText(NameToQString(path)));
   item->setTextAlignment(kVertices, Qt::AlignRight | Qt::AlignVCenter);
   item->setTextAlignment(kFaces, Qt::AlignRight | Qt::AlignVCenter);
 }

@@ -78,7 +78,7 @@ void CWindowPicture::Take() {
 }
 
 void CWindowPicture::Fail(const QString& reason) {
-  std::fprintf(stderr, "veldra: %s\n", reason.toUtf8().constData());
+  std::fprintf(stderr, "veldra: %s\n", DisplayText(reason.toStdString()).c_str());
   QApplication::exit(1);
 }
 

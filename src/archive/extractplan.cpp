@@ -5,24 +5,12 @@
 #include "archive/podnames.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/userfolders.h"
+#include "platform/text.h"
 
 namespace veldra {
 
-namespace {
-
-constexpr std::string_view kSeparators = "\\/";
-
-bool LiesBelow(const std::string& path, const std::string& folder) {
-  if (!path.starts_with(folder)) return false;
-  return path.size() == folder.size() || kSeparators.find(folder.back()) != std::string_view::npos ||
-         kSeparators.find(path[folder.size()]) != std::string_view::npos;
-}
-
-}  // namespace
-
 CExtractPlan::CExtractPlan(const CPodDocument& archive, const SExtractRequest& request)
-    : archive_(archive), request_(request), real_destination_(ComparablePath(request.destination)) {}
+    : archive_(archive), request_(request) {}
 
 void CExtractPlan::Add(size_t entry) {
   std::string reason = Place(entry);
@@ -34,12 +22,12 @@ std::string CExtractPlan::Place(size_t entry) {
   if (wanted.fault != EPodFault::kNone) return PodFaultText(wanted.fault);
   const SNameResult relative = SafeRelativePath(wanted.Name(), request_.folders);
   if (!relative.Ok()) return relative.refusal;
-  const std::string folder = DirectoryPart(relative.name);
-  std::string reason = CheckFolder(folder);
-  if (!reason.empty()) return reason;
   SExtractStep step{.entry = entry,
-                    .folder = JoinPath(request_.destination, folder),
+                    .folder = DirectoryPart(relative.name),
+                    .name = FileNamePart(relative.name),
                     .path = JoinPath(request_.destination, relative.name)};
+  std::string reason = CheckFolder(step.folder);
+  if (!reason.empty()) return reason;
   step.exists = FileExists(step.path) || IsLink(step.path);
   if (step.exists && IsDirectory(step.path)) return "there is a folder of this name";
   if (step.exists && !IsFile(step.path) && !IsLink(step.path)) return "there is something of this name that is no file";
@@ -73,16 +61,11 @@ std::string CExtractPlan::CheckFolder(const std::string& folder) {
 
 std::string CExtractPlan::LookAtFolder(const std::string& folder) const {
   std::string path = request_.destination;
-  for (size_t start = 0; start < folder.size();) {
-    const size_t end = std::min(folder.find_first_of(kSeparators, start), folder.size());
-    path = JoinPath(path, folder.substr(start, end - start));
-    start = end + 1;
-    const bool is_link = IsLink(path);
-    if (!is_link && !FileExists(path)) return {};
+  for (const std::string_view part : PathParts(folder)) {
+    path = JoinPath(path, part);
+    if (IsLink(path)) return "a link stands where it needs a folder";
+    if (!FileExists(path)) return {};
     if (!IsDirectory(path)) return "there is a file where it needs a folder";
-    if (is_link && !LiesBelow(ComparablePath(path), real_destination_)) {
-      return "a link in its folder leads out of the destination";
-    }
   }
   return {};
 }

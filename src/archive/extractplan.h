@@ -12,8 +12,9 @@ namespace veldra {
 
 struct SExtractStep {
   size_t entry = 0;
-  std::string folder;  ///< that the file lies in; the destination or one below it
-  std::string path;    ///< of the file
+  std::string folder;  ///< that the file lies in, relative to the destination
+  std::string name;    ///< of the file there
+  std::string path;    ///< of the file, whole
   bool exists = false;
 };
 
@@ -38,13 +39,13 @@ class CExtractPlan {
   /// "" when no other entry of the list goes where RELATIVE_PATH leads, or needs a folder there, or a file where this
   /// one needs a folder. All systems' file names are compared, so that the files can be taken to any of them.
   std::string Claim(const std::string& relative_path, size_t entry);
-  /// "" when FOLDER, relative to the destination, is there or can be made without leaving the destination.
+  /// "" when FOLDER, relative to the destination, is there or can be made. A link on the way leads out of the
+  /// destination, or could be made to.
   std::string CheckFolder(const std::string& folder);
   std::string LookAtFolder(const std::string& folder) const;
 
   const CPodDocument& archive_;
   const SExtractRequest& request_;
-  std::string real_destination_;
   std::map<std::string, size_t> files_;  ///< entries by the key of their path
   std::set<std::string> folders_;        ///< keys of the folders that they need
   std::map<std::string, std::string> looked_at_;

@@ -91,25 +91,6 @@ std::string PodFaultText(EPodFault fault) {
   return {};
 }
 
-std::string DisplayName(std::string_view name) {
-  const std::string text = ToUtf8(name);
-  std::string shown;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    // The second set of control characters, of two bytes, moves a terminal's cursor as well as the first.
-    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-    if (byte == 0xC2 && next < 0xA0) {
-      shown += Format("\\x%02X", next);
-      ++i;
-    } else if (byte < 0x20 || byte == 0x7F) {
-      shown += Format("\\x%02X", byte);
-    } else {
-      shown += text[i];
-    }
-  }
-  return shown;
-}
-
 std::string_view SPodEntry::Name() const {
   return NameInField(name_field);
 }

@@ -52,9 +52,6 @@ struct SPodEntry {
   std::string_view FileName() const;
 };
 
-/// A name as it can be shown: valid UTF-8, and control characters written as "\x1B".
-std::string DisplayName(std::string_view name);
-
 /// An archive as the extractor and the creator see it: its directory with every entry checked against the archive's
 /// length. Only the directory is kept in memory. Can be moved.
 class CPodDocument {

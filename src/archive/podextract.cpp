@@ -1,11 +1,13 @@
 #include "archive/podextract.h"
 
-#include <set>
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "archive/extractplan.h"
 #include "platform/files.h"
 #include "platform/inputfile.h"
+#include "platform/outputfolder.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -17,8 +19,16 @@ constexpr const char* kReplaceText = "\"%s\" already exists.\nReplace existing f
 constexpr const char* kDestinationErrorText = "Failed to open destination file";
 constexpr const char* kWriteErrorText = "\"%s\" could not be extracted.";
 constexpr const char* kResultText = "Extracted %d of %d files";
+constexpr const char* kManyBytesText =
+    "The files hold %s, %llu times as much as their archive.\nExtract them all the same?";
+/// Entries may share bytes of the archive; those of the game's archives never do, and this is room enough for others.
+constexpr uint64_t kUsualGrowth = 10;
 /// A message shows so many refused entries; its details have the rest.
 constexpr size_t kShownAtOnce = 10;
+
+std::string BytesText(uint64_t count) {
+  return Counted(static_cast<int64_t>(count), "byte", "bytes");
+}
 
 enum class EWritten { kYes, kNo, kStop };
 
@@ -35,9 +45,14 @@ class CExtraction {
   void ShowRefused(const std::vector<SRefusedEntry>& refused);
   /// The steps to be taken, or nothing when Cancel was answered.
   std::optional<std::vector<SExtractStep>> Confirm(const std::vector<SExtractStep>& steps);
+  /// What all of them will hold, in bytes.
+  uint64_t Sum(const std::vector<SExtractStep>& steps) const;
+  /// Asks about more than an archive of this length should hold, and says when the disk has no room for it.
+  bool CheckSum(const std::vector<SExtractStep>& steps);
+  bool CheckSpace(const std::vector<SExtractStep>& steps);
   bool WriteAll(const std::vector<SExtractStep>& steps);
   EWritten Write(const SExtractStep& step, CProgress& progress);
-  EWritten Copy(CReplacement& file, const SExtractStep& step, CProgress& progress);
+  EWritten Copy(COutputFile& file, const SExtractStep& step, CProgress& progress);
   EWritten Skip(const SExtractStep& step, const std::string& reason);
   void ShowSkipped();
   void Warn(std::string text, std::string details = {}) {
@@ -50,7 +65,7 @@ class CExtraction {
   const SExtractRequest& request_;
   CInputFile input_;
   SExtractResult result_;
-  std::set<std::string> made_folders_;
+  COutputFolder output_;
   std::string skipped_;  ///< a line for each destination that could not be opened
   uint64_t done_ = 0;    ///< progress, in bytes and files
   uint64_t all_ = 0;
@@ -58,8 +73,9 @@ class CExtraction {
 
 SExtractResult CExtraction::Run() {
   if (!OpenArchive()) return result_;
-  if (!IsDirectory(request_.destination)) {
-    Warn(kNoDestinationText);
+  SError error;
+  if (!IsDirectory(request_.destination) || !output_.Open(request_.destination, &error)) {
+    Warn(kNoDestinationText, error.what);
     return result_;
   }
   result_.started = true;
@@ -71,7 +87,7 @@ SExtractResult CExtraction::Run() {
   result_.refused = plan.Refused().size();
   if (!plan.Refused().empty()) ShowRefused(plan.Refused());
   const auto steps = Confirm(plan.Steps());
-  result_.done = steps && WriteAll(*steps);
+  result_.done = steps && CheckSum(*steps) && CheckSpace(*steps) && WriteAll(*steps);
   return result_;
 }
 
@@ -131,9 +147,37 @@ std::optional<std::vector<SExtractStep>> CExtraction::Confirm(const std::vector<
   return confirmed;
 }
 
-bool CExtraction::WriteAll(const std::vector<SExtractStep>& steps) {
+uint64_t CExtraction::Sum(const std::vector<SExtractStep>& steps) const {
+  return std::accumulate(steps.begin(), steps.end(), uint64_t{0}, [&](uint64_t sum, const SExtractStep& step) {
+    return sum + archive_.Entries()[step.entry].length;
+  });
+}
+
+bool CExtraction::CheckSum(const std::vector<SExtractStep>& steps) {
+  const uint64_t sum = Sum(steps);
+  if (sum <= kUsualGrowth * archive_.ArchiveLength()) return true;
+  const unsigned long long times = sum / archive_.ArchiveLength();
+  const SMessage question{
+      .text = Format(kManyBytesText, BytesText(sum).c_str(), times), .icon = EIcon::kWarning, .usual = EAnswer::kNo};
+  return questions_.AskYesNo(question) == EAnswer::kYes;
+}
+
+bool CExtraction::CheckSpace(const std::vector<SExtractStep>& steps) {
+  const auto space = output_.FreeSpace();
+  const uint64_t sum = Sum(steps);
+  if (!space || sum <= *space) return true;
+  // Only now is it worth looking at what the replaced files give back.
+  uint64_t replaced = 0;
   for (const SExtractStep& step : steps)
-    all_ += archive_.Entries()[step.entry].length + 1;
+    if (step.exists) replaced += FileLength(step.path).value_or(0);
+  if (sum <= *space + replaced) return true;
+  Warn("There is not enough space on the disk.",
+       Format("The files need %s, and %s are free.", BytesText(sum).c_str(), BytesText(*space).c_str()));
+  return false;
+}
+
+bool CExtraction::WriteAll(const std::vector<SExtractStep>& steps) {
+  all_ = Sum(steps) + steps.size();
   const auto progress = questions_.BeginWork("Extracting files", true);
   bool stopped = false;
   for (size_t i = 0; i < steps.size() && !stopped; ++i) {
@@ -149,18 +193,14 @@ bool CExtraction::WriteAll(const std::vector<SExtractStep>& steps) {
 }
 
 EWritten CExtraction::Write(const SExtractStep& step, CProgress& progress) {
-  if (made_folders_.insert(step.folder).second && !MakeDirectories(step.folder)) {
-    made_folders_.erase(step.folder);
-    return Skip(step, "its folder could not be made");
-  }
-  // Nothing is lost with a copy of what the archive still holds, so that no file waits for the disk.
-  CReplacement file(step.path, EReplacement::kCopy);
   SError error;
+  if (!output_.Enter(step.folder, &error)) return Skip(step, error.what);
+  COutputFile file(output_, step.name);
   if (!file.Open(&error)) return Skip(step, error.what);
   return Copy(file, step, progress);
 }
 
-EWritten CExtraction::Copy(CReplacement& file, const SExtractStep& step, CProgress& progress) {
+EWritten CExtraction::Copy(COutputFile& file, const SExtractStep& step, CProgress& progress) {
   const SPodEntry& entry = archive_.Entries()[step.entry];
   SError error;
   bool stopped = false;
@@ -169,7 +209,7 @@ EWritten CExtraction::Copy(CReplacement& file, const SExtractStep& step, CProgre
     stopped = !progress.Step(done_, all_);
     return !stopped;
   };
-  if (file.CopyFrom(input_, entry.offset, entry.length, tell, &error) && file.Finish(&error) && file.Commit(&error)) {
+  if (file.CopyFrom(input_, entry.offset, entry.length, tell, &error) && file.Commit(&error)) {
     return EWritten::kYes;
   }
   // A full disk or a broken archive will not get better with the next file.

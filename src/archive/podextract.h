@@ -33,7 +33,8 @@ struct SExtractResult {
 
 /// Extracts entries of ARCHIVE as files, in two passes, so that every question is asked before the first byte is
 /// written. Pass one finds each entry's destination, tells in one message which entries are refused and why, and asks
-/// about each file that exists; pass two writes, each file whole or not at all, and marks the entries in ARCHIVE. The
+/// about each file that exists, about more bytes than an archive of this length should give, and stops where the disk
+/// has no room for them; pass two writes, each file whole or not at all, and marks the entries in ARCHIVE. The
 /// caller shows Text() when the result is that it was started.
 SExtractResult ExtractPod(CQuestions& questions, CPodDocument& archive, const SExtractRequest& request);
 

@@ -24,17 +24,6 @@ constexpr std::array<std::string_view, 2> kNumberedDevices = {"COM", "LPT"};
 /// What Windows takes for a device's number besides the digits: superscripts, as they stand in Latin-1 and in UTF-8.
 constexpr std::array<std::string_view, 6> kSuperscripts = {"\xB9", "\xB2", "\xB3", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
 
-/// NAME at every separator; at least one part.
-std::vector<std::string_view> Parts(std::string_view name) {
-  std::vector<std::string_view> parts;
-  for (;;) {
-    const size_t end = name.find_first_of("\\/");
-    parts.push_back(name.substr(0, end));
-    if (end == std::string_view::npos) return parts;
-    name.remove_prefix(end + 1);
-  }
-}
-
 bool IsDeviceNumber(std::string_view text) {
   return (text.size() == 1 && text[0] >= '0' && text[0] <= '9') ||
          std::find(kSuperscripts.begin(), kSuperscripts.end(), text) != kSuperscripts.end();
@@ -46,10 +35,6 @@ bool IsDevice(std::string_view part) {
   return std::any_of(kNumberedDevices.begin(), kNumberedDevices.end(), [&](std::string_view device) {
     return name.starts_with(device) && IsDeviceNumber(std::string_view(name).substr(device.size()));
   });
-}
-
-bool IsControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
 /// "" when PART can be the name of a file or folder on every system.
@@ -66,9 +51,9 @@ std::string RefusalOfPart(std::string_view part) {
 
 std::string RefusalOfName(std::string_view name) {
   if (name.empty()) return "it has no name";
-  if (std::any_of(name.begin(), name.end(), IsControl)) return "its name has control characters";
+  if (HasHiddenCharacters(name)) return "its name has control characters";
   if (name[0] == '\\' || name[0] == '/') return "its name begins at the disk's root";
-  for (const std::string_view part : Parts(name)) {
+  for (const std::string_view part : PathParts(name)) {
     std::string refusal = RefusalOfPart(part);
     if (!refusal.empty()) return refusal;
   }
@@ -84,7 +69,7 @@ SNameResult Refuse(const char* text, const std::string& file_name, std::string d
 std::string OtherName(std::string_view added_as, const std::string& file_name) {
   if (IsAbsolutePath(added_as)) return file_name;
   std::string name;
-  for (const std::string_view part : Parts(added_as)) {
+  for (const std::string_view part : PathParts(added_as)) {
     if (part == "..") return file_name;
     if (part.empty() || part == ".") continue;
     if (!name.empty()) name += '\\';
@@ -112,7 +97,7 @@ SNameResult PodEntryName(std::string_view added_as) {
 SNameResult SafeRelativePath(std::string_view entry_name, bool folders) {
   std::string refusal = RefusalOfName(entry_name);
   if (!refusal.empty()) return {{}, std::move(refusal)};
-  const std::vector<std::string_view> parts = Parts(entry_name);
+  const std::vector<std::string_view> parts = PathParts(entry_name);
   std::string path;
   for (size_t i = folders ? 0 : parts.size() - 1; i < parts.size(); ++i)
     path = JoinPath(path, ToUtf8(parts[i]));

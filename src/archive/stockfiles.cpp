@@ -14,6 +14,8 @@ namespace veldra {
 namespace {
 
 constexpr size_t kCountSize = 4;
+/// Whole installations have some thousand names.
+constexpr size_t kLargestList = size_t{1} << 20;
 
 /// The next COUNT names; false when the bytes end before.
 bool ReadNames(CByteReader& reader, std::span<const uint8_t> resource, uint32_t count,
@@ -65,7 +67,7 @@ void CStockFiles::BuildTables() const {
   std::optional<StockNames> names;
   const std::string path = JoinPath(settings_folder_, kStockFileName);
   if (!settings_folder_.empty() && FileExists(path)) {
-    const auto file = ReadWholeFile(path);
+    const auto file = ReadWholeFile(path, nullptr, kLargestList);
     if (file) names = ReadStringList(file->View());
     if (!names) Trace("CStockFiles: %s is no stock-file list, the shipped one is used\n", path.c_str());
   }

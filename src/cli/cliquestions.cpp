@@ -11,8 +11,8 @@ namespace veldra {
 void CCliQuestions::Print(const SMessage& message) {
   ++printed_count_;
   if (line_ != nullptr) line_->Clear();
-  err_ << message.caption << ": " << message.text << '\n';
-  if (!message.details.empty()) err_ << message.details << '\n';
+  err_ << DisplayText(message.caption + ": " + message.text) << '\n';
+  if (!message.details.empty()) err_ << DisplayText(message.details) << '\n';
   err_.flush();
 }
 

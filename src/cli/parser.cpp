@@ -5,10 +5,12 @@
 #include <iterator>
 #include <map>
 #include <ostream>
+#include <sstream>
 
 #include "cli/session.h"
 #include "cli/suggest.h"
 #include "platform/questions.h"
+#include "platform/text.h"
 
 // The only file that knows the parser's library, which takes long to compile.
 namespace veldra {
@@ -23,7 +25,13 @@ class CParser {
   const SCommandRow* Parse(const std::vector<std::string>& arguments);
   /// Name of an output that is named ""; null when there is none.
   const char* UnnamedOutput() const { return unnamed_output_; }
-  int Exit(const CLI::Error& error, std::ostream& out, std::ostream& err) { return app_.exit(error, out, err); }
+  int Exit(const CLI::Error& error, std::ostream& out, std::ostream& err) {
+    std::ostringstream said;
+    const int status = app_.exit(error, out, said);
+    // It repeats what it was given.
+    err << DisplayText(said.str());
+    return status;
+  }
 
  private:
   void AddOption(CLI::App& app, const SOptionRow& row, const std::string& group);

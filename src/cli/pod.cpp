@@ -34,7 +34,7 @@ std::string ListJson(const CMTMPODFile& archive) {
                     {"size", archive.ComputedSize(entry)},
                     {"storedSize", entry.stored_size}});
   }
-  return list.dump(1) + "\n";
+  return DisplayJson(list.dump(1)) + "\n";
 }
 
 /// As "%10u", which for thousands of lines takes most of their time.

@@ -4,7 +4,6 @@
 
 #include "cli/commandrow.h"
 #include "platform/files.h"
-#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/standardinput.h"
 #include "platform/text.h"
@@ -27,16 +26,10 @@ CSettings ReadSettings(const SGlobalOptions& options) {
   return settings;
 }
 
-/// The first of the two tables that can be read. Nobody is there to be asked for another.
-ColorTable ChooseColors(const std::string& given, const std::string& setting, CQuestions& questions) {
-  const auto chosen = given.empty() ? std::nullopt : ReadColorTable(given);
-  if (chosen) return *chosen;
-  const auto set = setting.empty() ? std::nullopt : ReadColorTable(setting);
-  if (!given.empty()) {
-    questions.Message({.text = Format("\"%s\" is not a colour table that can be read.", given.c_str()),
-                       .details = set ? "That of the setting DEFPAL is taken: " + setting : "A grey ramp is taken."});
-  }
-  return set ? *set : GreyRamp();
+/// Of the two tables the one that is named. Nobody is there to be asked for another than the setting's.
+ColorTable ChosenColors(const std::string& given, const std::string& setting) {
+  const std::string& path = given.empty() ? setting : given;
+  return (path.empty() ? std::nullopt : ReadColorTable(path)).value_or(GreyRamp());
 }
 
 }  // namespace
@@ -47,14 +40,18 @@ CSession::CSession(const SGlobalOptions& options, std::ostream& out, std::ostrea
       out_(out),
       settings_(ReadSettings(options)),
       settings_folder_(DirectoryPart(AbsolutePath(SettingsPath(options)))),
-      default_colors_(ChooseColors(options.palette, settings_.defpal, questions_)),
+      default_colors_(ChosenColors(options.palette, settings_.defpal)),
       textures_(questions_, default_colors_) {}
 
 int CSession::CheckSettings() {
-  const std::string& path = options_.settings_file;
+  SettingsMap texts;
   SError error;
-  if (path.empty() || !FileExists(path) || CInputFile().Open(path, &error)) return kDone;
-  return Fail(Format("\"%s\" could not be read.", path.c_str()), error.what);
+  const std::string& path = options_.settings_file;
+  if (!path.empty() && !CopTools::ReadCfgFile(path, texts, &error))
+    return Fail(Format("\"%s\" could not be read.", path.c_str()), error.what);
+  const std::string& colors = options_.palette;
+  if (colors.empty() || ReadColorTable(colors)) return kDone;
+  return Fail(Format("\"%s\" is not a colour table that can be read.", colors.c_str()));
 }
 
 std::unique_ptr<CTarnDoc> CSession::NewDocument() {
@@ -93,7 +90,7 @@ int CSession::FailToWrite(const std::string& path, const std::string& reason) {
 }
 
 int CSession::Print(std::string_view text) {
-  out_ << text << std::flush;
+  out_ << DisplayText(text) << std::flush;
   return out_ ? kDone : Fail("Standard output could not be written.");
 }
 

@@ -22,8 +22,8 @@ class CSession {
  public:
   CSession(const SGlobalOptions& options, std::ostream& out, std::ostream& err);
 
-  /// kDone, or kFailed when the settings file that the options name is there and cannot be read; the user has been
-  /// told.
+  /// kDone, or kFailed when the settings file or the colour table that the options name cannot be read; the user has
+  /// been told.
   int CheckSettings();
 
   CCliQuestions& Questions() { return questions_; }

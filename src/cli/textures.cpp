@@ -121,17 +121,21 @@ int CheckTarget(CSession& session, const std::string& raw) {
 std::optional<SIndexedTexture> TextureInColor(CSession& session, const STextureImport& options, const std::string& path,
                                               bool has_table) {
   SError error;
-  auto picture = ReadPng(path, &error);
-  if (!picture) {
+  const auto fail = [&] {
     session.Fail(Format("\"%s\" could not be opened.", options.png.c_str()), error.what);
     return std::nullopt;
-  }
-  if (options.size != 0) picture = ScalePicture(*picture, options.size, options.size, options.Scaling());
-  if (!IsTextureSize(picture->width, picture->height)) {
+  };
+  // Before the pixels are taken in.
+  const auto sides = ReadPngSize(path, &error);
+  if (!sides) return fail();
+  if (options.size == 0 && !IsTextureSize(sides->width, sides->height)) {
     session.Fail(Format("\"%s\" is %d x %d pixels. A texture is square, 64, 128, 256 or 512 pixels wide.",
-                        options.png.c_str(), picture->width, picture->height));
+                        options.png.c_str(), sides->width, sides->height));
     return std::nullopt;
   }
+  auto picture = ReadPng(path, &error);
+  if (!picture) return fail();
+  if (options.size != 0) picture = ScalePicture(*picture, options.size, options.size, options.Scaling());
   std::optional<ColorTable> colors;
   if (!options.palette.empty()) {
     colors = OpenColors(session, options.palette);

@@ -29,7 +29,7 @@ int Show(CSession& session, const STruckOptions& options) {
 }
 
 int Rewrite(CSession& session, const STruckOptions& options) {
-  const auto truck = OpenTruck(session, options.truck);
+  const auto truck = OpenTruckToWrite(session, options.truck);
   if (!truck) return kFailed;
   return SaveTruck(session, *truck, options.out);
 }
@@ -41,7 +41,7 @@ int PrintNeeded(CSession& session, const STruckOptions& options) {
   std::string out;
   const auto add = [&](const char* kind, const std::vector<std::string>& names) {
     for (const std::string& name : names)
-      out += std::string(kind) + " " + ToUtf8(name) + "\n";
+      out += std::string(kind) + " " + DisplayName(name) + "\n";
   };
   add("model", needed.models);
   add("texture", needed.textures);
@@ -53,7 +53,7 @@ int PrintNeeded(CSession& session, const STruckOptions& options) {
 int Pack(CSession& session, const STruckOptions& options) {
   if (options.truck == kStandardStream)
     return session.Fail("A truck that is packed needs a file of its own.", "Standard input has no name to give it.");
-  if (!OpenTruck(session, options.truck)) return kFailed;
+  if (!OpenTruckToWrite(session, options.truck)) return kFailed;
   const CStockFiles stock(session.SettingsFolder());
   const SSearchPlaces places = PlacesForTruck(options.truck, session.Settings(), CopTools::InstallationDirectory());
   const STruckPackPlan plan = PlanTruckPack(options.truck, places, stock);
@@ -85,20 +85,43 @@ SCommandRow Command(const char* name, const char* help, TruckAction action,
 
 }  // namespace
 
-std::optional<CTruck> OpenTruck(CSession& session, const std::string& name) {
+namespace {
+
+/// KNOWN gets the number of lines that are a truck's.
+std::optional<CTruck> LoadTruck(CSession& session, const std::string& name, int& known) {
   CTruck truck;
   SError error;
   if (name != kStandardStream) {
-    if (truck.Load(name, &error)) return truck;
+    if (truck.Load(name, &error, &known)) return truck;
   } else {
     // It has no name, and so no extension that would have to be right.
     const std::string path = session.InputPath(name);
-    const auto text = path.empty() ? std::nullopt : ReadWholeFile(path, &error);
-    if (text) truck.Parse(text->Text());
+    const auto text = path.empty() ? std::nullopt : ReadTextFile(path, &error);
+    if (text) known = truck.Parse(text->Text());
     if (text) return truck;
   }
   session.Fail(kFailedToLoadTruck, name + ": " + error.what);
   return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<CTruck> OpenTruck(CSession& session, const std::string& name) {
+  int known = 0;
+  auto truck = LoadTruck(session, name, known);
+  if (truck && known == 0)
+    session.Questions().Message({.text = Format(kNothingKnownText, name.c_str()), .icon = EIcon::kWarning});
+  return truck;
+}
+
+std::optional<CTruck> OpenTruckToWrite(CSession& session, const std::string& name) {
+  int known = 0;
+  auto truck = LoadTruck(session, name, known);
+  if (!truck || known > 0) return truck;
+  const SMessage question = {.text = Format(kNothingKnownText, name.c_str()) + "\nGo on all the same?",
+                             .icon = EIcon::kWarning,
+                             .usual = EAnswer::kNo};
+  return session.Questions().AskYesNo(question) == EAnswer::kYes ? std::move(truck) : std::nullopt;
 }
 
 int SaveTruck(CSession& session, const CTruck& truck, const std::string& out) {

@@ -31,7 +31,7 @@ int FromJson(CSession& session, const SFromJsonOptions& options) {
   const std::string path = session.InputPath(options.json);
   if (path.empty()) return kFailed;
   SError error;
-  const auto text = ReadWholeFile(path, &error);
+  const auto text = ReadTextFile(path, &error);
   if (!text) return session.Fail(Format("\"%s\" could not be opened.", options.json.c_str()), error.what);
   CTruck truck;
   const STruckJsonFault fault = ReadTruckJson(text->Text(), truck);

@@ -12,6 +12,8 @@ namespace veldra {
 
 /// Nothing when the truck PATH cannot be loaded; the user has been told why.
 std::optional<CTruck> OpenTruck(CSession& session, const std::string& path);
+/// The same for making a file of it, which wants a yes where nothing in it is known.
+std::optional<CTruck> OpenTruckToWrite(CSession& session, const std::string& path);
 /// Writes TRUCK to OUT. Returns the exit status.
 int SaveTruck(CSession& session, const CTruck& truck, const std::string& out);
 

@@ -72,8 +72,8 @@ void CEarlierStatesDialog::AddState(const SEarlierState& state) {
   item->setText(kSize, tr("%1 bytes").arg(locale.toString(static_cast<qulonglong>(state.size))));
   item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
   if (!state.fault.empty()) {
-    item->setText(kCommand, tr("Damaged: %1").arg(ToQString(state.fault)));
-    item->setToolTip(kCommand, item->text(kCommand));
+    item->setText(kCommand, tr("Damaged: %1").arg(NameToQString(state.fault)));
+    item->setToolTip(kCommand, ToolTipText(item->text(kCommand)));
     item->setForeground(kCommand, FaultColor(palette()));
     item->setFlags(item->flags() & ~Qt::ItemIsEnabled);
     return;
@@ -82,7 +82,7 @@ void CEarlierStatesDialog::AddState(const SEarlierState& state) {
   item->setText(kTime, locale.toString(time, QLocale::ShortFormat));
   item->setToolTip(kTime, locale.toString(time, QLocale::LongFormat));
   item->setIcon(kTime, PictureOf(state.picture, kPictureSide, *this));
-  item->setText(kCommand, ToQString(state.command));
+  item->setText(kCommand, NameToQString(state.command));
   item->setText(kVertices, locale.toString(state.vertices));
   item->setText(kFaces, locale.toString(state.faces));
   item->setTextAlignment(kVertices, Qt::AlignRight | Qt::AlignVCenter);

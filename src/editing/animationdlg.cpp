@@ -134,7 +134,7 @@ void CAnimationDialog::ShowChosen() {
   delete_->setEnabled(Edited() != nullptr);
   frames_ = input.frames;
   old_name_ = input.name;
-  name_->setText(ToQString(ToUtf8(input.name)));
+  name_->setText(GameToField(input.name));
   // A file can hold a period of zero, which is a rate without end.
   rate_->SetValue(std::clamp(input.rate, kSmallestRate, kLargestRate));
   FillFrames(0);
@@ -143,7 +143,7 @@ void CAnimationDialog::ShowChosen() {
 void CAnimationDialog::FillFrames(int current) {
   list_->clear();
   for (const CBinTexture::SFrame& frame : frames_)
-    list_->addItem(new QListWidgetItem(TexturePicture(*frame.image, kFrameSide, *this), ToQString(ToUtf8(frame.name))));
+    list_->addItem(new QListWidgetItem(TexturePicture(*frame.image, kFrameSide, *this), NameToQString(frame.name)));
   list_->setCurrentRow(std::min(current, list_->count() - 1));
   Restart();
   Refresh();
@@ -202,7 +202,7 @@ void CAnimationDialog::ShowNextFrame() {
 }
 
 SAnimationInput CAnimationDialog::Input() const {
-  const QString shown = ToQString(ToUtf8(old_name_));
+  const QString shown = GameToField(old_name_);
   const std::string name = name_->text() == shown ? old_name_ : name_->text().trimmed().toStdString();
   return {name, frames_, rate_->Value().value_or(0.0)};
 }

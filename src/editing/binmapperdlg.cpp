@@ -61,6 +61,7 @@ QWidget* CBinMapperDialog::MakeNumbers() {
   const CBinTexture& texture = *cursor_.FaceObject()->Texture();
   auto* column = new QVBoxLayout(box);
   auto* name = new QLabel(TextureText(texture));
+  name->setTextFormat(Qt::PlainText);
   name->setWordWrap(true);
   column->addWidget(name);
   column->addLayout(grid);

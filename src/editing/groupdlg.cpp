@@ -53,7 +53,7 @@ QPushButton* CGroupDialog::MakeButton(const char* name, const QString& text, voi
 void CGroupDialog::Fill(const std::string& current) {
   list_->clear();
   for (const CBinGroup& group : document_.Model().GroupsOf(kind_)) {
-    auto* item = new QListWidgetItem(tr("%1 (%L2)").arg(ToQString(ToUtf8(group.Name()))).arg(group.Members().size()));
+    auto* item = new QListWidgetItem(tr("%1 (%L2)").arg(NameToQString(group.Name())).arg(group.Members().size()));
     item->setData(Qt::UserRole, QByteArray::fromStdString(group.Name()));
     list_->addItem(item);
     if (group.Name() == current) list_->setCurrentItem(item);
@@ -85,7 +85,7 @@ std::optional<std::string> CGroupDialog::AskName(const QString& title, const std
   dialog.setObjectName("groupName");
   dialog.setWindowTitle(title);
   dialog.setLabelText(tr("Name of the group:"));
-  dialog.setTextValue(ToQString(ToUtf8(offered)));
+  dialog.setTextValue(GameToField(offered));
   if (dialog.exec() != Accepted) return std::nullopt;
   return dialog.textValue().trimmed().toStdString();
 }

@@ -47,7 +47,7 @@ void CGroupFacesDialog::FillFaces(const CEditCursor& cursor) {
   if (HasSelectedFaces(cursor)) add(tr("Selected faces"), model_.Selected(EGroupKind::kFaces));
   if (HasCurrentFace(cursor)) add(tr("Current face"), {cursor.Face()});
   for (const CBinGroup& group : model_.FaceGroups())
-    add(tr("Group %1").arg(ToQString(ToUtf8(group.Name()))), group.Members());
+    add(tr("Group %1").arg(NameToQString(group.Name())), group.Members());
   std::vector<int32_t> all(static_cast<size_t>(model_.FaceCount()));
   std::iota(all.begin(), all.end(), 0);
   add(tr("All faces"), std::move(all));

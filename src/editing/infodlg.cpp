@@ -23,7 +23,7 @@ CInfoDialog::CInfoDialog(const CEditCursor& cursor, QWidget* parent) : QDialog(p
   setObjectName("modelInformation");
   setWindowTitle(tr("Model Information"));
   const std::string report = ModelInformation(cursor.Model(), cursor.FaceObject(), cursor.VertexObject());
-  const QString shown = ToQString(ToUtf8(report));
+  const QString shown = ToQString(DisplayText(report));
   QPlainTextEdit* text = MakeInfoText();
   text->setPlainText(shown);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "interchange/3dstudioreader.h"
+#include "platform/bytes.h"
 #include "platform/files.h"
 #include "platform/trace.h"
 
@@ -23,11 +24,15 @@ bool ReadAll(CStudioReader& reader, SImportFault& fault) {
   }
 }
 
+std::string StudioStartFault(std::span<const uint8_t> start, uint64_t) {
+  return CByteReader(start).ReadU16() == 0x4D4D ? "" : "is not a 3D Studio file";
+}
+
 }  // namespace
 
 bool C3DStudioFile::ReadFile(CQuestions& questions, SImportFault* fault) {
   SError error;
-  const auto bytes = ReadWholeFile(path_, &error);
+  const auto bytes = ReadWholeFile(path_, &error, kLargestFile, StudioStartFault);
   if (bytes) return ReadBytes(bytes->View(), questions, fault);
   if (fault != nullptr) *fault = {error.what, false};
   return false;

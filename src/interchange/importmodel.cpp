@@ -22,13 +22,13 @@ const STextureImage* FindImportTexture(const std::string& path, const SImportCon
     CTextureFinder finder(context.textures, context.questions, context.art_directory);
     image = finder.Find(FileNamePart(path));
   }
-  if (image == nullptr) fault = {Format("the texture %s could not be loaded", ToUtf8(path).c_str()), false};
+  if (image == nullptr) fault = {Format("the texture %s could not be loaded", DisplayName(path).c_str()), false};
   return image;
 }
 
 void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions) {
   if (fault.is_told) return;
-  questions.Message({.text = Format("\"%s\" could not be imported.", ToUtf8(path).c_str()),
+  questions.Message({.text = Format("\"%s\" could not be imported.", DisplayName(path).c_str()),
                      .caption = kErrorCaption,
                      .icon = EIcon::kError,
                      .details = fault.what});
@@ -62,6 +62,6 @@ bool CImportBuilder::AppendTo(CBinModel& model, SImportFault& fault) {
 }
 
 CImportProgress::CImportProgress(CQuestions& questions, const std::string& path)
-    : progress_(questions.BeginWork(Format("Importing %s", ToUtf8(FileNamePart(path)).c_str()), true)) {}
+    : progress_(questions.BeginWork(Format("Importing %s", DisplayName(FileNamePart(path)).c_str()), true)) {}
 
 }  // namespace veldra

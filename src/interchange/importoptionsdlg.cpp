@@ -23,8 +23,8 @@ QLabel* NumberLabel(const char* name) {
 }
 
 QString Counts(const SWaveMesh& mesh, const std::string& path) {
-  return ToQString(Format("%s (vertices: %zu, faces: %zu)", ToUtf8(FileNamePart(path)).c_str(), mesh.vertices.size(),
-                          mesh.FaceCount()));
+  return ToQString(Format("%s (vertices: %zu, faces: %zu)", DisplayName(FileNamePart(path)).c_str(),
+                          mesh.vertices.size(), mesh.FaceCount()));
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ void AddList(std::string& out, const char* key, int32_t count, const MakeItem& i
   out += Format(",\n\"%s\": [", key);
   for (int32_t i = 0; i < count; ++i) {
     out += i > 0 ? ",\n" : "\n";
-    out += item(i).dump();
+    out += DisplayJson(item(i).dump());
   }
   out += count > 0 ? "\n]" : "]";
 }

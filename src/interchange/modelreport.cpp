@@ -13,6 +13,11 @@ namespace {
 constexpr size_t kDumpVertexSize = 32;
 constexpr size_t kDumpFaceSize = 320;
 
+/// Reports hold names as the model does, unless one would break its line or do worse on a screen.
+std::string NameOf(const CBinTexture& texture) {
+  return HasHiddenCharacters(texture.Name()) ? DisplayName(texture.Name()) : texture.Name();
+}
+
 CTextBuilder& operator<<(CTextBuilder& out, const SPoint& point) {
   return out << point.x << ',' << point.y << ',' << point.z;
 }
@@ -25,7 +30,7 @@ void DescribeFace(CTextBuilder& out, const CBinFace& face) {
     out << (k > 0 ? "," : "") << face.Corner(k)->Index();
   out << ")\n  Normal vector (calculated by Veldra): (" << normal << ")\n  Normal vector (as loaded): ("
       << face.StoredNormal() << ")\n  Magic value (calculated by Veldra): " << CalcMagic(face, normal)
-      << "\n  Magic value (as loaded): " << face.StoredMagic() << "\n  Texture: " << (texture ? texture->Name() : "")
+      << "\n  Magic value (as loaded): " << face.StoredMagic() << "\n  Texture: " << (texture ? NameOf(*texture) : "")
       << "\tSize: " << (texture ? texture->Width() : 0) << '\n';
 }
 
@@ -40,7 +45,7 @@ void DumpCorner(CTextBuilder& out, const CBinFace& face, int k) {
 void DumpFace(CTextBuilder& out, const CBinFace& face) {
   const CBinTexture* texture = face.Texture();
   out << "Texture Name - " << (texture && texture->Kind() == ETextureKind::kAnimated ? "ANIM:" : "")
-      << (texture ? texture->Name() : "") << "\nFace Type - 0x";
+      << (texture ? NameOf(*texture) : "") << "\nFace Type - 0x";
   out.Hexadecimal(face.Type()) << "\nNormal Vector - " << face.StoredNormal() << "\nCalculated Normal Vector - "
                                << CalcFaceNormal(face) << "\nMagic Number - " << face.StoredMagic() << ",0x";
   out.Hexadecimal(static_cast<uint32_t>(face.StoredMagic())) << "\nNumber of Vertices - " << face.CornerCount() << '\n';
@@ -84,7 +89,7 @@ std::string ModelDump(const CBinModel& model, std::string_view name) {
 std::string TextureList(const CBinModel& model) {
   CTextBuilder out(0);
   for (int32_t i = 0; i < model.TextureCount(); ++i)
-    out << model.Texture(i).Name() << '\n';
+    out << NameOf(model.Texture(i)) << '\n';
   return out.Take();
 }
 

@@ -1,5 +1,6 @@
 #include "interchange/waveimport.h"
 
+#include <algorithm>
 #include <new>
 
 #include "interchange/wavebuilder.h"
@@ -26,11 +27,16 @@ bool Build(const SWaveMesh& mesh, const SWaveFiles& files, const SWaveOptions& o
     if (!CWaveBuilder(mesh, options, textures, builder, remarks).Build(progress, fault)) return false;
   }
   if (!remarks.Empty()) {
-    context.questions.Message({.text = Format(kRemarksText, ToUtf8(FileNamePart(files.path)).c_str()),
+    context.questions.Message({.text = Format(kRemarksText, DisplayName(FileNamePart(files.path)).c_str()),
                                .icon = EIcon::kWarning,
                                .details = remarks.Text()});
   }
   return true;
+}
+
+std::string WaveStartFault(std::span<const uint8_t> start, uint64_t) {
+  return std::find(start.begin(), start.end(), uint8_t{0}) == start.end() ? ""
+                                                                          : "is not a Wavefront file: it is no text";
 }
 
 }  // namespace
@@ -49,12 +55,12 @@ std::optional<SBounds> WaveBounds(const SWaveMesh& mesh, const SWaveOptions& opt
 
 std::optional<SWaveMesh> ReadWavefront(const std::string& path, CQuestions& questions, SImportFault& fault) {
   SError error;
-  const auto file = ReadWholeFile(path, &error);
+  const auto file = ReadWholeFile(path, &error, kLargestFile, WaveStartFault);
   if (!file) {
     fault = {error.what, false};
     return std::nullopt;
   }
-  const auto progress = questions.BeginWork(Format("Reading %s", ToUtf8(FileNamePart(path)).c_str()), true);
+  const auto progress = questions.BeginWork(Format("Reading %s", DisplayName(FileNamePart(path)).c_str()), true);
   return ParseWavefront(file->Text(), progress.get(), fault);
 }
 

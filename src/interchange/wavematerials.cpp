@@ -52,18 +52,19 @@ std::string_view MapName(std::string_view rest) {
 /// The file beside the Wavefront file, or the one of that name there whatever folder the writer had it in.
 std::string FindBeside(const std::string& path, std::string_view name) {
   const std::string folder = DirectoryPart(path);
-  const std::string there = FindAnyCase(IsAbsolutePath(name) ? std::string(name) : JoinPath(folder, name));
+  // A path of the machine that wrote the file is nothing to be opened on this one.
+  const std::string there = StaysBelow(name) ? FindAnyCase(JoinPath(folder, name)) : "";
   return IsFile(there) ? there : FindAnyCase(JoinPath(folder, FileNamePart(name)));
 }
 
 void ReadOne(const std::string& path, std::string_view name, WaveMaps& maps, CRemarks& remarks) {
   const std::string there = FindBeside(path, name);
   SError error = {"there is no such file"};
-  const auto file = there.empty() ? std::nullopt : ReadWholeFile(there, &error, kLargestMaterialFile);
+  const auto file = there.empty() ? std::nullopt : ReadTextFile(there, &error, kLargestMaterialFile);
   if (file)
     ParseMaterials(file->Text(), maps);
   else
-    remarks.Add(Format("material file %s: %s", ToUtf8(name).c_str(), error.what.c_str()));
+    remarks.Add(Format("material file %s: %s", DisplayName(name).c_str(), error.what.c_str()));
 }
 
 }  // namespace

@@ -155,7 +155,7 @@ bool CWaveParser::ParseVertex() {
     if (!scanner_.ToWord()) return Fail("a vertex needs three coordinates");
     const ENumber result = scanner_.ReadNumber(point[axis]);
     if (result == ENumber::kGood) continue;
-    const std::string word = ToUtf8(scanner_.ReadWord().substr(0, 40));
+    const std::string word = DisplayName(scanner_.ReadWord().substr(0, 40));
     return Fail(Format(result == ENumber::kNone ? "\"%s\" is not a number" : "%s is too large", word.c_str()));
   }
   const size_t number = mesh_.vertices.size();
@@ -198,7 +198,7 @@ bool CWaveParser::ParseCorner() {
   int64_t number = 0;
   int32_t vertex = 0;
   if (!scanner_.ReadInteger(number)) {
-    return Fail(Format("\"%s\" is not a corner of a face", ToUtf8(scanner_.ReadWord().substr(0, 40)).c_str()));
+    return Fail(Format("\"%s\" is not a corner of a face", DisplayName(scanner_.ReadWord().substr(0, 40)).c_str()));
   }
   if (!Resolve(number, mesh_.vertices.size(), "vertex", vertex_, vertex)) return false;
   int32_t coord = -1;
@@ -214,7 +214,7 @@ bool CWaveParser::ParseCorner() {
     }
   }
   if (!scanner_.AtWordEnd()) {
-    return Fail(Format("\"%s\" is not part of a corner", ToUtf8(scanner_.ReadWord().substr(0, 40)).c_str()));
+    return Fail(Format("\"%s\" is not part of a corner", DisplayName(scanner_.ReadWord().substr(0, 40)).c_str()));
   }
   // As long as no corner has a texture coordinate, none is kept for any.
   if (coord >= 0 && mesh_.corner_coords.empty()) mesh_.corner_coords.resize(mesh_.corners.size(), -1);

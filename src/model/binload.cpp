@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "model/binfile.h"
+#include "model/binformat.h"
 #include "model/binloader.h"
 #include "model/infofile.h"
 #include "platform/fileset.h"
@@ -49,6 +50,16 @@ bool LoadWithInfo(CBinModel& model, std::span<const uint8_t> file, SModelInfo in
   return false;
 }
 
+/// Of a file that is longer than any model of the game: what it is not.
+std::string BinStartFault(std::span<const uint8_t> start, uint64_t length) {
+  CByteReader reader(start);
+  const uint32_t type = reader.ReadU32();
+  if (type != kModelType) return Format("is long for a model, and of the unknown type 0x%x", type);
+  reader.Seek(kVertexCountOffset);
+  const uint32_t count = reader.ReadU32();
+  return count <= length / kVertexSize ? "" : Format("has no room for the %u vertices that it tells of", count);
+}
+
 /// A model file and its sidecar as one save left them.
 struct SModelFiles {
   SError error;
@@ -60,7 +71,7 @@ SModelInfo ReadInfo(const std::string& path) {
   const std::string info_path = FindAnyCase(path);
   if (info_path.empty()) return {};
   SError error;
-  const auto text = ReadWholeFile(info_path, &error);
+  const auto text = ReadTextFile(info_path, &error);
   SModelInfo info = text ? ParseInfo(text->Text()) : SModelInfo{};
   if (!text) info.complaints.push_back(error.what);
   info.path = info_path;
@@ -72,7 +83,7 @@ SModelFiles ReadModelFiles(const std::string& path) {
   const std::string paths[] = {path, InfoPath(path)};
   ReadFiles(paths, [&](std::span<const std::string> places) {
     files = {};
-    files.model = ReadWholeFile(places[0], &files.error);
+    files.model = ReadWholeFile(places[0], &files.error, kLargestFile, BinStartFault);
     if (files.model) files.info = ReadInfo(places[1]);
   });
   return files;

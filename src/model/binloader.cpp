@@ -144,12 +144,12 @@ bool CBinLoader::ReadTextureSelection() {
   CBinTexture* const entry = PlainTexture(name);
   if (entry == nullptr) {
     return Fail(ESeverity::kStopped, offset,
-                Format("%s: no texture was chosen for %s", SelectionName().c_str(), ToUtf8(name).c_str()));
+                Format("%s: no texture was chosen for %s", SelectionName().c_str(), DisplayName(name).c_str()));
   }
   Select(*entry);
   if (!IsTextureSizeTaken()) {
     return Fail(ESeverity::kStopped, offset,
-                Format("%s: %s is %d texels wide", SelectionName().c_str(), ToUtf8(name).c_str(), entry->Width()));
+                Format("%s: %s is %d texels wide", SelectionName().c_str(), DisplayName(name).c_str(), entry->Width()));
   }
   ++selection_number_;
   return true;
@@ -209,7 +209,7 @@ bool CBinLoader::ReadFrames(uint32_t count, std::vector<CBinTexture::SFrame>& fr
     if (image == nullptr) {
       return Fail(
           ESeverity::kStopped, offset,
-          Format("%s: no texture was chosen for frame %u, %s", AnimationName().c_str(), i, ToUtf8(name).c_str()));
+          Format("%s: no texture was chosen for frame %u, %s", AnimationName().c_str(), i, DisplayName(name).c_str()));
     }
     frames.push_back({std::move(name), image});
   }

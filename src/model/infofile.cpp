@@ -12,7 +12,7 @@ namespace {
 std::string Quoted(std::string_view text) {
   constexpr size_t kMost = 40;
   const std::string shown = text.size() > kMost ? std::string(text.substr(0, kMost)) + "..." : std::string(text);
-  return '"' + ToUtf8(shown) + '"';
+  return '"' + DisplayName(shown) + '"';
 }
 
 /// Hands out the lines of a text one by one, whatever ends them.

@@ -7,23 +7,14 @@
 #include <numeric>
 #include <utility>
 
+#include "model/seedscan.h"
+
 namespace veldra {
 
 namespace {
 
-/// More than every index: no seed.
-constexpr int32_t kNoSeed = std::numeric_limits<int32_t>::max();
-
 /// Positions between two reports of how far it is; in the worst case each takes milliseconds.
 constexpr size_t kPositionsAStep = 256;
-
-/// The wrapped sum of the squared differences; one that is negative as a signed number exceeds every limit.
-uint32_t WrappedSquare(const WrappedPoint& a, const WrappedPoint& b) {
-  const uint32_t dx = a[0] - b[0];
-  const uint32_t dy = a[1] - b[1];
-  const uint32_t dz = a[2] - b[2];
-  return dx * dx + dy * dy + dz * dz;
-}
 
 /// The largest sum of squares that is within reach of THRESHOLD (>= 0).
 uint32_t LargestSquare(int32_t threshold) {
@@ -180,6 +171,20 @@ class CSeedTree {
     return best;
   }
 
+  /// Whether looking into the boxes saves more than it costs: of some of POINTS, how many leaves are to be looked into.
+  bool IsWorthIt(const std::vector<WrappedPoint>& points) const {
+    constexpr size_t kSamples = 32;
+    // Looking into a leaf takes some five times as long as comparing all of it in a row.
+    constexpr size_t kCost = 5;
+    size_t reached = 0;
+    for (size_t sample = 0; sample < kSamples; ++sample) {
+      const WrappedPoint& p = points[points.size() * sample / kSamples];
+      for (size_t leaf = 0; leaf < leaf_count_; ++leaf)
+        reached += MayReach(nodes_[first_leaf_ + leaf], p) ? 1 : 0;
+    }
+    return reached * kCost < kSamples * leaf_count_;
+  }
+
   void Add(int32_t index, const WrappedPoint& p) {
     const size_t leaf = leaf_of_[static_cast<size_t>(index)];
     leaves_[leaf].Add(index, p);
@@ -308,15 +313,40 @@ class CSeedTree {
   std::vector<SLeaf> leaves_;
 };
 
+/// True when PROGRESS (may be null) wants it stopped.
+bool IsStopped(CProgress* progress, size_t done, size_t all) {
+  return progress != nullptr && !progress->Step(done, all);
+}
+
 template <typename CFinder>
 std::vector<int32_t> Assign(const SLocalPoints& local, CFinder finder, CProgress* progress) {
   std::vector<int32_t> seeds(local.points.size());
   for (size_t i = 0; i < seeds.size(); ++i) {
-    if (i % kPositionsAStep == 0 && progress != nullptr && !progress->Step(i, seeds.size())) return {};
+    if (i % kPositionsAStep == 0 && IsStopped(progress, i, seeds.size())) return {};
     const auto index = static_cast<int32_t>(i);
     const int32_t found = finder.Find(local.points[i]);
     if (found == kNoSeed) finder.Add(index, local.points[i]);
     seeds[i] = found == kNoSeed ? index : found;
+  }
+  return seeds;
+}
+
+/// The same in batches: first among the seeds from before the batch, then among its own.
+std::vector<int32_t> AssignByScan(const SLocalPoints& local, uint32_t limit, CProgress* progress) {
+  const std::span<const WrappedPoint> points = local.points;
+  std::vector<int32_t> seeds(points.size());
+  CSeedScan scan(limit);
+  for (size_t start = 0; start < points.size(); start += CSeedScan::kBatch) {
+    if (IsStopped(progress, start, points.size())) return {};
+    const size_t size = std::min(CSeedScan::kBatch, points.size() - start);
+    const size_t before = scan.Count();
+    scan.Find(points.subspan(start, size), std::span(seeds).subspan(start, size));
+    for (size_t i = start; i < start + size; ++i) {
+      if (seeds[i] == kNoSeed) seeds[i] = scan.FindFrom(before, points[i]);
+      if (seeds[i] != kNoSeed) continue;
+      seeds[i] = static_cast<int32_t>(i);
+      scan.Add(seeds[i], points[i]);
+    }
   }
   return seeds;
 }
@@ -332,7 +362,9 @@ std::vector<int32_t> AssignSeeds(std::vector<WrappedPoint> positions, int32_t th
   const SLocalPoints local = MakeLocal(std::move(positions), threshold == 0);
   // A folded coordinate takes part in a sum of 0 only where it is equal: no matter then what else wraps.
   if (threshold == 0 || IsPlain(local.extent)) return Assign(local, CSeedGrid(local, threshold), progress);
-  return Assign(local, CSeedTree(local, threshold), progress);
+  CSeedTree tree(local, threshold);
+  if (tree.IsWorthIt(local.points)) return Assign(local, std::move(tree), progress);
+  return AssignByScan(local, LargestSquare(threshold), progress);
 }
 
 }  // namespace veldra

@@ -112,7 +112,7 @@ std::string TextureNameOf(std::string_view path) {
 
 std::string TextureNameFault(std::string_view name) {
   if (name.size() <= kTextureNameLength) return "";
-  return Format("The texture name \"%s\" is too long for a model file: %zu characters fit.", ToUtf8(name).c_str(),
+  return Format("The texture name \"%s\" is too long for a model file: %zu characters fit.", DisplayName(name).c_str(),
                 kTextureNameLength);
 }
 

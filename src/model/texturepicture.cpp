@@ -34,7 +34,7 @@ QPixmap PictureOf(const SImage& picture, int side, const QWidget& screen_of) {
 }
 
 QString TextureText(const CBinTexture& texture) {
-  std::string text = ToUtf8(texture.Name());
+  std::string text = DisplayName(texture.Name());
   const bool is_animated = texture.Kind() == ETextureKind::kAnimated;
   if (is_animated) text += Format(", animation of %zu frames", texture.Frames().size());
   text += Format(", %d x %d, ", texture.Width(), texture.Width());

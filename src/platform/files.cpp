@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <utility>
 
@@ -54,13 +55,25 @@ bool ReadToEnd(disk::Handle handle, SBuffer& buffer, size_t limit, SError* error
   }
 }
 
-bool ReadInto(SBuffer& buffer, const std::string& path, size_t limit, SError* error) {
+/// What stands at the beginning of an open file of LENGTH bytes, for CHECK.
+bool CheckStart(disk::Handle handle, uint64_t length, FileStartCheck check, SError* error) {
+  if (check == nullptr || length <= kCheckedLength) return true;
+  std::array<uint8_t, 32> start = {};
+  size_t count = 0;
+  const int number = disk::ReadAt(handle, 0, start, count);
+  if (number != 0) return disk::FailWith(error, number);
+  std::string fault = check(std::span(start).first(count), length);
+  return fault.empty() || Fail(error, std::move(fault));
+}
+
+bool ReadInto(SBuffer& buffer, const std::string& path, size_t limit, FileStartCheck check, SError* error) {
   disk::COpenFile file;
   disk::SStatus status;
   const int number = disk::OpenToRead(path, file.handle, status);
   if (number != 0) return disk::FailWith(error, number);
   if (status.kind != disk::EKind::kFile) return Fail(error, disk::NotAFileText(status.kind));
   if (status.length > limit) return Fail(error, Format("is longer than %zu bytes", limit));
+  if (!CheckStart(file.handle, status.length, check, error)) return false;
   buffer.Grow(static_cast<size_t>(status.length));
   return ReadToEnd(file.handle, buffer, limit, error);
 }
@@ -83,12 +96,23 @@ const char* disk::NotAFileText(EKind kind) {
   return kind == EKind::kDirectory ? "is a folder" : "is not a file";
 }
 
-std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error, size_t limit) try {
+std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error, size_t limit, FileStartCheck check) try {
   SBuffer buffer;
-  if (!ReadInto(buffer, disk::SystemPath(path), limit, error)) return std::nullopt;
+  if (!ReadInto(buffer, disk::SystemPath(path), limit, check, error)) return std::nullopt;
   return CFileBytes(std::move(buffer.data), buffer.size);
 } catch (const std::bad_alloc&) {
   Fail(error, "not enough memory");
+  return std::nullopt;
+}
+
+std::optional<CFileBytes> ReadTextFile(std::string_view path, SError* error, size_t limit) {
+  auto file = ReadWholeFile(path, error, limit);
+  if (!file) return file;
+  const std::string_view text = file->Text();
+  // Any of the ways to end a line; "\r\n" is two of them, and no file with so many lines is right anyway.
+  const auto ends = std::count(text.begin(), text.end(), '\n') + std::count(text.begin(), text.end(), '\r');
+  if (ends <= ptrdiff_t{2 * kMostTextLines}) return file;
+  Fail(error, Format("has more than %zu lines", kMostTextLines));
   return std::nullopt;
 }
 

@@ -40,8 +40,22 @@ class CFileBytes {
 
 inline constexpr size_t kLargestFile = size_t{0x7FFFFFFF};
 
-/// Reads the whole of a regular file; refused when it is longer than LIMIT bytes.
-std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error = nullptr, size_t limit = kLargestFile);
+/// Looks at the first bytes (at most 32) of a file of LENGTH bytes; "", or why the rest is not worth reading.
+using FileStartCheck = std::string (*)(std::span<const uint8_t> start, uint64_t length);
+/// Shorter files are read without a look at their start: whoever reads them says what is wrong with them.
+inline constexpr uint64_t kCheckedLength = uint64_t{64} << 20;
+
+/// Reads the whole of a regular file; refused when it is longer than LIMIT bytes, or long and CHECK, which may be null,
+/// says so.
+std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error = nullptr, size_t limit = kLargestFile,
+                                        FileStartCheck check = nullptr);
+
+// The game's text files are some kilobytes long.
+inline constexpr size_t kLargestTextFile = size_t{64} << 20;
+inline constexpr size_t kMostTextLines = 200'000;
+/// Reads a text file of the game, or one of the program's own; refused when it is longer than LIMIT bytes or
+/// kMostTextLines lines.
+std::optional<CFileBytes> ReadTextFile(std::string_view path, SError* error = nullptr, size_t limit = kLargestTextFile);
 
 /// Replaces PATH by BYTES: a temporary file beside it is written, flushed to the disk and renamed over it, so that at
 /// every moment either the whole old file or the whole new one is there. Links are followed and the old file's
@@ -51,19 +65,11 @@ bool ReplaceFile(std::string_view path, std::string_view text, SError* error = n
 
 class CInputFile;
 
-/// What a replacement promises.
-enum class EReplacement {
-  kDocument,  ///< links are followed, and the new file is on the disk before it takes the name
-  /// For a copy of what still is elsewhere: a link is replaced itself and not followed, and nothing waits for the disk,
-  /// which for many files would take longer than the writing. Still whole or not at all, as long as the system lives.
-  kCopy
-};
-
 /// ReplaceFile in steps. For several files that belong together there is fileset.h.
 class CReplacement {
  public:
   /// TAG as in CTemporary.
-  explicit CReplacement(std::string_view path, EReplacement kind = EReplacement::kDocument, std::string_view tag = {});
+  explicit CReplacement(std::string_view path, std::string_view tag = {});
   ~CReplacement();  ///< removes the temporary file when Commit was not reached
   CReplacement(const CReplacement&) = delete;
   CReplacement& operator=(const CReplacement&) = delete;

@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "platform/files_system.h"
 #include "platform/paths.h"
+#include "platform/posix_system.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -26,20 +27,6 @@ namespace {
 constexpr int kMostLinks = 40;
 /// Not the bits that let a program run as its owner, who may have changed.
 constexpr mode_t kPermissionBits = 0777;
-constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
-
-int Result(bool well) {
-  return well ? 0 : errno;
-}
-
-/// Calls CALL again as long as a signal interrupts it.
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR)
-    result = call();
-  return result;
-}
 
 int Descriptor(Handle handle) {
   return static_cast<int>(handle);
@@ -152,10 +139,7 @@ int OpenToRead(const std::string& path, Handle& handle, SStatus& status) {
   return 0;
 }
 
-int CreateNew(const std::string& path, bool for_all, Handle& handle) {
-  const mode_t mode = for_all ? 0666 : 0600;
-  const int file = Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
-  if (file < 0) return errno;
+int MarkNew(int file, Handle& handle) {
   // The mark is a lock, which goes with the process however that ends, on whatever machine it runs. Somebody who
   // tidies may have been faster. A disk without locks is never tidied.
   struct stat info;
@@ -166,6 +150,12 @@ int CreateNew(const std::string& path, bool for_all, Handle& handle) {
   }
   handle = file;
   return 0;
+}
+
+int CreateNew(const std::string& path, bool for_all, Handle& handle) {
+  const mode_t mode = for_all ? 0666 : 0600;
+  const int file = Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
+  return file < 0 ? errno : MarkNew(file, handle);
 }
 
 Handle KeepMark(Handle handle) {
@@ -254,11 +244,9 @@ int CheckReplaceable(const std::string& path) {
   return Result(faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0);
 }
 
-int CopyPermissions(const std::string& path, Handle handle) {
-  struct stat wanted;
+int GivePermissions(const struct stat& wanted, int file) {
   struct stat made;
-  const int file = Descriptor(handle);
-  if (stat(path.c_str(), &wanted) != 0 || fstat(file, &made) != 0) return errno;
+  if (fstat(file, &made) != 0) return errno;
   // Only root can give files away; a member of the group can at least keep that. Neither is worth failing for.
   [[maybe_unused]] const bool owner_kept = (wanted.st_uid == made.st_uid && wanted.st_gid == made.st_gid) ||
                                            fchown(file, wanted.st_uid, wanted.st_gid) == 0 ||
@@ -267,6 +255,11 @@ int CopyPermissions(const std::string& path, Handle handle) {
   // Disks without permissions refuse, but there both files have the same.
   const int number = errno;
   return (wanted.st_mode & kPermissionBits) == (made.st_mode & kPermissionBits) ? 0 : number;
+}
+
+int CopyPermissions(const std::string& path, Handle handle) {
+  struct stat wanted;
+  return stat(path.c_str(), &wanted) == 0 ? GivePermissions(wanted, Descriptor(handle)) : errno;
 }
 
 int Rename(const std::string& from, const std::string& to) {

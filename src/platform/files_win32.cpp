@@ -32,14 +32,6 @@ DWORD TransferSize(size_t size) {
   return static_cast<DWORD>(std::min(size, kLargestTransfer));
 }
 
-/// PATH, which SystemPath made absolute, for a system call.
-std::wstring CallPath(const std::string& path) {
-  std::wstring wide = ToWide(path);
-  if (wide.size() < kLongPath || wide.starts_with(kLongPrefix)) return wide;
-  if (wide.starts_with(kNetworkPrefix)) return std::wstring(kLongPrefix) + L"UNC\\" + wide.substr(2);
-  return std::wstring(kLongPrefix) + wide;
-}
-
 /// What CALL(buffer, size) writes, a call that returns the length it has or needs.
 template <typename Call>
 std::wstring GrowingText(Call call) {
@@ -72,6 +64,13 @@ bool IsDeviceName(const std::string& path) {
 }
 
 }  // namespace
+
+std::wstring CallPath(const std::string& path) {
+  std::wstring wide = ToWide(path);
+  if (wide.size() < kLongPath || wide.starts_with(kLongPrefix)) return wide;
+  if (wide.starts_with(kNetworkPrefix)) return std::wstring(kLongPrefix) + L"UNC\\" + wide.substr(2);
+  return std::wstring(kLongPrefix) + wide;
+}
 
 std::string ErrorText(int number) {
   switch (number) {

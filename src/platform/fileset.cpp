@@ -253,7 +253,7 @@ bool CSetReplacement::WriteFile(CReplacement& file, std::span<const uint8_t> byt
 
 bool CSetReplacement::Write(SError* error) {
   for (size_t i = 0; i < files_.size(); ++i) {
-    fresh_.push_back(std::make_unique<CReplacement>(paths_[i], EReplacement::kDocument, set_.tag));
+    fresh_.push_back(std::make_unique<CReplacement>(paths_[i], set_.tag));
     if (!WriteFile(*fresh_[i], files_[i].bytes, error)) return FailAt(i, error);
     const std::string& target = fresh_[i]->Target();
     members_.push_back({target, fresh_[i]->Temporary(), "", disk::FolderAbove(target)});
@@ -282,7 +282,7 @@ bool CSetReplacement::KeepOld(SError* error) {
   for (size_t i = 1; i < files_.size(); ++i) {
     if (!IsFile(members_[i].target)) continue;
     const auto bytes = ReadWholeFile(members_[i].target, error);
-    old_.push_back(std::make_unique<CReplacement>(paths_[i], EReplacement::kDocument, set_.tag));
+    old_.push_back(std::make_unique<CReplacement>(paths_[i], set_.tag));
     if (!bytes || !WriteFile(*old_.back(), bytes->View(), error)) return FailAt(i, error);
     members_[i].old = old_.back()->Temporary();
   }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/files_system.h"
+#include "platform/filewriting.h"
 
 namespace veldra {
 

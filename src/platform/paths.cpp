@@ -72,8 +72,31 @@ std::string JoinPath(std::string_view directory, std::string_view name) {
   return path;
 }
 
+std::vector<std::string_view> PathParts(std::string_view path) {
+  std::vector<std::string_view> parts;
+  while (!path.empty()) {
+    const size_t end = path.find_first_of(kSeparators);
+    parts.push_back(path.substr(0, end));
+    if (end == std::string_view::npos) break;
+    path.remove_prefix(end + 1);
+    if (path.empty()) parts.push_back(path);
+  }
+  return parts;
+}
+
 bool IsAbsolutePath(std::string_view path) {
   return RootLength(path) > 0;
+}
+
+bool StaysBelow(std::string_view path) {
+  if (path.empty() || IsSeparator(path[0]) || path.find_first_of(std::string_view(":\0", 2)) != std::string_view::npos)
+    return false;
+  const std::vector<std::string_view> parts = PathParts(path);
+  return std::find(parts.begin(), parts.end(), "..") == parts.end();
+}
+
+bool IsBareName(std::string_view name) {
+  return StaysBelow(name) && name != "." && name.find_first_of(kSeparators) == std::string_view::npos;
 }
 
 std::string NativePath(std::string_view path) {

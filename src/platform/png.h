@@ -22,6 +22,10 @@ inline constexpr int kLargestImageSide = 16384;
 /// Any PNG, whatever its depth and colour type, as RGBA with 8 bits a channel. Refused when a side exceeds
 /// kLargestImageSide, before memory is taken.
 std::optional<SImage> ReadPng(std::string_view path, SError* error = nullptr);
+/// The same from the bytes of a file.
+std::optional<SImage> DecodePng(std::span<const uint8_t> png, SError* error = nullptr);
+/// Only the sides, of which the header tells; RGBA stays empty.
+std::optional<SImage> ReadPngSize(std::string_view path, SError* error = nullptr);
 /// Replaces PATH by the picture, all or nothing.
 bool WritePng(std::string_view path, const SImage& image, SError* error = nullptr);
 

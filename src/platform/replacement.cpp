@@ -1,10 +1,9 @@
-#include <algorithm>
-#include <mutex>
-#include <set>
+#include <utility>
 
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/files_system.h"
+#include "platform/filewriting.h"
 #include "platform/inputfile.h"
 #include "platform/temporaries.h"
 
@@ -12,20 +11,8 @@ namespace veldra {
 
 namespace {
 
-/// One write call takes at most this much.
-constexpr size_t kPiece = size_t{1} << 20;
-/// A copy looks whether it is still wanted this often.
-constexpr uint64_t kCopyPiece = uint64_t{8} << 20;
-/// What a copy that goes through this program takes at once.
-constexpr size_t kCopyBuffer = size_t{1} << 18;
-
-/// The first time that this process writes into FOLDER. Extracting writes many files into few folders.
-bool IsNewFolder(const std::string& folder) {
-  static std::mutex mutex;
-  static std::set<std::string> known;
-  const std::lock_guard guard(mutex);
-  return known.insert(folder).second;
-}
+/// A long file that has to be on the disk in the end is sent there as often as so much has been written.
+constexpr uint64_t kSyncPiece = uint64_t{8} << 20;
 
 }  // namespace
 
@@ -43,26 +30,19 @@ struct CReplacement::SState {
   enum class EStep { kClosed, kOpen, kFinished, kFailed };
 
   std::string path;  ///< as given
-  EReplacement kind = EReplacement::kDocument;
   std::string tag;
   std::string target;     ///< what is replaced
   bool replaces = false;  ///< the target was there before
   CTemporary temporary;
   disk::COpenFile file;
-  std::vector<uint8_t> buffer;  ///< for CopyPiece
-  uint64_t written = 0;         ///< by CopyFrom, and how much of it is on its way to the disk
+  uint64_t written = 0;  ///< by CopyFrom, and how much of it is on its way to the disk
   uint64_t sent = 0;
   EStep step = EStep::kClosed;
 
   bool FindTarget(SError* error);
   bool CreateTemporary(SError* error);
   bool KeepPermissions(SError* error);
-  bool WritePiece(std::span<const uint8_t>& left, SError* error);
-  bool WriteAll(std::span<const uint8_t> bytes, SError* error);
-  /// Up to kCopyPiece bytes; COUNT says how many.
-  bool CopyPiece(const CInputFile& from, uint64_t offset, uint64_t length, uint64_t& count, SError* error);
   int Fault(std::string_view operation) const { return disk::Fault(operation, temporary.Path()); }
-  /// A long file that has to be on the disk in the end is sent there as it grows.
   void NoteWritten(uint64_t count);
   void Discard();
   /// Notes the step REACHED, or the failure when it did not go WELL; returns WELL.
@@ -71,8 +51,7 @@ struct CReplacement::SState {
 
 bool CReplacement::SState::FindTarget(SError* error) {
   target = disk::SystemPath(path);
-  if (kind == EReplacement::kCopy && disk::IsLink(target)) return true;
-  const int number = kind == EReplacement::kDocument ? disk::FollowLinks(std::string(target), target) : 0;
+  const int number = disk::FollowLinks(std::string(target), target);
   if (number != 0) return disk::FailWith(error, number);
   const disk::EKind there = disk::Status(target).kind;
   if (there == disk::EKind::kNothing) return true;
@@ -84,8 +63,11 @@ bool CReplacement::SState::FindTarget(SError* error) {
 
 bool CReplacement::SState::CreateTemporary(SError* error) {
   const std::string folder = disk::FolderAbove(target);
-  if (kind == EReplacement::kDocument || IsNewFolder(folder)) RemoveAbandonedTemporaries(folder);
-  const int number = temporary.Create(folder, tag, !replaces, file.handle);
+  RemoveAbandonedTemporaries(folder);
+  const auto create = [&](const std::string& path_of_new, disk::Handle& handle) {
+    return disk::CreateNew(path_of_new, !replaces, handle);
+  };
+  const int number = temporary.Create(folder, tag, create, file.handle);
   return number == 0 || disk::FailWith(error, number);
 }
 
@@ -94,44 +76,9 @@ bool CReplacement::SState::KeepPermissions(SError* error) {
   return number == 0 || disk::FailWith(error, number);
 }
 
-bool CReplacement::SState::WritePiece(std::span<const uint8_t>& left, SError* error) {
-  size_t count = 0;
-  const int number = disk::Write(file.handle, left.first(std::min(left.size(), kPiece)), count);
-  if (number != 0) return disk::FailWith(error, number);
-  if (count == 0) return Fail(error, "nothing more could be written");
-  left = left.subspan(count);
-  return true;
-}
-
-bool CReplacement::SState::WriteAll(std::span<const uint8_t> bytes, SError* error) {
-  while (!bytes.empty()) {
-    const int number = Fault("write");
-    if (number != 0) return disk::FailWith(error, number);
-    if (!WritePiece(bytes, error)) return false;
-  }
-  return true;
-}
-
-bool CReplacement::SState::CopyPiece(const CInputFile& from, uint64_t offset, uint64_t length, uint64_t& count,
-                                     SError* error) {
-  int number = Fault("write");
-  if (number == 0) {
-    number = disk::CopyRange(from.SystemHandle(), offset, file.handle, std::min(length, kCopyPiece), count);
-  }
-  if (number != 0) return disk::FailWith(error, number);
-  if (count > 0) return true;
-  if (buffer.empty()) buffer.resize(kCopyBuffer);
-  const auto piece = std::span(buffer).first(static_cast<size_t>(std::min<uint64_t>(length, kCopyBuffer)));
-  count = piece.size();
-  if (!from.ReadAt(offset, piece, error)) return false;
-  for (std::span<const uint8_t> left = piece; !left.empty();)
-    if (!WritePiece(left, error)) return false;
-  return true;
-}
-
 void CReplacement::SState::NoteWritten(uint64_t count) {
   written += count;
-  if (kind != EReplacement::kDocument || written - sent < kCopyPiece) return;
+  if (written - sent < kSyncPiece) return;
   disk::StartSync(file.handle, sent, written - sent);
   sent = written;
 }
@@ -147,10 +94,8 @@ bool CReplacement::SState::After(EStep reached, bool well) {
   return well;
 }
 
-CReplacement::CReplacement(std::string_view path, EReplacement kind, std::string_view tag)
-    : state_(std::make_unique<SState>()) {
+CReplacement::CReplacement(std::string_view path, std::string_view tag) : state_(std::make_unique<SState>()) {
   state_->path = path;
-  state_->kind = kind;
   state_->tag = tag;
 }
 
@@ -168,32 +113,27 @@ bool CReplacement::Open(SError* error) {
 bool CReplacement::Write(std::span<const uint8_t> bytes, SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  return state.WriteAll(bytes, error) || state.After(SState::EStep::kFailed, false);
+  return disk::WriteBytes(state.file.handle, state.temporary.Path(), bytes, error) ||
+         state.After(SState::EStep::kFailed, false);
 }
 
 bool CReplacement::CopyFrom(const CInputFile& from, uint64_t offset, uint64_t length,
                             const std::function<bool(uint64_t)>& step, SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  while (length > 0) {
-    uint64_t count = 0;
-    if (!state.CopyPiece(from, offset, length, count, error)) return state.After(SState::EStep::kFailed, false);
-    offset += count;
-    length -= count;
+  const auto note = [&](uint64_t count) {
     state.NoteWritten(count);
-    if (step && !step(count)) return state.After(SState::EStep::kFailed, Fail(error, std::string()));
-  }
-  return true;
+    return !step || step(count);
+  };
+  return disk::CopyBytes(from, offset, length, state.file.handle, state.temporary.Path(), note, error) ||
+         state.After(SState::EStep::kFailed, false);
 }
 
 bool CReplacement::Finish(SError* error) {
   SState& state = *state_;
   VELDRA_ASSERT(state.step == SState::EStep::kOpen);
-  int number = 0;
-  if (state.kind == EReplacement::kDocument) {
-    number = state.Fault("sync");
-    if (number == 0) number = disk::Sync(state.file.handle);
-  }
+  int number = state.Fault("sync");
+  if (number == 0) number = disk::Sync(state.file.handle);
   if (number == 0) number = state.Fault("close");
   if (number == 0) state.temporary.KeepMarked(state.file.handle);
   if (number == 0) number = state.file.Close();
@@ -210,7 +150,7 @@ bool CReplacement::Commit(SError* error) {
   state.temporary.Forget();
   state.step = SState::EStep::kClosed;
   // From here on the new file is the file; a folder that cannot be flushed is no reason to call that a failure.
-  if (state.kind == EReplacement::kDocument) disk::SyncDirectory(folder);
+  disk::SyncDirectory(folder);
   return true;
 }
 

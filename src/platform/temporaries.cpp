@@ -113,14 +113,14 @@ void RemoveEmptyNote(const std::string& path) {
 
 }  // namespace
 
-int CTemporary::Create(const std::string& folder, std::string_view tag, bool for_all, disk::Handle& handle) {
+int CTemporary::Create(const std::string& folder, std::string_view tag, const Creator& create, disk::Handle& handle) {
   int number = 0;
   for (int attempt = 0; attempt < kTemporaryAttempts; ++attempt) {
     const std::string candidate = JoinPath(folder, NewName(tag));
     number = disk::Fault("open", candidate);
     // First, so that the file never is without: what is not there yet can be removed as well.
     if (number == 0) slot_ = TakeSlot(candidate);
-    if (number == 0) number = disk::CreateNew(candidate, for_all, handle);
+    if (number == 0) number = create(candidate, handle);
     if (number == 0) {
       path_ = candidate;
       return 0;

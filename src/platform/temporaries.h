@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -17,9 +18,11 @@ class CTemporary {
   CTemporary(const CTemporary&) = delete;
   CTemporary& operator=(const CTemporary&) = delete;
 
-  /// Makes a new file in FOLDER, open for writing. TAG becomes part of its name ("" for none); FOR_ALL as in
-  /// disk::CreateNew. Returns the system's error number.
-  int Create(const std::string& folder, std::string_view tag, bool for_all, disk::Handle& handle);
+  /// Makes a new file of a path, as disk::CreateNew does.
+  using Creator = std::function<int(const std::string& path, disk::Handle& handle)>;
+  /// Makes a new file in FOLDER, open for writing. TAG becomes part of its name ("" for none). Returns the system's
+  /// error number.
+  int Create(const std::string& folder, std::string_view tag, const Creator& create, disk::Handle& handle);
   /// Once its handle is closed the file would pass for one of a dead process. Call it before.
   void KeepMarked(disk::Handle handle);
   /// The file has another name by now, or is left to somebody else.

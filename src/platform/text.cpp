@@ -4,7 +4,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdarg>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 #include "platform/text_system.h"
 
@@ -48,6 +50,78 @@ size_t Utf8SequenceLength(std::string_view text) {
   const bool surrogate = lead == 0xED && byte(1) >= 0xA0;
   const bool beyond_unicode = lead == 0xF4 && byte(1) >= 0x90;
   return overlong || surrogate || beyond_unicode ? 0 : length;
+}
+
+/// The character that the valid UTF-8 SEQUENCE stands for.
+uint32_t CodeOf(std::string_view sequence) {
+  if (sequence.size() == 1) return static_cast<uint8_t>(sequence[0]);
+  uint32_t code = static_cast<uint8_t>(sequence[0]) & (0x7FU >> sequence.size());
+  for (const char c : sequence.substr(1))
+    code = code << 6 | (static_cast<uint8_t>(c) & 0x3FU);
+  return code;
+}
+
+struct SCodes {
+  uint32_t first;
+  uint32_t last;
+};
+
+/// Control characters, and what Unicode has to format text with: marks of direction, of joining and of width, line
+/// separators, annotations, tags.
+constexpr SCodes kHidden[] = {{0, 0x1F},        {0x7F, 0x9F},     {0xAD, 0xAD},      {0x61C, 0x61C},
+                              {0x180E, 0x180E}, {0x200B, 0x200F}, {0x2028, 0x202E},  {0x2060, 0x206F},
+                              {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F}};
+
+bool IsHidden(uint32_t code) {
+  return std::any_of(std::begin(kHidden), std::end(kHidden),
+                     [=](const SCodes& codes) { return code >= codes.first && code <= codes.last; });
+}
+
+bool IsPlain(char c) {
+  return c >= 0x20 && c < 0x7F;
+}
+
+std::string EscapeOf(uint32_t code) {
+  if (code <= 0xFF) return Format("\\x%02X", code);
+  return Format(code <= 0xFFFF ? "\\u%04X" : "\\U%06X", code);
+}
+
+std::string JsonEscapeOf(uint32_t code) {
+  if (code <= 0xFFFF) return Format("\\u%04x", code);
+  return Format("\\u%04x\\u%04x", 0xD7C0 + (code >> 10), 0xDC00 + (code & 0x3FF));
+}
+
+std::string FromLatin1(uint8_t code) {
+  if (code < 0x80) return std::string(1, static_cast<char>(code));
+  return {static_cast<char>(0xC0 | (code >> 6)), static_cast<char>(0x80 | (code & 0x3F))};
+}
+
+/// TEXT with ESCAPE(code) for each hidden character that is not among KEPT. A byte that is no UTF-8 is taken as
+/// Latin-1.
+template <typename Escape>
+std::string EscapeHidden(std::string_view text, std::string_view kept, const Escape& escape) {
+  std::string shown;
+  while (!text.empty()) {
+    const auto plain = static_cast<size_t>(std::find_if_not(text.begin(), text.end(), IsPlain) - text.begin());
+    shown += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) break;
+    const size_t length = Utf8SequenceLength(text);
+    const uint32_t code = length > 0 ? CodeOf(text.substr(0, length)) : static_cast<uint8_t>(text[0]);
+    const bool stays = !IsHidden(code) || (code < 0x80 && kept.find(static_cast<char>(code)) != std::string_view::npos);
+    if (!stays) {
+      shown += escape(code);
+    } else {
+      shown += length > 0 ? std::string(text.substr(0, length)) : FromLatin1(static_cast<uint8_t>(code));
+    }
+    text.remove_prefix(std::max(length, size_t{1}));
+  }
+  return shown;
+}
+
+/// Of most texts there is nothing to escape, and that shows quickly.
+bool IsPlainText(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return IsPlain(c) || c == '\n' || c == '\t'; });
 }
 
 bool IsUtf8(std::string_view text) {
@@ -129,16 +203,25 @@ std::string ToUtf8(std::string_view text) {
   if (IsUtf8(text)) return std::string(text);
   std::string utf8;
   utf8.reserve(text.size() * 2);
-  for (const char c : text) {
-    const auto code = static_cast<uint8_t>(c);
-    if (code < 0x80) {
-      utf8 += c;
-    } else {
-      utf8 += static_cast<char>(0xC0 | (code >> 6));
-      utf8 += static_cast<char>(0x80 | (code & 0x3F));
-    }
-  }
+  for (const char c : text)
+    utf8 += FromLatin1(static_cast<uint8_t>(c));
   return utf8;
+}
+
+std::string DisplayName(std::string_view name) {
+  return EscapeHidden(ToUtf8(name), {}, EscapeOf);
+}
+
+std::string DisplayText(std::string_view text) {
+  return IsPlainText(text) ? std::string(text) : EscapeHidden(text, "\n\t", EscapeOf);
+}
+
+std::string DisplayJson(std::string json) {
+  return IsPlainText(json) ? std::move(json) : EscapeHidden(json, "\n\t", JsonEscapeOf);
+}
+
+bool HasHiddenCharacters(std::string_view name) {
+  return DisplayName(name) != ToUtf8(name);
 }
 
 std::string Counted(int64_t count, const char* one, const char* many) {

@@ -41,4 +41,17 @@ std::string ToUtf8(std::string_view text);
 /// FNV-1a, 64 bits: the same in every version of the program, which std::hash does not promise.
 uint64_t HashText(std::string_view text);
 
+// What stands in a file can hold anything. All that is shown of it, in a window or a terminal, goes through one of
+// these: characters that a terminal obeys, that turn the direction of writing, or that nobody sees are written out.
+
+/// A name, on one line: ToUtf8, with "\x1B" for such a character, "\u202E" beyond the first 256.
+std::string DisplayName(std::string_view name);
+/// The same for a text of several lines: its line feeds and tabs stay, and only its bytes that are no UTF-8 are taken
+/// as Latin-1.
+std::string DisplayText(std::string_view text);
+/// The same for JSON that is printed: characters become JSON's own escapes, so that it says what it said.
+std::string DisplayJson(std::string json);
+/// DisplayName has something to write out.
+bool HasHiddenCharacters(std::string_view name);
+
 }  // namespace veldra

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/process.h"
+#include "platform/text.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -43,7 +44,7 @@ void Trace(const char* format, ...) {
   if (!sink && !DefaultSinkListens()) return;
   va_list arguments;
   va_start(arguments, format);
-  const std::string text = FormatList(format, arguments);
+  const std::string text = DisplayText(FormatList(format, arguments));
   va_end(arguments);
   if (sink)
     sink(text);

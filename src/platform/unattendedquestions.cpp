@@ -9,7 +9,7 @@ namespace veldra {
 void CUnattendedQuestions::Message(const SMessage& message) {
   const std::string details = DetailsOf(message);
   const std::string in_brackets = details.empty() ? "" : " (" + details + ")";
-  std::fprintf(stderr, "%s: %s%s\n", message.caption.c_str(), message.text.c_str(), in_brackets.c_str());
+  std::fprintf(stderr, "%s\n", DisplayText(message.caption + ": " + message.text + in_brackets).c_str());
 }
 
 EAnswer CUnattendedQuestions::AskYesNo(const SMessage& question) {

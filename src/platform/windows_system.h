@@ -21,4 +21,11 @@ namespace veldra {
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 
+namespace disk {
+
+/// PATH, which SystemPath made absolute, for a system call.
+std::wstring CallPath(const std::string& path);
+
+}  // namespace disk
+
 }  // namespace veldra

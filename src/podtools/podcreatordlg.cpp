@@ -200,13 +200,13 @@ void CPodCreatorDialog::ShowBuild() {
   QList<QTreeWidgetItem*> rows;
   for (const CPodBuild::SItem& item : build_.Items()) {
     auto* row = new QTreeWidgetItem;
-    row->setText(kName, ToQString(DisplayName(FileNamePart(item.name))));
-    row->setText(kFolder, ToQString(DisplayName(DirectoryPart(item.name))));
+    row->setText(kName, NameToQString(FileNamePart(item.name)));
+    row->setText(kFolder, NameToQString(DirectoryPart(item.name)));
     row->setText(kSize, locale.toString(static_cast<qulonglong>(item.length)));
     row->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
     const QFileInfo file(ToQString(item.source.bytes.path));
     row->setText(kDate, ToQString(PodDateText(file.lastModified().toSecsSinceEpoch())));
-    row->setToolTip(kName, ToQString(item.source.bytes.path));
+    row->setToolTip(kName, ToolTipText(NameToQString(item.source.bytes.path)));
     if (item.is_stock && LeavesOutStock()) {
       for (int column = 0; column < kFileColumns; ++column)
         row->setForeground(column, palette().color(QPalette::Disabled, QPalette::Text));
@@ -228,8 +228,8 @@ void CPodCreatorDialog::ShowNeeded() {
   needed_ = build_.Missing(PlacesBeside(beside, services_.settings, services_.game_folder));
   for (const SDependency& needed : needed_) {
     auto* row = new QTreeWidgetItem(needed_list_);
-    row->setText(kNeededName, ToQString(DisplayName(needed.name)));
-    row->setText(kNeededBy, ToQString(DisplayName(needed.needed_by)));
+    row->setText(kNeededName, NameToQString(needed.name));
+    row->setText(kNeededBy, NameToQString(needed.needed_by));
     row->setText(kPlace, PlaceText(needed));
     row->setToolTip(kPlace, row->text(kPlace));
     if (needed.is_stock) {

@@ -177,9 +177,9 @@ bool CPodExtractorDialog::LoadArchive(const std::string& path) {
   entries_->SetArchive(nullptr);
   archive_ = std::move(loaded);
   entries_->SetArchive(&archive_);
-  setWindowTitle(tr("POD Extractor - %1").arg(ToQString(FileNamePart(path))));
-  const QString comment = ToQString(DisplayName(archive_.Comment()));
-  archive_text_->setText(comment.isEmpty() ? ToQString(path) : ToQString(path) + "   \"" + comment + '"');
+  setWindowTitle(tr("POD Extractor - %1").arg(NameToQString(FileNamePart(path))));
+  const QString comment = NameToQString(archive_.Comment());
+  archive_text_->setText(comment.isEmpty() ? NameToQString(path) : NameToQString(path) + "   \"" + comment + '"');
   list_->setFocus();
   OnSelectionChanged();
   return true;

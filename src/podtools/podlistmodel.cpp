@@ -15,7 +15,7 @@ namespace veldra {
 namespace {
 
 QString Shown(std::string_view name) {
-  return ToQString(DisplayName(name));
+  return NameToQString(name);
 }
 
 }  // namespace

@@ -144,7 +144,9 @@ bool CPodPreview::ShowImage(const CFileBytes& bytes) {
 bool CPodPreview::ShowText(const CFileBytes& bytes) {
   const std::string_view text = bytes.Text().substr(0, kLargestText);
   if (!LooksLikeText(text)) return false;
-  text_->setPlainText(ToQString(ToUtf8(text)));
+  std::string lines(text);
+  std::erase(lines, '\r');
+  text_->setPlainText(ToQString(DisplayText(lines)));
   pages_->setCurrentWidget(text_);
   return true;
 }

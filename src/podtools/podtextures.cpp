@@ -37,7 +37,7 @@ std::unique_ptr<STextureImage> ReadPodTexture(const CPodDocument& archive, const
 const STextureImage* CPodTextureFinder::Find(const std::string& name) {
   auto& image = images_[UpperCase(name)];
   if (image == nullptr) image = ReadPodTexture(archive_, name, default_colors_);
-  return image != nullptr ? image.get() : store_.GetBlankTexture("not in the archive: " + name, kBlankWidth);
+  return image != nullptr ? image.get() : store_.GetBlankTexture("not in the archive", kBlankWidth);
 }
 
 }  // namespace veldra

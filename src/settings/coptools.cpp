@@ -24,10 +24,11 @@ struct SLine {
   std::string value;
 };
 
-std::vector<SLine> SplitLines(std::string_view text) {
+/// Calls ACTION(key, value) for each line of TEXT, without a copy of all of them.
+template <typename Action>
+void ForEachLine(std::string_view text, const Action& action) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  std::vector<SLine> lines;
   while (!text.empty()) {
     const size_t end = text.find('\n');
     std::string_view line = text.substr(0, end);
@@ -35,17 +36,21 @@ std::vector<SLine> SplitLines(std::string_view text) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (line.empty()) continue;
     const size_t blank = line.find(' ');
-    lines.push_back({std::string(line.substr(0, blank)),
-                     ToUtf8(blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1))});
+    action(line.substr(0, blank),
+           ToUtf8(blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1)));
   }
-  return lines;
 }
 
 /// Nothing when there is a file that cannot be read: what it holds would be lost.
 std::optional<std::vector<SLine>> PresentLines(const std::string& path) {
   if (!FileExists(path)) return std::vector<SLine>();
-  const auto bytes = ReadWholeFile(path, nullptr, kLargestSettingsFile);
-  return bytes ? std::optional(SplitLines(bytes->Text())) : std::nullopt;
+  const auto bytes = ReadTextFile(path, nullptr, kLargestSettingsFile);
+  if (!bytes) return std::nullopt;
+  std::vector<SLine> lines;
+  ForEachLine(bytes->Text(), [&](std::string_view key, std::string value) {
+    lines.push_back({std::string(key), std::move(value)});
+  });
+  return lines;
 }
 
 /// Makes the rows of SETTINGS that nobody changed since AS_READ what LINES say.
@@ -74,13 +79,20 @@ bool Write(const std::string& path, CSettings settings, const CSettings* as_read
 
 }  // namespace
 
-void CopTools::ReadCfgFile(const std::string& path, SettingsMap& map) {
-  const auto bytes = ReadWholeFile(path, nullptr, kLargestSettingsFile);
-  if (!bytes) return;
-  for (const SLine& line : SplitLines(bytes->Text())) {
-    map[line.key] = line.value;
-    Trace("CopTools::ReadCfgFile(%s) : Set '%s' to '%s'\n", path.c_str(), line.key.c_str(), line.value.c_str());
-  }
+bool CopTools::ReadCfgFile(const std::string& path, SettingsMap& map, SError* error) {
+  const auto bytes = ReadTextFile(path, error, kLargestSettingsFile);
+  if (!bytes) return false;
+  ForEachLine(bytes->Text(), [&](std::string_view key, const std::string& value) {
+    std::string& set = map[std::string(key)];
+    set = value;
+    Trace("CopTools::ReadCfgFile(%s) : Set '%s' to '%s'\n", path.c_str(), std::string(key).c_str(), set.c_str());
+  });
+  return true;
+}
+
+void CopTools::ParseCfg(std::string_view text, SettingsMap& map) {
+  ForEachLine(
+      text, [&](std::string_view key, std::string value) { map.insert_or_assign(std::string(key), std::move(value)); });
 }
 
 bool CopTools::WriteCfgFile(const std::string& path, const CSettings& settings) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/files.h"
 #include "settings/settings.h"
 
 namespace veldra {
@@ -11,8 +12,11 @@ namespace veldra {
 class CopTools {
  public:
   /// Each line is split at its first blank into key and value; a later line overrides an earlier one. MAP stays as it
-  /// is when the file does not exist or cannot be opened. Line ends LF or CR LF.
-  static void ReadCfgFile(const std::string& path, SettingsMap& map);
+  /// is, and the result is false, when the file does not exist or cannot be read. Line ends LF or CR LF.
+  static bool ReadCfgFile(const std::string& path, SettingsMap& map, SError* error = nullptr);
+
+  /// The same from the file's TEXT.
+  static void ParseCfg(std::string_view text, SettingsMap& map);
 
   /// Replaces the file by SETTINGS, whole or not at all. A key in the old file that the table does not know keeps its
   /// line behind them.

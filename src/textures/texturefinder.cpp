@@ -9,14 +9,20 @@ namespace veldra {
 CTextureFinder::CTextureFinder(CTextureStore& store, CQuestions& questions, std::string art_directory)
     : store_(store), questions_(questions), art_directory_(std::move(art_directory)) {}
 
+std::string CTextureFinder::Look(const std::string& name) const {
+  // Nothing outside the texture folder is a model's business, and an empty name leads to the folder itself.
+  if (!IsBareName(name)) return {};
+  const std::string path = FindAnyCase(JoinPath(art_directory_, name));
+  return IsFile(path) ? path : "";
+}
+
 const STextureImage* CTextureFinder::Find(const std::string& name) {
   const std::string key = UpperCase(name);
   const auto known = found_.find(key);
   if (known != found_.end()) return known->second;
 
-  const std::string path = FindAnyCase(JoinPath(art_directory_, name));
-  // An empty name, from a file, leads to the directory itself.
-  const STextureImage* image = IsFile(path) ? store_.GetTexture(path) : nullptr;
+  const std::string path = Look(name);
+  const STextureImage* image = path.empty() ? nullptr : store_.GetTexture(path);
   if (image == nullptr) image = Ask(name);
   found_.emplace(key, image);
   return image;
@@ -24,10 +30,10 @@ const STextureImage* CTextureFinder::Find(const std::string& name) {
 
 const STextureImage* CTextureFinder::Ask(const std::string& name) {
   const SMessage message = {
-      .text = Format("Texture %s not found. Please select another texture.", ToUtf8(name).c_str()),
+      .text = Format("Texture %s not found. Please select another texture.", DisplayName(name).c_str()),
       .caption = kErrorCaption,
       .icon = EIcon::kWarning,
-      .details = Format("Looked for %s", ToUtf8(JoinPath(art_directory_, name)).c_str()),
+      .details = Format("Looked for %s", DisplayName(JoinPath(art_directory_, name)).c_str()),
   };
   const SFilePrompt prompt = {
       .title = "Select Texture",
@@ -42,7 +48,8 @@ const STextureImage* CTextureFinder::Ask(const std::string& name) {
       case STextureAnswer::EChoice::kGiveUp:
         return nullptr;
       case STextureAnswer::EChoice::kBlank:
-        return store_.GetBlankTexture(JoinPath(art_directory_, name), answer.width);
+        // One for all: a small file can name a great many textures that are not there.
+        return store_.GetBlankTexture(Format("blank %d", answer.width), answer.width);
       case STextureAnswer::EChoice::kFile:
         if (const STextureImage* image = store_.GetTexture(answer.path)) return image;
     }

@@ -20,6 +20,8 @@ class CTextureFinder {
   virtual const STextureImage* Find(const std::string& name);
 
  private:
+  /// The texture's file; "" when there is none in the texture directory.
+  std::string Look(const std::string& name) const;
   const STextureImage* Ask(const std::string& name);
 
   CTextureStore& store_;

@@ -21,7 +21,7 @@ void CModelInfoWidget::Refresh(const SNews&) {
   const CEditCursor* cursor = Cursor();
   const std::string report =
       cursor == nullptr ? "" : ModelInformation(cursor->Model(), cursor->FaceObject(), cursor->VertexObject());
-  const QString text = ToQString(ToUtf8(report));
+  const QString text = ToQString(DisplayText(report));
   if (text == text_->toPlainText()) return;
   const int line = text_->verticalScrollBar()->value();
   text_->setPlainText(text);

@@ -148,7 +148,8 @@ bool CModelTreeModel::IsCurrent(const SPlace& place) const {
 QVariant CModelTreeModel::data(const QModelIndex& index, int role) const {
   const auto place = PlaceOf(index);
   if (!place) return {};
-  if (role == Qt::DisplayRole || (role == Qt::ToolTipRole && place->IsItem())) return TextOf(*place);
+  if (role == Qt::DisplayRole) return TextOf(*place);
+  if (role == Qt::ToolTipRole && place->IsItem()) return ToolTipText(TextOf(*place));
   if (role == Qt::FontRole && IsCurrent(*place)) {
     QFont font = owner_.font();
     font.setBold(true);
@@ -175,7 +176,7 @@ QString CModelTreeModel::TextOf(const SPlace& place) const {
   }
   const auto kind = place.section == kFaceGroups ? EGroupKind::kFaces : EGroupKind::kVertices;
   const CBinGroup& group = model.GroupsOf(kind)[static_cast<size_t>(place.number)];
-  return QStringLiteral("%1 (%L2)").arg(GameToQString(group.Name())).arg(group.Members().size());
+  return QStringLiteral("%1 (%L2)").arg(NameToQString(group.Name())).arg(group.Members().size());
 }
 
 QString CModelTreeModel::SectionText(ESection section) const {
@@ -188,7 +189,7 @@ QString CModelTreeModel::SectionText(ESection section) const {
 QString CModelTreeModel::FaceText(const CBinFace& face) const {
   const QString type = QString::fromUtf8(FaceTypeLabel(face.Type()));
   if (face.Texture() == nullptr) return QStringLiteral("%1: %2").arg(face.Index()).arg(type);
-  return QStringLiteral("%1: %2, %3").arg(face.Index()).arg(GameToQString(face.Texture()->Name()), type);
+  return QStringLiteral("%1: %2, %3").arg(face.Index()).arg(NameToQString(face.Texture()->Name()), type);
 }
 
 }  // namespace veldra

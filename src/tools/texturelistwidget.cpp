@@ -46,7 +46,7 @@ QVariant CTextureRows::data(const QModelIndex& index, int role) const {
   const CBinTexture* texture = Texture(index.row());
   if (texture == nullptr) return {};
   const bool is_unused = texture->UseCount() == 0;
-  if (role == Qt::ToolTipRole) return TextureText(*texture);
+  if (role == Qt::ToolTipRole) return ToolTipText(TextureText(*texture));
   if (role == Qt::DecorationRole && index.column() == kTexture) return Picture(*texture);
   if (role == Qt::TextAlignmentRole && index.column() == kFaces) return int{Qt::AlignRight | Qt::AlignVCenter};
   if (role == Qt::ForegroundRole && is_unused) return owner_.palette().brush(QPalette::PlaceholderText);
@@ -63,7 +63,7 @@ QString CTextureRows::TextOf(const CBinTexture& texture, int column) const {
   if (column == kFaces) return texture.UseCount() == 0 ? tr("unused") : QStringLiteral("%L1").arg(texture.UseCount());
   const QString kind =
       texture.Kind() == ETextureKind::kPlain ? tr("plain") : tr("%1 frames").arg(texture.Frames().size());
-  return tr("%1\n%2 x %2, %3").arg(ToQString(ToUtf8(texture.Name()))).arg(texture.Width()).arg(kind);
+  return tr("%1\n%2 x %2, %3").arg(NameToQString(texture.Name())).arg(texture.Width()).arg(kind);
 }
 
 QVariant CTextureRows::headerData(int section, Qt::Orientation, int role) const {

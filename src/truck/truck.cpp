@@ -31,7 +31,7 @@ void CTruck::Reset() {
   *this = CTruck();
 }
 
-bool CTruck::Load(const std::string& path, SError* error) {
+bool CTruck::Load(const std::string& path, SError* error, int* known) {
   Reset();
   const auto fail = [&](const char* why) {
     if (error != nullptr) error->what = why;
@@ -39,9 +39,10 @@ bool CTruck::Load(const std::string& path, SError* error) {
   };
   if (!EndsNoCase(path, ".TRK")) return fail("The name of a truck file ends in .TRK.");
   if (!FileExists(path)) return fail("There is no such file.");
-  const auto bytes = ReadWholeFile(path, error);
+  const auto bytes = ReadTextFile(path, error);
   if (!bytes) return false;
-  Parse(bytes->Text());
+  const int keys = Parse(bytes->Text());
+  if (known != nullptr) *known = keys;
   return true;
 }
 

@@ -14,6 +14,9 @@ namespace veldra {
 inline constexpr const char* kFailedToLoadTruck = "Failed to load truck";
 inline constexpr const char* kFailedToOpenDestination = "Failed to open destination file";
 
+/// Of a file that can be loaded and has no line that is a truck's.
+inline constexpr const char* kNothingKnownText = "Nothing in \"%s\" is known: it does not look like a truck file.";
+
 /// x, y, z in feet.
 using TruckPoint = std::array<double, 3>;
 
@@ -93,9 +96,10 @@ class CTruck {
 
   /// False when PATH does not end in ".TRK" (any case), is not there or cannot be read whole; the truck is then reset.
   /// What the file says never fails: a line that is no key is skipped, a malformed number leaves its field as it was.
-  bool Load(const std::string& path, SError* error = nullptr);
-  /// The core of Load: resets and takes what TEXT says. Linear in its length.
-  void Parse(std::string_view text);
+  /// KNOWN, which may be null, gets the number of lines that are keys: with none of them it is hardly a truck's file.
+  bool Load(const std::string& path, SError* error = nullptr, int* known = nullptr);
+  /// The core of Load: resets and takes what TEXT says. Linear in its length. Returns the number of keys.
+  int Parse(std::string_view text);
 
   /// Replaces PATH as a whole or, returning false, leaves it as it was. The caller tells the user.
   bool Save(const std::string& path, SError* error = nullptr) const;

@@ -98,14 +98,18 @@ class CTruckReader {
  public:
   CTruckReader(CTruck& truck, std::string_view text) : truck_(truck), lines_(text) {}
 
-  void Read() {
+  /// Returns the number of keys.
+  int Read() {
+    int known = 0;
     while (lines_.HasKey()) {
       const auto key = lines_.Next();
       // A line that is no key takes no value with it.
       if (!key || key->size() < kShortestKey) continue;
-      ReadText(*key) || ReadPoint(*key) || ReadTire(*key) || ReadOther(*key) || ReadScrapePoint(*key) ||
-          ReadLight(*key);
+      const bool is_known = ReadText(*key) || ReadPoint(*key) || ReadTire(*key) || ReadOther(*key) ||
+                            ReadScrapePoint(*key) || ReadLight(*key);
+      known += is_known ? 1 : 0;
     }
+    return known;
   }
 
  private:
@@ -195,9 +199,9 @@ class CTruckReader {
 
 }  // namespace
 
-void CTruck::Parse(std::string_view text) {
+int CTruck::Parse(std::string_view text) {
   Reset();
-  CTruckReader(*this, text).Read();
+  return CTruckReader(*this, text).Read();
 }
 
 }  // namespace veldra

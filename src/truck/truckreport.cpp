@@ -52,12 +52,12 @@ void AddLine(std::string& out, const std::string& what, const std::string& value
 void AddLight(std::string& out, int index, const TruckLight& light) {
   AddLine(out, Format("light %d", index), LightTypeName(light.type));
   AddLine(out, "  position", ShortPoint(light.position));
-  AddLine(out, "  bitmap", ToUtf8(light.source_bitmap) + ", radius " + ShortNumber(light.bitmap_radius));
+  AddLine(out, "  bitmap", DisplayName(light.source_bitmap) + ", radius " + ShortNumber(light.bitmap_radius));
   AddLine(out, "  heading",
           ShortNumber(light.heading) + ", pitch " + ShortNumber(light.pitch) + ", spin " +
               ShortNumber(light.heading_speed));
   AddLine(out, "  cone",
-          ToUtf8(light.cone_texture) + ", length " + ShortNumber(light.cone_length) + ", base radius " +
+          DisplayName(light.cone_texture) + ", length " + ShortNumber(light.cone_length) + ", base radius " +
               ShortNumber(light.cone_base_radius) + ", rim radius " + ShortNumber(light.cone_rim_radius));
   AddLine(out, "  blinks",
           light.ms_on == 0 && light.ms_off == 0 ? std::string("no")
@@ -77,12 +77,12 @@ std::string TireName(int tire) {
 
 std::string TruckText(const CTruck& truck) {
   std::string out;
-  AddLine(out, "truck", ToUtf8(truck.name));
-  AddLine(out, "body model", ToUtf8(truck.model_base_name));
-  AddLine(out, "tire models", ToUtf8(truck.tire_base_name));
-  AddLine(out, "axle model", ToUtf8(truck.axle_model_name));
-  AddLine(out, "shock texture", ToUtf8(truck.shock_texture));
-  AddLine(out, "bar texture", ToUtf8(truck.bar_texture));
+  AddLine(out, "truck", DisplayName(truck.name));
+  AddLine(out, "body model", DisplayName(truck.model_base_name));
+  AddLine(out, "tire models", DisplayName(truck.tire_base_name));
+  AddLine(out, "axle model", DisplayName(truck.axle_model_name));
+  AddLine(out, "shock texture", DisplayName(truck.shock_texture));
+  AddLine(out, "bar texture", DisplayName(truck.bar_texture));
   AddLine(out, "axle bar offset", ShortPoint(truck.axle_bar_offset));
   AddLine(out, "drive shaft", ShortPoint(truck.drive_shaft_position));
   for (int tire = 0; tire < kTireCount; ++tire)
@@ -91,7 +91,7 @@ std::string TruckText(const CTruck& truck) {
     AddLine(out, Format("scrape point %d", point + 1), ShortPoint(truck.scrape_points[static_cast<size_t>(point)]));
   AddLine(out, "instrument cluster", kInstrumentClusterName);
   for (const std::string& wave : truck.wave_files)
-    AddLine(out, "wave file", ToUtf8(wave));
+    AddLine(out, "wave file", DisplayName(wave));
   AddLine(out, "lights", Format("%d", truck.light_count));
   for (int light = 0; light < truck.UsedLights(); ++light)
     AddLight(out, light, truck.lights[static_cast<size_t>(light)]);
@@ -122,7 +122,7 @@ std::string TruckJson(const CTruck& truck) {
                      {"waveFiles", std::move(waves)},
                      {"lightCount", truck.light_count},
                      {"lights", std::move(lights)}};
-  return json.dump(2) + "\n";
+  return DisplayJson(json.dump(2)) + "\n";
 }
 
 }  // namespace veldra

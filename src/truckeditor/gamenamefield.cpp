@@ -80,7 +80,7 @@ void CGameNameField::SetFurtherRule(std::function<QString(const std::string& nam
 void CGameNameField::Refresh() {
   const std::string* const text = context_.document.Look(place_);
   const bool is_there = text != nullptr;
-  if (is_there && (!is_there_ || shown_ != *text)) edit_->setText(GameToQString(*text));
+  if (is_there && (!is_there_ || shown_ != *text)) edit_->setText(GameToField(*text));
   if (!is_there) edit_->clear();
   is_there_ = is_there;
   shown_ = is_there ? *text : "";
@@ -137,11 +137,11 @@ void CGameNameField::SayWhere(const std::string& name) {
     if (file.place != SDependency::EPlace::kMissing) where = file.source.bytes.path;
     if (file.place != SDependency::EPlace::kMissing || file.is_stock) continue;
     all_stock = false;
-    missing.append(GameToQString(TruckFileName(each, type_)));
+    missing.append(NameToQString(TruckFileName(each, type_)));
   }
   if (!missing.isEmpty()) return Say(tr("Not found: %1").arg(missing.join(", ")), true);
   if (where.empty() && all_stock) return Say(tr("Every installation has it"), false);
-  Say(tr("In %1").arg(ToQString(ToUtf8(where))), false);
+  Say(tr("In %1").arg(NameToQString(where)), false);
 }
 
 /// The note's colours are made from the window's.
@@ -159,7 +159,7 @@ void CGameNameField::Say(const QString& text, bool is_fault) {
   palette.setColor(QPalette::WindowText, color);
   note_->setPalette(palette);
   note_->setText(note_->fontMetrics().elidedText(text, Qt::ElideMiddle, std::max(width(), 300)));
-  note_->setToolTip(text);
+  note_->setToolTip(ToolTipText(text));
 }
 
 }  // namespace veldra

@@ -10,10 +10,11 @@ constexpr size_t kMostSteps = 500;
 
 }  // namespace
 
-void CTruckDocument::Begin(const CTruck& truck, const std::string& path) {
+void CTruckDocument::Begin(const CTruck& truck, const std::string& path, bool is_of_unknown_file) {
   truck_ = truck;
   saved_ = truck;
   path_ = path;
+  is_of_unknown_file_ = is_of_unknown_file;
   undo_.clear();
   redo_.clear();
   last_key_.clear();
@@ -31,8 +32,9 @@ bool CTruckDocument::Load(const std::string& path, SError* error) {
     return false;
   }
   CTruck truck;
-  if (!truck.Load(path, error)) return false;
-  Begin(truck, path);
+  int known = 0;
+  if (!truck.Load(path, error, &known)) return false;
+  Begin(truck, path, known == 0);
   return true;
 }
 
@@ -41,6 +43,7 @@ bool CTruckDocument::Save(const std::string& path, SError* error) {
   saved_ = truck_;
   const bool is_other = path != path_;
   path_ = path;
+  is_of_unknown_file_ = false;
   last_key_.clear();
   if (is_other) emit FileChanged();
   emit Changed();

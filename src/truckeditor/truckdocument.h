@@ -25,6 +25,8 @@ class CTruckDocument : public QObject {
   /// "" for one that has never been saved.
   const std::string& Path() const { return path_; }
   bool IsModified() const { return !(truck_ == saved_); }
+  /// The file has no line that is a truck's: what is in it is none, as far as one can see.
+  bool IsOfUnknownFile() const { return is_of_unknown_file_; }
 
   void New();
   /// Longer files are no trucks: every step of the editor would carry their texts along.
@@ -49,12 +51,13 @@ class CTruckDocument : public QObject {
   void FileChanged();
 
  private:
-  void Begin(const CTruck& truck, const std::string& path);
+  void Begin(const CTruck& truck, const std::string& path, bool is_of_unknown_file = false);
   void Swap(std::vector<CTruck>& from, std::vector<CTruck>& to);
 
   CTruck truck_;
   CTruck saved_;
   std::string path_;
+  bool is_of_unknown_file_ = false;
   std::vector<CTruck> undo_;
   std::vector<CTruck> redo_;
   QString last_key_;

@@ -164,9 +164,9 @@ std::string CTruckEditorDlg::Title() const {
 }
 
 void CTruckEditorDlg::OnChanged() {
-  setWindowTitle(tr("%1[*] - Truck Editor").arg(ToQString(ToUtf8(Title()))));
+  setWindowTitle(tr("%1[*] - Truck Editor").arg(NameToQString(Title())));
   setWindowModified(document_.IsModified());
-  statusBar()->showMessage(ToQString(ToUtf8(document_.Path())));
+  statusBar()->showMessage(NameToQString(document_.Path()));
   if (undo_ == nullptr) return;
   undo_->setEnabled(document_.CanUndo());
   redo_->setEnabled(document_.CanRedo());
@@ -195,7 +195,11 @@ void CTruckEditorDlg::Open() {
 bool CTruckEditorDlg::OpenFile(const std::string& path) {
   if (!MayLeave()) return false;
   SError error;
-  if (document_.Load(path, &error)) return true;
+  if (document_.Load(path, &error)) {
+    if (document_.IsOfUnknownFile())
+      services_.questions.Message({.text = Format(kNothingKnownText, path.c_str()), .icon = EIcon::kWarning});
+    return true;
+  }
   services_.questions.Message({.text = kFailedToLoadTruck,
                                .caption = kErrorCaption,
                                .icon = EIcon::kError,
@@ -217,7 +221,16 @@ bool CTruckEditorDlg::SaveAs() {
   return SaveTo(has_extension ? chosen->path : chosen->path + ".trk");
 }
 
+bool CTruckEditorDlg::MayUseUnknownFile() {
+  if (!document_.IsOfUnknownFile()) return true;
+  const SMessage question = {.text = Format(kNothingKnownText, document_.Path().c_str()) + "\nGo on all the same?",
+                             .icon = EIcon::kWarning,
+                             .usual = EAnswer::kNo};
+  return services_.questions.AskYesNo(question) == EAnswer::kYes;
+}
+
 bool CTruckEditorDlg::SaveTo(const std::string& path) {
+  if (IsSameFile(path, document_.Path()) && !MayUseUnknownFile()) return false;
   SError error;
   if (document_.Save(path, &error)) return true;
   services_.questions.Message({.text = kFailedToOpenDestination,
@@ -233,6 +246,7 @@ void CTruckEditorDlg::PackTruck() {
                                .icon = EIcon::kQuestion};
     if (services_.questions.AskYesNo(question) != EAnswer::kYes || !Save()) return;
   }
+  if (!MayUseUnknownFile()) return;
   const SSearchPlaces places = PlacesForTruck(document_.Path(), services_.settings, services_.game_folder);
   const STruckPackPlan plan = PlanTruckPack(document_.Path(), places, services_.stock);
   CTruckPackDialog dialog(plan, services_.settings.creator_pod_zip != 0, this);

@@ -55,6 +55,8 @@ class CTruckEditorDlg : public QMainWindow {
   void MakePages();
   /// True when the truck may go: it is saved, or the user does not want it to be.
   bool MayLeave();
+  /// A yes is needed to write over, or to pack, a file in which nothing is known.
+  bool MayUseUnknownFile();
   bool SaveTo(const std::string& path);
   bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
   void OnFileChanged();

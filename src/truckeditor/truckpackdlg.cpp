@@ -63,11 +63,11 @@ void CTruckPackDialog::FillList() {
     for (const STruckPackRow& row : plan_.rows) {
       if (row.is_missing != is_missing) continue;
       auto* item = new QTreeWidgetItem(list_);
-      item->setText(kName, GameToQString(row.name));
+      item->setText(kName, NameToQString(row.name));
       item->setText(kSize, row.length ? QLocale::c().toString(static_cast<qulonglong>(*row.length)) : QString());
       item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
-      item->setText(kNeededBy, GameToQString(row.needed_by));
-      item->setToolTip(kWhere, GameToQString(row.where));
+      item->setText(kNeededBy, NameToQString(row.needed_by));
+      item->setToolTip(kWhere, ToolTipText(NameToQString(row.where)));
       item->setData(kName, Qt::UserRole, QVariant::fromValue(static_cast<qlonglong>(&row - plan_.rows.data())));
     }
   }
@@ -89,7 +89,7 @@ void CTruckPackDialog::Refresh() {
     const STruckPackRow& row = plan_.rows[static_cast<size_t>(item->data(kName, Qt::UserRole).toLongLong())];
     const bool is_left_out = STruckPackPlan::IsLeftOut(row, leaves_out);
     const bool is_fault = row.is_missing && !is_left_out;
-    item->setText(kWhere, is_left_out ? LeftOutText(row) : is_fault ? tr("not found") : GameToQString(row.where));
+    item->setText(kWhere, is_left_out ? LeftOutText(row) : is_fault ? tr("not found") : NameToQString(row.where));
     const QColor color = is_fault
                              ? FaultColor(palette())
                              : palette().color(is_left_out ? QPalette::Disabled : QPalette::Active, QPalette::Text);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <numeric>
 #include <sstream>
 
@@ -116,9 +117,9 @@ TEST_F(CPodExtractTest, LinksOfTheDestinationLeadNowhereElse) {
         {"OUT", "7"}});
   request.folders = true;
   questions.OnReplace("FILE.RAW", EReplaceAnswer::kYes).OnReplace("DANGLING.RAW", EReplaceAnswer::kYes);
-  EXPECT_EQ(Extract(), "Extracted 3 of 7 files");
+  EXPECT_EQ(Extract(), "Extracted 2 of 7 files");
   EXPECT_EQ(questions.Messages().size(), 1u);
-  EXPECT_EQ(Content("REAL/A.RAW"), "3");
+  EXPECT_FALSE(FileExists(destination + "/REAL/A.RAW")) << "a link inside could be made one that leads outside";
   EXPECT_EQ(Content("FILE.RAW"), "4");
   EXPECT_EQ(Content("DANGLING.RAW"), "5");
   EXPECT_FALSE(IsLink(destination + "/FILE.RAW")) << "a link is replaced itself";
@@ -126,7 +127,54 @@ TEST_F(CPodExtractTest, LinksOfTheDestinationLeadNowhereElse) {
   EXPECT_TRUE(ListDirectory(outside).empty());
   EXPECT_FALSE(FileExists(folder.File("new")) || FileExists(folder.File("nowhere")));
 }
+
+TEST_F(CPodExtractTest, LinksPlantedMeanwhileLeadNowhereElse) {
+  const std::string outside = folder.File("outside");
+  for (const char* moment : {"open", "write", "rename"}) {
+    std::filesystem::remove_all(destination);
+    ASSERT_TRUE(MakeDirectories(destination + "/A/B") && MakeDirectories(outside + "/B"));
+    Load({{"A\\B\\1.RAW", "1"}, {"A\\B\\2.RAW", "2"}, {"C\\3.RAW", "3"}, {"A\\B\\4.RAW", "4"}});
+    request.folders = true;
+    bool planted = false;
+    SetFileFault([&](std::string_view operation, std::string_view) {
+      if (operation != moment || std::exchange(planted, true)) return 0;
+      std::filesystem::rename(destination + "/A", destination + "/moved");
+      std::filesystem::create_symlink(outside, destination + "/A");
+      std::filesystem::create_symlink(outside, destination + "/C");
+      return 0;
+    });
+    EXPECT_EQ(Extract(), "Extracted 2 of 4 files") << moment;
+    SetFileFault({});
+    std::vector<std::string> there;
+    ListAll(outside, there);
+    EXPECT_EQ(there.size(), 1u) << moment;
+    EXPECT_EQ(Content("moved/B/2.RAW"), "2") << "what was being filled is still filled";
+    ASSERT_EQ(questions.Messages().size(), 1u);
+    EXPECT_NE(questions.Messages()[0].details.find("a link stands where it needs a folder"), std::string::npos);
+    questions.TakeMessageTexts();
+  }
+}
 #endif
+
+TEST_F(CPodExtractTest, AsksAboutSharedBytesAndSaysWhenTheDiskIsFull) {
+  std::vector<STestEntry> entries;
+  for (int i = 0; i < 3000; ++i)
+    entries.push_back({Format("%d.RAW", i), "", uint32_t{1} << 31, 3000 * 40 + 84});
+  const std::string path = folder.Write("a.pod", MakePod(entries));
+  std::filesystem::resize_file(path, (uint64_t{1} << 31) + 3000 * 40 + 84);
+  ASSERT_TRUE(pod.Load(path));
+  const std::string asked =
+      "The files hold 6,442,450,944,000 bytes, 2999 times as much as their archive.\nExtract them all the same?";
+  for (size_t i = 0; i < entries.size(); ++i)
+    request.entries.push_back(i);
+  questions.OnYesNo(asked, EAnswer::kNo).OnYesNo(asked, EAnswer::kYes);
+  EXPECT_EQ(Extract(), "Extracted 0 of 3000 files");
+  EXPECT_TRUE(questions.Messages().empty());
+  EXPECT_EQ(Extract(), "Extracted 0 of 3000 files");
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"There is not enough space on the disk."});
+  EXPECT_FALSE(result.done);
+  EXPECT_TRUE(ListDirectory(destination).empty());
+}
 
 TEST_F(CPodExtractTest, EntriesThatGoToOnePlaceDoNotOverwriteEachOther) {
   ASSERT_TRUE(MakeDirectories(JoinPath(destination, "DIR.RAW")));

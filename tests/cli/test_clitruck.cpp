@@ -108,5 +108,16 @@ TEST_F(CCliTruckTest, PackAsksAboutWhatIsNotThere) {
   EXPECT_EQ(bytes->Text(), truck.FileText());
 }
 
+TEST_F(CCliTruckTest, AFileInWhichNothingIsKnownIsWrittenOnRequestOnly) {
+  folder.Write("letter.trk", "Dear driver,\r\nmy truck is red.\r\n");
+  const std::string said = "does not look like a truck file.";
+  Expect({{"truck show $/letter.trk", 0, "truck", said},
+          {"truck rewrite $/letter.trk $/letter.trk", 1, "", said + "\nGo on all the same?"},
+          {"truck pack $/letter.trk $/t.pod", 1, "", said + "\nGo on all the same?"}});
+  EXPECT_EQ(ReadTestFile(folder.File("letter.trk")).substr(0, 4), "Dear");
+  Expect({{"--yes truck rewrite $/letter.trk $/o.trk", 0, "", said}});
+  EXPECT_EQ(Run("truck show $/o.trk").err, "");
+}
+
 }  // namespace
 }  // namespace veldra::testing

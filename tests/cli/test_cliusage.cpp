@@ -1,7 +1,9 @@
+#include "archive/testpod.h"
 #include "cli/clifixture.h"
 #include "cli/command.h"
 #include "cli/globaloptions.h"
 #include "platform/files.h"
+#include "platform/text.h"
 
 namespace veldra::testing {
 namespace {
@@ -48,7 +50,7 @@ TEST_F(CCliUsageTest, ProgramOptionsMayStandBehindTheCommand) {
   Expect({{"--art $ info $/m.bin", 0, "Number of"},
           {"info --art $ $/m.bin", 0, "Number of"},
           {"info $/m.bin --art=$", 0, "Number of"},
-          {"info $/m.bin --art $ --cfg $/none.cfg", 0, "Number of"},
+          {"info $/m.bin --art $ --cfg $/none.cfg", 1, "", "none.cfg\" could not be read."},
           {"info $/m.bin", 1, "", "ROAD.RAW"}});
 }
 
@@ -94,6 +96,35 @@ TEST_F(CCliUsageTest, OutputThatCannotBeWrittenEndsWithOne) {
   full.setstate(std::ios::badbit);
   EXPECT_EQ(RunCli({"--art", folder.Path(), "info", folder.File("m.bin")}, full, err), 1);
   EXPECT_NE(err.str(), "");
+}
+
+/// Characters that a terminal would obey, those that turn text round, and a line of the file's own.
+constexpr std::string_view kHostile = "\x1B\x9B\xE2\x80\xAE\nA";
+
+TEST_F(CCliUsageTest, HostileNamesNeverReachTheTerminal) {
+  const std::string name(kHostile);
+  WriteModel("m.bin", {.texture = name + ".RAW"});
+  WriteModel("none.bin", {.texture = name + ".RAX"});
+  ASSERT_TRUE(RemoveFile(folder.File(name + ".RAX")));
+  folder.Write("m.info", "1\nX\x1B\x9B\n0\n1\nY\xE2\x80\xAE\n0\n0\n");
+  folder.Write("t.trk",
+               "MTM2 truckName\r\n" + std::string("\x1B\x9B\xE2\x80\xAE") + "\r\ntruckModelBaseName\r\n\x1B\x9B\r\n");
+  folder.Write("w.obj",
+               "mtllib \x1B\x9B.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\ng \x1B\x9B\nusemtl \x1B\nf 1 2 3\nf 1 \x1B\x9B 3\n");
+  folder.Write("p.pod", MakePod({{name + ".RAW", "x"}, {"ART\\\xC2\x9B.RAW", "x"}}));
+  for (const char* line :
+       {"info $/m.bin --face 0", "dump $/m.bin", "json $/m.bin", "textures $/m.bin", "info $/none.bin",
+        "truck show $/t.trk", "truck show $/t.trk --json", "truck deps $/t.trk", "--no truck pack $/t.trk $/t.pod",
+        "pod list $/p.pod", "pod list $/p.pod --json", "pod extract $/p.pod $", "pod extract $/p.pod $ \x1B",
+        "pod is-stock \x1B\x9B", "pod create $/q.pod $/\x1B\x9B", "import obj $/w.obj $/w.bin", "info $/\x1B\x9B",
+        "\x1B\x9B", "info --\x1B\x9B"}) {
+    const SResult result = Run(line);
+    const std::string all = result.out + result.err;
+    EXPECT_FALSE(all.empty()) << line;
+    EXPECT_EQ(DisplayText(all), all) << line;
+    EXPECT_EQ(all.find("\nA.RA"), std::string::npos) << line << ": a name makes no line";
+  }
+  EXPECT_EQ(nlohmann::json::parse(Run("pod list $/p.pod --json").out)[0]["name"], ToUtf8(name + ".RAW"));
 }
 
 }  // namespace

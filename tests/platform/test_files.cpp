@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <numeric>
 
 #include "platform/files.h"
@@ -253,6 +255,27 @@ TEST(AbsolutePath, HasNoDotParts) {
 }
 
 #endif
+
+TEST(Files, HaveALimitBeforeTheyAreRead) {
+  const CTempFolder folder;
+  const std::string path = folder.Write("x", "MAGIC");
+  SError error;
+  const auto check = [](std::span<const uint8_t> start, uint64_t) -> std::string {
+    return start[0] == 'M' ? "" : "is none";
+  };
+  std::filesystem::resize_file(path, kCheckedLength + 1);
+  EXPECT_TRUE(ReadWholeFile(path, &error, kLargestFile, check));
+  folder.Write("x", "NONE");
+  EXPECT_TRUE(ReadWholeFile(path, &error, kLargestFile, check)) << "a short one is its reader's business";
+  std::filesystem::resize_file(path, kCheckedLength + 1);
+  EXPECT_FALSE(ReadWholeFile(path, &error, kLargestFile, check));
+  EXPECT_EQ(error.what, "is none");
+  EXPECT_FALSE(ReadTextFile(path, &error));
+  EXPECT_EQ(error.what, "is longer than 67108864 bytes");
+  folder.Write("x", std::string(2 * kMostTextLines + 1, '\r'));
+  EXPECT_FALSE(ReadTextFile(path, &error));
+  EXPECT_EQ(error.what, "has more than 200000 lines");
+}
 
 }  // namespace
 }  // namespace veldra

@@ -42,5 +42,21 @@ TEST(Paths, KnowWhatIsAbsolute) {
     EXPECT_FALSE(IsAbsolutePath(path)) << path;
 }
 
+TEST(Paths, NamesInFilesStayBelowTheirFolder) {
+  const struct {
+    std::string name;
+    bool below, bare;
+  } kCases[] = {{"A.RAW", true, true},       {"ART/A.RAW", true, false},
+                {"ART\\A.RAW", true, false}, {"", false, false},
+                {".", true, false},          {"..", false, false},
+                {"a/../b", false, false},    {"..\\A.RAW", false, false},
+                {"/A.RAW", false, false},    {"\\\\host\\A.RAW", false, false},
+                {"C:A.RAW", false, false},   {std::string("A\0.RAW", 6), false, false}};
+  for (const auto& [name, below, bare] : kCases) {
+    EXPECT_EQ(StaysBelow(name), below) << name;
+    EXPECT_EQ(IsBareName(name), bare) << name;
+  }
+}
+
 }  // namespace
 }  // namespace veldra

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <array>
 
 #include "platform/compress.h"
@@ -114,6 +116,22 @@ TEST(Png, WithSidesThatCannotBeIsRefused) {
     EXPECT_FALSE(ReadPng(folder.Write("x.png", PngBytes(each)), &error)) << each.what;
     EXPECT_NE(error.what, "") << each.what;
   }
+}
+
+TEST(Png, IsReadNoFurtherThanItsPicture) {
+  const CTempFolder folder;
+  const std::string png =
+      PngBytes({"", 1, 1, 8, 2, Chunk("zTXt", std::string(5000, 'x')) + Chunk("blAh", ""), Row({1, 2, 3})});
+  const std::string path = folder.Write("x.png", png);
+  std::filesystem::resize_file(path, uint64_t{3} << 30);
+  const auto image = ReadPng(path);
+  ASSERT_TRUE(image) << "three gigabytes behind the end mark are not read";
+  EXPECT_EQ(image->rgba, (std::vector<uint8_t>{1, 2, 3, 255}));
+  SError error;
+  folder.Write("x.png", PngBytes({"", 1, 1, 8, 2, Chunk("IDAT", std::string(3 << 20, '\0')), Row({1, 2, 3})}));
+  EXPECT_FALSE(ReadPng(path, &error));
+  EXPECT_EQ(error.what, "the PNG file holds far more than its picture");
+  EXPECT_EQ(ReadPngSize(path)->width, 1);
 }
 
 }  // namespace

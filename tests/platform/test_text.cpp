@@ -64,6 +64,33 @@ TEST(Text, BecomesUtf8) {
     EXPECT_EQ(ToUtf8(bytes), utf8) << utf8;
 }
 
+TEST(Text, ShowsWhatNobodySees) {
+  const std::pair<std::string, const char*> kCases[] = {
+      {"plain \xC3\xA4", "plain \xC3\xA4"},
+      {"a\x1B[2J\n\t\x7F", "a\\x1B[2J\\x0A\\x09\\x7F"},
+      {"\x9B"
+       "31m\xE9",
+       "\\x9B"
+       "31m\xC3\xA9"},  // Latin-1
+      {"\xC2\x9B"
+       "31m\xC2\xA0",
+       "\\x9B"
+       "31m\xC2\xA0"},  // the same in UTF-8
+      {"\xE2\x80\xAE"
+       "WAR.A\xE2\x81\xA6",
+       "\\u202EWAR.A\\u2066"},
+      {"\xF3\xA0\x81\x81\xF0\x9F\x9A\x9A", "\\U0E0041\xF0\x9F\x9A\x9A"},
+      {std::string("a\0b", 3), "a\\x00b"},
+  };
+  for (const auto& [text, shown] : kCases) {
+    EXPECT_EQ(DisplayName(text), shown);
+    EXPECT_EQ(HasHiddenCharacters(text), text.substr(0, 5) != "plain");
+  }
+  EXPECT_EQ(DisplayText("\xC3\xA4\n\t\xE9\x1B"), "\xC3\xA4\n\t\xC3\xA9\\x1B") << "bytes one by one";
+  EXPECT_EQ(DisplayJson("[\"\x7F\xE2\x80\xAE\xF3\xA0\x81\x81\xC3\xA4\"]"),
+            "[\"\\u007f\\u202e\\udb40\\udc41\xC3\xA4\"]");
+}
+
 TEST(Numbers, TruncateTowardsZeroWithinThirtyTwoBits) {
   constexpr int32_t kNone = std::numeric_limits<int32_t>::min();
   const struct {

@@ -11,7 +11,8 @@ namespace veldra {
 void CCliQuestions::Print(const SMessage& message) {
   ++printed_count_;
   err_ << message.caption << ": " << message.text << '\n';
-  if (!message.details.empty()) err_ << message.details << '\n';
+  const std::string details = DetailsOf(message);
+  if (!details.empty()) err_ << details << '\n';
   err_.flush();
 }
 

@@ -56,6 +56,7 @@ std::string ListText(const CMTMPODFile& archive) {
 }
 
 int List(CSession& session, const SListOptions& options) {
+  const CQuestions::CAbout about(session.Questions(), options.pod);
   CMTMPODFile archive(session.Questions());
   if (!archive.ReadDirectory(options.pod)) return kFailed;
   return session.Print(options.json ? ListJson(archive) : ListText(archive));
@@ -114,6 +115,7 @@ void ShowNotes(CSession& session, const std::vector<std::string>& notes) {
 }
 
 int Extract(CSession& session, const SExtractOptions& options) {
+  const CQuestions::CAbout about(session.Questions(), options.pod);
   CPodDocument archive;
   SExtractRequest request{.destination = options.destination, .folders = options.folders};
   if (Load(session, options.pod, archive) != kDone) return kFailed;

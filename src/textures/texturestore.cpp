@@ -122,6 +122,18 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
+SImage CTextureStore::Picture(const std::string& path) const {
+  const auto bytes = ReadWholeFile(path, nullptr, kLargestRaw);
+  STextureImage image;
+  image.size = bytes ? TextureSizeOfLength(bytes->View().size()) : 0;
+  if (image.size == 0) return {};
+  const auto colors = ReadColorTable(ChangeExtension(path, "ACT"));
+  DecodeTexture(bytes->View(), colors ? *colors : default_colors_, image);
+  for (size_t alpha = 3; alpha < image.rgba.size(); alpha += 4)
+    image.rgba[alpha] = 255;
+  return {.width = image.size, .height = image.size, .rgba = std::move(image.rgba)};
+}
+
 const STextureImage* CTextureStore::GetBlankTexture(const std::string& path, int width) {
   VELDRA_ASSERT(std::ranges::find(kTextureSizes, width) != kTextureSizes.end());
   const auto stored = images_.find(path);

@@ -123,12 +123,11 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
 }
 
 SImage CTextureStore::Picture(const std::string& path) const {
-  const auto bytes = ReadWholeFile(path, nullptr, kLargestRaw);
+  const STextureFiles files = ReadTextureFiles(path);
+  if (!files.texels) return {};
   STextureImage image;
-  image.size = bytes ? TextureSizeOfLength(bytes->View().size()) : 0;
-  if (image.size == 0) return {};
-  const auto colors = ReadColorTable(ChangeExtension(path, "ACT"));
-  DecodeTexture(bytes->View(), colors ? *colors : default_colors_, image);
+  image.size = TextureSizeOfLength(files.texels->View().size());
+  DecodeTexture(files.texels->View(), files.colors ? *files.colors : default_colors_, image);
   for (size_t alpha = 3; alpha < image.rgba.size(); alpha += 4)
     image.rgba[alpha] = 255;
   return {.width = image.size, .height = image.size, .rgba = std::move(image.rgba)};

@@ -43,7 +43,9 @@ void CTruckDocument::New() {
   emit Changed();
 }
 
-bool CTruckDocument::Load(const std::string& path) {
+bool CTruckDocument::Load(const std::string& given_path) {
+  // As it is found from wherever the program is started next.
+  const std::string path = AbsolutePath(given_path);
   CDocumentStamp stamp(FilesOf(path));
   CTruck truck;
   if (!ReadFile(truck, path)) return false;
@@ -67,7 +69,8 @@ bool CTruckDocument::ReadFile(CTruck& truck, const std::string& path) {
   return Questions().Fail(kFailedToLoadTruck, path + ": " + error.what);
 }
 
-bool CTruckDocument::Save(const std::string& path) {
+bool CTruckDocument::Save(const std::string& given_path) {
+  const std::string path = AbsolutePath(given_path);
   const CQuestions::CAbout about(Questions(), path);
   if (IsSameFile(path, Path()) && !MayOverwrite(*this)) return false;
   KeepOverwrittenFile(path, [&](const SCopyLabel& label) {

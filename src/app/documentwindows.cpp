@@ -1,6 +1,5 @@
 #include "app/documentwindows.h"
 
-#include <QImage>
 #include <QMdiSubWindow>
 #include <cstddef>
 #include <map>
@@ -8,12 +7,6 @@
 #include "app/commands/commandtable.h"
 
 namespace veldra {
-
-namespace {
-
-constexpr QSize kPictureSize(160, 120);
-
-}  // namespace
 
 CDocumentWindows::CDocumentWindows(CTarn2App& app, CDocumentArea& area, QObject* view_filter)
     : app_(app), area_(area), view_filter_(view_filter) {
@@ -83,7 +76,7 @@ CTarnDoc* CDocumentWindows::ActiveDocument() const {
   return child != nullptr ? &child->Document() : nullptr;
 }
 
-void CDocumentWindows::Activate(const CTarnDoc& document) {
+void CDocumentWindows::Activate(const CFileDocument& document) {
   const CChildFrame* active = Active();
   if (active != nullptr && &active->Document() == &document) return;
   for (CChildFrame* child : Children()) {
@@ -101,17 +94,8 @@ QList<CTarnDoc*> CDocumentWindows::Documents() const {
 }
 
 SImage CDocumentWindows::Picture(const CTarnDoc& document) const {
-  for (const CChildFrame* child : Children()) {
-    if (&child->Document() != &document || !child->View().HasDrawn()) continue;
-    const QImage shown = child->View().grabFramebuffer();
-    const QImage small = shown.scaled(kPictureSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-                             .convertToFormat(QImage::Format_RGBA8888);
-    SImage image = {.width = small.width(), .height = small.height(), .rgba = {}};
-    const std::ptrdiff_t row = std::ptrdiff_t{4} * small.width();
-    for (int y = 0; y < small.height(); ++y)
-      image.rgba.insert(image.rgba.end(), small.constScanLine(y), small.constScanLine(y) + row);
-    return image;
-  }
+  for (CChildFrame* child : Children())
+    if (&child->Document() == &document && child->View().HasDrawn()) return child->View().SmallPicture();
   return {};
 }
 

@@ -29,7 +29,7 @@ class CDocumentWindows : public QObject {
   CTarnView* ActiveView() const;
   CTarnDoc* ActiveDocument() const;
   /// A window of DOCUMENT comes to the front.
-  void Activate(const CTarnDoc& document);
+  void Activate(const CFileDocument& document);
   /// Each document once, in the order of the windows.
   QList<CTarnDoc*> Documents() const;
 

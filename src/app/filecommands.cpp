@@ -115,7 +115,7 @@ void CFileCommands::EarlierStates() {
   const CTarnDoc& document = Active();
   const std::string key = document.StatesKey();
   const QString title = NameToQString(document.Title());
-  CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), &window_);
+  CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), ECopyKind::kModel, &window_);
   dialog.exec();
   const auto chosen = dialog.Chosen();
   if (!chosen) return;
@@ -123,7 +123,7 @@ void CFileCommands::EarlierStates() {
 }
 
 void CFileCommands::Recover() {
-  if (!OfferLeftovers(app_, windows_, &window_))
+  if (!OfferLeftovers(app_, windows_, tools_, &window_))
     app_.Questions().Message({.text = "There are no unsaved documents to recover."});
 }
 

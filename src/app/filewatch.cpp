@@ -1,9 +1,9 @@
 #include "app/filewatch.h"
 
 #include <QApplication>
+#include <utility>
 
 #include "document/filenews.h"
-#include "model/binfile.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "ui/qstrings.h"
@@ -16,11 +16,12 @@ namespace {
 constexpr int kSettleMs = 300;
 
 /// The files of the documents, and their folders, in which a file that was replaced appears.
-QStringList WatchedPaths(const QList<CTarnDoc*>& documents) {
+QStringList WatchedPaths(const QList<CFileDocument*>& documents) {
   QStringList paths;
-  for (const CTarnDoc* document : documents) {
-    if (document->Path().empty()) continue;
-    for (const std::string& path : {document->Path(), InfoPath(document->Path()), DirectoryPart(document->Path())})
+  for (const CFileDocument* document : documents) {
+    std::vector<std::string> files = document->FilesOf(document->Path());
+    if (!files.empty()) files.push_back(DirectoryPart(document->Path()));
+    for (const std::string& path : files)
       if (FileExists(path)) paths.append(ToQString(path));
   }
   paths.removeDuplicates();
@@ -29,18 +30,17 @@ QStringList WatchedPaths(const QList<CTarnDoc*>& documents) {
 
 }  // namespace
 
-CFileWatch::CFileWatch(CDocumentWindows& windows, QObject* parent) : QObject(parent), windows_(windows) {
+CFileWatch::CFileWatch(SWatched watched, QObject* parent) : QObject(parent), watched_(std::move(watched)) {
   settle_.setSingleShot(true);
   settle_.setInterval(kSettleMs);
   connect(&settle_, &QTimer::timeout, this, &CFileWatch::Look);
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &CFileWatch::LookSoon);
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &CFileWatch::LookSoon);
-  connect(&windows_, &CDocumentWindows::DocumentsChanged, this, &CFileWatch::Follow);
   connect(qApp, &QGuiApplication::applicationStateChanged, this, &CFileWatch::LookSoon);
 }
 
 void CFileWatch::Follow() {
-  const QStringList wanted = WatchedPaths(windows_.Documents());
+  const QStringList wanted = WatchedPaths(watched_.documents());
   const QStringList watched = watcher_.files() + watcher_.directories();
   for (const QString& path : watched)
     if (!wanted.contains(path)) watcher_.removePath(path);
@@ -57,22 +57,22 @@ void CFileWatch::Look() {
   // A file that was replaced is no longer the one that is watched.
   Follow();
   is_asking_ = true;
-  for (CTarnDoc* document : windows_.Documents()) {
+  for (CFileDocument* document : watched_.documents()) {
     // While a question is open, windows may close.
-    if (windows_.Documents().contains(document)) LookAt(*document);
+    if (watched_.documents().contains(document)) LookAt(*document);
   }
   is_asking_ = false;
 }
 
-void CFileWatch::LookAt(CTarnDoc& document) {
+void CFileWatch::LookAt(CFileDocument& document) {
   // On its way to the disk, or from there.
-  if (document.Model().IsBusy()) {
+  if (document.IsBusy()) {
     LookSoon();
     return;
   }
   const EFileNews news = TakeFileNews(document);
   if (news == EFileNews::kNone) return;
-  if (!IsSettledQuietly(document, news)) windows_.Activate(document);
+  if (!IsSettledQuietly(document, news)) watched_.show(document);
   SettleFileNews(document, news);
 }
 

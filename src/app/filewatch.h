@@ -2,8 +2,9 @@
 
 #include <QFileSystemWatcher>
 #include <QTimer>
+#include <functional>
 
-#include "app/documentwindows.h"
+#include "document/filedocument.h"
 
 namespace veldra {
 
@@ -14,15 +15,21 @@ class CFileWatch : public QObject {
   Q_OBJECT
 
  public:
-  CFileWatch(CDocumentWindows& windows, QObject* parent);
+  /// What is watched: the open documents, and how one comes to the front.
+  struct SWatched {
+    std::function<QList<CFileDocument*>()> documents;
+    std::function<void(const CFileDocument& document)> show;
+  };
+  CFileWatch(SWatched watched, QObject* parent);
+  /// To be called when other documents are open, or files have other names.
+  void Follow();
 
  private:
-  void Follow();
   void LookSoon() { settle_.start(); }
   void Look();
-  void LookAt(CTarnDoc& document);
+  void LookAt(CFileDocument& document);
 
-  CDocumentWindows& windows_;
+  SWatched watched_;
   QFileSystemWatcher watcher_;
   QTimer settle_;
   bool is_asking_ = false;

@@ -16,6 +16,8 @@
 #include "platform/endsignals.h"
 #include "platform/files.h"
 #include "ui/commandicons.h"
+#include "ui/faultlabel.h"
+#include "ui/screenplace.h"
 
 namespace {
 
@@ -33,7 +35,7 @@ bool IsAttended(const SProgramOptions& options) {
 void OpenFiles(CMainFrame& frame, const SProgramOptions& options) {
   for (const QString& file : options.files)
     frame.OpenFile(file.toStdString(), options.read_only);
-  OfferLeftovers(frame.App(), frame.Windows(), &frame);
+  OfferLeftovers(frame.App(), frame.Windows(), frame.Tools(), &frame);
 }
 
 /// For measuring: opens the files and ends the program, without more ado, once the active one is on the screen.
@@ -113,6 +115,8 @@ int main(int argc, char** argv) {
   {
     CApplication application(argc, argv);
     QApplication::setWindowIcon(ProgramIcon());
+    MakePlaceholdersReadable();
+    new CScreenFit(application);
     exit_code = Run(application, ParseProgramOptions(application));
   }
   EndByReportedSignal();

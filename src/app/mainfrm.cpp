@@ -85,7 +85,7 @@ void CMainFrame::MakeCommands() {
   tools_ = std::make_unique<CToolCommands>(app_, *windows_, *this);
   files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *docks_, *this);
   actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
-  new CFileWatch(*windows_, this);
+  WatchFiles();
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
   app_.SetSay([this](const std::string& text) { Say(NameToQString(text)); });
@@ -102,6 +102,25 @@ void CMainFrame::MakeCommands() {
   connect(recent, &QMenu::aboutToShow, this, [this, recent] { files_->ListRecentIn(*recent); });
   QMenu* window_list = actions_->ListMenu(ECommand::kWindowList);
   connect(window_list, &QMenu::aboutToShow, this, [this, window_list] { windows_->ListIn(*window_list); });
+}
+
+void CMainFrame::WatchFiles() {
+  auto* watch = new CFileWatch({.documents = [this] { return Documents(); },
+                                .show =
+                                    [this](const CFileDocument& document) {
+                                      windows_->Activate(document);
+                                      tools_->Activate(document);
+                                    }},
+                               this);
+  connect(windows_.get(), &CDocumentWindows::DocumentsChanged, watch, &CFileWatch::Follow);
+  connect(tools_.get(), &CToolCommands::TrucksChanged, watch, &CFileWatch::Follow);
+}
+
+QList<CFileDocument*> CMainFrame::Documents() const {
+  QList<CFileDocument*> documents = tools_->Trucks();
+  for (CTarnDoc* document : windows_->Documents())
+    documents.append(document);
+  return documents;
 }
 
 // --- Commands ------------------------------------------------------------------------------------------------------
@@ -221,7 +240,7 @@ void CMainFrame::WriteWindowState() {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-  if (!MayCloseAll() || !tools_->CloseWindows()) {
+  if (!MayCloseModels() || !tools_->CloseWindows()) {
     event->ignore();
     return;
   }
@@ -232,6 +251,10 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 }
 
 bool CMainFrame::MayCloseAll() {
+  return MayCloseModels() && tools_->MayCloseTrucks();
+}
+
+bool CMainFrame::MayCloseModels() {
   for (CTarnDoc* document : windows_->Documents()) {
     if (!document->IsModified()) continue;
     windows_->Activate(*document);

@@ -37,6 +37,8 @@ class CMainFrame : public QMainWindow {
   CTarnView* ActiveView() const { return windows_->ActiveView(); }
   CTarnDoc* ActiveDocument() const { return windows_->ActiveDocument(); }
   QList<CChildFrame*> Children() const { return windows_->Children(); }
+  /// The open documents of all kinds.
+  QList<CFileDocument*> Documents() const;
   QAction* Action(ECommand id) const { return actions_->Action(id); }
   /// Brings menus, tool bar and status bar up to date, once after all that happens in this turn of the event loop.
   void RefreshCommands();
@@ -55,8 +57,10 @@ class CMainFrame : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  bool MayCloseModels();
   void MakeReadyForOpenGL();
   void MakeCommands();
+  void WatchFiles();
   void Run(const SCommandRow& row);
   void RunKey(const SCommandRow& row);
   void GiveKeysToView();

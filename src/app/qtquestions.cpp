@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -11,6 +13,7 @@
 #include "app/scalefactordlg.h"
 #include "app/unknownfacedlg.h"
 #include "app/unusedverticesdlg.h"
+#include "model/texturepicture.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "ui/pathfield.h"
@@ -101,6 +104,32 @@ QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
   return box;
 }
 
+/// What the file looks like that is chosen in DIALOG, beside the files.
+void AddPicture(QFileDialog& dialog, const std::function<SImage(const std::string& path)>& make_picture) {
+  constexpr int kSide = 160;
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  auto* picture = new QLabel(&dialog);
+  picture->setObjectName("picture");
+  picture->setFixedSize(kSide, kSide);
+  picture->setAlignment(Qt::AlignCenter);
+  picture->setFrameShape(QFrame::StyledPanel);
+  picture->setWordWrap(true);
+  const auto show = [picture, make_picture](const QString& path) {
+    const SImage image = path.isEmpty() ? SImage() : make_picture(path.toStdString());
+    picture->setToolTip(QObject::tr("%1 x %2 texels").arg(image.width).arg(image.height));
+    if (image.width > 0) return picture->setPixmap(PictureOf(image, kSide, *picture));
+    picture->setToolTip({});
+    picture->setText(QFileInfo(path).isFile() ? QObject::tr("This file is not a texture.") : QString());
+  };
+  QObject::connect(&dialog, &QFileDialog::currentChanged, picture, show);
+  if (auto* name = dialog.findChild<QLineEdit*>("fileNameEdit")) {
+    QObject::connect(name, &QLineEdit::textChanged, picture,
+                     [show, &dialog] { show(dialog.selectedFiles().value(0)); });
+  }
+  if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+    grid->addWidget(picture, 1, grid->columnCount(), Qt::AlignTop);
+}
+
 void AddNote(QFileDialog& dialog, const std::string& text) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   auto* note = new QLabel(ToQString(DisplayText(text)), &dialog);
@@ -174,6 +203,7 @@ std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt,
   dialog.setFileMode(mode);
   SetUp(dialog, prompt, last_directory_);
   const QCheckBox* read_only = prompt.offers_read_only ? AddReadOnlyBox(dialog) : nullptr;
+  if (prompt.make_picture) AddPicture(dialog, prompt.make_picture);
   if (!prompt.note.empty()) AddNote(dialog, prompt.note);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   last_directory_ = dialog.directory().absolutePath();

@@ -61,11 +61,13 @@ void CRecoveryDialog::AddLeftover(const SLeftover& leftover) {
     item->setToolTip(kFolder, ToolTipText(NameToQString(leftover.file)));
     return;
   }
-  const std::string& path = leftover.document.path;
-  item->setText(kTitle, NameToQString(leftover.document.title));
-  item->setText(kTime, When(leftover.time));
-  item->setText(kVertices, QLocale().toString(leftover.vertices));
-  item->setText(kFaces, QLocale().toString(leftover.faces));
+  const std::string& path = leftover.label.path;
+  item->setText(kTitle, NameToQString(leftover.label.title));
+  item->setText(kTime, When(leftover.label.time));
+  if (leftover.label.kind == ECopyKind::kModel) {
+    item->setText(kVertices, QLocale().toString(leftover.label.vertices));
+    item->setText(kFaces, QLocale().toString(leftover.label.faces));
+  }
   item->setText(kFolder, path.empty() ? tr("never saved") : NameToQString(DirectoryPart(path)));
   item->setToolTip(kFolder, ToolTipText(NameToQString(path)));
   item->setTextAlignment(kVertices, Qt::AlignRight | Qt::AlignVCenter);

@@ -4,6 +4,7 @@
 
 #include "app/documentwindows.h"
 #include "app/recoverydlg.h"
+#include "app/toolcommands.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -20,14 +21,15 @@ void CloseUntouched(CTarn2App& app, CDocumentWindows& windows, const std::string
     if (&child->Document() == open.get()) child->close();
 }
 
-void Recover(CTarn2App& app, CDocumentWindows& windows, const std::vector<SLeftover>& leftovers,
-             const std::vector<size_t>& chosen) {
-  for (const size_t i : chosen) {
-    const auto document = app.OpenLeftover(leftovers[i]);
-    if (document == nullptr) continue;
-    CloseUntouched(app, windows, leftovers[i].document.path);
-    windows.AddView(document, false);
-  }
+void RecoverModel(CTarn2App& app, CDocumentWindows& windows, const SLeftover& leftover) {
+  const auto document = app.OpenLeftover(leftover);
+  if (document == nullptr) return;
+  CloseUntouched(app, windows, leftover.label.path);
+  windows.AddView(document, false);
+}
+
+void Recover(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, const SLeftover& leftover) {
+  leftover.label.kind == ECopyKind::kTruck ? tools.RecoverTruck(leftover) : RecoverModel(app, windows, leftover);
 }
 
 /// False when one of them cannot be deleted.
@@ -44,13 +46,15 @@ bool Discard(CTarn2App& app, const std::vector<SLeftover>& leftovers, const std:
 
 }  // namespace
 
-bool OfferLeftovers(CTarn2App& app, CDocumentWindows& windows, QWidget* parent) {
+bool OfferLeftovers(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, QWidget* parent) {
   for (bool was_offered = false;; was_offered = true) {
     const std::vector<SLeftover> leftovers = app.Recovery().Leftovers();
     if (leftovers.empty()) return was_offered;
     CRecoveryDialog dialog(leftovers, parent);
     dialog.exec();
-    if (dialog.Choice() == EChoice::kRecover) Recover(app, windows, leftovers, dialog.Chosen());
+    if (dialog.Choice() == EChoice::kRecover)
+      for (const size_t i : dialog.Chosen())
+        Recover(app, windows, tools, leftovers[i]);
     // What was not ticked is offered once more, so that it can be looked at on its own.
     if (dialog.Choice() != EChoice::kDiscard || !Discard(app, leftovers, dialog.Chosen())) return true;
   }

@@ -1,46 +1,20 @@
 #include "app/tarn2.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/process.h"
 #include "platform/text.h"
 #include "settings/coptools.h"
 
 namespace veldra {
 
-namespace {
-
-constexpr int kRecoveryTickMs = 1000;
-
-/// For tests: how much faster than the wall's the clock of the recovery copies runs.
-int RecoverySpeed() {
-  static const int speed = [] {
-    const auto text = EnvironmentVariable("VELDRA_RECOVERY_SPEED");
-    return text ? std::clamp(ParseInteger(*text).value_or(1), 1, 1000) : 1;
-  }();
-  return speed;
-}
-
-CRecoveryKeeper::Time RecoveryTime() {
-  static const auto start = std::chrono::steady_clock::now();
-  return start + (std::chrono::steady_clock::now() - start) * RecoverySpeed();
-}
-
-}  // namespace
-
-CTarn2App::CTarn2App(SStartup startup, CQuestions& questions)
+CTarn2App::CTarn2App(SStartup startup, CQuestions& questions, CRecoveryKeeper::ClockReader clock)
     : startup_(std::move(startup)),
       palette_(startup_.settings.defpal),
       questions_(questions),
       textures_(questions, startup_.default_colors),
-      recovery_(recovery_folder_, RecoveryTime) {}
-
-int CTarn2App::RecoveryTickMs() const {
-  return std::max(1, kRecoveryTickMs / RecoverySpeed());
-}
+      recovery_(recovery_folder_, std::move(clock)) {}
 
 std::vector<std::shared_ptr<CTarnDoc>> CTarn2App::OpenDocuments() {
   std::erase_if(documents_, [](const std::weak_ptr<CTarnDoc>& document) { return document.expired(); });
@@ -79,12 +53,9 @@ std::shared_ptr<CTarnDoc> CTarn2App::OpenDocument(const std::string& path, bool 
 }
 
 std::shared_ptr<CTarnDoc> CTarn2App::OpenEarlierState(const CTarnDoc& document, uint64_t id) {
-  const std::string key = document.StatesKey();
   auto opened = MakeDocument();
-  const auto read = [&](CBinModel& model, CTextureFinder& textures, SDiagnosis& diagnosis) {
-    return earlier_states_.Open(key, id, model, textures, &diagnosis);
-  };
-  if (!opened->OpenCopy({.title = document.Title() + " (earlier state)", .modified = true}, read)) return nullptr;
+  const SDocumentCopy copy = {.title = document.Title() + " (earlier state)", .modified = true};
+  if (!opened->OpenCopy(copy, earlier_states_.Read(document.StatesKey(), id))) return nullptr;
   return Take(std::move(opened));
 }
 
@@ -112,7 +83,7 @@ bool CTarn2App::MayClose(CTarnDoc& document) {
   return false;
 }
 
-void CTarn2App::LetGo(CTarnDoc& document, bool stays_open) {
+void CTarn2App::LetGo(CFileDocument& document, bool stays_open) {
   recovery_.Closed(document);
   if (stays_open) recovery_.Watch(document);
 }

@@ -19,7 +19,9 @@ class CTarn2App {
  public:
   using PictureMaker = std::function<SImage(const CTarnDoc& document)>;
 
-  CTarn2App(SStartup startup, CQuestions& questions);
+  /// CLOCK is that of the recovery copies.
+  CTarn2App(SStartup startup, CQuestions& questions,
+            CRecoveryKeeper::ClockReader clock = CRecoverySchedule::Clock::now);
   CTarn2App(const CTarn2App&) = delete;
   CTarn2App& operator=(const CTarn2App&) = delete;
 
@@ -27,10 +29,8 @@ class CTarn2App {
   CQuestions& Questions() { return questions_; }
   CTextureStore& Textures() { return textures_; }
   CRecentFiles& RecentFiles() { return recent_files_; }
-  const CEarlierStates& EarlierStates() const { return earlier_states_; }
+  CEarlierStates& EarlierStates() { return earlier_states_; }
   CRecoveryKeeper& Recovery() { return recovery_; }
-  /// How often the recovery keeper wants to be called.
-  int RecoveryTickMs() const;
   const std::string& InstallationDirectory() const { return startup_.installation_directory; }
   const std::string& SettingsPath() const { return startup_.settings_path; }
   /// Of textures without a colour table of their own.
@@ -58,7 +58,7 @@ class CTarn2App {
   /// Asks what to do with unsaved changes, and does it. False: the document stays open.
   bool MayClose(CTarnDoc& document);
   /// The user has consented to losing what is unsaved in DOCUMENT. With STAYS_OPEN it may still be worked on.
-  void LetGo(CTarnDoc& document, bool stays_open = false);
+  void LetGo(CFileDocument& document, bool stays_open = false);
   /// Preferences were changed under these keys. A default palette that cannot be loaded is said, and the old one stays.
   void SettingsChanged(const std::vector<std::string>& keys);
   /// Where a dialog for model files opens.

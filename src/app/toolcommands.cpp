@@ -1,7 +1,10 @@
 #include "app/toolcommands.h"
 
+#include <algorithm>
+
 #include "archive/stockbuilder.h"
 #include "interchange/importoptionsdlg.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "podtools/podcreatordlg.h"
 #include "podtools/podextractordlg.h"
@@ -26,7 +29,7 @@ CToolCommands::CToolCommands(CTarn2App& app, CDocumentWindows& windows, QWidget&
 CToolCommands::~CToolCommands() {
   delete extractor_;
   delete creator_;
-  delete truck_editor_;
+  qDeleteAll(TruckEditors());
 }
 
 // --- Archives ------------------------------------------------------------------------------------------------------
@@ -81,18 +84,35 @@ void CToolCommands::BuildStockList() {
 
 void CToolCommands::ShowDefaultColors() {
   if (extractor_ != nullptr) extractor_->TakeDefaultColors();
-  if (truck_editor_ != nullptr) truck_editor_->RefreshFiles();
+  for (CTruckEditorDlg* editor : TruckEditors())
+    editor->RefreshFiles();
 }
 
 // --- Trucks --------------------------------------------------------------------------------------------------------
 
+/// The newest first.
+QList<CTruckEditorDlg*> CToolCommands::TruckEditors() const {
+  QList<CTruckEditorDlg*> open;
+  for (const auto& editor : truck_editors_)
+    if (editor != nullptr) open.prepend(editor);
+  return open;
+}
+
+CTruckEditorDlg& CToolCommands::NewTruckEditor() {
+  truck_editors_.removeAll(nullptr);
+  auto* editor = new CTruckEditorDlg(Services(), &app_.EarlierStates(), &window_);
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  truck_editors_.append(editor);
+  app_.Recovery().Watch(editor->Document());
+  connect(&editor->Document(), &CTruckDocument::FileChanged, this, &CToolCommands::TrucksChanged);
+  return *editor;
+}
+
 CTruckEditorDlg& CToolCommands::TruckEditor() {
-  if (truck_editor_ == nullptr) {
-    truck_editor_ = new CTruckEditorDlg(Services(), &window_);
-    truck_editor_->setAttribute(Qt::WA_DeleteOnClose);
-  }
-  BringToFront(*truck_editor_);
-  return *truck_editor_;
+  const auto editors = TruckEditors();
+  CTruckEditorDlg& editor = editors.isEmpty() ? NewTruckEditor() : *editors.first();
+  BringToFront(editor);
+  return editor;
 }
 
 void CToolCommands::ShowTruckEditor() {
@@ -100,7 +120,41 @@ void CToolCommands::ShowTruckEditor() {
 }
 
 bool CToolCommands::OpenTruck(const std::string& path) {
+  for (CFileDocument* truck : Trucks()) {
+    if (!IsSameFile(truck->Path(), path)) continue;
+    Activate(*truck);
+    return true;
+  }
   return TruckEditor().OpenFile(path);
+}
+
+void CToolCommands::RecoverTruck(const SLeftover& leftover) {
+  const auto editors = TruckEditors();
+  const auto free = std::ranges::find_if(editors, [&](CTruckEditorDlg* editor) {
+    const CTruckDocument& truck = editor->Document();
+    return !truck.IsModified() && (truck.Path().empty() || IsSameFile(truck.Path(), leftover.label.path));
+  });
+  CTruckEditorDlg& editor = free != editors.end() ? **free : NewTruckEditor();
+  if (app_.Recovery().TakeOver(leftover, editor.Document())) BringToFront(editor);
+}
+
+QList<CFileDocument*> CToolCommands::Trucks() const {
+  QList<CFileDocument*> trucks;
+  for (CTruckEditorDlg* editor : TruckEditors())
+    trucks.append(&editor->Document());
+  return trucks;
+}
+
+void CToolCommands::Activate(const CFileDocument& document) {
+  for (CTruckEditorDlg* editor : TruckEditors())
+    if (&editor->Document() == &document) BringToFront(*editor);
+}
+
+bool CToolCommands::MayCloseTrucks() {
+  return std::ranges::all_of(TruckEditors(), [](CTruckEditorDlg* editor) {
+    if (editor->Document().IsModified()) BringToFront(*editor);
+    return editor->MayLeave();
+  });
 }
 
 // --- Imports -------------------------------------------------------------------------------------------------------
@@ -146,7 +200,7 @@ bool CToolCommands::ImportWavefrontFile(const std::string& path) {
 
 bool CToolCommands::CloseWindows() {
   const auto close = [](QWidget* window) { return window == nullptr || window->close(); };
-  return close(truck_editor_) && close(creator_) && close(extractor_);
+  return std::ranges::all_of(TruckEditors(), close) && close(creator_) && close(extractor_);
 }
 
 }  // namespace veldra

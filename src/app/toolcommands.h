@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QObject>
 #include <QPointer>
 #include <string>
 #include <vector>
@@ -17,12 +19,14 @@ class CPodExtractorDialog;
 class CTruckEditorDlg;
 
 /// What lies beside the editing of models: archives, trucks, meshes of other programs. Archives and trucks have windows
-/// of their own, one of each kind.
-class CToolCommands {
+/// of their own, one of each kind; trucks get further ones where the first is taken.
+class CToolCommands : public QObject {
+  Q_OBJECT
+
  public:
   /// What is imported gets a window of WINDOWS; dialogs, and windows of its own, stand over WINDOW. All outlive it.
   CToolCommands(CTarn2App& app, CDocumentWindows& windows, QWidget& window);
-  ~CToolCommands();
+  ~CToolCommands() override;
 
   void ShowExtractor();
   void ShowCreator();
@@ -37,6 +41,14 @@ class CToolCommands {
   // Each opens a file in its window. False when it could not be opened; the user has been told then.
   bool OpenArchive(const std::string& path);
   bool OpenTruck(const std::string& path);
+  /// What an earlier program left unsaved, in a window of its own unless that of the editor is free.
+  void RecoverTruck(const SLeftover& leftover);
+  /// Those that are open.
+  QList<CFileDocument*> Trucks() const;
+  /// The window of DOCUMENT, if it is a truck, comes to the front.
+  void Activate(const CFileDocument& document);
+  /// Asks about each truck with unsaved changes, and saves where the user wants it. False: one stays open.
+  bool MayCloseTrucks();
   // For files that are dropped or named on the command line; always true, as what fails is told.
   bool Import3dsFile(const std::string& path);
   bool ImportWavefrontFile(const std::string& path);
@@ -44,11 +56,17 @@ class CToolCommands {
   /// Closes the windows, which ask about what is not saved. False: one stays open.
   bool CloseWindows();
 
+ signals:
+  /// Which are open, or where their files are.
+  void TrucksChanged();
+
  private:
   SToolServices Services();
   SImportServices ImportServices();
   CPodExtractorDialog& Extractor();
+  QList<CTruckEditorDlg*> TruckEditors() const;
   CTruckEditorDlg& TruckEditor();
+  CTruckEditorDlg& NewTruckEditor();
 
   CTarn2App& app_;
   CDocumentWindows& windows_;
@@ -57,7 +75,7 @@ class CToolCommands {
   SWaveOptions wave_options_;  ///< the last ones chosen
   QPointer<CPodExtractorDialog> extractor_;
   QPointer<CPodCreatorDialog> creator_;
-  QPointer<CTruckEditorDlg> truck_editor_;
+  QList<QPointer<CTruckEditorDlg>> truck_editors_;
 };
 
 }  // namespace veldra

@@ -10,9 +10,15 @@
 
 namespace veldra {
 
+namespace {
+
+constexpr int kTickMs = 1000;
+
+}  // namespace
+
 CUnsavedWork::CUnsavedWork(CMainFrame& frame) : frame_(frame) {
   connect(&timer_, &QTimer::timeout, this, &CUnsavedWork::Tick);
-  timer_.start(frame_.App().RecoveryTickMs());
+  timer_.start(kTickMs);
   connect(qApp, &QGuiApplication::commitDataRequest, this, &CUnsavedWork::OnCommitData, Qt::DirectConnection);
   FollowSignals();
 }
@@ -39,7 +45,7 @@ bool CUnsavedWork::PrepareForSessionEnd(bool can_ask) {
   if (can_ask) {
     if (!frame_.MayCloseAll()) return false;
     // The session may go on after all: another program can object to its end.
-    for (CTarnDoc* document : frame_.Windows().Documents())
+    for (CFileDocument* document : frame_.Documents())
       app.LetGo(*document, true);
   } else {
     app.Recovery().SaveAll();

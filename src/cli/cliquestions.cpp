@@ -12,7 +12,8 @@ void CCliQuestions::Print(const SMessage& message) {
   ++printed_count_;
   if (line_ != nullptr) line_->Clear();
   err_ << DisplayText(message.caption + ": " + message.text) << '\n';
-  if (!message.details.empty()) err_ << DisplayText(message.details) << '\n';
+  const std::string details = DetailsOf(message);
+  if (!details.empty()) err_ << DisplayText(details) << '\n';
   err_.flush();
 }
 

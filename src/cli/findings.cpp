@@ -33,9 +33,9 @@ std::string CFindings::Json() const {
                     {"faces", row.finding.faces},
                     {"vertices", row.finding.vertices},
                     {"texture", nullptr}});
-    if (!row.finding.texture.empty()) list.back()["texture"] = row.finding.texture;
+    if (!row.finding.texture.empty()) list.back()["texture"] = ToUtf8(row.finding.texture);
   }
-  return list.dump(1) + "\n";
+  return DisplayJson(list.dump(1)) + "\n";
 }
 
 int CFindings::Print(CSession& session, bool json) const {

@@ -45,6 +45,7 @@ int Import(CSession& session, const SImportOptions& options) {
   const auto document = session.NewDocument();
   const uint32_t face_type = options.face_type.value_or(static_cast<uint32_t>(session.Settings().def_face_type));
   const SImportContext context = {session.Textures(), session.Questions(), session.Settings().art_dir, face_type};
+  const CQuestions::CAbout about(session.Questions(), options.file);
   SImportFault fault;
   const bool is_done = kind == EImportKind::k3ds
                            ? ImportFrom3ds(document->Model(), path, options.texture, context, &fault)

@@ -103,7 +103,7 @@ struct SConvertOptions {
 };
 
 int ConvertToWavefront(CSession& session, const CBinModel& model, const std::string& path) {
-  if (path == kStandardStream) return session.Print(WavefrontText(model));
+  if (path == kStandardStream) return session.Pass(WavefrontText(model));
   SError error;
   if (session.CheckWritable(path) != kDone) return kFailed;
   return ExportWavefront(model, path, &error) ? kDone : session.FailToWrite(path, error.what);

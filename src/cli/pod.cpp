@@ -56,6 +56,7 @@ std::string ListText(const CMTMPODFile& archive) {
 }
 
 int List(CSession& session, const SListOptions& options) {
+  const CQuestions::CAbout about(session.Questions(), options.pod);
   CMTMPODFile archive(session.Questions());
   const std::string path = session.InputPath(options.pod);
   if (path.empty() || !archive.ReadDirectory(path)) return kFailed;
@@ -108,6 +109,7 @@ void ShowNotes(CSession& session, const std::vector<std::string>& notes) {
 }
 
 int Extract(CSession& session, const SExtractOptions& options) {
+  const CQuestions::CAbout about(session.Questions(), options.pod);
   CPodDocument archive;
   SExtractRequest request{.destination = options.destination, .folders = options.folders};
   if (LoadPod(session, options.pod, archive) != kDone) return kFailed;

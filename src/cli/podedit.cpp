@@ -7,6 +7,7 @@
 #include "cli/podload.h"
 #include "platform/inputfile.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace veldra {
 
@@ -62,11 +63,11 @@ int Test(CSession& session, const CPodDocument& archive, const SPodOptions& opti
       names.push_back(ToUtf8(archive.Entries()[entry].Name()));
     list.push_back({{"pod", ToUtf8(options.pod)},
                     {"kind", finding.kind},
-                    {"text", finding.text},
+                    {"text", ToUtf8(finding.text)},
                     {"entries", finding.entries},
                     {"names", names}});
   }
-  if (session.Print(options.json ? list.dump(1) + "\n" : text) != kDone) return kFailed;
+  if (session.Print(options.json ? DisplayJson(list.dump(1)) + "\n" : text) != kDone) return kFailed;
   return PodStatus(findings.empty());
 }
 
@@ -112,7 +113,7 @@ int PrintEntry(CSession& session, const CPodDocument& archive, const std::string
   SError error;
   const auto bytes = archive.ReadEntry(*entry, &error, kLargestFile);
   if (!bytes) return session.Fail(Format("\"%s\" could not be read.", name.c_str()), error.what);
-  return session.Print(bytes->Text());
+  return session.Pass(bytes->Text());
 }
 
 std::vector<SCommandRow> PodEditCommands() {

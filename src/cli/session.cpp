@@ -90,12 +90,17 @@ int CSession::FailToWrite(const std::string& path, const std::string& reason) {
 }
 
 int CSession::Print(std::string_view text) {
-  out_ << DisplayText(text) << std::flush;
+  return Pass(DisplayText(text));
+}
+
+int CSession::Pass(std::string_view bytes) {
+  out_ << bytes << std::flush;
   return out_ ? kDone : Fail("Standard output could not be written.");
 }
 
 int CSession::PrintOrWrite(std::string_view text, const std::string& out_path) {
-  if (out_path.empty() || out_path == kStandardStream) return Print(text);
+  if (out_path.empty()) return Print(text);
+  if (out_path == kStandardStream) return Pass(text);
   SError error;
   if (CheckWritable(out_path) != kDone) return kFailed;
   return ReplaceFile(out_path, text, &error) ? kDone : FailToWrite(out_path, error.what);

@@ -49,6 +49,8 @@ class CSession {
 
   // Each returns the exit status.
   int Print(std::string_view text);
+  /// The content of a file, as it is, to standard output: that is what was asked for.
+  int Pass(std::string_view bytes);
   /// To the file OUT_PATH, which is replaced as a whole, or to standard output when it is "" or "-".
   int PrintOrWrite(std::string_view text, const std::string& out_path);
   /// kDone, or kFailed when there is a file at PATH that cannot be written to; the user has been told.

@@ -198,7 +198,7 @@ int PrintTextureInfo(CSession& session, const STextureInfo& options) {
                                          {"palette", palette},
                                          {"colours", colors},
                                          {"transparent", transparent}};
-    return session.Print(json.dump() + "\n");
+    return session.Print(DisplayJson(json.dump()) + "\n");
   }
   return session.Print(Format("name: %s\nwidth: %d\npalette: %s\ncolours: %d\ntransparent: %d\n", name.c_str(),
                               texture->size, palette, colors, transparent));

@@ -125,7 +125,7 @@ std::optional<CTruck> OpenTruckToWrite(CSession& session, const std::string& nam
 }
 
 int SaveTruck(CSession& session, const CTruck& truck, const std::string& out) {
-  if (out == kStandardStream) return session.Print(truck.FileText());
+  if (out == kStandardStream) return session.Pass(truck.FileText());
   SError error;
   return truck.Save(out, &error) ? kDone : session.Fail(kFailedToOpenDestination, out + ": " + error.what);
 }

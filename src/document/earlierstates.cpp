@@ -8,7 +8,6 @@
 #include <random>
 #include <utility>
 
-#include "document/modelcopy.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/trace.h"
@@ -72,25 +71,15 @@ uint64_t SizeOf(const std::string& folder, const std::vector<uint64_t>& ids) {
 bool IsNewest(const std::string& folder, const std::vector<uint64_t>& ids, std::span<const uint8_t> file) {
   if (ids.empty()) return false;
   const auto newest = ReadWholeFile(StatePath(folder, ids.back()));
-  return newest && IsSameModel(newest->View(), file);
+  return newest && IsSameContent(newest->View(), file);
 }
 
 SEarlierState Describe(const std::string& folder, uint64_t id) {
   SEarlierState state = {.id = id};
   const std::string path = StatePath(folder, id);
   state.size = FileLength(path).value_or(0);
-  SError error;
-  const auto bytes = ReadWholeFile(path, &error);
-  if (!bytes) {
-    state.fault = error.what;
-    return state;
-  }
-  SDiagnosis diagnosis;
-  auto label = ReadCopyLabel(bytes->View(), &diagnosis);
-  if (!label) {
-    state.fault = diagnosis.Text();
-    return state;
-  }
+  auto label = ReadLabelOf(path, state.fault);
+  if (!label) return state;
   state.command = std::move(label->title);
   state.time = label->time;
   state.vertices = label->vertices;
@@ -144,31 +133,13 @@ bool CEarlierStates::Enter(const std::string& key, CFileLock& lock, SError* erro
   return false;
 }
 
-bool CEarlierStates::Keep(const std::string& key, const std::string& command, const CBinModel& model,
-                          const SImage* picture, SError* error) {
-  const std::vector<uint8_t> packed = Pack(command, model, picture, error);
-  return !packed.empty() && KeepPacked(key, packed, error);
-}
-
-std::vector<uint8_t> CEarlierStates::Pack(const std::string& command, const CBinModel& model, const SImage* picture,
-                                          SError* error) try {
-  SCopyLabel label = {.title = command, .path = "", .states_key = "", .time = PresentTime()};
-  if (picture != nullptr) label.picture = *picture;
-  if (!model.IsBusy()) return WriteModelCopy(std::move(label), model);
-  Fail(error, "the model is being worked on");
-  return {};
-} catch (const std::bad_alloc&) {
-  Fail(error, "not enough memory");
-  return {};
-}
-
-bool CEarlierStates::KeepPacked(const std::string& key, std::span<const uint8_t> packed, SError* error) try {
+bool CEarlierStates::Keep(const std::string& key, std::span<const uint8_t> copy, SError* error) try {
   CFileLock lock;
   if (!Enter(key, lock, error)) return false;
   const std::string folder = Folder(key);
   const std::vector<uint64_t> ids = StateIds(folder);
-  if (IsNewest(folder, ids, packed)) return true;
-  if (!ReplaceFile(StatePath(folder, NextId(ids)), packed, error)) return false;
+  if (IsNewest(folder, ids, copy)) return true;
+  if (!ReplaceFile(StatePath(folder, NextId(ids)), copy, error)) return false;
   DropOldest(folder);
   lock.Release();
   DropOldestDocuments(key);
@@ -234,13 +205,8 @@ std::vector<SEarlierState> CEarlierStates::List(const std::string& key) const tr
   return {};
 }
 
-bool CEarlierStates::Open(const std::string& key, uint64_t id, CBinModel& model, CTextureFinder& textures,
-                          SDiagnosis* diagnosis) const {
-  SError error;
-  const auto bytes = ReadWholeFile(StatePath(Folder(key), id), &error);
-  if (bytes) return ReadModelCopy(bytes->View(), model, textures, diagnosis);
-  if (diagnosis != nullptr) *diagnosis = {0, error.what};
-  return false;
+SCopyFile CEarlierStates::Read(const std::string& key, uint64_t id) const {
+  return ReadCopyFile(StatePath(Folder(key), id));
 }
 
 bool CEarlierStates::Move(const std::string& from, const std::string& to, SError* error) {

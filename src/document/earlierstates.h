@@ -7,12 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "model/binmodel.h"
-#include "platform/bytes.h"
+#include "document/copyfile.h"
 #include "platform/filelock.h"
 #include "platform/files.h"
 #include "platform/png.h"
-#include "textures/texturefinder.h"
 
 namespace veldra {
 
@@ -22,7 +20,7 @@ struct SEarlierState {
   std::string command = {};  ///< what led to it, in the user's words
   int64_t time = 0;          ///< seconds since 1970, UTC
   uint64_t size = 0;         ///< on disk, in bytes
-  int32_t vertices = 0;
+  int32_t vertices = 0;      ///< of a model
   int32_t faces = 0;
   SImage picture = {};     ///< without pixels when there is none
   std::string fault = {};  ///< "" or what is wrong with it; only the id and the size are known then
@@ -46,26 +44,17 @@ class CEarlierStates {
   CEarlierStates();
   explicit CEarlierStates(std::string directory, const SEarlierStateLimits& limits = {});
 
-  /// The key of the document whose model file is PATH. Readable, and one for all spellings of the path.
+  /// The key of the document whose file is PATH. Readable, and one for all spellings of the path.
   static std::string KeyOfPath(std::string_view path);
   /// A key for the never-saved document NUMBER of this program; no other program has it.
   std::string KeyOfUntitled(int number) const;
 
-  /// Keeps MODEL as the newest state, unless it is exactly the newest one already. Drops the oldest beyond the limits.
-  /// On failure the states that are there stay. Refused while the model is busy. PICTURE (may be null) is left out when
-  /// it is larger than kLargestCopyPicture.
-  bool Keep(const std::string& key, const std::string& command, const CBinModel& model, const SImage* picture = nullptr,
-            SError* error = nullptr);
-  /// Keep in two steps, for who learns only later whether there is something to keep. Nothing when the model is busy or
-  /// memory runs out.
-  static std::vector<uint8_t> Pack(const std::string& command, const CBinModel& model, const SImage* picture = nullptr,
-                                   SError* error = nullptr);
-  bool KeepPacked(const std::string& key, std::span<const uint8_t> packed, SError* error = nullptr);
+  /// Keeps COPY, labelled with the command, as the newest state, unless its content is exactly that of the newest one
+  /// already. Drops the oldest beyond the limits. On failure the states that are there stay.
+  bool Keep(const std::string& key, std::span<const uint8_t> copy, SError* error = nullptr);
   /// The newest first.
   std::vector<SEarlierState> List(const std::string& key) const;
-  /// Fills the empty MODEL. False, MODEL empty, when the state is damaged, gone, or a texture is missing.
-  bool Open(const std::string& key, uint64_t id, CBinModel& model, CTextureFinder& textures,
-            SDiagnosis* diagnosis = nullptr) const;
+  SCopyFile Read(const std::string& key, uint64_t id) const;
   /// FROM's states come behind those of TO: for a document that got its first path.
   bool Move(const std::string& from, const std::string& to, SError* error = nullptr);
 

@@ -28,7 +28,7 @@ bool IsSound(const QTreeWidgetItem* item) {
 }  // namespace
 
 CEarlierStatesDialog::CEarlierStatesDialog(const QString& title, const std::vector<SEarlierState>& states,
-                                           QWidget* parent)
+                                           ECopyKind kind, QWidget* parent)
     : QDialog(parent), list_(new QTreeWidget) {
   setObjectName("earlierStates");
   setWindowTitle(tr("Earlier States"));
@@ -45,9 +45,12 @@ CEarlierStatesDialog::CEarlierStatesDialog(const QString& title, const std::vect
   list_->header()->setSectionResizeMode(kCommand, QHeaderView::Stretch);
   for (const EColumn column : {kVertices, kFaces, kSize})
     list_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+  for (const EColumn column : {kVertices, kFaces})
+    list_->setColumnHidden(column, kind != ECopyKind::kModel);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-  open_ = buttons->addButton(tr("&Open as a new document"), QDialogButtonBox::AcceptRole);
+  const QString choice = kind == ECopyKind::kModel ? tr("&Open as a new document") : tr("&Go back to this state");
+  open_ = buttons->addButton(choice, QDialogButtonBox::AcceptRole);
   const auto refresh = [this] { open_->setEnabled(IsSound(list_->currentItem())); };
   connect(list_, &QTreeWidget::currentItemChanged, this, refresh);
   connect(list_, &QTreeWidget::itemActivated, open_, &QPushButton::click);

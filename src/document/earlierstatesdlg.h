@@ -10,13 +10,13 @@
 
 namespace veldra {
 
-/// Shows the earlier states of a document; one of them can be chosen to be opened.
+/// Shows the earlier states of a document; one of them can be chosen to be opened or, for a truck, to go back to.
 class CEarlierStatesDialog : public QDialog {
   Q_OBJECT
 
  public:
   /// STATES as CEarlierStates lists them; TITLE is the document's.
-  CEarlierStatesDialog(const QString& title, const std::vector<SEarlierState>& states, QWidget* parent);
+  CEarlierStatesDialog(const QString& title, const std::vector<SEarlierState>& states, ECopyKind kind, QWidget* parent);
   /// The id of the state to open; nothing when the dialog was left without one.
   std::optional<uint64_t> Chosen() const;
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "model/binfile.h"
 #include "platform/compress.h"
 #include "platform/files.h"
 #include "platform/fileset.h"
@@ -38,26 +37,30 @@ bool CFileStamp::IsGone() const {
   return length_ && !IsFile(path_);
 }
 
-CModelFileStamp::CModelFileStamp(const std::string& path) {
-  if (path.empty()) return;
+CDocumentStamp::CDocumentStamp(std::vector<std::string> files) {
   // That an interrupted save is taken back is no news afterwards.
-  SettleFiles(std::vector{path, InfoPath(path)});
-  model_ = CFileStamp(path);
-  info_ = CFileStamp(InfoPath(path));
+  SettleFiles(files);
+  for (std::string& file : files)
+    files_.emplace_back(std::move(file));
 }
 
-std::string CModelFileStamp::Gone() const {
-  if (model_.IsGone()) return model_.Path();
-  return info_.IsGone() ? info_.Path() : "";
+bool CDocumentStamp::IsChanged() {
+  return std::ranges::any_of(files_, &CFileStamp::IsChanged);
 }
 
-EFileNews CModelFileStamp::TakeNews() {
+std::string CDocumentStamp::Gone() const {
+  const auto gone = std::ranges::find_if(files_, &CFileStamp::IsGone);
+  return gone != files_.end() ? gone->Path() : "";
+}
+
+EFileNews CDocumentStamp::TakeNews() {
   const std::string gone = Gone();
   const bool is_news = std::exchange(told_gone_, gone) != gone;
   if (!gone.empty()) return is_news ? EFileNews::kGone : EFileNews::kNone;
   if (!IsChanged()) return EFileNews::kNone;
-  // Nothing, for a file that is not there, is less than every time.
-  const auto written = std::max(FileWriteTime(model_.Path()), FileWriteTime(info_.Path()));
+  std::optional<int64_t> written;  // nothing, for a file that is not there, is less than every time
+  for (const CFileStamp& file : files_)
+    written = std::max(written, FileWriteTime(file.Path()));
   return std::exchange(told_change_, written) != written ? EFileNews::kChanged : EFileNews::kNone;
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace veldra {
 
@@ -30,22 +31,22 @@ class CFileStamp {
 /// What has become of a document's file since it was last read or written here.
 enum class EFileNews { kNone, kChanged, kGone };
 
-/// The stamps of a model file and of its sidecar.
-class CModelFileStamp {
+/// The stamps of all the files of one document.
+class CDocumentStamp {
  public:
-  CModelFileStamp() = default;
-  explicit CModelFileStamp(const std::string& path);
+  CDocumentStamp() = default;
+  /// Of FILES as they are now, the document's own first.
+  explicit CDocumentStamp(std::vector<std::string> files);
 
-  /// Either holds something else.
-  bool IsChanged() { return model_.IsChanged() || info_.IsChanged(); }
+  /// One holds something else.
+  bool IsChanged();
   /// The path of the one that is gone, or "".
   std::string Gone() const;
   /// What is new, each piece of news once.
   EFileNews TakeNews();
 
  private:
-  CFileStamp model_;
-  CFileStamp info_;
+  std::vector<CFileStamp> files_;
   std::optional<int64_t> told_change_;  ///< when the file was written that was news
   std::string told_gone_;
 };

@@ -1,8 +1,10 @@
 #include "document/modelsaver.h"
 
 #include <algorithm>
+#include <limits>
 
-#include "document/earlierstates.h"
+#include "document/filenews.h"
+#include "document/modelcopy.h"
 #include "document/tarn2doc.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
@@ -20,8 +22,6 @@ constexpr const char* kHellbenderFacesText =
     "This BIN model uses a face type\nthat is not recognized by Hellbender.\nConvert BIN to Hellbender face types?";
 constexpr const char* kUntexturedBackdropText =
     "Face %d has no texture, so the backdrop cannot be opened again.\nWould you like to save anyway?";
-constexpr const char* kChangedOnDiskText =
-    "\"%s\" has been changed on the disk since it was opened.\nSave anyway and lose those changes?";
 constexpr const char* kOverwriteText = "\"%s\" is there already.\nReplace it?";
 constexpr const char* kOverwriteDetails = "All models are saved to this folder, as the preferences say.";
 constexpr const char* kNoFolderText =
@@ -48,6 +48,12 @@ SFilePrompt SavePrompt(const std::string& directory, const std::string& name) {
 std::string DefaultFolder(const CSettings& settings) {
   const std::string folder = settings.save_to_def_dir == 0 ? "" : FindAnyCase(settings.bin_dir);
   return IsDirectory(folder) ? folder : "";
+}
+
+/// Only a backdrop's writer leaves that in each of its faces.
+bool IsBackdropFace(const CBinFace& face) {
+  constexpr int32_t kBackdropMagic = std::numeric_limits<int32_t>::min();
+  return face.Type() == kFaceTransparentMtm && face.StoredMagic() == kBackdropMagic;
 }
 
 /// For a file that is read behind the user's back.
@@ -79,6 +85,14 @@ bool CModelSaver::Save() {
   if (!CheckChangedOnDisk(*path) || !CheckVariantKept() || !document_.CheckWritable(*path) || !CheckModel())
     return false;
   return document_.SaveMTM(*path);
+}
+
+void CModelSaver::TakeLoaded() {
+  const CBinModel& model = document_.Model();
+  bool is_backdrop = model.FaceCount() > 0;
+  for (int32_t i = 0; is_backdrop && i < model.FaceCount(); ++i)
+    is_backdrop = IsBackdropFace(model.Face(i));
+  saved_as_ = is_backdrop ? EModelVariant::kBackdrop : EModelVariant::kMtm;
 }
 
 bool CModelSaver::SaveAs() {
@@ -136,8 +150,7 @@ bool CModelSaver::CheckOverwritten(const std::string& path, const std::string& w
 
 /// False when another program's changes at PATH, the document's own file, are not to be lost.
 bool CModelSaver::CheckChangedOnDisk(const std::string& path) {
-  if (!IsOwnFile(path) || !document_.FileStamp().IsChanged()) return true;
-  return IsConfirmed(CarefulQuestion(Format(kChangedOnDiskText, path.c_str())));
+  return !IsOwnFile(path) || MayOverwrite(document_);
 }
 
 /// False when the document's file is to stay a backdrop or a model for Hellbender.
@@ -242,19 +255,15 @@ bool CModelSaver::Write(const std::string& path, const SSaveOptions& options, EM
 /// What PATH holds goes to the earlier states unless it is there already: the document as it was opened, what another
 /// program made of it, another model. Not worth a question: what cannot be read as a model is passed over.
 void CModelSaver::KeepOverwrittenFile(const std::string& path) const {
-  CEarlierStates* states = document_.Services().earlier_states;
-  if (states == nullptr || !IsFile(path)) return;
-  if (IsOwnFile(path) && document_.IsFileKept() && !document_.FileStamp().IsChanged()) return;
-  CQuietQuestions questions;
-  // A store of its own, so that stand-ins for missing textures stay out of the document's.
-  CTextureStore textures(questions, GreyRamp());
-  CTextureFinder finder(textures, questions, document_.Settings().art_dir);
-  CBinModel old;
-  if (!LoadBinFile(old, path, {finder, questions, false, nullptr})) return;
-  SError error;
-  if (!states->Keep(CEarlierStates::KeyOfPath(path), "File before saving", old, nullptr, &error)) {
-    Trace(">> CModelSaver::KeepOverwrittenFile(%s): %s\n", path.c_str(), error.what.c_str());
-  }
+  document_.KeepOverwrittenFile(path, [&](const SCopyLabel& label) -> std::vector<uint8_t> {
+    CQuietQuestions questions;
+    // A store of its own, so that stand-ins for missing textures stay out of the document's.
+    CTextureStore textures(questions, GreyRamp());
+    CTextureFinder finder(textures, questions, document_.Settings().art_dir);
+    CBinModel old;
+    if (!LoadBinFile(old, path, {finder, questions, false, nullptr})) return {};
+    return WriteModelCopy(label, old);
+  });
 }
 
 bool CModelSaver::IsOwnFile(const std::string& path) const {

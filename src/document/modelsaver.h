@@ -37,6 +37,8 @@ class CModelSaver {
   bool Save();
   /// The Save as command: checks, then asks for path and variant.
   bool SaveAs();
+  /// The document was read from its file anew: finds out which variant that is.
+  void TakeLoaded();
   /// The checks of Save as, then VARIANT is written to PATH as if the user had chosen both. PATH stays as it is,
   /// whatever the setting SAVETODEFDIR says, and what it holds is not asked about.
   bool SaveAsVariant(const std::string& path, EModelVariant variant);
@@ -65,7 +67,7 @@ class CModelSaver {
   bool Fail(const std::string& text, const std::string& details = {});
 
   CTarnDoc& document_;
-  /// Of the file at the document's path, as far as it was saved here; the user knows what Save makes of it.
+  /// Of the file at the document's path, as far as that can be told, until the user knows what Save makes of it.
   EModelVariant saved_as_ = EModelVariant::kMtm;
   std::string missed_folder_;  ///< where models cannot be saved, which the user knows
 };

@@ -5,7 +5,6 @@
 #include <random>
 #include <utility>
 
-#include "document/modelcopy.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/trace.h"
@@ -46,31 +45,17 @@ void RemoveSession(const std::string& folder, CFileLock& lock) {
 }
 
 SLeftover Describe(const std::string& folder, const std::string& session, const std::string& file) {
-  SLeftover leftover = {.session = session, .file = file, .document = {.title = file}};
+  SLeftover leftover = {.session = session, .file = file, .label = {.title = file}};
   const std::string path = JoinPath(folder, file);
   leftover.size = FileLength(path).value_or(0);
-  SError error;
-  const auto bytes = ReadWholeFile(path, &error);
-  if (!bytes) {
-    leftover.fault = error.what;
-    return leftover;
-  }
-  SDiagnosis diagnosis;
-  auto label = ReadCopyLabel(bytes->View(), &diagnosis);
-  if (!label) {
-    leftover.fault = diagnosis.Text();
-    return leftover;
-  }
-  leftover.document = {0, std::move(label->title), std::move(label->path), std::move(label->states_key)};
-  leftover.time = label->time;
-  leftover.vertices = label->vertices;
-  leftover.faces = label->faces;
+  if (auto label = ReadLabelOf(path, leftover.fault)) leftover.label = std::move(*label);
+  leftover.label.picture = {};
   return leftover;
 }
 
 bool IsShownBefore(const SLeftover& a, const SLeftover& b) {
   if (a.fault.empty() != b.fault.empty()) return a.fault.empty();
-  return a.time > b.time;
+  return a.label.time > b.label.time;
 }
 
 }  // namespace
@@ -102,14 +87,8 @@ bool CRecoveryFolder::Begin(SError* error) {
   return false;
 }
 
-bool CRecoveryFolder::Save(const SCopiedDocument& document, const CBinModel& model, SError* error) try {
-  if (model.IsBusy()) return Fail(error, "the model is being worked on");
-  if (!Begin(error)) return false;
-  const SCopyLabel label = {
-      .title = document.title, .path = document.path, .states_key = document.states_key, .time = PresentTime()};
-  return ReplaceFile(JoinPath(SessionPath(session_), CopyName(document.id)), WriteModelCopy(label, model), error);
-} catch (const std::bad_alloc&) {
-  return Fail(error, "not enough memory");
+bool CRecoveryFolder::Save(uint32_t id, std::span<const uint8_t> copy, SError* error) {
+  return Begin(error) && ReplaceFile(JoinPath(SessionPath(session_), CopyName(id)), copy, error);
 }
 
 bool CRecoveryFolder::Remove(uint32_t id) {
@@ -152,13 +131,8 @@ std::vector<SLeftover> CRecoveryFolder::Leftovers() try {
   return {};
 }
 
-bool CRecoveryFolder::Load(const SLeftover& leftover, CBinModel& model, CTextureFinder& textures,
-                           SDiagnosis* diagnosis) {
-  SError error;
-  const auto bytes = ReadWholeFile(JoinPath(SessionPath(leftover.session), leftover.file), &error);
-  if (bytes) return ReadModelCopy(bytes->View(), model, textures, diagnosis);
-  if (diagnosis != nullptr) *diagnosis = {0, error.what};
-  return false;
+SCopyFile CRecoveryFolder::Read(const SLeftover& leftover) const {
+  return ReadCopyFile(JoinPath(SessionPath(leftover.session), leftover.file));
 }
 
 bool CRecoveryFolder::Discard(const SLeftover& leftover) {

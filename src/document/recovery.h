@@ -4,42 +4,30 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "model/binmodel.h"
-#include "platform/bytes.h"
+#include "document/copyfile.h"
 #include "platform/filelock.h"
 #include "platform/files.h"
-#include "textures/texturefinder.h"
 
 /// Copies of the documents with unsaved changes, so that nothing is lost when the program dies.
 namespace veldra {
 
-/// What a copy says about its document.
-struct SCopiedDocument {
-  uint32_t id = 0;              ///< tells the open documents of one program apart
-  std::string title = {};       ///< as in the window's title
-  std::string path = {};        ///< of the model file; "" while it was never saved
-  std::string states_key = {};  ///< of its earlier states (CEarlierStates), so that they are found again
-};
-
 /// A copy that a program left that is no longer there.
 struct SLeftover {
-  std::string session;  ///< the folder, within the recovery folder,
-  std::string file;     ///< and the file's name in it
-  SCopiedDocument document;
-  int64_t time = 0;   ///< when it was written: seconds since 1970, UTC
-  uint64_t size = 0;  ///< of the copy, in bytes
-  int32_t vertices = 0;
-  int32_t faces = 0;
+  std::string session;     ///< the folder, within the recovery folder,
+  std::string file;        ///< and the file's name in it
+  SCopyLabel label;        ///< without the picture
+  uint64_t size = 0;       ///< of the copy, in bytes
   std::string fault = {};  ///< "" or what is wrong with the copy; all but the names and the size is unknown then
 };
 
 /// The copies of one running program, in a folder of its own ("session") that carries a lock as long as the program
 /// lives, and those of programs that died. Nothing here throws, asks or waits; what goes wrong is returned or traced.
 ///
-/// To take a leftover over: Load it, Save the document's own copy, then Discard the leftover, so that at every moment
+/// To take a leftover over: Read it, Save the document's own copy, then Discard the leftover, so that at every moment
 /// a copy is there.
 class CRecoveryFolder {
  public:
@@ -51,17 +39,16 @@ class CRecoveryFolder {
   CRecoveryFolder(const CRecoveryFolder&) = delete;
   CRecoveryFolder& operator=(const CRecoveryFolder&) = delete;
 
-  /// Replaces the copy of DOCUMENT.id, whole or not at all: on failure the older copy is untouched. Refused while the
-  /// model is busy.
-  bool Save(const SCopiedDocument& document, const CBinModel& model, SError* error = nullptr);
+  /// Replaces the copy of the document ID, a number that tells the open documents of one program apart, by COPY, whole
+  /// or not at all: on failure the older copy is untouched.
+  bool Save(uint32_t id, std::span<const uint8_t> copy, SError* error = nullptr);
   /// The document was saved or closed. True when no copy is there afterwards.
   bool Remove(uint32_t id);
 
   /// The copies of dead programs, the newest first, damaged ones last. From here on, and while this program lives, no
   /// other is offered them.
   std::vector<SLeftover> Leftovers();
-  /// Fills the empty MODEL. False, MODEL empty, when the copy is damaged, gone, or a texture is missing.
-  bool Load(const SLeftover& leftover, CBinModel& model, CTextureFinder& textures, SDiagnosis* diagnosis = nullptr);
+  SCopyFile Read(const SLeftover& leftover) const;
   /// Deletes the copy, and the dead program's folder with its last one.
   bool Discard(const SLeftover& leftover);
 

@@ -7,28 +7,28 @@
 
 namespace veldra {
 
-CRecoveryKeeper::CRecoveryKeeper(CRecoveryFolder& folder, std::function<Time()> clock)
+CRecoveryKeeper::CRecoveryKeeper(CRecoveryFolder& folder, ClockReader clock)
     : folder_(folder), clock_(std::move(clock)) {}
 
 CRecoveryKeeper::~CRecoveryKeeper() {
   for (const auto& [document, kept] : kept_)
-    kept.document->RemoveObserver(this);
+    kept.document->RemoveKeeper(this);
 }
 
-void CRecoveryKeeper::Watch(CTarnDoc& document) {
+void CRecoveryKeeper::Watch(CFileDocument& document) {
   const auto [at, is_new] = kept_.try_emplace(&document);
   if (!is_new) return;
   at->second.document = &document;
   at->second.id = ++last_id_;
-  document.AddObserver(this);
+  document.AddKeeper(this);
   if (document.IsModified()) at->second.schedule.Changed(clock_());
 }
 
-void CRecoveryKeeper::Closed(const CTarnDoc& document) {
+void CRecoveryKeeper::Closed(const CFileDocument& document) {
   const auto at = kept_.find(&document);
   if (at == kept_.end()) return;
   Forget(at->second);
-  at->second.document->RemoveObserver(this);
+  at->second.document->RemoveKeeper(this);
   kept_.erase(at);
 }
 
@@ -36,26 +36,22 @@ void CRecoveryKeeper::Tick(Time now) {
   for (auto& [document, kept] : kept_) {
     // A document that is read anew changes too.
     if (!document->IsModified()) kept.schedule.Saved();
-    if (kept.schedule.IsDue(now) && !document->Model().IsBusy()) SaveCopy(kept, now);
+    if (kept.schedule.IsDue(now) && !document->IsBusy()) SaveCopy(kept, now);
   }
 }
 
 void CRecoveryKeeper::SaveAll() {
   for (auto& [document, kept] : kept_)
-    if (document->IsModified() && kept.schedule.DueAt() && !document->Model().IsBusy()) SaveCopy(kept, clock_());
+    if (document->IsModified() && kept.schedule.DueAt() && !document->IsBusy()) SaveCopy(kept, clock_());
 }
 
-bool CRecoveryKeeper::TakeOver(const SLeftover& leftover, CTarnDoc& document) {
-  const SDocumentCopy copy = {.title = leftover.document.title,
-                              .path = leftover.document.path,
-                              .states_key = leftover.document.states_key,
+bool CRecoveryKeeper::TakeOver(const SLeftover& leftover, CFileDocument& document) {
+  const SDocumentCopy copy = {.title = leftover.label.title,
+                              .path = leftover.label.path,
+                              .states_key = leftover.label.states_key,
                               .modified = true};
-  const auto read = [&](CBinModel& model, CTextureFinder& textures, SDiagnosis& diagnosis) {
-    if (leftover.fault.empty()) return folder_.Load(leftover, model, textures, &diagnosis);
-    diagnosis = {0, leftover.fault};
-    return false;
-  };
-  if (!document.OpenCopy(copy, read)) return false;
+  const SCopyFile file = leftover.fault.empty() ? folder_.Read(leftover) : SCopyFile{.fault = leftover.fault};
+  if (!document.OpenCopy(copy, file)) return false;
   Watch(document);
   // At every moment a copy is there: the old one goes only when there is a new one.
   if (SaveCopy(kept_.at(&document), clock_()) && !folder_.Discard(leftover)) {
@@ -64,12 +60,12 @@ bool CRecoveryKeeper::TakeOver(const SLeftover& leftover, CTarnDoc& document) {
   return true;
 }
 
-void CRecoveryKeeper::OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) {
+void CRecoveryKeeper::OnContentChanged(const CFileDocument& document) {
   const auto at = kept_.find(&document);
-  if (change.Any() && at != kept_.end()) at->second.schedule.Changed(clock_());
+  if (at != kept_.end()) at->second.schedule.Changed(clock_());
 }
 
-void CRecoveryKeeper::OnDocumentStateChanged(const CTarnDoc& document) {
+void CRecoveryKeeper::OnStateChanged(const CFileDocument& document) {
   const auto at = kept_.find(&document);
   if (at == kept_.end()) return;
   SKept& kept = at->second;
@@ -81,7 +77,7 @@ void CRecoveryKeeper::OnDocumentStateChanged(const CTarnDoc& document) {
   }
 }
 
-void CRecoveryKeeper::OnDocumentGone(const CTarnDoc& document) {
+void CRecoveryKeeper::OnGone(const CFileDocument& document) {
   const auto at = kept_.find(&document);
   if (at == kept_.end()) return;
   SKept& kept = at->second;
@@ -90,13 +86,14 @@ void CRecoveryKeeper::OnDocumentGone(const CTarnDoc& document) {
 }
 
 bool CRecoveryKeeper::SaveCopy(SKept& kept, Time now) {
-  const CTarnDoc& document = *kept.document;
-  // What the user waits is told by the wall's clock, whatever the schedule runs by.
-  const auto begun = std::chrono::steady_clock::now();
+  const CFileDocument& document = *kept.document;
+  const auto begun = clock_();
   SError error;
-  const bool is_saved =
-      folder_.Save({kept.id, document.Title(), document.Path(), document.StatesKey()}, document.Model(), &error);
-  is_saved ? kept.schedule.Copied(now, std::chrono::steady_clock::now() - begun) : kept.schedule.Failed(now);
+  const SCopyLabel label = {
+      .title = document.Title(), .path = document.Path(), .states_key = document.StatesKey(), .time = PresentTime()};
+  const auto copy = document.Pack(label, &error);
+  const bool is_saved = !copy.empty() && folder_.Save(kept.id, copy, &error);
+  is_saved ? kept.schedule.Copied(now, clock_() - begun) : kept.schedule.Failed(now);
   fault_ = error.what;
   if (!is_saved) Trace(">> CRecoveryKeeper::SaveCopy(%s): %s\n", document.Title().c_str(), error.what.c_str());
   return is_saved;

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "document/filedocument.h"
 #include "document/recovery.h"
-#include "document/tarn2doc.h"
 
 namespace veldra {
 
@@ -16,22 +16,22 @@ namespace veldra {
 ///
 /// A document's copy goes when the document is saved, or closed with the user's consent (Closed). One that merely
 /// disappears leaves an up-to-date copy behind: the program is then on its way out without having asked.
-class CRecoveryKeeper : private CDocumentObserver {
+class CRecoveryKeeper : private CFileDocumentObserver {
  public:
   using Time = CRecoverySchedule::Time;
+  using ClockReader = std::function<Time()>;
 
   /// FOLDER outlives the keeper. CLOCK says when a change happens.
-  explicit CRecoveryKeeper(
-      CRecoveryFolder& folder, std::function<Time()> clock = [] { return std::chrono::steady_clock::now(); });
+  explicit CRecoveryKeeper(CRecoveryFolder& folder, ClockReader clock = CRecoverySchedule::Clock::now);
   ~CRecoveryKeeper() override;
   CRecoveryKeeper(const CRecoveryKeeper&) = delete;
   CRecoveryKeeper& operator=(const CRecoveryKeeper&) = delete;
 
   /// From here on DOCUMENT, just opened or made, is kept. It may go before the keeper.
-  void Watch(CTarnDoc& document);
+  void Watch(CFileDocument& document);
   /// The user has let go of DOCUMENT and of its unsaved changes.
-  void Closed(const CTarnDoc& document);
-  /// Writes the copies that are due; to be called every second or so. A document whose model is being worked on waits.
+  void Closed(const CFileDocument& document);
+  /// Writes the copies that are due; to be called every second or so. A document that is being worked on waits.
   void Tick(Time now);
   void Tick() { Tick(clock_()); }
   /// Writes every copy that is missing, due or not: the program may be ended at any moment from here on.
@@ -43,25 +43,25 @@ class CRecoveryKeeper : private CDocumentObserver {
   std::vector<SLeftover> Leftovers() { return folder_.Leftovers(); }
   /// Fills the new DOCUMENT from LEFTOVER and watches it: with its path, title and earlier states, modified. False when
   /// that fails, which the user has been told; the leftover then stays.
-  bool TakeOver(const SLeftover& leftover, CTarnDoc& document);
+  bool TakeOver(const SLeftover& leftover, CFileDocument& document);
   /// Deletes it for good.
   bool Discard(const SLeftover& leftover) { return folder_.Discard(leftover); }
 
  private:
   struct SKept {
-    CTarnDoc* document = nullptr;
+    CFileDocument* document = nullptr;
     uint32_t id = 0;  ///< of its copy
     CRecoverySchedule schedule;
   };
-  void OnDocumentChanged(const CTarnDoc& document, const SModelChange& change) override;
-  void OnDocumentStateChanged(const CTarnDoc& document) override;
-  void OnDocumentGone(const CTarnDoc& document) override;
+  void OnContentChanged(const CFileDocument& document) override;
+  void OnStateChanged(const CFileDocument& document) override;
+  void OnGone(const CFileDocument& document) override;
   bool SaveCopy(SKept& kept, Time now);
   void Forget(SKept& kept);
 
   CRecoveryFolder& folder_;
-  std::function<Time()> clock_;
-  std::map<const CTarnDoc*, SKept> kept_;
+  ClockReader clock_;
+  std::map<const CFileDocument*, SKept> kept_;
   uint32_t last_id_ = 0;
   std::string fault_;
 };

@@ -44,7 +44,7 @@ CStateBefore::CStateBefore(CTarnDoc& document, const char* command, bool cancell
       work_(document.services_.questions.BeginWork(command, cancellable)),
       key_(document.StatesKey()),
       packed_(document.PackState(command)),
-      is_file_(!document.modified_),
+      is_file_(!document.IsModified()),
       revision_(document.model_.Revision()),
       exceptions_(std::uncaught_exceptions()),
       images_(ImagesOf(document.model_)) {

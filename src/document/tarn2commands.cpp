@@ -46,7 +46,7 @@ int32_t CTarnDoc::DeleteUnused() {
 }
 
 std::string CTarnDoc::ModelDirectory() const {
-  return path_.empty() ? services_.settings.bin_dir : DirectoryPart(path_);
+  return Path().empty() ? services_.settings.bin_dir : DirectoryPart(Path());
 }
 
 void CTarnDoc::Say(const std::string& text) const {

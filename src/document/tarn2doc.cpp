@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "document/earlierstates.h"
+#include "document/modelcopy.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -24,39 +24,21 @@ constexpr SModelChange kEverything = {
 
 }  // namespace
 
-CTarnDoc::CTarnDoc(const SDocumentServices& services) : services_(services) {
+CTarnDoc::CTarnDoc(const SDocumentServices& services)
+    : CFileDocument(services.questions, services.settings, services.earlier_states), services_(services) {
   model_.SetObserver(this);
 }
 
 CTarnDoc::~CTarnDoc() {
+  TellGone();
   for (CDocumentObserver* observer : std::vector(observers_))
     observer->OnDocumentGone(*this);
   model_.SetObserver(nullptr);
 }
 
-std::string CTarnDoc::Title() const {
-  if (!path_.empty()) return FileNamePart(path_);
-  if (!copy_title_.empty()) return copy_title_;
-  return Format("Untitled%d", UntitledNumber());
-}
-
 void CTarnDoc::SetTitle(const std::string& title) {
-  copy_title_ = title;
+  SetCopyTitle(title);
   offered_name_ = ChangeExtension(title, "bin");
-}
-
-int CTarnDoc::UntitledNumber() const {
-  static int last_number = 0;
-  if (untitled_number_ == 0) untitled_number_ = ++last_number;
-  return untitled_number_;
-}
-
-void CTarnDoc::SetModified(bool modified) {
-  SetState(path_, modified, read_only_);
-}
-
-void CTarnDoc::SetReadOnly(bool read_only) {
-  SetState(path_, modified_, read_only);
 }
 
 void CTarnDoc::AddObserver(CDocumentObserver* observer) {
@@ -72,14 +54,15 @@ bool CTarnDoc::OnOpenDocument(const std::string& path, SDiagnosis* diagnosis) {
 }
 
 bool CTarnDoc::OnOpenDocument(const std::string& path, bool read_only, SDiagnosis* diagnosis) {
-  stamp_ = CModelFileStamp(path);
+  CDocumentStamp stamp(FilesOf(path));
   // A model on its way in is no change by the user, and nobody should draw half of it.
   model_.SetObserver(nullptr);
   model_.Clear();
   const bool loaded = Load(model_, path, diagnosis);
   model_.SetObserver(this);
   wants_read_only_ = loaded && read_only;
-  is_file_kept_ = false;
+  TakeStamp(std::move(stamp));
+  saver_.TakeLoaded();
   NotifyChange(kEverything);
   SetState(loaded ? path : "", false, loaded && (read_only || !IsWritable(path)));
   return loaded;
@@ -99,42 +82,39 @@ bool CTarnDoc::Load(CBinModel& model, const std::string& path, SDiagnosis* diagn
   return LoadBinFile(model, path, context, diagnosis);
 }
 
-bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const CopyReader& reader) {
-  VELDRA_ASSERT(path_.empty() && model_.VertexCount() == 0);
-  SDiagnosis diagnosis;
+bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) {
+  VELDRA_ASSERT(Path().empty() && model_.VertexCount() == 0);
+  SDiagnosis diagnosis = {0, file.fault};
   bool is_read = false;
   const CQuestions::CAbout about(services_.questions, copy.path.empty() ? copy.title : copy.path);
-  {
+  if (file.fault.empty()) {
     const auto work = services_.questions.BeginWork(Format("Opening %s", copy.title.c_str()), false);
     CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
     model_.SetObserver(nullptr);
-    is_read = reader(model_, finder, diagnosis);
+    is_read = ReadModelCopy(file.bytes.View(), model_, finder, &diagnosis);
     model_.SetObserver(this);
   }
   if (!is_read) {
     return ShowError(Format("The copy of \"%s\" could not be opened.", copy.title.c_str()), diagnosis.Text());
   }
-  copy_title_ = copy.title;
-  copy_states_key_ = copy.path.empty() ? copy.states_key : "";
-  stamp_ = CModelFileStamp(copy.path);
   NotifyChange(kEverything);
-  SetState(copy.path, copy.modified, FileExists(copy.path) && !IsWritable(copy.path));
+  TakeCopyState(copy);
   return true;
 }
 
 // --- Other programs --------------------------------------------------------------------------------------------------
 
 bool CTarnDoc::Reload() {
-  if (path_.empty()) return false;
-  CModelFileStamp stamp(path_);
+  if (Path().empty()) return false;
+  CDocumentStamp stamp(FilesOf(Path()));
   CBinModel loaded;
-  if (!Load(loaded, path_, nullptr)) return false;
+  if (!Load(loaded, Path(), nullptr)) return false;
   KeepState("Reload");
   history_.Clear();  // its actions hold vertices that go
   TakeModel(loaded);
-  stamp_ = std::move(stamp);
-  is_file_kept_ = false;
-  SetState(path_, false, wants_read_only_ || !IsWritable(path_));
+  TakeStamp(std::move(stamp));
+  saver_.TakeLoaded();
+  SetState(Path(), false, wants_read_only_ || !IsWritable(Path()));
   return true;
 }
 
@@ -146,36 +126,18 @@ void CTarnDoc::TakeModel(CBinModel& model) {
   NotifyChange(kEverything);
 }
 
-// --- Earlier states --------------------------------------------------------------------------------------------------
+// --- What is kept of it ----------------------------------------------------------------------------------------------
 
-std::string CTarnDoc::StatesKey() const {
-  if (services_.earlier_states == nullptr) return "";
-  if (!path_.empty()) return CEarlierStates::KeyOfPath(path_);
-  if (!copy_states_key_.empty()) return copy_states_key_;
-  return services_.earlier_states->KeyOfUntitled(UntitledNumber());
+std::vector<uint8_t> CTarnDoc::WriteCopyFile(const SCopyLabel& label) const {
+  return WriteModelCopy(label, model_);
 }
 
-void CTarnDoc::KeepState(const std::string& command) {
-  KeepPacked(StatesKey(), PackState(command), !modified_);
+SImage CTarnDoc::SmallPicture() const {
+  return services_.make_picture ? services_.make_picture(*this) : SImage();
 }
 
-/// Empty when nothing is to be kept, or cannot be.
-std::vector<uint8_t> CTarnDoc::PackState(const std::string& command) const {
-  if (services_.earlier_states == nullptr) return {};
-  const SImage picture = services_.make_picture ? services_.make_picture(*this) : SImage{};
-  SError error;
-  auto packed = CEarlierStates::Pack(command, model_, &picture, &error);
-  if (packed.empty()) Trace(">> CTarnDoc::PackState(%s): %s\n", command.c_str(), error.what.c_str());
-  return packed;
-}
-
-/// IS_FILE: it is what the document's file holds.
-void CTarnDoc::KeepPacked(const std::string& key, std::span<const uint8_t> packed, bool is_file) {
-  if (packed.empty()) return;
-  SError error;
-  const bool is_kept = services_.earlier_states->KeepPacked(key, packed, &error);
-  if (!is_kept) Trace(">> CTarnDoc::KeepPacked(%s): %s\n", key.c_str(), error.what.c_str());
-  if (is_kept && is_file) is_file_kept_ = true;
+std::vector<std::string> CTarnDoc::FilesBeside(const std::string& path) const {
+  return {InfoPath(path)};
 }
 
 // --- Telling others --------------------------------------------------------------------------------------------------
@@ -201,22 +163,15 @@ void CTarnDoc::OnVerticesDeleted(CBinModel::Vertices& vertices) {
     static_cast<void>(vertex.release());  // the history's now
 }
 
-void CTarnDoc::SetState(const std::string& path, bool modified, bool read_only) {
-  if (path == path_ && modified == modified_ && read_only == read_only_) return;
-  path_ = path;
-  modified_ = modified;
-  read_only_ = read_only;
-  NotifyState();
-}
-
 // Observers may leave while they are told.
 
 void CTarnDoc::NotifyChange(const SModelChange& change) {
   for (CDocumentObserver* observer : std::vector(observers_))
     observer->OnDocumentChanged(*this, change);
+  if (change.Any()) TellChanged();
 }
 
-void CTarnDoc::NotifyState() {
+void CTarnDoc::OnStateChanged() {
   for (CDocumentObserver* observer : std::vector(observers_))
     observer->OnDocumentStateChanged(*this);
 }

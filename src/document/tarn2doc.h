@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "document/filestamp.h"
+#include "document/filedocument.h"
 #include "document/history.h"
 #include "document/modelsaver.h"
 #include "model/binfile.h"
@@ -56,40 +56,19 @@ struct SDocumentServices {
   std::function<void(const std::string& text)> say = {};
 };
 
-/// A model that comes from the program's own copies: what a crash left, or an earlier state.
-struct SDocumentCopy {
-  std::string title;  ///< shown while there is no path
-  std::string path = {};
-  std::string states_key = {};  ///< of a document without path, so that its earlier states are found again
-  bool modified = false;        ///< the file at PATH does not hold this
-};
-
-/// Fills the empty model; false, MODEL empty, with the reason.
-using CopyReader = std::function<bool(CBinModel& model, CTextureFinder& textures, SDiagnosis& diagnosis)>;
-
 /// One open model with its file. A new one is empty, unmodified and without a path. What changes the model stands in
 /// the folder editing, but for what saving may have to do first.
-class CTarnDoc : private CModelObserver {
+class CTarnDoc : public CFileDocument, private CModelObserver {
  public:
   explicit CTarnDoc(const SDocumentServices& services);
   ~CTarnDoc() override;
-  CTarnDoc(const CTarnDoc&) = delete;
-  CTarnDoc& operator=(const CTarnDoc&) = delete;
 
   CBinModel& Model() { return model_; }
   const CBinModel& Model() const { return model_; }
-  const std::string& Path() const { return path_; }  ///< "" while never saved
-  /// The file name, or "Untitled" with a number that the document keeps.
-  std::string Title() const;
   /// Shown while there is no path, for a document made from a file of another kind.
   void SetTitle(const std::string& title);
   /// Of the file when it is first saved.
-  std::string OfferedName() const { return path_.empty() && !offered_name_.empty() ? offered_name_ : Title(); }
-  bool IsModified() const { return modified_; }
-  void SetModified(bool modified);
-  bool IsReadOnly() const { return read_only_; }
-  void SetReadOnly(bool read_only);
-  const CSettings& Settings() const { return services_.settings; }
+  std::string OfferedName() const { return Path().empty() && !offered_name_.empty() ? offered_name_ : Title(); }
   const SDocumentServices& Services() const { return services_; }
   /// The Save and Save as commands.
   CModelSaver& Saver() { return saver_; }
@@ -102,15 +81,9 @@ class CTarnDoc : private CModelObserver {
   /// failure the user has been told (or has stopped it) and the document is empty; DIAGNOSIS (may be null) says more.
   bool OnOpenDocument(const std::string& path, SDiagnosis* diagnosis = nullptr);
   bool OnOpenDocument(const std::string& path, bool read_only, SDiagnosis* diagnosis = nullptr);
-  /// Fills a new document from a copy. False, the document empty, when the user has been told what is wrong with it.
-  bool OpenCopy(const SDocumentCopy& copy, const CopyReader& reader);
-
-  /// Reads the file anew; views and earlier states stay. On failure, which the user has been told, the document stays
-  /// as it is.
-  bool Reload();
-  /// To ask what has become of the file, and its sidecar, since they were last read or written here. Looking at one
-  /// that was written anew with the same bytes brings it up to date.
-  CModelFileStamp& FileStamp() const { return stamp_; }
+  bool OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) override;
+  bool Reload() override;
+  bool IsBusy() const override { return model_.IsBusy(); }
 
   // The writers. True when PATH holds the model: it is then the document's path, and the document, which must not be
   // read-only, is not modified. On failure the user has been told and the old file at PATH is untouched.
@@ -128,18 +101,10 @@ class CTarnDoc : private CModelObserver {
 
   /// For the saver: the model lies at PATH now.
   void TakeSavedPath(const std::string& path);
-  /// What the file at the path holds is among the earlier states.
-  bool IsFileKept() const { return is_file_kept_; }
-
-  // --- Earlier states ----------------------------------------------------------------------------------------------
-  /// Under which the document's earlier states are kept; "" when none are.
-  std::string StatesKey() const;
-  /// Keeps the model as it is now, which COMMAND is about to change. A failure is traced, and the command goes on.
-  void KeepState(const std::string& command);
 
   // --- Enabling rules ----------------------------------------------------------------------------------------------
-  bool CanSave() const { return modified_; }
-  bool CanCenter() const { return !read_only_ && model_.VertexCount() > 0; }
+  bool CanSave() const { return IsModified(); }
+  bool CanCenter() const { return !IsReadOnly() && model_.VertexCount() > 0; }
   bool CanUndo() const { return false; }  ///< kept disabled in this release, as is CanRedo
   bool CanRedo() const { return false; }
 
@@ -173,31 +138,22 @@ class CTarnDoc : private CModelObserver {
   void OnVerticesAdded(std::span<CBinVertex* const> vertices) override;
   void OnVerticesDeleted(CBinModel::Vertices& vertices) override;
   void TakeModel(CBinModel& model);
-  std::vector<uint8_t> PackState(const std::string& command) const;
-  void KeepPacked(const std::string& key, std::span<const uint8_t> packed, bool is_file);
+  std::vector<uint8_t> WriteCopyFile(const SCopyLabel& label) const override;
+  SImage SmallPicture() const override;
+  std::vector<std::string> FilesBeside(const std::string& path) const override;
+  void OnStateChanged() override;
 
   void CenterAxes(std::initializer_list<EAxis> axes, const char* command);
   int32_t DeleteUnused();
-  int UntitledNumber() const;
 
-  void SetState(const std::string& path, bool modified, bool read_only);
   void NotifyChange(const SModelChange& change);
-  void NotifyState();
 
   SDocumentServices services_;
   CBinModel model_;
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   CModelSaver saver_{*this};
-  std::string path_;
-  std::string offered_name_;         ///< of the file when it is first saved; "" for the title
-  std::string copy_title_;           ///< of a copy or an import without path; "" for a title of the document's own
-  std::string copy_states_key_;      ///< likewise
-  mutable int untitled_number_ = 0;  ///< 0 until it is first asked for
-  bool modified_ = false;
-  bool read_only_ = false;
+  std::string offered_name_;      ///< of the file when it is first saved; "" for the title
   bool wants_read_only_ = false;  ///< whatever the file allows
-  bool is_file_kept_ = false;
-  mutable CModelFileStamp stamp_;
   std::vector<CDocumentObserver*> observers_;
 };
 

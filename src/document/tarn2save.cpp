@@ -1,12 +1,10 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "document/earlierstates.h"
 #include "document/tarn2doc.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/text.h"
-#include "platform/trace.h"
 
 // The checks before a save, and what the document takes from it. How they come together is in modelsaver.cpp.
 
@@ -37,21 +35,13 @@ bool UsesUnsupportedTextureSize(const CBinModel& model) {
 }  // namespace
 
 bool CTarnDoc::SaveMTM(const std::string& path) {
-  VELDRA_ASSERT(!read_only_);
+  VELDRA_ASSERT(!IsReadOnly());
   return saver_.WriteMtm(path);
 }
 
 void CTarnDoc::TakeSavedPath(const std::string& path) {
-  const std::string old_key = path_.empty() ? StatesKey() : "";
-  stamp_ = CModelFileStamp(path);
-  is_file_kept_ = false;
   wants_read_only_ = false;
-  SetState(path, false, read_only_);
-  SError error;
-  if (!old_key.empty() && !services_.earlier_states->Move(old_key, StatesKey(), &error)) {
-    Trace(">> CTarnDoc::TakeSavedPath(%s): %s\n", path.c_str(), error.what.c_str());
-  }
-  KeepState("Save");
+  TakeWrittenPath(path);
 }
 
 bool CTarnDoc::CheckWritable(const std::string& path) {

@@ -75,35 +75,19 @@ QWidget* CAddFaceDialog::MakeCorners(const SAddFaceInput& offered) {
 }
 
 QWidget* CAddFaceDialog::MakeSurface(const SAddFaceInput& offered) {
-  auto* box = new QGroupBox(tr("Surface"));
-  types_ = new QComboBox;
-  types_->setObjectName("types");
-  for (const uint32_t type : kFaceTypes)
-    types_->addItem(FaceTypeLabel(type), type);
-  types_->setCurrentIndex(std::max(0, types_->findData(offered.type)));
-  textures_ = new QComboBox;
-  textures_->setObjectName("textures");
-  FillWithTextures(*textures_, model_);
-  textures_->addItem(tr("None"), -1);
-  textures_->setCurrentIndex(textures_->findData(offered.texture));
   picture_ = new QLabel;
   picture_->setFixedSize(kPictureSide, kPictureSide);
-  connect(types_, &QComboBox::currentIndexChanged, this, &CFieldDialog::Refresh);
-  connect(textures_, &QComboBox::currentIndexChanged, this, [this] {
+  const bool is_known = std::ranges::find(kFaceTypes, offered.type) != std::end(kFaceTypes);
+  surface_ = new CFaceSurfaceField(model_, is_known ? offered.type : kFaceTypes[0], offered.texture, picture_);
+  connect(surface_, &CFaceSurfaceField::Changed, this, [this] {
     ShowTexture();
     Refresh();
   });
-  auto* form = new QFormLayout;
-  form->addRow(tr("&Type:"), types_);
-  form->addRow(tr("Te&xture:"), textures_);
-  auto* line = new QHBoxLayout(box);
-  line->addLayout(form, 1);
-  line->addWidget(picture_);
-  return box;
+  return surface_;
 }
 
 void CAddFaceDialog::ShowTexture() {
-  const int texture = textures_->currentData().toInt();
+  const int32_t texture = surface_->Texture();
   picture_->setPixmap(texture < 0 ? QPixmap() : TexturePicture(*model_.Texture(texture).Image(), kPictureSide, *this));
 }
 
@@ -112,8 +96,8 @@ SAddFaceInput CAddFaceDialog::Input() const {
   for (size_t i = 0; i < corners_.size(); ++i)
     input.corners[i] = static_cast<int32_t>(corners_[i]->Value().value_or(-1.0));
   if (!quad_->isChecked()) input.corners[3] = -1;
-  input.type = types_->currentData().toUInt();
-  input.texture = textures_->currentData().toInt();
+  input.type = surface_->Type();
+  input.texture = surface_->Texture();
   return input;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QComboBox>
 #include <QRadioButton>
 #include <array>
 
 #include "editing/commandinputs.h"
+#include "editing/facesurfacefield.h"
 #include "ui/fielddialog.h"
 
 namespace veldra {
@@ -29,8 +29,7 @@ class CAddFaceDialog : public CFieldDialog {
   const CBinModel& model_;
   QRadioButton* quad_ = nullptr;
   std::array<CNumberField*, 4> corners_ = {};
-  QComboBox* types_ = nullptr;
-  QComboBox* textures_ = nullptr;
+  CFaceSurfaceField* surface_ = nullptr;
   QLabel* picture_ = nullptr;
 };
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "editing/roundedvalue.h"
-#include "model/texturepicture.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
@@ -39,32 +38,12 @@ CEditFaceDialog::CEditFaceDialog(const CBinFace& face, QWidget* parent)
 }
 
 QWidget* CEditFaceDialog::MakeSurface(const SFaceInput& offered) {
-  auto* box = new QGroupBox(tr("Surface"));
-  types_ = new QComboBox;
-  types_->setObjectName("types");
-  for (const uint32_t type : kFaceTypes)
-    types_->addItem(FaceTypeLabel(type), type);
-  // A file can bring a type that nobody knows; it may stay.
-  if (types_->findData(offered.type) < 0)
-    types_->addItem(tr("%1, 0x%2").arg(FaceTypeLabel(offered.type)).arg(offered.type, 2, 16, QChar('0')), offered.type);
-  types_->setCurrentIndex(types_->findData(offered.type));
-  textures_ = new QComboBox;
-  textures_->setObjectName("textures");
-  FillWithTextures(*textures_, model_);
-  textures_->addItem(tr("None"), -1);
-  textures_->setCurrentIndex(textures_->findData(offered.texture));
-  for (QComboBox* choice : {types_, textures_})
-    connect(choice, &QComboBox::currentIndexChanged, this, &CFieldDialog::Refresh);
-  auto* form = new QFormLayout;
-  form->addRow(tr("&Type:"), types_);
-  form->addRow(tr("Te&xture:"), textures_);
   map_ = new CTextureMapWidget;
   map_->setFixedSize(kMapSide, kMapSide);
   map_->SetReadOnly(true);
-  auto* line = new QHBoxLayout(box);
-  line->addLayout(form, 1);
-  line->addWidget(map_);
-  return box;
+  surface_ = new CFaceSurfaceField(model_, offered.type, offered.texture, map_);
+  connect(surface_, &CFaceSurfaceField::Changed, this, &CFieldDialog::Refresh);
+  return surface_;
 }
 
 QWidget* CEditFaceDialog::MakeCorners(const SFaceInput& offered) {
@@ -142,8 +121,8 @@ QWidget* CEditFaceDialog::MakePlane() {
 
 SFaceInput CEditFaceDialog::Input() const {
   SFaceInput input = InputOf(face_);
-  input.type = types_->currentData().toUInt();
-  input.texture = textures_->currentData().toInt();
+  input.type = surface_->Type();
+  input.texture = surface_->Texture();
   for (size_t k = 0; k < corners_.size(); ++k) {
     if (!corners_[k].vertex->isEnabled()) {
       input.corners[k] = -1;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QComboBox>
 #include <QRadioButton>
 #include <array>
 
 #include "editing/facecommands.h"
+#include "editing/facesurfacefield.h"
 #include "editing/texturemapwidget.h"
 #include "ui/fielddialog.h"
 
@@ -36,8 +36,7 @@ class CEditFaceDialog : public CFieldDialog {
 
   const CBinFace& face_;
   const CBinModel& model_;
-  QComboBox* types_ = nullptr;
-  QComboBox* textures_ = nullptr;
+  CFaceSurfaceField* surface_ = nullptr;
   CTextureMapWidget* map_ = nullptr;
   QRadioButton* quad_ = nullptr;
   std::array<SCorner, 4> corners_ = {};

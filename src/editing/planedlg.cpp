@@ -1,7 +1,6 @@
 #include "editing/planedlg.h"
 
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QRadioButton>
 
 namespace veldra {
@@ -11,35 +10,20 @@ using EPlane = SPlaneInput::EPlane;
 CPlaneDialog::CPlaneDialog(const CEditCursor& cursor, const SPlaneInput& last, QWidget* parent)
     : CFieldDialog("setToPlane", tr("Set To Plane"), parent),
       cursor_(cursor),
-      axes_(new QButtonGroup(this)),
+      axis_(new CAxisField(tr("Coordinate of the selected vertices"), last.axis)),
       planes_(new QButtonGroup(this)),
       result_(new QLabel) {
-  Content()->addWidget(MakeAxes(last.axis));
+  Content()->addWidget(axis_);
   Content()->addWidget(MakePlanes(last));
   result_->setObjectName("result");
   Content()->addWidget(result_);
-  for (QButtonGroup* group : {axes_, planes_})
-    connect(group, &QButtonGroup::idToggled, this, [this](int, bool is_on) {
-      value_->setEnabled(planes_->checkedId() == static_cast<int>(EPlane::kValue));
-      if (is_on) Refresh();
-    });
+  connect(axis_, &CAxisField::Changed, this, &CFieldDialog::Refresh);
+  connect(planes_, &QButtonGroup::idToggled, this, [this](int, bool is_on) {
+    value_->setEnabled(planes_->checkedId() == static_cast<int>(EPlane::kValue));
+    if (is_on) Refresh();
+  });
   value_->setEnabled(planes_->checkedId() == static_cast<int>(EPlane::kValue));
   Refresh();
-}
-
-QWidget* CPlaneDialog::MakeAxes(EAxis last) {
-  auto* box = new QGroupBox(tr("Coordinate of the selected vertices"));
-  auto* line = new QHBoxLayout(box);
-  const std::pair<EAxis, const char*> rows[] = {{EAxis::kX, "&X"}, {EAxis::kY, "&Y"}, {EAxis::kZ, "&Z"}};
-  for (const auto& [axis, label] : rows) {
-    auto* button = new QRadioButton(label);
-    button->setObjectName(QString(label).remove('&').toLower());
-    button->setChecked(axis == last);
-    axes_->addButton(button, static_cast<int>(axis));
-    line->addWidget(button);
-  }
-  line->addStretch();
-  return box;
 }
 
 QWidget* CPlaneDialog::MakePlanes(const SPlaneInput& last) {
@@ -63,7 +47,7 @@ QWidget* CPlaneDialog::MakePlanes(const SPlaneInput& last) {
 }
 
 SPlaneInput CPlaneDialog::Input() const {
-  return {.axis = static_cast<EAxis>(axes_->checkedId()),
+  return {.axis = axis_->Axis(),
           .plane = static_cast<EPlane>(planes_->checkedId()),
           .value = static_cast<int32_t>(value_->Value().value_or(0.0))};
 }

@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 
+#include "editing/axisfield.h"
 #include "editing/vertexcommands.h"
 #include "ui/fielddialog.h"
 
@@ -18,7 +19,6 @@ class CPlaneDialog : public CFieldDialog {
   SPlaneInput Input() const;
 
  private:
-  QWidget* MakeAxes(EAxis last);
   QWidget* MakePlanes(const SPlaneInput& last);
   QString Fault() override;
   QString FieldFault() override {
@@ -27,7 +27,7 @@ class CPlaneDialog : public CFieldDialog {
   }
 
   const CEditCursor& cursor_;
-  QButtonGroup* axes_;
+  CAxisField* axis_;
   QButtonGroup* planes_;
   CNumberField* value_;
   QLabel* result_;

@@ -5,12 +5,13 @@
 namespace veldra {
 
 CRotateDialog::CRotateDialog(const CBinModel& model, const SRotateInput& last, QWidget* parent)
-    : CSizeDialog("rotate", "Model Rotation", model, last.scope, parent) {
+    : CSizeDialog("rotate", "Model Rotation", model, last.scope, parent), axis_(new CAxisField(tr("Axis"), last.axis)) {
   auto* fields = new QWidget;
   auto* layout = new QVBoxLayout(fields);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(MakeAngleBox(last));
-  layout->addWidget(MakeAxisBox(last.axis));
+  layout->addWidget(axis_);
+  connect(axis_, &CAxisField::Changed, this, &CFieldDialog::Refresh);
   LayOut(fields);
   StartWith(angle_);
   Refresh();
@@ -34,29 +35,10 @@ QWidget* CRotateDialog::MakeAngleBox(const SRotateInput& last) {
   return box;
 }
 
-QWidget* CRotateDialog::MakeAxisBox(EAxis last) {
-  auto* box = new QGroupBox(tr("Axis"));
-  auto* line = new QHBoxLayout(box);
-  axes_ = new QButtonGroup(this);
-  const std::pair<EAxis, const char*> rows[] = {{EAxis::kX, "&X"}, {EAxis::kY, "&Y"}, {EAxis::kZ, "&Z"}};
-  for (const auto& [axis, label] : rows) {
-    auto* button = new QRadioButton(label);
-    button->setObjectName(QString(label).remove('&').toLower());
-    button->setChecked(axis == last);
-    axes_->addButton(button, static_cast<int>(axis));
-    line->addWidget(button);
-  }
-  line->addStretch();
-  connect(axes_, &QButtonGroup::idToggled, this, [this](int, bool is_on) {
-    if (is_on) Refresh();
-  });
-  return box;
-}
-
 SRotateInput CRotateDialog::Input() const {
   return {.angle = angle_->Value().value_or(0.0),
           .radians = radians_->isChecked(),
-          .axis = static_cast<EAxis>(axes_->checkedId()),
+          .axis = axis_->Axis(),
           .scope = Scope()};
 }
 

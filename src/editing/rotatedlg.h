@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QButtonGroup>
 #include <QRadioButton>
 
+#include "editing/axisfield.h"
 #include "editing/commandinputs.h"
 #include "editing/sizedlg.h"
 
@@ -19,12 +19,11 @@ class CRotateDialog : public CSizeDialog {
 
  private:
   QWidget* MakeAngleBox(const SRotateInput& last);
-  QWidget* MakeAxisBox(EAxis last);
   std::optional<SBounds> Result() const override;
 
   CNumberField* angle_ = nullptr;
   QRadioButton* radians_ = nullptr;
-  QButtonGroup* axes_ = nullptr;  ///< ids: EAxis
+  CAxisField* axis_;
 };
 
 }  // namespace veldra

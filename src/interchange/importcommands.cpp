@@ -29,12 +29,13 @@ SFilePrompt FilesPromptWavefront(const std::string& directory) {
           .default_extension = "obj"};
 }
 
-SFilePrompt TexturePrompt(const std::string& title, const std::string& directory) {
+SFilePrompt TexturePrompt(const std::string& title, const SImportContext& context) {
   return {.title = title,
           .filters = {{"MTM Texture *.raw", "*.raw"}, kAllFiles},
-          .directory = directory,
+          .directory = context.art_directory,
           .name = "",
-          .default_extension = "raw"};
+          .default_extension = "raw",
+          .make_picture = [&textures = context.textures](const std::string& path) { return textures.Picture(path); }};
 }
 
 /// READ(path, fault) gives what IMPORT_ONE(source, path, texture, fault) imports, or nothing. Only for a file that can
@@ -44,6 +45,7 @@ void ImportEach(const SImportServices& services, const std::vector<std::string>&
                 const Read& read, const ImportOne& import_one) {
   CQuestions& questions = services.context.questions;
   for (const std::string& path : paths) {
+    const CQuestions::CAbout about(questions, path);
     SImportFault fault;
     const auto source = read(path, fault);
     if (!source) {
@@ -82,7 +84,7 @@ void Import3dsFiles(const SImportServices& services, const std::vector<std::stri
       return is_done;
     });
   };
-  ImportEach(services, paths, TexturePrompt(title, services.context.art_directory), read, import_one);
+  ImportEach(services, paths, TexturePrompt(title, services.context), read, import_one);
 }
 
 void ImportWavefrontFiles(const SImportServices& services, const std::vector<std::string>& paths) {
@@ -99,7 +101,7 @@ void ImportWavefrontFiles(const SImportServices& services, const std::vector<std
       return is_done;
     });
   };
-  ImportEach(services, paths, TexturePrompt(title, services.context.art_directory), read, import_one);
+  ImportEach(services, paths, TexturePrompt(title, services.context), read, import_one);
 }
 
 void RunImport3ds(const SImportServices& services) {

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/png.h"
+
 namespace veldra {
 
 inline constexpr const char* kCaption = "Veldra";
@@ -45,6 +47,8 @@ struct SFilePrompt {
   bool offers_read_only = false;  ///< AskOpenFiles only: a check box beside the files
   bool asks_to_replace = true;    ///< AskSaveFile only: before a file is chosen that is there already
   std::string note = {};          ///< AskOpenFile only: what the file is for, where the title does not say it
+  /// AskOpenFile only: what the file at PATH looks like, without pixels where it is no picture. May be empty.
+  std::function<SImage(const std::string& path)> make_picture = {};
 };
 
 /// Files picked to be opened.

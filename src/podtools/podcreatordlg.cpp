@@ -17,7 +17,9 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "ui/faultlabel.h"
+#include "ui/notelabel.h"
 #include "ui/qstrings.h"
+#include "ui/scrolled.h"
 
 namespace veldra {
 
@@ -81,9 +83,13 @@ CPodCreatorDialog::CPodCreatorDialog(const SToolServices& services, QWidget* par
   splitter->setStretchFactor(1, kNeededShare);
   splitter->setChildrenCollapsible(false);
 
+  auto* content = new QWidget;
+  auto* above = new QVBoxLayout(content);
+  above->setContentsMargins({});
+  above->addWidget(splitter, 1);
+  above->addWidget(MakeOptions());
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(splitter, 1);
-  layout->addWidget(MakeOptions());
+  layout->addWidget(new CScrolled(content, kAroundButtons), 1);
   total_ = new QLabel;
   total_->setObjectName("total");
   create_ = MakeButton("create", tr("&Create..."), &CPodCreatorDialog::Create);
@@ -181,7 +187,7 @@ QWidget* CPodCreatorDialog::MakeOptions() {
   layout->setContentsMargins({});
   layout->addWidget(leave_out_stock_);
   const std::string note = services_.stock.Note();
-  if (!note.empty()) layout->addWidget(new QLabel(ToQString(note)));
+  if (!note.empty()) layout->addWidget(new CNoteLabel(ToQString(note), *leave_out_stock_));
   layout->addWidget(show_needed_);
   layout->addWidget(insert_archives_);
   layout->addWidget(comment);

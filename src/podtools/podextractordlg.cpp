@@ -16,6 +16,7 @@
 #include "platform/paths.h"
 #include "platform/unattendedquestions.h"
 #include "ui/qstrings.h"
+#include "ui/scrolled.h"
 
 namespace veldra {
 
@@ -63,10 +64,14 @@ CPodExtractorDialog::CPodExtractorDialog(const SToolServices& services, QWidget*
   middle->setStretchFactor(1, kPreviewShare);
   middle->setChildrenCollapsible(false);
 
+  auto* content = new QWidget;
+  auto* above = new QVBoxLayout(content);
+  above->setContentsMargins({});
+  above->addLayout(top);
+  above->addWidget(middle, 1);
+  above->addWidget(MakeDestination());
   auto* layout = new QVBoxLayout(this);
-  layout->addLayout(top);
-  layout->addWidget(middle, 1);
-  layout->addWidget(MakeDestination());
+  layout->addWidget(new CScrolled(content, kAroundButtons), 1);
   layout->addWidget(MakeButtons());
   connect(load, &QPushButton::clicked, this, &CPodExtractorDialog::AskAndLoad);
   resize(kUsualExtractorSize);
@@ -134,11 +139,8 @@ QWidget* CPodExtractorDialog::MakeDestination() {
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins({});
   layout->addLayout(path);
-  auto* options = new QHBoxLayout;
-  options->addWidget(folders_);
-  options->addWidget(dependencies_);
-  options->addStretch(1);
-  layout->addLayout(options);
+  layout->addWidget(folders_);
+  layout->addWidget(dependencies_);
   return box;
 }
 

@@ -101,7 +101,6 @@ int CPreferencesDialog::AddPage(ESettingPage page, const QString& title) {
   layout->addStretch();
   auto* scroll = new QScrollArea;
   scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidget(content);
   pages_->addWidget(scroll);
   return index;

@@ -48,8 +48,7 @@ const STextureImage* CTextureFinder::Ask(const std::string& name) {
       case STextureAnswer::EChoice::kGiveUp:
         return nullptr;
       case STextureAnswer::EChoice::kBlank:
-        // One for all: a small file can name a great many textures that are not there.
-        return store_.GetBlankTexture(Format("blank %d", answer.width), answer.width);
+        return store_.GetBlankTexture(JoinPath(art_directory_, name), answer.width);
       case STextureAnswer::EChoice::kFile:
         if (const STextureImage* image = store_.GetTexture(answer.path)) return image;
     }

@@ -120,6 +120,17 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
+SImage CTextureStore::Picture(const std::string& path) const {
+  const STextureFiles files = ReadTextureFiles(path);
+  if (!files.texels) return {};
+  STextureImage image;
+  image.size = TextureSizeOfLength(files.texels->View().size());
+  DecodeTexture(files.texels->View(), files.colors ? *files.colors : default_colors_, image);
+  for (size_t alpha = 3; alpha < image.rgba.size(); alpha += 4)
+    image.rgba[alpha] = 255;
+  return {.width = image.size, .height = image.size, .rgba = std::move(image.rgba)};
+}
+
 const STextureImage* CTextureStore::GetBlankTexture(const std::string& path, int width) {
   VELDRA_ASSERT(std::ranges::find(kTextureSizes, width) != kTextureSizes.end());
   const auto stored = images_.find(path);

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/png.h"
 #include "platform/questions.h"
 #include "textures/texturefiles.h"
 
@@ -60,6 +61,10 @@ class CTextureStore {
   /// PATH; null after "Error: Unsupported texture size." when its length is that of no texture. The ACT file is found
   /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
   const STextureImage* LoadTexture(const std::string& path);
+
+  /// What a texture looks like that is not loaded for that: without holes, the first row at the top. Without pixels,
+  /// and without a message, when there is none at PATH.
+  SImage Picture(const std::string& path) const;
 
   /// A black, fully transparent stand-in of WIDTH (a member of kTextureSizes), from now on what is stored under PATH;
   /// the stored texture when there is one already. One image stands in for all of its width: it has no path of its own.

@@ -2,7 +2,6 @@
 
 #include <QHeaderView>
 #include <QScreen>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -28,22 +27,8 @@ QString PointText(const SPoint& point) {
 
 }  // namespace
 
-CCurrentFaceWidget::CCurrentFaceWidget() : CToolWidget("currentFaceTool"), title_(new QLabel) {
-  content_ = MakeContent();
-  title_->setObjectName("title");
-  title_->setWordWrap(true);
-  auto* scrolled = new QWidget;
-  auto* inner = new QVBoxLayout(scrolled);
-  inner->addWidget(title_);
-  inner->addWidget(content_);
-  inner->addStretch();
-  auto* area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setWidget(scrolled);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(area);
+CCurrentFaceWidget::CCurrentFaceWidget()
+    : CToolWidget("currentFaceTool"), content_(MakeContent()), title_(LayOut(content_)) {
   Refresh({});
 }
 

@@ -26,8 +26,6 @@ class CCurrentFaceWidget : public CToolWidget {
   void ShowTexture(const CBinTexture* texture);
   void ShowCorners(const CBinFace& face);
 
-  QLabel* title_;
-  QWidget* content_ = nullptr;
   QLabel* type_ = nullptr;
   QLabel* texture_ = nullptr;
   QLabel* picture_ = nullptr;
@@ -38,6 +36,8 @@ class CCurrentFaceWidget : public CToolWidget {
   QLabel* magic_ = nullptr;
   QPushButton* edit_ = nullptr;
   uint64_t shown_image_ = 0;  ///< its number
+  QWidget* content_;          ///< after what it fills
+  QLabel* title_;
 };
 
 }  // namespace veldra

@@ -1,8 +1,11 @@
 #include "tools/toolwidget.h"
 
 #include <QScreen>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
+
+#include "ui/scrolled.h"
 
 namespace veldra {
 
@@ -34,6 +37,21 @@ void CToolWidget::Follow(CTarnView* view) {
   }
   news_.view = true;
   Post();
+}
+
+QLabel* CToolWidget::LayOut(QWidget* content, int stretch) {
+  auto* title = new QLabel;
+  title->setObjectName("title");
+  title->setWordWrap(true);
+  auto* scrolled = new QWidget;
+  auto* inner = new QVBoxLayout(scrolled);
+  inner->addWidget(title);
+  inner->addWidget(content, stretch);
+  inner->addStretch();
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(new CScrolled(scrolled));
+  return title;
 }
 
 /// One on each side of the views leaves them more than half of the screen.

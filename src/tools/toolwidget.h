@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLabel>
 #include <QWidget>
 
 #include "document/tarn2doc.h"
@@ -51,6 +52,10 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   virtual void Refresh(const SNews& news) = 0;
   /// Lets Refresh come, with nothing but what else has happened by then.
   void RefreshSoon();
+
+  /// Fills the window, which scrolls where it is too small, with a line of text, which is returned, and CONTENT below
+  /// it, whose share of what room is left is STRETCH.
+  QLabel* LayOut(QWidget* content, int stretch = 0);
 
   void showEvent(QShowEvent* event) override;
 

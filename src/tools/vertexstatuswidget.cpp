@@ -2,7 +2,6 @@
 
 #include <QFormLayout>
 #include <QKeyEvent>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -24,22 +23,8 @@ void LetFaultWrap(CNumberField& field) {
 
 }  // namespace
 
-CVertexStatusWidget::CVertexStatusWidget() : CToolWidget("vertexStatusTool"), title_(new QLabel) {
-  content_ = MakeContent();
-  title_->setObjectName("title");
-  title_->setWordWrap(true);
-  auto* scrolled = new QWidget;
-  auto* inner = new QVBoxLayout(scrolled);
-  inner->addWidget(title_);
-  inner->addWidget(content_, 1);
-  inner->addStretch();
-  auto* area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setWidget(scrolled);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(area);
+CVertexStatusWidget::CVertexStatusWidget()
+    : CToolWidget("vertexStatusTool"), content_(MakeContent()), title_(LayOut(content_, 1)) {
   Refresh({});
 }
 

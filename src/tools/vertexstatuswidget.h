@@ -31,8 +31,6 @@ class CVertexStatusWidget : public CToolWidget {
   void Apply();
   void ResetFields();
 
-  QLabel* title_;
-  QWidget* content_ = nullptr;
   std::array<CNumberField*, 3> fields_ = {};
   QLabel* users_ = nullptr;
   QListView* list_ = nullptr;
@@ -40,6 +38,8 @@ class CVertexStatusWidget : public CToolWidget {
   std::vector<int32_t> faces_;  ///< in the rows
   int32_t shown_ = -1;
   std::optional<SPoint> position_;  ///< in the fields, if nothing has been typed
+  QWidget* content_;                ///< after what it fills
+  QLabel* title_;
 };
 
 }  // namespace veldra

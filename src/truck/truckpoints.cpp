@@ -23,21 +23,9 @@ double PointsLength(const CTruck& truck) {
   return farthest - nearest;
 }
 
-}  // namespace
-
-std::vector<STruckPointId> TruckPoints(const CTruck& truck) {
-  std::vector<STruckPointId> points = {{ETruckPoint::kAxleBar}, {ETruckPoint::kDriveShaft}};
-  const auto add = [&](ETruckPoint kind, int count) {
-    for (int i = 0; i < count; ++i)
-      points.push_back({kind, i});
-  };
-  add(ETruckPoint::kTire, kTireCount);
-  add(ETruckPoint::kScrapePoint, kScrapePoints);
-  add(ETruckPoint::kLight, truck.UsedLights());
-  return points;
-}
-
-TruckPoint* FindTruckPoint(CTruck& truck, const STruckPointId& id) {
+/// TRUCK to be changed, or to be looked at only.
+template <typename Truck>
+auto FindIn(Truck& truck, const STruckPointId& id) -> decltype(&truck.axle_bar_offset) {
   const auto index = static_cast<size_t>(id.index);
   switch (id.kind) {
     case ETruckPoint::kAxleBar:
@@ -54,8 +42,26 @@ TruckPoint* FindTruckPoint(CTruck& truck, const STruckPointId& id) {
   return id.index < truck.UsedLights() ? &truck.lights[index].position : nullptr;
 }
 
+}  // namespace
+
+std::vector<STruckPointId> TruckPoints(const CTruck& truck) {
+  std::vector<STruckPointId> points = {{ETruckPoint::kAxleBar}, {ETruckPoint::kDriveShaft}};
+  const auto add = [&](ETruckPoint kind, int count) {
+    for (int i = 0; i < count; ++i)
+      points.push_back({kind, i});
+  };
+  add(ETruckPoint::kTire, kTireCount);
+  add(ETruckPoint::kScrapePoint, kScrapePoints);
+  add(ETruckPoint::kLight, truck.UsedLights());
+  return points;
+}
+
+TruckPoint* FindTruckPoint(CTruck& truck, const STruckPointId& id) {
+  return FindIn(truck, id);
+}
+
 const TruckPoint* FindTruckPoint(const CTruck& truck, const STruckPointId& id) {
-  return FindTruckPoint(const_cast<CTruck&>(truck), id);
+  return FindIn(truck, id);
 }
 
 std::string TruckPointName(const STruckPointId& id) {

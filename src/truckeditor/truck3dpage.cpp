@@ -1,5 +1,4 @@
 #include "truckeditor/truck3dpage.h"
-#include "ui/qstrings.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -7,6 +6,9 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include "ui/qstrings.h"
+#include "ui/scrolled.h"
 
 namespace veldra {
 
@@ -59,9 +61,11 @@ QWidget* CTruck3dPage::MakeSide() {
   connect(fit, &QPushButton::clicked, view_, &CTruckView::ZoomToFit);
   layout->addWidget(fit);
   layout->addStretch();
-  constexpr int kSideWidth = 345;
-  side->setFixedWidth(kSideWidth);
-  return side;
+  constexpr int kLargestWidth = 345;
+  auto* area = new CScrolled(side);
+  area->setMaximumWidth(kLargestWidth);
+  area->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+  return area;
 }
 
 void CTruck3dPage::AddPlaceNumbers(CFaultLabel* fault) {

@@ -7,6 +7,9 @@
 #include <QToolBar>
 #include <QUrl>
 
+#include "document/earlierstates.h"
+#include "document/earlierstatesdlg.h"
+#include "document/filenews.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "truckeditor/truck3dpage.h"
@@ -18,13 +21,13 @@
 #include "ui/commandicons.h"
 #include "ui/dialogplace.h"
 #include "ui/qstrings.h"
+#include "ui/scrolled.h"
 
 namespace veldra {
 
 namespace {
 
 constexpr QSize kUsualSize(900, 640);
-constexpr const char* kUntitled = "Untitled";
 
 SFilePrompt TruckPrompt(const std::string& title, const CSettings& settings, const std::string& path) {
   const std::string folder = FindAnyCase(settings.trk_dir);
@@ -46,9 +49,11 @@ std::string DraggedTruck(const QMimeData& data) {
 
 }  // namespace
 
-CTruckEditorDlg::CTruckEditorDlg(const SToolServices& services, QWidget* parent)
+CTruckEditorDlg::CTruckEditorDlg(const SToolServices& services, CEarlierStates* states, QWidget* parent)
     : QMainWindow(parent, kToolWindow),
       services_(services),
+      states_(states),
+      document_(services.questions, services.settings, states),
       context_{document_, services.questions, services.settings},
       pages_(new QTabWidget) {
   setObjectName("truckEditor");
@@ -87,7 +92,11 @@ void CTruckEditorDlg::MakeActions() {
       MakeAction(tr("&Save"), "save", QKeySequence::Save, [this] { Save(); }),
       MakeAction(tr("Save &As..."), "saveAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); })};
   QAction* const pack = MakeAction(tr("&Pack Truck..."), "pack", Qt::CTRL | Qt::Key_P, [this] { PackTruck(); });
+  reload_ = MakeAction(tr("&Reload"), "reload", {}, [this] { Reload(); });
+  QAction* const earlier = MakeAction(tr("&Earlier States..."), "earlierStates", {}, [this] { EarlierStates(); });
+  earlier->setEnabled(states_ != nullptr);
   file->addActions(opening + saving);
+  file->addActions({reload_, earlier});
   file->addSeparator();
   file->addAction(pack);
   file->addSeparator();
@@ -125,14 +134,15 @@ void CTruckEditorDlg::AddPage(QWidget* page, const QString& title) {
 
 void CTruckEditorDlg::MakePages() {
   pages_->setObjectName("pages");
-  AddPage(new CTruckNamesPage(context_), tr("Names and Models"));
-  AddPage(new CTruckPositionsPage(context_), tr("Positions"));
-  AddPage(new CTruckScrapePage(context_), tr("Scrape Points"));
+  AddPage(new CScrolled(new CTruckNamesPage(context_)), tr("Names and Models"));
+  AddPage(new CScrolled(new CTruckPositionsPage(context_)), tr("Positions"));
+  AddPage(new CScrolled(new CTruckScrapePage(context_)), tr("Scrape Points"));
   lights_ = new CTruckLightsPage(context_);
-  AddPage(lights_, tr("Lights"));
-  AddPage(new CTruckSoundsPage(context_), tr("Sounds"));
+  AddPage(new CScrolled(lights_), tr("Lights"));
+  AddPage(new CScrolled(new CTruckSoundsPage(context_)), tr("Sounds"));
   view_ = new CTruck3dPage(context_);
   AddPage(view_, tr("3D"));
+  document_.SetPictureMaker([this] { return view_->View().SmallPicture(); });
   // The light that is worked on is the same on both pages.
   connect(&view_->View(), &CTruckView::SelectedChanged, this, [this] {
     const auto& selected = view_->View().Selected();
@@ -159,22 +169,19 @@ void CTruckEditorDlg::RefreshFiles() {
   emit document_.Changed();
 }
 
-std::string CTruckEditorDlg::Title() const {
-  return document_.Path().empty() ? kUntitled : FileNamePart(document_.Path());
-}
-
 void CTruckEditorDlg::OnChanged() {
-  setWindowTitle(tr("%1[*] - Truck Editor").arg(NameToQString(Title())));
+  setWindowTitle(tr("%1[*] - Truck Editor").arg(NameToQString(document_.Title())));
   setWindowModified(document_.IsModified());
   statusBar()->showMessage(NameToQString(document_.Path()));
   if (undo_ == nullptr) return;
   undo_->setEnabled(document_.CanUndo());
   redo_->setEnabled(document_.CanRedo());
+  reload_->setEnabled(!document_.Path().empty());
 }
 
 bool CTruckEditorDlg::MayLeave() {
   if (!document_.IsModified()) return true;
-  const SMessage question = {.text = Format("Save changes to %s?", Title().c_str()),
+  const SMessage question = {.text = Format("Save changes to %s?", document_.Title().c_str()),
                              .icon = EIcon::kQuestion,
                              .yes = "&Save",
                              .no = "Do&n't Save"};
@@ -193,22 +200,11 @@ void CTruckEditorDlg::Open() {
 }
 
 bool CTruckEditorDlg::OpenFile(const std::string& path) {
-  if (!MayLeave()) return false;
-  SError error;
-  if (document_.Load(path, &error)) {
-    if (document_.IsOfUnknownFile())
-      services_.questions.Message({.text = Format(kNothingKnownText, path.c_str()), .icon = EIcon::kWarning});
-    return true;
-  }
-  services_.questions.Message({.text = kFailedToLoadTruck,
-                               .caption = kErrorCaption,
-                               .icon = EIcon::kError,
-                               .details = path + ": " + error.what});
-  return false;
+  return MayLeave() && document_.Load(path);
 }
 
 bool CTruckEditorDlg::Save() {
-  return document_.Path().empty() ? SaveAs() : SaveTo(document_.Path());
+  return document_.Path().empty() ? SaveAs() : document_.Save(document_.Path());
 }
 
 bool CTruckEditorDlg::SaveAs() {
@@ -218,26 +214,18 @@ bool CTruckEditorDlg::SaveAs() {
   if (!chosen) return false;
   // Under another extension it could not be opened again.
   const bool has_extension = EqualNoCase(ExtensionPart(chosen->path), "TRK");
-  return SaveTo(has_extension ? chosen->path : chosen->path + ".trk");
+  return document_.Save(has_extension ? chosen->path : chosen->path + ".trk");
 }
 
-bool CTruckEditorDlg::MayUseUnknownFile() {
-  if (!document_.IsOfUnknownFile()) return true;
-  const SMessage question = {.text = Format(kNothingKnownText, document_.Path().c_str()) + "\nGo on all the same?",
-                             .icon = EIcon::kWarning,
-                             .usual = EAnswer::kNo};
-  return services_.questions.AskYesNo(question) == EAnswer::kYes;
+void CTruckEditorDlg::Reload() {
+  if (AskAndReload(document_)) statusBar()->showMessage(tr("Reloaded %1").arg(NameToQString(document_.Title())));
 }
 
-bool CTruckEditorDlg::SaveTo(const std::string& path) {
-  if (IsSameFile(path, document_.Path()) && !MayUseUnknownFile()) return false;
-  SError error;
-  if (document_.Save(path, &error)) return true;
-  services_.questions.Message({.text = kFailedToOpenDestination,
-                               .caption = kErrorCaption,
-                               .icon = EIcon::kError,
-                               .details = path + ": " + error.what});
-  return false;
+void CTruckEditorDlg::EarlierStates() {
+  const std::string key = document_.StatesKey();
+  CEarlierStatesDialog dialog(NameToQString(document_.Title()), states_->List(key), ECopyKind::kTruck, this);
+  dialog.exec();
+  if (const auto chosen = dialog.Chosen()) document_.GoBackTo(states_->Read(key, *chosen));
 }
 
 void CTruckEditorDlg::PackTruck() {
@@ -246,7 +234,7 @@ void CTruckEditorDlg::PackTruck() {
                                .icon = EIcon::kQuestion};
     if (services_.questions.AskYesNo(question) != EAnswer::kYes || !Save()) return;
   }
-  if (!MayUseUnknownFile()) return;
+  if (!document_.MayUseUnknownFile()) return;
   const SSearchPlaces places = PlacesForTruck(document_.Path(), services_.settings, services_.game_folder);
   const STruckPackPlan plan = PlanTruckPack(document_.Path(), places, services_.stock);
   CTruckPackDialog dialog(plan, services_.settings.creator_pod_zip != 0, this);
@@ -259,7 +247,7 @@ bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock)
   const SFilePrompt prompt = {.title = tr("Write Archive").toStdString(),
                               .filters = {{"POD files *.pod", "*.pod"}},
                               .directory = FindAnyCase(services_.settings.pod_dir),
-                              .name = ChangeExtension(Title(), "pod"),
+                              .name = ChangeExtension(document_.Title(), "pod"),
                               .default_extension = "pod"};
   const auto pod = services_.questions.AskSaveFile(prompt);
   const std::vector<SPodSource> sources = plan.Sources(leave_out_stock);
@@ -274,6 +262,7 @@ bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock)
 
 void CTruckEditorDlg::closeEvent(QCloseEvent* event) {
   if (MayLeave()) {
+    document_.LetGo();
     event->accept();
   } else {
     event->ignore();

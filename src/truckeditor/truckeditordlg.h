@@ -24,7 +24,8 @@ class CTruckEditorDlg : public QMainWindow {
   Q_OBJECT
 
  public:
-  explicit CTruckEditorDlg(const SToolServices& services, QWidget* parent = nullptr);
+  /// STATES (may be null) is where earlier states of trucks are kept.
+  explicit CTruckEditorDlg(const SToolServices& services, CEarlierStates* states = nullptr, QWidget* parent = nullptr);
   ~CTruckEditorDlg() override;
 
   /// Opens PATH after asking about unsaved changes. False when the user kept the old truck, or after "Failed to load
@@ -34,7 +35,11 @@ class CTruckEditorDlg : public QMainWindow {
   void Open();
   bool Save();
   bool SaveAs();
+  void Reload();
+  void EarlierStates();
   void PackTruck();
+  /// Asks about unsaved changes. True when the truck may go: it is saved, or the user does not want it to be.
+  bool MayLeave();
   /// Looks for models, textures and sounds again.
   void RefreshFiles();
 
@@ -53,17 +58,12 @@ class CTruckEditorDlg : public QMainWindow {
   void MakeToolBar(const QList<QList<QAction*>>& groups);
   void AddPage(QWidget* page, const QString& title);
   void MakePages();
-  /// True when the truck may go: it is saved, or the user does not want it to be.
-  bool MayLeave();
-  /// A yes is needed to write over, or to pack, a file in which nothing is known.
-  bool MayUseUnknownFile();
-  bool SaveTo(const std::string& path);
   bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
   void OnFileChanged();
   void OnChanged();
-  std::string Title() const;
 
   SToolServices services_;
+  CEarlierStates* states_;
   CTruckDocument document_;
   std::unique_ptr<CTruckFiles> files_;
   std::unique_ptr<CTruckTextures> textures_;
@@ -74,6 +74,7 @@ class CTruckEditorDlg : public QMainWindow {
   CTruck3dPage* view_ = nullptr;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
+  QAction* reload_ = nullptr;
 };
 
 }  // namespace veldra

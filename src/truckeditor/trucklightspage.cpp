@@ -223,7 +223,7 @@ void CTruckLightsPage::Add() {
 
 void CTruckLightsPage::Delete() {
   const int selected = Selected();
-  document_.Change("", [&](CTruck& truck) { truck.DeleteLight(selected); });
+  document_.ChangeMuch("Delete light", [&](CTruck& truck) { truck.DeleteLight(selected); });
 }
 
 void CTruckLightsPage::MoveUp() {

@@ -7,6 +7,7 @@
 
 #include "platform/text.h"
 #include "ui/faultlabel.h"
+#include "ui/notelabel.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
@@ -48,7 +49,7 @@ CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_st
   layout->addWidget(missing_);
   layout->addWidget(list_, 1);
   layout->addWidget(leave_out_);
-  if (!plan.stock_note.empty()) layout->addWidget(new QLabel(ToQString(plan.stock_note)));
+  if (!plan.stock_note.empty()) layout->addWidget(new CNoteLabel(ToQString(plan.stock_note), *leave_out_));
   layout->addWidget(total_);
   layout->addWidget(buttons);
   constexpr QSize kUsualSize(760, 460);

@@ -79,7 +79,7 @@ CTruckPositionsPage::CTruckPositionsPage(const STruckPageContext& context, QWidg
 }
 
 void CTruckPositionsPage::MirrorTires(ETire from_front, ETire from_rear) {
-  document_.Change("", [=](CTruck& truck) {
+  document_.ChangeMuch("Mirror tires", [=](CTruck& truck) {
     for (const ETire from : {from_front, from_rear}) {
       // Right and left tires alternate.
       TruckPoint& to = truck.tires[static_cast<size_t>(from ^ 1)];

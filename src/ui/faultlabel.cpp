@@ -1,5 +1,6 @@
 #include "ui/faultlabel.h"
 
+#include <QApplication>
 #include <QEvent>
 
 namespace veldra {
@@ -8,6 +9,19 @@ QColor FaultColor(const QPalette& palette) {
   constexpr int kMiddle = 128;
   const bool is_dark = palette.color(QPalette::Window).lightness() < kMiddle;
   return is_dark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x1E, 0x1E);
+}
+
+void MakePlaceholdersReadable() {
+  const QPalette palette = QApplication::palette();
+  QColor color = palette.color(QPalette::Text);
+  const int base = palette.color(QPalette::Base).lightness();
+  const bool is_dark = base < color.lightness();
+  if (is_dark == (base < palette.color(QPalette::PlaceholderText).lightness())) return;
+  constexpr int kFaint = 128;
+  color.setAlpha(kFaint);
+  QPalette changed;
+  changed.setColor(QPalette::PlaceholderText, color);
+  QApplication::setPalette(changed);
 }
 
 CFaultLabel::CFaultLabel(QWidget* parent) : QLabel(parent) {

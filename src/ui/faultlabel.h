@@ -21,4 +21,8 @@ class CFaultLabel : public QLabel {
 /// COLOR for text that warns on a window of PALETTE.
 QColor FaultColor(const QPalette& palette);
 
+/// Gives the hints in empty fields the colour of their texts, fainter, where the desktop has left them as they are on a
+/// light window.
+void MakePlaceholdersReadable();
+
 }  // namespace veldra

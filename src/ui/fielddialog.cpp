@@ -3,11 +3,18 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "ui/scrolled.h"
+
 namespace veldra {
+
+namespace {
+
+constexpr QSize kAroundFields(24, 104);  ///< margins, the fault, the buttons
+
+}  // namespace
 
 CFieldDialog::CFieldDialog(const char* name, const QString& title, QWidget* parent)
     : QDialog(parent),
-      content_(new QVBoxLayout),
       fault_(new CFaultLabel),
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)) {
   setObjectName(name);
@@ -16,8 +23,11 @@ CFieldDialog::CFieldDialog(const char* name, const QString& title, QWidget* pare
   fault_->setMinimumHeight(fault_->fontMetrics().height());
   connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* content = new QWidget;
+  content_ = new QVBoxLayout(content);
+  content_->setContentsMargins(0, 0, 0, 0);
   auto* layout = new QVBoxLayout(this);
-  layout->addLayout(content_, 1);
+  layout->addWidget(new CScrolled(content, kAroundFields), 1);
   layout->addWidget(fault_);
   layout->addWidget(buttons_);
 }

@@ -24,7 +24,7 @@ class CFieldDialog : public QDialog {
   void Refresh();
 
  protected:
-  /// Above the buttons.
+  /// Above the buttons; scrolls where the screen is too small for it.
   QVBoxLayout* Content() const { return content_; }
   QDialogButtonBox* Buttons() const { return buttons_; }
 
@@ -43,7 +43,7 @@ class CFieldDialog : public QDialog {
   void showEvent(QShowEvent* event) override;
 
  private:
-  QVBoxLayout* content_;
+  QVBoxLayout* content_ = nullptr;
   CFaultLabel* fault_;
   QDialogButtonBox* buttons_;
   std::vector<CNumberField*> fields_;

@@ -1,6 +1,6 @@
 #include "ui/screenplace.h"
 
-#include <QApplication>
+#include <QEvent>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -62,6 +62,19 @@ void PutAt(QWidget& window, const QRect& place) {
 
 QRect RoomFor(const QWidget& window) {
   return window.screen()->availableGeometry().marginsRemoved(FrameOf(window));
+}
+
+CScreenFit::CScreenFit(QApplication& application) : QObject(&application) {
+  application.installEventFilter(this);
+}
+
+bool CScreenFit::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Show || event->spontaneous() || !watched->isWidgetType()) return false;
+  auto& window = *static_cast<QWidget*>(watched);
+  const Qt::WindowType type = window.windowType();
+  const bool is_framed = window.isWindow() && (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool);
+  if (is_framed && !window.isMaximized() && !window.isFullScreen()) ResizeToFit(window, window.size());
+  return false;
 }
 
 void ResizeToFit(QWidget& window, const QSize& size) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QRect>
 #include <QWidget>
 
@@ -22,5 +23,17 @@ void ResizeToFit(QWidget& window, const QSize& size);
 
 /// Room for WINDOW with its frame on the screen that it will come up on.
 QRect RoomFor(const QWidget& window);
+
+/// Makes every window of APPLICATION that comes up larger than its screen as small as the screen, as far as what is in
+/// it lets it.
+class CScreenFit : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit CScreenFit(QApplication& application);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+};
 
 }  // namespace veldra

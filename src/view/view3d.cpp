@@ -189,6 +189,18 @@ void C3DView::paintGL() {
   emit FirstFrameDrawn();
 }
 
+SImage C3DView::SmallPicture() {
+  if (!has_drawn_) return {};
+  constexpr QSize kSize(160, 120);
+  const QImage small = grabFramebuffer()
+                           .scaled(kSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                           .convertToFormat(QImage::Format_RGBA8888);
+  SImage picture = {.width = small.width(), .height = small.height(), .rgba = {}};
+  for (int y = 0; y < small.height(); ++y)
+    picture.rgba.insert(picture.rgba.end(), small.constScanLine(y), small.constScanLine(y) + 4 * small.width());
+  return picture;
+}
+
 /// The grid's scale, in the lower left corner.
 void C3DView::ShowGridSpacing() {
   const bool is_shown = state_.grid && !state_.only_3d;

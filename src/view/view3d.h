@@ -7,6 +7,7 @@
 #include <QPointF>
 #include <memory>
 
+#include "platform/png.h"
 #include "render/modelrenderer.h"
 #include "render/viewaim.h"
 #include "view/orbit.h"
@@ -40,6 +41,8 @@ class C3DView : public QOpenGLWidget {
   const SViewState& State() const { return state_; }
   bool IsPlaying() const { return play_timer_.isActive(); }
   bool HasDrawn() const { return has_drawn_; }
+  /// What it shows, small; without pixels before anything is drawn.
+  SImage SmallPicture();
   /// Why nothing can be drawn; empty while all is well.
   const QString& Fault() const { return fault_; }
   const CModelRenderer& Renderer() const { return *renderer_; }

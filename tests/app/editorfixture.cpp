@@ -76,7 +76,7 @@ void CEditorTest::Start(CQuestions* asking) {
   startup.default_colors = ReadColorTable(settings.defpal).value_or(GreyRamp());
   startup.installation_directory = ".";
   frame.reset();
-  app = std::make_unique<CTarn2App>(startup, used);
+  app = std::make_unique<CTarn2App>(startup, used, clock);
   frame = std::make_unique<CMainFrame>(*app);
   frame->show();
   frame->activateWindow();

@@ -48,6 +48,8 @@ class CEditorTest : public ::testing::Test {
   CTempFolder folder;
   CScriptedQuestions questions;
   CSettings settings;  ///< of the next Start
+  /// Likewise, of the recovery copies.
+  CRecoveryKeeper::ClockReader clock = CRecoverySchedule::Clock::now;
   std::unique_ptr<CTarn2App> app;
   std::unique_ptr<CMainFrame> frame;
 };

@@ -13,6 +13,7 @@
 #include "app/qtquestions.h"
 #include "support/dialogdriver.h"
 #include "support/testfiles.h"
+#include "textures/texturestore.h"
 
 namespace veldra::testing {
 
@@ -148,6 +149,35 @@ TEST(QtQuestions, TextureQuestionIsAMessageAndThenAFileDialog) {
   EXPECT_EQ(picked.path, folder.File("other.raw"));
   driver.Click("messageBox", "OK").On("openFile", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
   EXPECT_EQ(questions.AskTexture({.text = "Texture not found."}, prompt).choice, STextureAnswer::EChoice::kGiveUp);
+}
+
+TEST(QtQuestions, TheFileThatIsPointedAtIsShownWithWhatItIsFor) {
+  const CTempFolder folder;
+  folder.Write("good.raw", std::string(64 * 64, 'x'));
+  folder.Write("bad.raw", "x");
+  CQtQuestions questions;
+  const CTextureStore textures(questions, GreyRamp());
+  CDialogDriver driver;
+  driver.On("openFile", [](QWidget& dialog) {
+    EXPECT_EQ(Child<QLabel>(dialog, "note")->text(), "For barn.obj");
+    auto* picture = Child<QLabel>(dialog, "picture");
+    auto* name = Child<QLineEdit>(dialog, "fileNameEdit");
+    name->setText("good.raw");
+    EXPECT_FALSE(picture->pixmap().isNull());
+    name->setText("bad.raw");
+    EXPECT_TRUE(picture->pixmap().isNull());
+    EXPECT_FALSE(picture->text().isEmpty());
+    name->setText("good.raw");
+    QTest::keyClick(name, Qt::Key_Return);
+  });
+  const SFilePrompt prompt{.title = "Texture",
+                           .filters = {{"MTM Texture *.raw", "*.raw"}},
+                           .directory = folder.Path(),
+                           .name = {},
+                           .default_extension = "raw",
+                           .note = "For barn.obj",
+                           .make_picture = [&](const std::string& path) { return textures.Picture(path); }};
+  EXPECT_EQ(questions.AskOpenFile(prompt), folder.File("good.raw"));
 }
 
 TEST(QtQuestions, LongWorkShowsItsProgressAndCanBeCancelled) {

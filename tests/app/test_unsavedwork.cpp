@@ -12,9 +12,11 @@
 #include "app/recoverydlg.h"
 #include "app/recoveryoffer.h"
 #include "app/unsavedwork.h"
+#include "document/modelcopy.h"
 #include "platform/files.h"
 #include "platform/userfolders.h"
 #include "support/dialogdriver.h"
+#include "truckeditor/truckdocument.h"
 
 namespace veldra::testing {
 
@@ -38,8 +40,24 @@ void LeaveCopy(const std::string& title, int32_t vertices, const std::string& pa
   CBinModel model;
   for (int32_t i = 0; i < vertices; ++i)
     model.AddVertex({i, 0, 0});
-  EXPECT_TRUE(dead.Save({.id = 1, .title = title, .path = path}, model));
+  EXPECT_TRUE(dead.Save(1, WriteModelCopy({.title = title, .path = path, .time = PresentTime()}, model)));
 }
+
+/// With a truck too.
+class CUnsavedWorkTest : public CEditorTest {
+ protected:
+  CTruckDocument& Truck() { return dynamic_cast<CTruckDocument&>(*frame->Tools().Trucks().at(0)); }
+  void ChangeTruck(const std::string& name) {
+    if (frame->Tools().Trucks().isEmpty()) frame->Tools().ShowTruckEditor();
+    Truck().Change("", [&](CTruck& truck) { truck.name = name; });
+  }
+  std::string WriteTruck(const std::string& name) const {
+    CTruck truck;
+    truck.name = name;
+    EXPECT_TRUE(truck.Save(folder.File("t.trk")));
+    return folder.File("t.trk");
+  }
+};
 
 }  // namespace
 
@@ -79,7 +97,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
     row_of(*list, "Damaged copy")->setCheckState(0, Qt::Checked);
     ClickButton(dialog, "Recover");
   });
-  EXPECT_TRUE(OfferLeftovers(*app, frame->Windows(), frame.get()));
+  EXPECT_TRUE(OfferLeftovers(*app, frame->Windows(), frame->Tools(), frame.get()));
   Settle();
   ASSERT_EQ(frame->Children().size(), 2);
   const auto recovered = app->FindDocument(path);
@@ -91,7 +109,7 @@ TEST_F(CEditorTest, WhatWasLeftUnsavedIsOffered) {
 
 // --- At the end ------------------------------------------------------------------------------------------------------
 
-TEST_F(CEditorTest, TheEndOfTheSessionAsksOrKeepsCopies) {
+TEST_F(CUnsavedWorkTest, TheEndOfTheSessionAsksOrKeepsCopies) {
   const std::string path = WriteModel("m.bin");
   Start();
   CUnsavedWork unsaved(*frame);
@@ -103,12 +121,26 @@ TEST_F(CEditorTest, TheEndOfTheSessionAsksOrKeepsCopies) {
   EXPECT_TRUE(unsaved.PrepareForSessionEnd(true));
   EXPECT_EQ(Copies(folder).size(), 0u);
   frame->ActiveDocument()->Model().AddVertex({4, 5, 6});
+  ChangeTruck("One");
   EXPECT_TRUE(unsaved.PrepareForSessionEnd(false));
-  EXPECT_EQ(Copies(folder).size(), 1u);
+  EXPECT_EQ(Copies(folder).size(), 2u);
   questions.OnYesNoCancel("Save changes to m.bin?", EAnswer::kNo);
+  questions.OnYesNoCancel("Save changes to Untitled?", EAnswer::kCancel);
+  EXPECT_FALSE(unsaved.PrepareForSessionEnd(true));
+  questions.OnYesNoCancel("Save changes to m.bin?", EAnswer::kNo);
+  questions.OnYesNoCancel("Save changes to Untitled?", EAnswer::kNo);
   EXPECT_TRUE(frame->close());
   frame.reset();
   EXPECT_EQ(Copies(folder).size(), 0u);
+}
+
+TEST_F(CUnsavedWorkTest, CopiesAreWrittenWhileOneWorks) {
+  Start();
+  const CUnsavedWork unsaved(*frame);
+  ChangeTruck("One");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(folder).size() == 1; }, 6 * kLookMs));
+  Truck().Undo();
+  EXPECT_EQ(Copies(folder).size(), 0u) << "nothing is unsaved";
 }
 
 // --- Files that others change ----------------------------------------------------------------------------------------
@@ -135,23 +167,41 @@ TEST_F(CEditorTest, AFileChangedByAnotherProgramIsOfferedOnceForEachChange) {
   EXPECT_FALSE(frame->ActiveDocument()->IsModified());
 }
 
+TEST_F(CUnsavedWorkTest, ATruckFileChangedByAnotherProgramIsOfferedAgain) {
+  const std::string path = WriteTruck("One");
+  Start();
+  ASSERT_TRUE(frame->OpenFile(path));
+  const auto wait_for = [&](const std::string& name) {
+    return QTest::qWaitFor([&] { return Truck().Truck().name == name; }, kLookMs);
+  };
+  questions.OnYesNo("has been changed on the disk.\nLoad it again?", EAnswer::kYes);
+  WriteTruck("Longer");
+  EXPECT_TRUE(wait_for("Longer"));
+  app->Settings().reload_unmodified = 1;
+  WriteTruck("Even longer");
+  EXPECT_TRUE(wait_for("Even longer"));
+  ASSERT_TRUE(RemoveFile(path));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Truck().IsModified(); }, kLookMs));
+  EXPECT_EQ(questions.TakeMessageTexts().size(), 1u) << "it is gone";
+  EXPECT_TRUE(Truck().Save(path));
+  EXPECT_FALSE(Truck().IsModified());
+}
+
 // --- Programs that die -----------------------------------------------------------------------------------------------
 
 namespace {
 
 constexpr const char* kVictimFolder = "VELDRA_TEST_VICTIM_FOLDER";
 constexpr const char* kVictimNumber = "VELDRA_TEST_VICTIM_NUMBER";
-constexpr int kSpeed = 50;
-constexpr int kIntervalMs = 10000 / kSpeed;
-constexpr int kSlackMs = 1500;  ///< a machine that is busy, where each copy takes long and makes the next one wait
-constexpr int kEditEveryMs = 15;
+/// An editor's clock goes on by a second with each edit, however long that takes.
+constexpr int kEditsAnInterval = 10;
+constexpr int kEditEveryMs = 5;
 
 /// Starts this test program again as one of the editors that are to die.
 class CVictim {
  public:
   CVictim(const CTempFolder& folder, int number) {
     auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("VELDRA_RECOVERY_SPEED", QString::number(kSpeed));
     environment.insert(kVictimFolder, QString::fromStdString(folder.Path()));
     environment.insert(kVictimNumber, QString::number(number));
     process_.setProcessEnvironment(environment);
@@ -175,67 +225,79 @@ std::string LogName(int victim) {
   return "log" + std::to_string(victim) + ".txt";
 }
 
-int64_t NowMs() {
-  return QDateTime::currentMSecsSinceEpoch();
-}
-
 }  // namespace
 
-/// The editor that is to die: it works on a document of a file and on one without, and writes down when it did what.
-class CVictimTest : public CEditorTest {
+/// The editor that is to die: it works on a model of a file, on one without and on a truck, and writes down each edit
+/// that the recovery copies had the time for.
+class CVictimTest : public CUnsavedWorkTest {
  protected:
-  void Work(const std::string& directory, int32_t number) {
+  void Edit() {
+    ++edits_;
+    for (CTarnDoc* document : frame->Windows().Documents())
+      document->Model().AddVertex({edits_, number_, 0});
+    ChangeTruck(std::to_string(edits_) + " " + std::to_string(number_));
+  }
+  void Work(const std::string& directory) {
     qputenv("VELDRA_DATA", QByteArray::fromStdString(directory + "/data"));
+    clock = [this] { return CRecoveryKeeper::Time(std::chrono::seconds(edits_)); };
     Start();
-    CUnsavedWork unsaved(*frame);
+    const CUnsavedWork unsaved(*frame);
     EXPECT_TRUE(frame->OpenFile(directory + "/m.bin"));
     frame->Files().New();
-    std::ofstream log(directory + "/" + LogName(number));
-    int32_t edits = 0;
+    EXPECT_TRUE(frame->OpenFile(directory + "/t.trk"));
+    std::ofstream log(directory + "/" + LogName(number_));
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {
-      ++edits;
-      for (CTarnDoc* document : frame->Windows().Documents())
-        document->Model().AddVertex({edits, number, 0});
-      log << edits << ' ' << NowMs() << std::endl;
-      if (edits == 1) std::puts("editing"), std::fflush(stdout);
+      Edit();
+      app->Recovery().Tick();
+      log << edits_ << std::endl;
+      if (edits_ == kEditsAnInterval + 1) std::puts("editing"), std::fflush(stdout);
     });
     timer.start(kEditEveryMs);
     QApplication::exec();
     frame.reset();  // as the program does after a signal
     std::_Exit(0);
   }
+
+  const int32_t number_ = qEnvironmentVariableIntValue(kVictimNumber);
+  int32_t edits_ = 0;
 };
 
 TEST_F(CVictimTest, DISABLED_WorksUntilItIsKilled) {
-  Work(qEnvironmentVariable(kVictimFolder).toStdString(), qEnvironmentVariableIntValue(kVictimNumber));
+  Work(qEnvironmentVariable(kVictimFolder).toStdString());
 }
 
-class CKilledEditorTest : public CEditorTest {
+class CKilledEditorTest : public CUnsavedWorkTest {
  protected:
-  /// How many edits were done at TIME.
-  int32_t EditsAt(int victim, int64_t time) const {
+  /// How many edits it is known to have done.
+  int32_t EditsOf(int victim) const {
     std::ifstream log(folder.File(LogName(victim)));
     int32_t edits = 0;
-    int32_t edit = 0;
-    for (int64_t at = 0; log >> edit >> at && at <= time;)
+    for (int32_t edit = 0; log >> edit;)
       edits = edit;
     return edits;
   }
   /// What the next start finds: the victim and the last edit of each document, taken over and let go.
   std::vector<std::pair<int, int32_t>> RecoveredEdits() {
-    std::vector<std::pair<int, int32_t>> edits;
     Start();
-    for (const SLeftover& leftover : app->Recovery().Leftovers()) {
-      EXPECT_EQ(leftover.fault, "");
-      const auto document = app->OpenLeftover(leftover);
-      if (document == nullptr) continue;
-      const CBinModel& model = document->Model();
-      const SPoint last = model.Vertex(model.VertexCount() - 1).Position();
+    CDialogDriver driver;
+    driver.On("recovery", [](QWidget& dialog) { ClickButton(dialog, "Recover"); });
+    EXPECT_TRUE(OfferLeftovers(*app, frame->Windows(), frame->Tools(), frame.get()));
+    EXPECT_TRUE(app->Recovery().Leftovers().empty());
+    std::vector<std::pair<int, int32_t>> edits;
+    for (const CTarnDoc* document : frame->Windows().Documents()) {
+      const SPoint last = document->Model().Vertex(document->Model().VertexCount() - 1).Position();
       edits.emplace_back(last.y, last.x);
+    }
+    for (CFileDocument* document : frame->Tools().Trucks()) {
+      const std::string name = dynamic_cast<CTruckDocument&>(*document).Truck().name;
+      edits.emplace_back(std::stoi(name.substr(name.find(' '))), std::stoi(name));
+      EXPECT_EQ(document->Title(), "t.trk");
+    }
+    for (CFileDocument* document : frame->Documents()) {
+      EXPECT_TRUE(document->IsModified());
       app->LetGo(*document);
     }
-    EXPECT_EQ(app->Recovery().Leftovers().size(), 0u);
     return edits;
   }
 };
@@ -243,36 +305,35 @@ class CKilledEditorTest : public CEditorTest {
 /// Several at a time, which share all that the program keeps for its user.
 TEST_F(CKilledEditorTest, LosesAtMostOneInterval) {
   WriteModel("m.bin");
+  WriteTruck("One");
   std::mt19937 random(static_cast<unsigned>(::testing::UnitTest::GetInstance()->random_seed()));
   for (int round = 0; round < 3; ++round) {
     SCOPED_TRACE(round);
     CVictim victims[] = {{folder, 0}, {folder, 1}, {folder, 2}, {folder, 3}};
-    int64_t killed[4] = {};
     for (CVictim& victim : victims)
       ASSERT_TRUE(victim.WaitUntilItWorks());
-    QTest::qWait(kIntervalMs + kSlackMs);
-    for (int i = 0; i < 4; ++i) {
+    for (CVictim& victim : victims) {
       QTest::qWait(static_cast<int>(random() % 300));
-      victims[i].End(SIGKILL);
-      killed[i] = NowMs();
+      victim.End(SIGKILL);
     }
     const auto found = RecoveredEdits();
-    ASSERT_EQ(found.size(), 8u);
+    ASSERT_EQ(found.size(), 12u);
     for (const auto& [victim, edits] : found)
-      EXPECT_GE(edits, EditsAt(victim, killed[victim] - kIntervalMs - kSlackMs));
+      EXPECT_GE(edits, EditsOf(victim) - kEditsAnInterval);
   }
 }
 
 TEST_F(CKilledEditorTest, LosesNothingWhenToldToQuit) {
   WriteModel("m.bin");
+  WriteTruck("One");
   for (const int signal : {SIGTERM, SIGHUP}) {
     CVictim victim(folder, 1);
     ASSERT_TRUE(victim.WaitUntilItWorks());
     victim.End(signal);
     const auto found = RecoveredEdits();
-    ASSERT_EQ(found.size(), 2u);
+    ASSERT_EQ(found.size(), 3u);
     for (const auto& [number, edits] : found)
-      EXPECT_EQ(edits, EditsAt(number, NowMs()));
+      EXPECT_EQ(edits, EditsOf(number));
   }
 }
 

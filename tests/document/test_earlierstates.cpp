@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "document/earlierstates.h"
-#include "document/modelcopy.h"
+#include "document/modelcopies.h"
 #include "platform/paths.h"
 #include "support/richmodel.h"
 
@@ -24,7 +23,7 @@ class EarlierStatesTest : public ::testing::Test {
       CBinModel model;
       model.AddVertex({number, 0, 0});
       SError error;
-      ASSERT_TRUE(states.Keep(key, std::to_string(number), model, nullptr, &error)) << error.what;
+      ASSERT_TRUE(KeepModel(states, key, std::to_string(number), model, &error)) << error.what;
     }
   }
   /// The commands, the oldest first.
@@ -48,8 +47,8 @@ TEST_F(EarlierStatesTest, BringsBackAStateExactlyInALaterSession) {
   picture.rgba[5] = 1;
   {
     CEarlierStates states = Make();
-    ASSERT_TRUE(states.Keep("key", "Centre", one, &picture));
-    ASSERT_TRUE(states.Keep("key", "Merge \xC3\xA4", two));
+    ASSERT_TRUE(KeepModel(states, "key", "Centre", one, nullptr, picture));
+    ASSERT_TRUE(KeepModel(states, "key", "Merge \xC3\xA4", two));
   }
   const CEarlierStates states = Make();
   const auto list = states.List("key");
@@ -59,11 +58,10 @@ TEST_F(EarlierStatesTest, BringsBackAStateExactlyInALaterSession) {
   EXPECT_EQ(list[1].vertices, 30);
   EXPECT_NEAR(static_cast<double>(list[1].time), static_cast<double>(PresentTime()), 3600);
   CBinModel model;
-  ASSERT_TRUE(states.Open("key", list[1].id, model, textures_.Finder()));
-  ExpectEqualModels(one, model);
   SDiagnosis diagnosis;
-  EXPECT_FALSE(states.Open("key", 12345, model, textures_.Finder(), &diagnosis));
-  EXPECT_NE(diagnosis.what, "");
+  ASSERT_TRUE(LoadModel(states.Read("key", list[1].id), model, textures_.Finder(), &diagnosis));
+  ExpectEqualModels(one, model);
+  EXPECT_NE(states.Read("key", 12345).fault, "");
 }
 
 TEST_F(EarlierStatesTest, AStateThatIsTheNewestAlreadyIsNotKeptTwice) {
@@ -138,13 +136,11 @@ TEST_F(EarlierStatesTest, AFailureLeavesWhatIsThere) {
   for (const std::string failing : {"open", "write", "sync", "close", "rename"}) {
     SetFileFault([&](std::string_view operation, std::string_view) { return operation == failing ? ENOSPC : 0; });
     SError error;
-    EXPECT_FALSE(states.Keep("key", "31", model, nullptr, &error)) << failing;
+    EXPECT_FALSE(KeepModel(states, "key", "31", model, &error)) << failing;
     EXPECT_NE(error.what, "");
     SetFileFault(nullptr);
     EXPECT_EQ(ListDirectory(JoinPath(Directory(), "key")), before) << failing;
   }
-  const CBinModel::CBusy busy(model);
-  EXPECT_FALSE(states.Keep("key", "31", model));
 }
 
 TEST_F(EarlierStatesTest, WaitsForAnotherProgramButNotForever) {
@@ -154,7 +150,7 @@ TEST_F(EarlierStatesTest, WaitsForAnotherProgramButNotForever) {
   ASSERT_EQ(other.TryLock(JoinPath(Directory(), "key/lock")), ELockResult::kTaken);
   CBinModel model;
   SError error;
-  EXPECT_FALSE(states.Keep("key", "2", model, nullptr, &error));
+  EXPECT_FALSE(KeepModel(states, "key", "2", model, &error));
   EXPECT_NE(error.what, "");
   EXPECT_FALSE(states.Move("key", "other"));
   EXPECT_EQ(Commands(states, "key"), "1 ") << "looking needs no lock";

@@ -12,7 +12,7 @@ namespace {
 constexpr int kCommandColumn = 1;
 
 std::optional<uint64_t> Answer(const std::vector<SEarlierState>& states, const std::function<void(QWidget&)>& action) {
-  CEarlierStatesDialog dialog("TRUCK.BIN", states, nullptr);
+  CEarlierStatesDialog dialog("TRUCK.BIN", states, ECopyKind::kModel, nullptr);
   CDialogDriver driver;
   driver.On("earlierStates", action);
   dialog.exec();

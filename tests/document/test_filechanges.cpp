@@ -210,9 +210,7 @@ TEST_F(CFileChangesTest, FirstSaveKeepsTheFileAsItWasOpened) {
   const auto states = states_.List(document.StatesKey());
   ASSERT_EQ(states.size(), 3U);
   EXPECT_EQ(states[1].command, "File before saving");
-  ASSERT_TRUE(old.OpenCopy({.title = "old"}, [&](CBinModel& model, CTextureFinder& finder, SDiagnosis& diagnosis) {
-    return states_.Open(document.StatesKey(), states[1].id, model, finder, &diagnosis);
-  }));
+  ASSERT_TRUE(old.OpenCopy({.title = "old"}, states_.Read(document.StatesKey(), states[1].id)));
   EXPECT_EQ(old.Model().Vertex(3).Position(), SPoint{});
 }
 

@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "document/modelcopy.h"
-#include "document/recovery.h"
+#include "document/modelcopies.h"
 #include "platform/paths.h"
 #include "platform/userfolders.h"
 #include "support/richmodel.h"
@@ -26,16 +25,21 @@ class RecoveryTest : public ::testing::Test {
   }
 
   std::string Directory() const { return folder_.File("recovery"); }
+  struct SDead {
+    uint32_t id;
+    SCopyLabel label;
+    const CBinModel* model;
+  };
   /// Copies whose program is no longer there: it ended without removing them.
-  void LeaveBehind(const std::vector<std::pair<SCopiedDocument, const CBinModel*>>& copies) {
+  void LeaveBehind(const std::vector<SDead>& copies) {
     CRecoveryFolder dead(Directory());
-    for (const auto& [document, model] : copies)
-      ASSERT_TRUE(dead.Save(document, *model));
+    for (const auto& [id, label, model] : copies)
+      ASSERT_TRUE(dead.Save(id, WriteModelCopy(label, *model)));
   }
   void ExpectLoads(CRecoveryFolder& folder, const SLeftover& leftover, const CBinModel& expected) {
     CBinModel model;
     SDiagnosis diagnosis;
-    ASSERT_TRUE(folder.Load(leftover, model, textures_.Finder(), &diagnosis)) << diagnosis.Text();
+    ASSERT_TRUE(LoadModel(folder.Read(leftover), model, textures_.Finder(), &diagnosis)) << diagnosis.Text();
     ExpectEqualModels(expected, model);
   }
   CTempFolder folder_;
@@ -45,16 +49,17 @@ class RecoveryTest : public ::testing::Test {
 };
 
 TEST_F(RecoveryTest, CopiesOfADeadProgramAreFoundLoadedAndDiscarded) {
-  LeaveBehind({{{7, "truck.bin", "C:\\models\\truck.bin", "key"}, &two_}, {{8, "Untitled1"}, &one_}});
+  LeaveBehind({{7, {"truck.bin", "C:\\models\\truck.bin", "key", PresentTime()}, &two_},
+               {8, {"Untitled1", "", "", PresentTime()}, &one_}});
   CRecoveryFolder folder(Directory());
   auto leftovers = folder.Leftovers();
   ASSERT_EQ(leftovers.size(), 2u);
-  if (leftovers[0].document.title == "Untitled1") std::swap(leftovers[0], leftovers[1]);
-  EXPECT_EQ(leftovers[0].document.title, "truck.bin");
-  EXPECT_EQ(leftovers[0].document.path, "C:\\models\\truck.bin");
-  EXPECT_EQ(leftovers[0].document.states_key, "key");
-  EXPECT_EQ(leftovers[0].faces, 60);
-  EXPECT_NEAR(static_cast<double>(leftovers[0].time), static_cast<double>(PresentTime()), 3600);
+  if (leftovers[0].label.title == "Untitled1") std::swap(leftovers[0], leftovers[1]);
+  EXPECT_EQ(leftovers[0].label.title, "truck.bin");
+  EXPECT_EQ(leftovers[0].label.path, "C:\\models\\truck.bin");
+  EXPECT_EQ(leftovers[0].label.states_key, "key");
+  EXPECT_EQ(leftovers[0].label.faces, 60);
+  EXPECT_NEAR(static_cast<double>(leftovers[0].label.time), static_cast<double>(PresentTime()), 3600);
   ExpectLoads(folder, leftovers[0], two_);
   ExpectLoads(folder, leftovers[1], one_);
 
@@ -66,7 +71,7 @@ TEST_F(RecoveryTest, CopiesOfADeadProgramAreFoundLoadedAndDiscarded) {
 
 TEST_F(RecoveryTest, NothingOfALivingProgramIsTouched) {
   auto living = std::make_unique<CRecoveryFolder>(Directory());
-  ASSERT_TRUE(living->Save({1, "one"}, one_));
+  ASSERT_TRUE(SaveModel(*living, 1, "one", one_));
   CRecoveryFolder other(Directory());
   EXPECT_TRUE(other.Leftovers().empty());
   EXPECT_TRUE(living->Leftovers().empty());
@@ -81,7 +86,7 @@ TEST_F(RecoveryTest, NothingOfALivingProgramIsTouched) {
 }
 
 TEST_F(RecoveryTest, DamagedAndForeignFilesStandInNobodysWay) {
-  LeaveBehind({{{1, "good"}, &one_}, {{2, "cut"}, &one_}, {{3, "changed"}, &two_}, {{4, "emptied"}, &two_}});
+  LeaveBehind({{1, {"good"}, &one_}, {2, {"cut"}, &one_}, {3, {"changed"}, &two_}, {4, {"emptied"}, &two_}});
   const std::string session = JoinPath(Directory(), ListDirectory(Directory()).at(0));
   std::string cut = ReadTestFile(JoinPath(session, "document-2.copy"));
   ASSERT_TRUE(ReplaceFile(JoinPath(session, "document-2.copy"), std::string_view(cut).substr(0, cut.size() / 2)));
@@ -99,13 +104,13 @@ TEST_F(RecoveryTest, DamagedAndForeignFilesStandInNobodysWay) {
   CRecoveryFolder folder(Directory());
   const auto leftovers = folder.Leftovers();
   ASSERT_EQ(leftovers.size(), 5u);
-  EXPECT_EQ(leftovers[0].document.title, "good");
+  EXPECT_EQ(leftovers[0].label.title, "good");
   ExpectLoads(folder, leftovers[0], one_);
   for (size_t i = 1; i < leftovers.size(); ++i) {
     EXPECT_NE(leftovers[i].fault, "") << leftovers[i].file;
     CBinModel model;
     SDiagnosis diagnosis;
-    EXPECT_FALSE(folder.Load(leftovers[i], model, textures_.Finder(), &diagnosis));
+    EXPECT_FALSE(LoadModel(folder.Read(leftovers[i]), model, textures_.Finder(), &diagnosis));
     EXPECT_NE(diagnosis.what, "");
   }
 }
@@ -139,45 +144,38 @@ TEST_F(RecoveryTest, AFailedCopyKeepsTheOlderOne) {
     SCOPED_TRACE(failing);
     {
       CRecoveryFolder dead(Directory());
-      ASSERT_TRUE(dead.Save({1, "old"}, one_));
+      ASSERT_TRUE(SaveModel(dead, 1, "old", one_));
       SetFileFault([&](std::string_view operation, std::string_view) { return operation == failing ? ENOSPC : 0; });
       SError error;
-      EXPECT_FALSE(dead.Save({1, "new"}, two_, &error));
+      EXPECT_FALSE(SaveModel(dead, 1, "new", two_, &error));
       EXPECT_NE(error.what, "");
       SetFileFault(nullptr);
     }
     CRecoveryFolder folder(Directory());
     const auto leftovers = folder.Leftovers();
     ASSERT_EQ(leftovers.size(), 1u);
-    EXPECT_EQ(leftovers[0].document.title, "old");
+    EXPECT_EQ(leftovers[0].label.title, "old");
     ExpectLoads(folder, leftovers[0], one_);
     EXPECT_TRUE(folder.Discard(leftovers[0]));
   }
 }
 
-TEST_F(RecoveryTest, ABusyModelAndAFolderThatCannotBeAreRefused) {
-  CRecoveryFolder folder(Directory());
+TEST_F(RecoveryTest, AFolderThatCannotBeIsRefused) {
   SError error;
-  {
-    const CBinModel::CBusy busy(one_);
-    EXPECT_FALSE(folder.Save({1, "one"}, one_, &error));
-    EXPECT_EQ(error.what, "the model is being worked on");
-  }
-  error = {};
   CRecoveryFolder nowhere(folder_.Write("file", "x"));
-  EXPECT_FALSE(nowhere.Save({1, "one"}, one_, &error));
+  EXPECT_FALSE(SaveModel(nowhere, 1, "one", one_, &error));
   EXPECT_NE(error.what, "");
   EXPECT_TRUE(nowhere.Leftovers().empty());
 }
 
 TEST_F(RecoveryTest, GoesOnWhenItsFolderIsTidiedAway) {
   CRecoveryFolder folder(Directory());
-  ASSERT_TRUE(folder.Save({1, "one"}, one_));
+  ASSERT_TRUE(SaveModel(folder, 1, "one", one_));
   const std::string session = JoinPath(Directory(), ListDirectory(Directory()).at(0));
   ASSERT_TRUE(RemoveFile(JoinPath(session, "document-1.copy")));
   if (!RemoveFile(JoinPath(session, "lock"))) GTEST_SKIP() << "this system keeps files that are open";
   ASSERT_TRUE(RemoveEmptyFolder(session));
-  EXPECT_TRUE(folder.Save({1, "one"}, one_));
+  EXPECT_TRUE(SaveModel(folder, 1, "one", one_));
   EXPECT_EQ(ListDirectory(Directory()).size(), 1u);
 }
 

@@ -7,8 +7,7 @@
 #include <random>
 #include <thread>
 
-#include "document/earlierstates.h"
-#include "document/recovery.h"
+#include "document/modelcopies.h"
 #include "support/richmodel.h"
 
 namespace veldra::testing {
@@ -32,8 +31,8 @@ void MakeVersion(CBinModel& model, int32_t version) {
     CBinModel model;
     MakeVersion(model, version);
     for (uint32_t id = 0; id < kDocuments; ++id) {
-      if (!folder.Save({id, std::to_string(id)}, model)) _exit(1);
-      if (id == 0 && !earlier.Keep("key", std::to_string(version), model)) _exit(2);
+      if (!SaveModel(folder, id, std::to_string(id), model)) _exit(1);
+      if (id == 0 && !KeepModel(earlier, "key", std::to_string(version), model)) _exit(2);
       const std::array<int32_t, 2> copied = {static_cast<int32_t>(id), version};
       if (write(report, copied.data(), sizeof copied) != static_cast<ssize_t>(sizeof copied)) _exit(3);
     }
@@ -84,8 +83,8 @@ TEST_F(KilledProgramTest, EveryDocumentIsFoundAgainAsItWasLastCopied) {
     for (const SLeftover& leftover : leftovers) {
       CBinModel model;
       SDiagnosis diagnosis;
-      ASSERT_TRUE(folder.Load(leftover, model, textures_.Finder(), &diagnosis)) << diagnosis.Text();
-      EXPECT_GE(model.ScaleWord(), last[static_cast<size_t>(std::stoi(leftover.document.title))]);
+      ASSERT_TRUE(LoadModel(folder.Read(leftover), model, textures_.Finder(), &diagnosis)) << diagnosis.Text();
+      EXPECT_GE(model.ScaleWord(), last[static_cast<size_t>(std::stoi(leftover.label.title))]);
       CBinModel expected;
       MakeVersion(expected, model.ScaleWord());
       ExpectEqualModels(expected, model);
@@ -99,12 +98,14 @@ TEST_F(KilledProgramTest, EveryDocumentIsFoundAgainAsItWasLastCopied) {
     for (const SEarlierState& state : states)
       EXPECT_EQ(state.fault, "");
     CBinModel newest;
-    ASSERT_TRUE(earlier.Open("key", states[0].id, newest, textures_.Finder()));
+    SDiagnosis diagnosis;
+    ASSERT_TRUE(LoadModel(earlier.Read("key", states[0].id), newest, textures_.Finder(), &diagnosis));
     EXPECT_GE(newest.ScaleWord(), last[0]);
   }
   // What was half written is tidied away by the next who keeps a state.
   CBinModel model;
-  ASSERT_TRUE(CEarlierStates(folder_.File("states")).Keep("key", "last", model));
+  CEarlierStates next(folder_.File("states"));
+  ASSERT_TRUE(KeepModel(next, "key", "last", model));
   EXPECT_EQ(ListDirectory(folder_.File("states/key")).size(), 31u) << "thirty states and the lock";
 }
 
@@ -118,7 +119,7 @@ TEST_F(KilledProgramTest, TwoProgramsKeepStatesOfOneDocument) {
     for (int32_t turn = 0; turn < 9; ++turn) {
       CBinModel model;
       model.SetScaleWord(static_cast<int32_t>(program) * 100 + turn);
-      if (!states.Keep("key", "turn", model)) _exit(1);
+      if (!KeepModel(states, "key", "turn", model)) _exit(1);
     }
     _exit(0);
   }

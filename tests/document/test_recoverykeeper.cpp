@@ -63,6 +63,11 @@ TEST_F(CRecoveryKeeperTest, CopyComesWithinSecondsAndGoesWithTheSave) {
   FillGood(document->Model());
   Wait(program.keeper, 2s);
   EXPECT_EQ(Copies(), 0U);
+  {
+    const CBinModel::CBusy busy(document->Model());
+    Wait(program.keeper, 1s);
+    EXPECT_EQ(Copies(), 0U) << "not of a model that is being worked on";
+  }
   Wait(program.keeper, 1s);
   EXPECT_EQ(Copies(), 1U);
   ASSERT_TRUE(document->SaveMTM(folder.File("truck.bin")));

@@ -121,6 +121,14 @@ TEST_F(CSaveDocumentTest, SaveAsksOnceBeforeItMakesAnMtmModelOfAnotherKind) {
     EXPECT_TRUE(document.Saver().Save());
     EXPECT_TRUE(document.Saver().Save());
   }
+  // A backdrop that was opened can be told by its faces.
+  folder.Write("GOOD.RAW", std::string(64 * 64, '\0'));
+  ASSERT_TRUE(document.Saver().SaveAsVariant(path, EModelVariant::kBackdrop));
+  CTarnDoc opened(Services());
+  ASSERT_TRUE(opened.OnOpenDocument(path));
+  questions.OnYesNo("an MTM backdrop", EAnswer::kYes);
+  EXPECT_TRUE(opened.Saver().Save());
+  EXPECT_TRUE(opened.Reload() && opened.Saver().Save()) << "it is a model now";
 }
 
 TEST_F(CSaveDocumentTest, FailedWriteKeepsFileAndState) {

@@ -16,6 +16,9 @@
 #include <QUrl>
 
 #include "archive/poddocument.h"
+#include "document/earlierstates.h"
+#include "document/filenews.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/sound.h"
 #include "platform/text.h"
@@ -48,7 +51,8 @@ class CTruckEditorTest : public ::testing::Test {
     CopTools::ReadCfgFile(folder_->File(kSettingsFileName), map);
     settings.Take(map);
     editor = std::make_unique<CTruckEditorDlg>(
-        SToolServices{questions, settings, stock, colors, "", [this](const std::string& pod) { shown_archive = pod; }});
+        SToolServices{questions, settings, stock, colors, "", [this](const std::string& pod) { shown_archive = pod; }},
+        &states);
   }
 
   std::string TruckPath() const { return JoinPath(settings.trk_dir, samples::kTruckFileName); }
@@ -77,6 +81,8 @@ class CTruckEditorTest : public ::testing::Test {
   CScriptedQuestions questions;
   CStockFiles stock;
   const ColorTable colors = GreyRamp();
+  CTempFolder states_folder;
+  CEarlierStates states{states_folder.Path()};
   std::string shown_archive;
   std::unique_ptr<CTruckEditorDlg> editor;
 };
@@ -251,6 +257,57 @@ TEST_F(CTruckEditorTest, UnsavedChangesAreAskedAbout) {
   QDropEvent drop({5, 5}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
   QApplication::sendEvent(editor.get(), &drop);
   EXPECT_EQ(Truck().name, "One");
+}
+
+TEST_F(CTruckEditorTest, EarlierStatesAndForeignChangesAreKept) {
+  CTempFolder folder;
+  const std::string path = folder.File("t.trk");
+  CTruck first;
+  first.name = "One";
+  ASSERT_TRUE(first.Save(path) && editor->OpenFile(path));
+  CTruckDocument& document = editor->Document();
+  document.Change("", [](CTruck& truck) {
+    truck.AddLight();
+    truck.lights[0].type = 2;  // a truck file gives another one back
+  });
+  ASSERT_TRUE(editor->Save());
+  Show(3);
+  Click("deleteLight");
+  EXPECT_EQ(Truck().light_count, 0);
+  const auto commands = [&] {
+    std::string all;
+    for (const SEarlierState& state : states.List(document.StatesKey()))
+      all += state.command + "; ";
+    return all;
+  };
+  EXPECT_EQ(commands(), "Save; File before saving; ") << "what was saved is not kept twice";
+  CDialogDriver dialogs;
+  dialogs.On("earlierStates", [](QWidget& dialog) {
+    EXPECT_TRUE(Child<QTreeWidget>(dialog, "states")->isColumnHidden(2));
+    ClickButton(dialog, "Go back to this state");
+  });
+  editor->EarlierStates();
+  EXPECT_EQ(Truck().lights[0].type, 2);
+  EXPECT_FALSE(document.IsModified());
+  document.Undo();
+  EXPECT_EQ(Truck().light_count, 0) << "going back is a step";
+
+  first.name = "Other";
+  ASSERT_TRUE(first.Save(path));
+  questions.OnYesNo("Save anyway and lose those changes?", EAnswer::kNo);
+  EXPECT_FALSE(editor->Save());
+  questions.OnYesNo("lose the changes since it was last saved?", EAnswer::kYes);
+  editor->Reload();
+  EXPECT_EQ(Truck(), first);
+  EXPECT_EQ(TakeFileNews(document), EFileNews::kNone);
+  document.Undo();
+  EXPECT_TRUE(document.IsModified());
+  ASSERT_TRUE(RemoveFile(path));
+  EXPECT_EQ(TakeFileNews(document), EFileNews::kGone);
+  document.Redo();
+  EXPECT_TRUE(document.IsModified()) << "no file holds it";
+  EXPECT_TRUE(editor->Save());
+  EXPECT_EQ(TakeFileNews(document), EFileNews::kNone) << "its own writing";
 }
 
 TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {

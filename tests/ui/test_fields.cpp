@@ -7,6 +7,7 @@
 
 #include "support/dialogdriver.h"
 #include "ui/fielddialog.h"
+#include "ui/screenplace.h"
 
 namespace veldra::testing {
 
@@ -87,6 +88,21 @@ TEST(NumberField, TrimsWhatIsPastedAndReadsWhatTheLocaleWrites) {
   TypeInto(dialog, "first", "1.000");
   EXPECT_EQ(dialog.first->Value(), 1000);
   QLocale::setDefault(before);
+}
+
+TEST(ScreenFit, DialogsLargerThanTheScreenScroll) {
+  const CScreenFit fit(*qApp);
+  CRangeDialog dialog;
+  const int usual = dialog.minimumSizeHint().height();
+  dialog.hide();
+  dialog.first->setMinimumHeight(3000);
+  QCoreApplication::processEvents();
+  EXPECT_GT(dialog.minimumSizeHint().height(), usual) << "as large as the screen lets it";
+  dialog.resize(500, 4000);
+  dialog.show();
+  EXPECT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+  EXPECT_LE(dialog.height(), dialog.screen()->availableSize().height());
+  EXPECT_TRUE(dialog.rect().contains(dialog.findChild<QDialogButtonBox*>()->geometry()));
 }
 
 }  // namespace veldra::testing

@@ -39,7 +39,7 @@ bool CFileStamp::IsGone() const {
 
 CDocumentStamp::CDocumentStamp(std::vector<std::string> files) {
   // That an interrupted save is taken back is no news afterwards.
-  SettleFiles(files);
+  if (!files.empty()) SettleFiles(files);
   for (std::string& file : files)
     files_.emplace_back(std::move(file));
 }

@@ -93,11 +93,8 @@ TEST(NumberField, TrimsWhatIsPastedAndReadsWhatTheLocaleWrites) {
 TEST(ScreenFit, DialogsLargerThanTheScreenScroll) {
   const CScreenFit fit(*qApp);
   CRangeDialog dialog;
-  const int usual = dialog.minimumSizeHint().height();
   dialog.hide();
   dialog.first->setMinimumHeight(3000);
-  QCoreApplication::processEvents();
-  EXPECT_GT(dialog.minimumSizeHint().height(), usual) << "as large as the screen lets it";
   dialog.resize(500, 4000);
   dialog.show();
   EXPECT_TRUE(QTest::qWaitForWindowExposed(&dialog));

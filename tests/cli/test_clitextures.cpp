@@ -154,7 +154,7 @@ TEST_F(CCliTexturesTest, FailedImportLeavesBothFilesAsTheyWere) {
   const SResult result = Run("texture import $/good.png $/t.raw");
   SetFileFault({});
   EXPECT_EQ(result.status, 1);
-  EXPECT_NE(result.err.find("t.ACT: disk full"), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("t.ACT: "), std::string::npos) << result.err;
   EXPECT_EQ(ReadTestFile(folder.File("t.raw")), "old indices");
   EXPECT_EQ(ReadTestFile(folder.File("t.ACT")), "old colours");
 }

@@ -7,6 +7,7 @@
 #include "model/modelbuilder.h"
 #include "model/normals.h"
 #include "platform/assert.h"
+#include "platform/text.h"
 
 namespace veldra::testing {
 
@@ -217,7 +218,7 @@ TEST_F(CSaveFileTest, LoadsFromDiskWithTheSidecarBesideIt) {
   // One that is of another model is said by its name, and the model is there all the same.
   folder.Write("TRUCK.BIN.INFO", "1\nhood\n0 1 2\n0\n0\n");
   ASSERT_TRUE(LoadBinFile(model, path, Context()));
-  EXPECT_NE(questions.Messages().at(0).details.find("TRUCK.BIN.INFO"), std::string::npos);
+  EXPECT_NE(UpperCase(questions.Messages().at(0).details).find("TRUCK.BIN.INFO"), std::string::npos);
   EXPECT_EQ(questions.TakeMessageTexts().size(), 1U);
   EXPECT_FALSE(LoadBinFile(model, folder.File("none.bin"), Context(), &diagnosis));
   EXPECT_EQ(model.VertexCount(), 0);

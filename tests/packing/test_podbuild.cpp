@@ -4,6 +4,7 @@
 
 #include "archive/testpod.h"
 #include "packing/packtruck.h"
+#include "platform/files.h"
 #include "support/scriptedquestions.h"
 
 namespace veldra::testing {
@@ -70,10 +71,13 @@ TEST(PackTruck, LooksBesideTheTruckThenInTheFoldersAndArchivesOfSettingsAndGame)
   settings.pod_dir = folder.File("pods");
   settings.bin_dir = folder.File("none");
   const SSearchPlaces places = PlacesForTruck(folder.File("mods/mine.trk"), settings, folder.File("game"));
-  EXPECT_EQ(places.archives, (std::vector<std::string>{folder.File("mods/b.pod"), folder.File("pods/c.POD"),
-                                                       folder.File("game/e.pod")}));
-  EXPECT_EQ(places.folders, (std::vector<std::string>{folder.File("mods"), folder.File("art"), folder.File("game"),
-                                                      folder.File("pods")}));
+  const auto expect = [&](const std::vector<std::string>& found, std::initializer_list<const char*> names) {
+    ASSERT_EQ(found.size(), names.size());
+    for (size_t i = 0; i < found.size(); ++i)
+      EXPECT_TRUE(IsSameFile(found[i], folder.File(names.begin()[i]))) << found[i];
+  };
+  expect(places.archives, {"mods/b.pod", "pods/c.POD", "game/e.pod"});
+  expect(places.folders, {"mods", "art", "game", "pods"});
 }
 
 TEST(PackTruck, LeavesOutStockFilesAndWhatOnlyTheyNeed) {

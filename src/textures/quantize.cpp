@@ -58,7 +58,7 @@ std::vector<SWeighted> CountColors(std::vector<Packed> pixels) {
     if (counted.empty() || counted.back().color != color) counted.push_back({color, 0});
     ++counted.back().pixels;
   }
-  std::ranges::stable_partition(counted, [](const SWeighted& member) { return IsDark(member.color); });
+  std::stable_partition(counted.begin(), counted.end(), [](const SWeighted& member) { return IsDark(member.color); });
   return counted;
 }
 

@@ -93,8 +93,7 @@ void DeleteFacesWithVertices(CBinModel& model, std::span<const int32_t> faces) {
     for (const CBinVertex* corner : model.Face(index).Corners())
       vertices.push_back(corner->Index());
   std::ranges::sort(vertices);
-  const auto repeated = std::ranges::unique(vertices);
-  vertices.erase(repeated.begin(), repeated.end());
+  vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
   model.RemoveFaces(faces);
   std::erase_if(vertices, [&](int32_t vertex) { return !model.Vertex(vertex).Faces().Empty(); });
   model.TakeVertices(vertices);

@@ -5,6 +5,7 @@
 #include "archive/podnames.h"
 #include "archive/stockfiles.h"
 #include "platform/assert.h"
+#include "platform/text.h"
 
 /// An archive: every entry that is called good lies in its data, a name that may be extracted has no way out, and a
 /// name that may be in an archive can be taken out of it again. The same bytes as a stock-file list come back

@@ -9,6 +9,7 @@
 #include "model/infofile.h"
 #include "model/snapshot.h"
 #include "platform/paths.h"
+#include "settings/settings.h"
 #include "truck/truck.h"
 
 /// Writes the seeds of the fuzz targets below a folder: make_fuzz_corpus FOLDER.

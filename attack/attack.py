@@ -72,7 +72,7 @@ def main():
     parser.add_argument("--checked", type=Path, required=True, help="folder of the programs with sanitizers")
     parser.add_argument("--shim", type=Path, required=True)
     options = parser.parse_args()
-    world = World(options.folder, options.release, options.checked, options.shim)
+    world = World(options.folder, options.release.resolve(), options.checked.resolve(), options.shim.resolve())
     print(f"seed {options.seed}", flush=True)
     faulthandler.dump_traceback_later(options.seconds + 100)
     table = []
@@ -92,7 +92,10 @@ def main():
     for kind, count in world.finds.kinds.items():
         print(f"found {count:>6} times: {kind}")
     print(f"{world.finds.count()} finds" + (f", the first of each kind kept in {world.finds.folder}" if world.finds.kinds else ""))
-    return 1 if world.finds.kinds else 0
+    is_whole = len(table) == len(PHASES) + 1
+    if not is_whole:
+        print("a phase did not come to its end")
+    return 0 if is_whole and not world.finds.kinds else 1
 
 
 sys.exit(main())

@@ -20,8 +20,8 @@ class Case:
     args: list
     old_args: list = None  # what made the files that it replaces; without it they hold nothing of sense
     each_alone: bool = False  # its files do not belong together
-    draws: bool = False  # with a driver of OpenGL, which does not live through a lack of memory
     reads_back: list = None  # what opens the result, and may finish or take back what was interrupted
+    draws: bool = False  # with a driver of OpenGL, which does not live through a lack of memory
     new: dict = field(default_factory=dict)
     old: dict = field(default_factory=dict)
 

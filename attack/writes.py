@@ -22,6 +22,7 @@ class Case:
     each_alone: bool = False  # its files do not belong together
     reads_back: list = None  # what opens the result, and may finish or take back what was interrupted
     draws: bool = False  # with a driver of OpenGL, which does not live through a lack of memory
+    seconds: float = 0  # that it takes
     new: dict = field(default_factory=dict)
     old: dict = field(default_factory=dict)
 
@@ -62,12 +63,21 @@ class Writes:
         self.cases = cases(world)
         for case in self.cases:
             fill(self.out, {})
-            self.must(case.args)
+            case.seconds = self.must(case.args).seconds
             case.new = contents(self.out)
             fill(self.out, {})
             if case.old_args:
                 self.must(case.old_args)
             case.old = contents(self.out) if case.old_args else {name: b"old " * 500 for name in case.new}
+
+    def run(self, seconds, random):
+        """Tries once, with a case that is drawn, until the time is over. Returns how often."""
+        until = time.monotonic() + seconds
+        runs = 0
+        while runs == 0 or time.monotonic() < until:
+            self.once(random)
+            runs += 1
+        return runs
 
     def args(self, args):
         return [argument.replace("{o}", os.fspath(self.out)) for argument in map(str, args)]
@@ -76,6 +86,7 @@ class Writes:
         outcome = self.world.release.run(self.args(args))
         if outcome.status != 0:
             raise SystemExit(f"{outcome.text()} fails by itself:\n{outcome.err.decode(errors='replace')}")
+        return outcome
 
     def find(self, what, outcome):
         self.world.finds.add(self.name, what, outcome, [self.out])
@@ -163,116 +174,89 @@ class Kills(Writes):
     """Killed at any moment, for good or in a way that lets it clear up."""
     name = "kills"
 
-    def run(self, seconds, random):
-        runs = 0
-        until = time.monotonic() + seconds
-        lengths = {}
-        while time.monotonic() < until:
-            case = random.choice(self.cases)
-            if case.name not in lengths:
-                fill(self.out, case.old)
-                lengths[case.name] = self.world.release.run(self.args(case.args)).seconds
-            fill(self.out, case.old)
-            how = random.choice([signal.SIGKILL, signal.SIGKILL, signal.SIGTERM, signal.SIGINT, signal.SIGHUP])
-            outcome = self.world.release.run(self.args(case.args), kill_after=random.random() * lengths[case.name] * 1.1,
-                                             kill_with=how)
-            runs += 1
-            files = contents(self.out)
-            if how != signal.SIGKILL and self.only_own(case, files) != files:
-                self.find(f"{case.name} ended by signal {how:d} leaves other files", outcome)
-            self.judge_kill(case, outcome)
-        return runs
+    def once(self, random):
+        case = random.choice(self.cases)
+        fill(self.out, case.old)
+        how = random.choice([signal.SIGKILL, signal.SIGKILL, signal.SIGTERM, signal.SIGINT, signal.SIGHUP])
+        outcome = self.world.release.run(self.args(case.args), kill_after=random.random() * case.seconds * 1.1, kill_with=how)
+        files = contents(self.out)
+        if how != signal.SIGKILL and self.only_own(case, files) != files:
+            self.find(f"{case.name} ended by signal {how:d} leaves other files", outcome)
+        self.judge_kill(case, outcome)
 
 
 class Races(Writes):
     """Several programs that write the same files at once."""
     name = "races"
 
-    def run(self, seconds, random):
-        runs = 0
-        until = time.monotonic() + seconds
-        pairs = [case for case in self.cases if case.old_args]
-        while time.monotonic() < until:
-            case = random.choice(pairs)
-            fill(self.out, case.old)
-            outcomes = []
-            threads = [threading.Thread(target=lambda args=args: outcomes.append(self.world.release.run(self.args(args))))
-                       for args in [case.args, case.old_args] * 2]
-            for thread in threads:
-                thread.start()
-            for thread in threads:
-                thread.join()
-            runs += 1
-            for outcome in outcomes:
-                if outcome.late or outcome.status not in (0, 1):
-                    self.find(f"{case.name} beside others ends with status {outcome.status}", outcome)
-            if contents(self.out) not in (case.old, case.new):
-                self.find(f"{case.name} beside others: files of two savers", outcomes[0])
-        return runs
+    def once(self, random):
+        case = random.choice([case for case in self.cases if case.old_args])
+        fill(self.out, case.old)
+        outcomes = []
+        threads = [threading.Thread(target=lambda args=args: outcomes.append(self.world.release.run(self.args(args))))
+                   for args in [case.args, case.old_args] * 2]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        for outcome in outcomes:
+            if outcome.late or outcome.status not in (0, 1):
+                self.find(f"{case.name} beside others ends with status {outcome.status}", outcome)
+        if contents(self.out) not in (case.old, case.new):
+            self.find(f"{case.name} beside others: files of two savers", outcomes[0])
 
 
 class Limits(Writes):
     """Too little memory, too few files, a limit on their size."""
     name = "limits"
 
-    def run(self, seconds, random):
-        runs = 0
-        until = time.monotonic() + seconds
-        while time.monotonic() < until:
-            case = random.choice(self.cases)
-            fill(self.out, case.old)
-            limit = random.choice([(resource.RLIMIT_AS, random.randint(40 << 20, 400 << 20)),
-                                   (resource.RLIMIT_FSIZE, random.randint(0, 100000)),
-                                   (resource.RLIMIT_NOFILE, random.randint(5, 16))])
-            if case.draws and limit[0] == resource.RLIMIT_AS:
-                continue
-            outcome = self.world.release.run(self.args(case.args), limits=[limit])
-            runs += 1
-            # What is too little for the system's loader is not the program's to answer.
-            if outcome.status == 127 or b"error while loading shared libraries" in outcome.err:
-                continue
-            self.judge_end(case, outcome)
-        return runs
+    def once(self, random):
+        case = random.choice(self.cases)
+        fill(self.out, case.old)
+        limit = random.choice([(resource.RLIMIT_AS, random.randint(40 << 20, 400 << 20)),
+                               (resource.RLIMIT_FSIZE, random.randint(0, 100000)),
+                               (resource.RLIMIT_NOFILE, random.randint(5, 16))])
+        if case.draws and limit[0] == resource.RLIMIT_AS:
+            return
+        outcome = self.world.release.run(self.args(case.args), limits=[limit])
+        # What is too little for the system's loader is not the program's to answer.
+        if outcome.status == 127 or b"error while loading shared libraries" in outcome.err:
+            return
+        self.judge_end(case, outcome)
 
 
 class PlantedLinks(Writes):
     """Folders that become links while an archive is extracted into them."""
     name = "planted links"
 
-    def run(self, seconds, random):
-        runs = 0
-        until = time.monotonic() + seconds
-        archive = self.world.crowded
-        while time.monotonic() < until:
-            fill(self.out, {})
-            outside = self.folder / "outside"
-            fill(outside, {})
-            stop = threading.Event()
+    def once(self, random):
+        fill(self.out, {})
+        outside = self.folder / "outside"
+        fill(outside, {})
+        stop = threading.Event()
 
-            def swap():
-                folder, aside = self.out / "DATA", self.folder / "aside"
-                while not stop.is_set():
-                    try:
-                        folder.rename(aside)
-                        folder.symlink_to(outside)
-                        folder.unlink()
-                        aside.rename(folder)
-                    except OSError:
-                        pass
+        def swap():
+            folder, aside = self.out / "DATA", self.folder / "aside"
+            while not stop.is_set():
+                try:
+                    folder.rename(aside)
+                    folder.symlink_to(outside)
+                    folder.unlink()
+                    aside.rename(folder)
+                except OSError:
+                    pass
 
-            thread = threading.Thread(target=swap)
-            thread.start()
-            outcome = self.world.release.run(["pod", "extract", os.fspath(archive), os.fspath(self.out), "--folders",
-                                              "--overwrite", "all"])
-            stop.set()
-            thread.join()
-            runs += 1
-            if contents(outside):
-                self.find("files got out", outcome)
-            if outcome.late or outcome.status not in (0, 1):
-                self.find(f"ends with status {outcome.status}", outcome)
-            aside = self.folder / "aside"
-            if aside.is_dir():
-                fill(aside, {})
-                aside.rmdir()
-        return runs
+        thread = threading.Thread(target=swap)
+        thread.start()
+        outcome = self.world.release.run(["pod", "extract", self.world.crowded, os.fspath(self.out), "--folders",
+                                          "--overwrite", "all"])
+        stop.set()
+        thread.join()
+        if contents(outside):
+            self.find("files got out", outcome)
+        if outcome.late or outcome.status not in (0, 1):
+            self.find(f"ends with status {outcome.status}", outcome)
+        aside = self.folder / "aside"
+        if aside.is_dir():
+            fill(aside, {})
+            aside.rmdir()

@@ -3,6 +3,7 @@
 #include "cli/command.h"
 #include "cli/findings.h"
 #include "cli/session.h"
+#include "model/binfile.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -18,7 +19,7 @@ struct SCheckOptions {
 
 bool CheckFile(CSession& session, const std::string& model, CFindings& findings) {
   SError error;
-  const auto file = ReadWholeFile(session.InputPath(model), &error);
+  const auto file = ReadBinBytes(session.InputPath(model), &error);
   if (!file) {
     session.Fail(Format("\"%s\" could not be opened.", model.c_str()), error.what);
     return false;

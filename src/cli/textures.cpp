@@ -32,6 +32,10 @@ std::optional<SRawTexture> OpenRaw(CSession& session, const std::string& raw) {
   SError error;
   auto texture = ReadRawTexture(path, session.DefaultColors(), &error);
   if (!texture) session.Fail(Format("\"%s\" could not be opened.", raw.c_str()), error.what);
+  if (texture && !texture->colors_fault.empty())
+    session.Questions().Message({.text = Format(kUnreadColorsText, ColorTablePath(path).c_str()),
+                                 .icon = EIcon::kWarning,
+                                 .details = texture->colors_fault});
   return texture;
 }
 

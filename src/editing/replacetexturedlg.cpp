@@ -30,8 +30,7 @@ std::optional<STextureImage> LoadPreview(const std::string& path, const ColorTab
               : ToQString(files.error.what);
   if (!files.texels) return std::nullopt;
   STextureImage image;
-  image.size = TextureSizeOfLength(files.texels->View().size());
-  DecodeTexture(files.texels->View(), files.colors.value_or(default_colors), image);
+  DecodeTexture(files, default_colors, image);
   fault.clear();
   return image;
 }

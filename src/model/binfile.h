@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,6 +37,9 @@ bool LoadBin(CBinModel& model, std::span<const uint8_t> file, std::string_view i
 /// LoadBin on PATH and the sidecar beside it (found in any letter case).
 bool LoadBinFile(CBinModel& model, const std::string& path, const SLoadContext& context,
                  SDiagnosis* diagnosis = nullptr);
+
+/// The bytes of the model file PATH as one save left it, for who looks at them unmended. Nothing with ERROR.
+std::optional<CFileBytes> ReadBinBytes(const std::string& path, SError* error);
 
 struct SSaveOptions {
   bool backdrop = false;        ///< every face record's type 0x11 and its magic 0x80000000

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "model/binfile.h"
 #include "model/binformat.h"
@@ -98,6 +99,11 @@ std::string InfoPath(std::string_view path) {
 bool LoadBin(CBinModel& model, std::span<const uint8_t> file, std::string_view info, const SLoadContext& context,
              SDiagnosis* diagnosis) {
   return LoadWithInfo(model, file, ParseInfo(info), context, diagnosis);
+}
+
+std::optional<CFileBytes> ReadBinBytes(const std::string& path, SError* error) {
+  SettleFiles(std::vector{path, InfoPath(path)});
+  return ReadWholeFile(path, error, kLargestFile, BinStartFault);
 }
 
 bool LoadBinFile(CBinModel& model, const std::string& path, const SLoadContext& context, SDiagnosis* diagnosis) {

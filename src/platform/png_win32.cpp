@@ -136,16 +136,19 @@ HRESULT CopyIndices(IWICBitmapFrameDecode* frame, SIndexedImage& image) {
   return S_OK;
 }
 
-}  // namespace
+/// A picture that is read, up to its only frame.
+struct SReading {
+  explicit SReading(std::span<const uint8_t> png);
 
-bool Decode(std::span<const uint8_t> png, SImage& image, SError* error) {
-  const CComUse com;
-  CComObject<IWICImagingFactory> factory;
-  CComObject<IWICStream> stream;
-  CComObject<IWICBitmapDecoder> decoder;
-  CComObject<IWICBitmapFrameDecode> frame;
-  CComObject<IWICFormatConverter> converter;
-  CSteps steps;
+  const CComUse com = {};
+  CComObject<IWICImagingFactory> factory = {};
+  CComObject<IWICStream> stream = {};
+  CComObject<IWICBitmapDecoder> decoder = {};
+  CComObject<IWICBitmapFrameDecode> frame = {};
+  CSteps steps = {};
+};
+
+SReading::SReading(std::span<const uint8_t> png) {
   steps.Then([&] { return CreateFactory(factory); })
       .Then([&] { return factory->CreateStream(stream.Receive()); })
       .Then([&] {
@@ -154,106 +157,91 @@ bool Decode(std::span<const uint8_t> png, SImage& image, SError* error) {
       })
       .Then([&] { return factory->CreateDecoder(GUID_ContainerFormatPng, nullptr, decoder.Receive()); })
       .Then([&] { return decoder->Initialize(stream.Get(), WICDecodeMetadataCacheOnDemand); })
-      .Then([&] { return decoder->GetFrame(0, frame.Receive()); })
-      .Then([&] { return factory->CreateFormatConverter(converter.Receive()); })
+      .Then([&] { return decoder->GetFrame(0, frame.Receive()); });
+}
+
+/// A picture of WIDTH x HEIGHT pixels of FORMAT that is written, up to what its frame holds.
+struct SWriting {
+  SWriting(int width, int height, const WICPixelFormatGUID& format);
+  /// PIXELS, in rows of ROW_WIDTH bytes, are the last that the frame wants.
+  bool Finish(UINT row_width, std::vector<uint8_t>& pixels, std::vector<uint8_t>& png, SError* error);
+
+  const CComUse com = {};
+  UINT height = 0;
+  CComObject<IWICImagingFactory> factory = {};
+  CComObject<IStream> stream = {};
+  CComObject<IWICBitmapEncoder> encoder = {};
+  CComObject<IWICBitmapFrameEncode> frame = {};
+  CSteps steps = {};
+};
+
+SWriting::SWriting(int width, int rows, const WICPixelFormatGUID& format) : height(static_cast<UINT>(rows)) {
+  WICPixelFormatGUID given = format;
+  steps.Then([&] { return CreateFactory(factory); })
+      .Then([&] { return CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive()); })
+      .Then([&] { return factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive()); })
+      .Then([&] { return encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache); })
+      .Then([&] { return encoder->CreateNewFrame(frame.Receive(), nullptr); })
+      .Then([&] { return frame->Initialize(nullptr); })
+      .Then([&] { return frame->SetSize(static_cast<UINT>(width), height); })
+      .Then([&] { return frame->SetPixelFormat(&given); })
+      .Then([&] { return IsEqualGUID(given, format) ? S_OK : E_NOTIMPL; });
+}
+
+bool SWriting::Finish(UINT row_width, std::vector<uint8_t>& pixels, std::vector<uint8_t>& png, SError* error) {
+  steps.Then([&] { return frame->WritePixels(height, row_width, static_cast<UINT>(pixels.size()), pixels.data()); })
+      .Then([&] { return frame->Commit(); })
+      .Then([&] { return encoder->Commit(); })
+      .Then([&] { return TakeBytes(stream.Get(), png); });
+  return steps.Well(error);
+}
+
+}  // namespace
+
+bool Decode(std::span<const uint8_t> png, SImage& image, SError* error) {
+  SReading reading(png);
+  CComObject<IWICFormatConverter> converter;
+  reading.steps.Then([&] { return reading.factory->CreateFormatConverter(converter.Receive()); })
       .Then([&] {
-        return converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone, nullptr, 0,
-                                     WICBitmapPaletteTypeCustom);
+        return converter->Initialize(reading.frame.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone,
+                                     nullptr, 0, WICBitmapPaletteTypeCustom);
       })
       .Then([&] {
         return converter->CopyPixels(nullptr, RowWidth(image), static_cast<UINT>(image.rgba.size()), image.rgba.data());
       });
   SwapRedAndBlue(image.rgba);
-  return steps.Well(error);
+  return reading.steps.Well(error);
 }
 
 bool Encode(const SImage& image, std::vector<uint8_t>& png, SError* error) {
-  const CComUse com;
-  CComObject<IWICImagingFactory> factory;
-  CComObject<IStream> stream;
-  CComObject<IWICBitmapEncoder> encoder;
-  CComObject<IWICBitmapFrameEncode> frame;
+  SWriting writing(image.width, image.height, GUID_WICPixelFormat32bppBGRA);
   std::vector<uint8_t> pixels = image.rgba;
   SwapRedAndBlue(pixels);
-  WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGRA;
-  CSteps steps;
-  steps.Then([&] { return CreateFactory(factory); })
-      .Then([&] { return CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive()); })
-      .Then([&] { return factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive()); })
-      .Then([&] { return encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache); })
-      .Then([&] { return encoder->CreateNewFrame(frame.Receive(), nullptr); })
-      .Then([&] { return frame->Initialize(nullptr); })
-      .Then([&] { return frame->SetSize(static_cast<UINT>(image.width), static_cast<UINT>(image.height)); })
-      .Then([&] { return frame->SetPixelFormat(&format); })
-      .Then([&] { return IsEqualGUID(format, GUID_WICPixelFormat32bppBGRA) ? S_OK : E_NOTIMPL; })
-      .Then([&] {
-        return frame->WritePixels(static_cast<UINT>(image.height), RowWidth(image), static_cast<UINT>(pixels.size()),
-                                  pixels.data());
-      })
-      .Then([&] { return frame->Commit(); })
-      .Then([&] { return encoder->Commit(); })
-      .Then([&] { return TakeBytes(stream.Get(), png); });
-  return steps.Well(error);
+  return writing.Finish(RowWidth(image), pixels, png, error);
 }
 
 bool Decode(std::span<const uint8_t> png, SIndexedImage& image, SError* error) {
-  const CComUse com;
-  CComObject<IWICImagingFactory> factory;
-  CComObject<IWICStream> stream;
-  CComObject<IWICBitmapDecoder> decoder;
-  CComObject<IWICBitmapFrameDecode> frame;
+  SReading reading(png);
   CComObject<IWICPalette> palette;
   std::array<WICColor, 256> colors = {};
   UINT count = 0;
-  CSteps steps;
-  steps.Then([&] { return CreateFactory(factory); })
-      .Then([&] { return factory->CreateStream(stream.Receive()); })
-      .Then([&] {
-        // The interface takes no const pointer, but a decoder only reads.
-        return stream->InitializeFromMemory(const_cast<BYTE*>(png.data()), static_cast<DWORD>(png.size()));
-      })
-      .Then([&] { return factory->CreateDecoder(GUID_ContainerFormatPng, nullptr, decoder.Receive()); })
-      .Then([&] { return decoder->Initialize(stream.Get(), WICDecodeMetadataCacheOnDemand); })
-      .Then([&] { return decoder->GetFrame(0, frame.Receive()); })
-      .Then([&] { return CopyIndices(frame.Get(), image); })
-      .Then([&] { return factory->CreatePalette(palette.Receive()); })
-      .Then([&] { return frame->CopyPalette(palette.Get()); })
+  reading.steps.Then([&] { return CopyIndices(reading.frame.Get(), image); })
+      .Then([&] { return reading.factory->CreatePalette(palette.Receive()); })
+      .Then([&] { return reading.frame->CopyPalette(palette.Get()); })
       .Then([&] { return palette->GetColors(static_cast<UINT>(colors.size()), colors.data(), &count); });
   FillTable(colors, count, image);
-  return steps.Well(error);
+  return reading.steps.Well(error);
 }
 
 bool Encode(const SIndexedImage& image, std::vector<uint8_t>& png, SError* error) {
-  const CComUse com;
-  CComObject<IWICImagingFactory> factory;
-  CComObject<IStream> stream;
-  CComObject<IWICBitmapEncoder> encoder;
-  CComObject<IWICBitmapFrameEncode> frame;
+  SWriting writing(image.width, image.height, GUID_WICPixelFormat8bppIndexed);
   CComObject<IWICPalette> palette;
   std::array<WICColor, 256> colors = ColorsOf(image);
   std::vector<uint8_t> pixels = image.indices;
-  WICPixelFormatGUID format = GUID_WICPixelFormat8bppIndexed;
-  CSteps steps;
-  steps.Then([&] { return CreateFactory(factory); })
-      .Then([&] { return CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive()); })
-      .Then([&] { return factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive()); })
-      .Then([&] { return encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache); })
-      .Then([&] { return encoder->CreateNewFrame(frame.Receive(), nullptr); })
-      .Then([&] { return frame->Initialize(nullptr); })
-      .Then([&] { return frame->SetSize(static_cast<UINT>(image.width), static_cast<UINT>(image.height)); })
-      .Then([&] { return frame->SetPixelFormat(&format); })
-      .Then([&] { return IsEqualGUID(format, GUID_WICPixelFormat8bppIndexed) ? S_OK : E_NOTIMPL; })
-      .Then([&] { return factory->CreatePalette(palette.Receive()); })
+  writing.steps.Then([&] { return writing.factory->CreatePalette(palette.Receive()); })
       .Then([&] { return palette->InitializeCustom(colors.data(), static_cast<UINT>(colors.size())); })
-      .Then([&] { return frame->SetPalette(palette.Get()); })
-      .Then([&] {
-        return frame->WritePixels(static_cast<UINT>(image.height), static_cast<UINT>(image.width),
-                                  static_cast<UINT>(pixels.size()), pixels.data());
-      })
-      .Then([&] { return frame->Commit(); })
-      .Then([&] { return encoder->Commit(); })
-      .Then([&] { return TakeBytes(stream.Get(), png); });
-  return steps.Well(error);
+      .Then([&] { return writing.frame->SetPalette(palette.Get()); });
+  return writing.Finish(static_cast<UINT>(image.width), pixels, png, error);
 }
 
 }  // namespace veldra::png_codec

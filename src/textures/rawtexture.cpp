@@ -4,7 +4,6 @@
 #include <array>
 
 #include "platform/files.h"
-#include "platform/text.h"
 #include "textures/nearblack.h"
 #include "textures/texturefiles.h"
 
@@ -21,17 +20,14 @@ bool IsTransparent(const ColorTable& colors, size_t entry) {
 std::optional<SRawTexture> ReadRawTexture(const std::string& path, const ColorTable& defaults, SError* error) {
   const STextureFiles files = ReadTextureFiles(path);
   if (!files.texels) {
-    std::string reason = files.length ? files.error.what : "There is no such file.";
-    if (files.length && TextureSizeOfLength(*files.length) == 0)
-      reason = Format("It is %llu bytes long; a texture has 4096, 16384, 65536 or 262144.",
-                      static_cast<unsigned long long>(*files.length));
-    Fail(error, std::move(reason));
+    Fail(error, files.Fault());
     return std::nullopt;
   }
   const std::span<const uint8_t> texels = files.texels->View();
   SRawTexture texture{.size = TextureSizeOfLength(texels.size()), .texels = {}};
   texture.texels = {std::vector<uint8_t>(texels.begin(), texels.end()), files.colors.value_or(defaults)};
   texture.has_own_colors = files.colors.has_value();
+  texture.colors_fault = files.colors_error.what;
   return texture;
 }
 

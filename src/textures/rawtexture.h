@@ -15,7 +15,8 @@ namespace veldra {
 struct SRawTexture {
   int size = 0;  ///< edge length in texels
   SIndexedTexture texels;
-  bool has_own_colors = false;  ///< from the ACT file beside it
+  bool has_own_colors = false;    ///< from the ACT file beside it
+  std::string colors_fault = {};  ///< what the system says when that file could not be read
 };
 
 /// Nothing with ERROR when PATH cannot be read or has the length of no texture. DEFAULTS stand in for a missing ACT.

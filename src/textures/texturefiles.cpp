@@ -5,6 +5,7 @@
 #include "platform/fileset.h"
 #include "platform/inputfile.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace veldra {
 
@@ -22,7 +23,7 @@ STextureFiles ReadFrom(const std::string& raw, const std::string& act) {
     files.texels.reset();
     files.error.what = "its length changed meanwhile";
   }
-  if (!act.empty()) files.colors = ReadColorTable(act);
+  if (!act.empty()) files.colors = ReadColorTable(act, &files.colors_error);
   return files;
 }
 
@@ -33,6 +34,13 @@ int TextureSizeOfLength(uint64_t length) {
     if (length == static_cast<uint64_t>(size) * static_cast<uint64_t>(size)) return size;
   }
   return 0;
+}
+
+std::string STextureFiles::Fault() const {
+  if (!length) return "is not there";
+  if (!error.what.empty()) return error.what;
+  return Format("is %llu bytes long; a texture has 4096, 16384, 65536 or 262144",
+                static_cast<unsigned long long>(*length));
 }
 
 STextureFiles ReadTextureFiles(const std::string& raw) {
@@ -58,12 +66,12 @@ std::string ColorTablePath(const std::string& raw) {
   return existing.empty() ? path : existing;
 }
 
-std::optional<ColorTable> ReadColorTable(std::string_view path) {
+std::optional<ColorTable> ReadColorTable(std::string_view path, SError* error) {
   const std::string found = FindAnyCase(path);
   if (found.empty()) return std::nullopt;
   CInputFile file;
   ColorTable colors;
-  if (!file.Open(found) || !file.ReadAt(0, colors)) return std::nullopt;
+  if (!file.Open(found, error) || file.Length() < colors.size() || !file.ReadAt(0, colors, error)) return std::nullopt;
   return colors;
 }
 

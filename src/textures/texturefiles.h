@@ -21,11 +21,18 @@ inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
 /// The edge length of a RAW file of LENGTH bytes, or 0 when no texture has that length.
 int TextureSizeOfLength(uint64_t length);
 
+/// What the user is told of an ACT file that is there and could not be read, with the reason as details.
+inline constexpr const char* kUnreadColorsText = "The colour table \"%s\" cannot be read. The default one is taken.";
+
 struct STextureFiles {
   std::optional<uint64_t> length;    ///< of the RAW file, when there is one
   std::optional<CFileBytes> texels;  ///< when they are a texture's
   std::optional<ColorTable> colors;  ///< when the ACT file is there and can be read
-  SError error;                      ///< why there are no texels, when the length was right
+  SError error;                      ///< what the system says when the texels could not be read
+  SError colors_error;               ///< what the system says when the ACT file could not be read
+
+  /// Why there are no texels, to go behind the file's name: "is 5 bytes long; a texture has 4096, ...".
+  std::string Fault() const;
 };
 
 /// RAW is found under its very name, the ACT file in any letter case.
@@ -41,8 +48,9 @@ bool WriteTextureFiles(const std::string& raw, std::span<const uint8_t> texels, 
 /// The colour table's file beside RAW: the one that is there, whatever the case of its name, or a new one.
 std::string ColorTablePath(const std::string& raw);
 
-/// The first 768 bytes of an ACT file; nothing when it cannot be read or is shorter. The file is found in any case.
-std::optional<ColorTable> ReadColorTable(std::string_view path);
+/// The first 768 bytes of an ACT file; nothing when it cannot be read, which ERROR says, is shorter or not there. The
+/// file is found in any letter case.
+std::optional<ColorTable> ReadColorTable(std::string_view path, SError* error = nullptr);
 /// Entry k is (k, k, k): stands in where no colour table can be read at all.
 ColorTable GreyRamp();
 

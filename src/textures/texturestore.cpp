@@ -65,22 +65,20 @@ void DecodeRow(std::span<const uint8_t> row, const STexelTables& tables, bool is
   write_pair(last_pair, is_last ? 6 : 8);
 }
 
-void Tell(CQuestions& questions, const char* text, std::string details) {
-  questions.Message({.text = text, .caption = kErrorCaption, .icon = EIcon::kError, .details = std::move(details)});
-}
-
 /// Tells the user why FILES, those of the texture PATH, are none.
 void TellFault(const std::string& path, const STextureFiles& files, CQuestions& questions) {
-  if (files.error.what.empty()) {
-    Tell(questions, "Error: Unsupported texture size.",
-         Format("%s is %llu bytes long; a texture has 4096, 16384, 65536 or 262144.", path.c_str(),
-                static_cast<unsigned long long>(files.length.value_or(0))));
-  } else {
-    Tell(questions, "Error: Texture cannot be read.", path + ": " + files.error.what);
-  }
+  const bool is_read = files.error.what.empty();
+  questions.Fail(is_read ? "Error: Unsupported texture size." : "Error: Texture cannot be read.",
+                 path + (is_read ? " " : ": ") + files.Fault());
 }
 
 }  // namespace
+
+void DecodeTexture(const STextureFiles& files, const ColorTable& default_colors, STextureImage& image) {
+  image.size = TextureSizeOfLength(files.texels->View().size());
+  image.has_own_colors = files.colors.has_value();
+  DecodeTexture(files.texels->View(), files.colors.value_or(default_colors), image);
+}
 
 CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_colors)
     : questions_(questions), default_colors_(default_colors) {}
@@ -89,9 +87,10 @@ void CTextureStore::SetDefaultColors(const ColorTable& colors) {
   default_colors_ = colors;
   for (const auto& [path, image] : images_) {
     if (image->has_own_colors) continue;
-    const auto texels = ReadTextureFiles(path).texels;
-    if (texels && TextureSizeOfLength(texels->View().size()) == image->size)
-      DecodeTexture(texels->View(), default_colors_, *image);
+    STextureFiles files = ReadTextureFiles(path);
+    files.colors.reset();
+    if (files.texels && TextureSizeOfLength(files.texels->View().size()) == image->size)
+      DecodeTexture(files, default_colors_, *image);
   }
 }
 
@@ -114,9 +113,11 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   auto image = std::make_unique<STextureImage>();
   image->path = path;
   image->name = FileNamePart(path);
-  image->size = TextureSizeOfLength(files.texels->View().size());
-  image->has_own_colors = files.colors.has_value();
-  DecodeTexture(files.texels->View(), files.colors.value_or(default_colors_), *image);
+  DecodeTexture(files, default_colors_, *image);
+  if (!files.colors_error.what.empty())
+    questions_.Message({.text = Format(kUnreadColorsText, ColorTablePath(path).c_str()),
+                        .icon = EIcon::kWarning,
+                        .details = files.colors_error.what});
   return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
@@ -124,8 +125,7 @@ SImage CTextureStore::Picture(const std::string& path) const {
   const STextureFiles files = ReadTextureFiles(path);
   if (!files.texels) return {};
   STextureImage image;
-  image.size = TextureSizeOfLength(files.texels->View().size());
-  DecodeTexture(files.texels->View(), files.colors ? *files.colors : default_colors_, image);
+  DecodeTexture(files, default_colors_, image);
   for (size_t alpha = 3; alpha < image.rgba.size(); alpha += 4)
     image.rgba[alpha] = 255;
   return {.width = image.size, .height = image.size, .rgba = std::move(image.rgba)};

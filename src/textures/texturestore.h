@@ -82,5 +82,7 @@ class CTextureStore {
 
 /// Fills the three layouts of IMAGE from size × size texel INDICES and COLORS.
 void DecodeTexture(std::span<const uint8_t> indices, const ColorTable& colors, STextureImage& image);
+/// The size and the pixels of IMAGE from FILES, which have texels.
+void DecodeTexture(const STextureFiles& files, const ColorTable& default_colors, STextureImage& image);
 
 }  // namespace veldra

@@ -54,17 +54,17 @@ class CTruckJsonReader {
       fault_.known.emplace_back(key.name);
   }
 
-  void TakeText(const ParsedJson& value, const std::string& path, std::string& text) {
+  void Take(const ParsedJson& value, const std::string& path, std::string& text) {
     if (!value.is_string()) return Fail(path, "is not a text");
     text = value.get<std::string>();
     const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' '; };
     if (std::ranges::any_of(text, is_control)) Fail(path, "has a control character");
   }
-  void TakeNumber(const ParsedJson& value, const std::string& path, double& number) {
+  void Take(const ParsedJson& value, const std::string& path, double& number) {
     if (!value.is_number()) return Fail(path, "is not a number");
     number = value.get<double>();
   }
-  void TakeInteger(const ParsedJson& value, const std::string& path, int32_t& number) {
+  void Take(const ParsedJson& value, const std::string& path, int32_t& number) {
     if (!value.is_number_integer()) return Fail(path, "is not a whole number");
     const bool is_too_large = value.is_number_unsigned() && value.get<uint64_t>() > uint64_t{0x7FFFFFFF};
     if (is_too_large || value.get<int64_t>() < std::numeric_limits<int32_t>::min() ||
@@ -78,63 +78,42 @@ class CTruckJsonReader {
     Fail(path, Format("is not a list of %zu", size));
     return false;
   }
-  void TakePoint(const ParsedJson& value, const std::string& path, TruckPoint& point) {
-    if (!IsList(value, path, point.size())) return;
-    for (size_t axis = 0; axis < point.size(); ++axis)
-      TakeNumber(value[axis], path + Format("[%zu]", axis), point[axis]);
+  /// A point, or a list of points or texts.
+  template <typename Value, size_t kSize>
+  void Take(const ParsedJson& value, const std::string& path, std::array<Value, kSize>& list) {
+    if (!IsList(value, path, kSize)) return;
+    for (size_t i = 0; i < kSize; ++i)
+      Take(value[i], path + Format("[%zu]", i), list[i]);
   }
 
-  SKey Text(const char* name, std::string& target) {
-    return {name, [this, &target](const ParsedJson& value, const std::string& path) { TakeText(value, path, target); }};
-  }
-  SKey Number(const char* name, double& target) {
-    return {name,
-            [this, &target](const ParsedJson& value, const std::string& path) { TakeNumber(value, path, target); }};
-  }
-  SKey Integer(const char* name, int32_t& target) {
-    return {name,
-            [this, &target](const ParsedJson& value, const std::string& path) { TakeInteger(value, path, target); }};
-  }
-  SKey Point(const char* name, TruckPoint& target) {
-    return {name,
-            [this, &target](const ParsedJson& value, const std::string& path) { TakePoint(value, path, target); }};
+  template <typename Value>
+  SKey Key(const char* name, Value& target) {
+    return {name, [this, &target](const ParsedJson& value, const std::string& path) { Take(value, path, target); }};
   }
 
   void ReadTires(const ParsedJson& json, const std::string& path) {
-    const SKey keys[] = {
-        Point("frontRight", truck_.tires[kFrontRightTire]), Point("frontLeft", truck_.tires[kFrontLeftTire]),
-        Point("rearRight", truck_.tires[kRearRightTire]), Point("rearLeft", truck_.tires[kRearLeftTire])};
+    const SKey keys[] = {Key("frontRight", truck_.tires[kFrontRightTire]),
+                         Key("frontLeft", truck_.tires[kFrontLeftTire]), Key("rearRight", truck_.tires[kRearRightTire]),
+                         Key("rearLeft", truck_.tires[kRearLeftTire])};
     ReadObject(json, path, keys);
-  }
-
-  void ReadScrapePoints(const ParsedJson& json, const std::string& path) {
-    if (!IsList(json, path, kScrapePoints)) return;
-    for (size_t i = 0; i < json.size(); ++i)
-      TakePoint(json[i], path + Format("[%zu]", i), truck_.scrape_points[i]);
-  }
-
-  void ReadWaves(const ParsedJson& json, const std::string& path) {
-    if (!IsList(json, path, kTruckWaves)) return;
-    for (size_t i = 0; i < json.size(); ++i)
-      TakeText(json[i], path + Format("[%zu]", i), truck_.wave_files[i]);
   }
 
   void ReadLight(const ParsedJson& json, const std::string& path, TruckLight& light) {
     std::string type_name;  // follows from the type
-    const SKey keys[] = {Integer("type", light.type),
-                         Text("typeName", type_name),
-                         Point("position", light.position),
-                         Number("bitmapRadius", light.bitmap_radius),
-                         Number("heading", light.heading),
-                         Number("pitch", light.pitch),
-                         Number("headingSpeed", light.heading_speed),
-                         Number("coneLength", light.cone_length),
-                         Number("coneBaseRadius", light.cone_base_radius),
-                         Number("coneRimRadius", light.cone_rim_radius),
-                         Text("coneTexture", light.cone_texture),
-                         Text("sourceBitmap", light.source_bitmap),
-                         Integer("msOn", light.ms_on),
-                         Integer("msOff", light.ms_off)};
+    const SKey keys[] = {Key("type", light.type),
+                         Key("typeName", type_name),
+                         Key("position", light.position),
+                         Key("bitmapRadius", light.bitmap_radius),
+                         Key("heading", light.heading),
+                         Key("pitch", light.pitch),
+                         Key("headingSpeed", light.heading_speed),
+                         Key("coneLength", light.cone_length),
+                         Key("coneBaseRadius", light.cone_base_radius),
+                         Key("coneRimRadius", light.cone_rim_radius),
+                         Key("coneTexture", light.cone_texture),
+                         Key("sourceBitmap", light.source_bitmap),
+                         Key("msOn", light.ms_on),
+                         Key("msOff", light.ms_off)};
     ReadObject(json, path, keys);
   }
 
@@ -150,19 +129,19 @@ class CTruckJsonReader {
     const auto list = [this](const char* name, void (CTruckJsonReader::*read)(const ParsedJson&, const std::string&)) {
       return SKey{name, [this, read](const ParsedJson& value, const std::string& path) { (this->*read)(value, path); }};
     };
-    const SKey keys[] = {Text("name", truck_.name),
-                         Text("bodyModel", truck_.model_base_name),
-                         Text("tireModels", truck_.tire_base_name),
-                         Text("axleModel", truck_.axle_model_name),
-                         Text("shockTexture", truck_.shock_texture),
-                         Text("barTexture", truck_.bar_texture),
-                         Point("axleBarOffset", truck_.axle_bar_offset),
-                         Point("driveShaft", truck_.drive_shaft_position),
+    const SKey keys[] = {Key("name", truck_.name),
+                         Key("bodyModel", truck_.model_base_name),
+                         Key("tireModels", truck_.tire_base_name),
+                         Key("axleModel", truck_.axle_model_name),
+                         Key("shockTexture", truck_.shock_texture),
+                         Key("barTexture", truck_.bar_texture),
+                         Key("axleBarOffset", truck_.axle_bar_offset),
+                         Key("driveShaft", truck_.drive_shaft_position),
                          list("tires", &CTruckJsonReader::ReadTires),
-                         list("scrapePoints", &CTruckJsonReader::ReadScrapePoints),
-                         Integer("instrumentCluster", truck_.instrument_cluster),
-                         list("waveFiles", &CTruckJsonReader::ReadWaves),
-                         Integer("lightCount", truck_.light_count),
+                         Key("scrapePoints", truck_.scrape_points),
+                         Key("instrumentCluster", truck_.instrument_cluster),
+                         Key("waveFiles", truck_.wave_files),
+                         Key("lightCount", truck_.light_count),
                          list("lights", &CTruckJsonReader::ReadLights)};
     ReadObject(json, "", keys);
     if (!fault_.Empty()) return;

@@ -149,12 +149,13 @@ TEST_F(CCliTexturesTest, FailedImportLeavesBothFilesAsTheyWere) {
   folder.Write("t.raw", "old indices");
   folder.Write("t.ACT", "old colours");
   int files = 0;
-  SetFileFault(
-      [&](std::string_view operation, std::string_view) { return operation == "sync" && ++files == 2 ? ENOSPC : 0; });
+  SetFileFault([&](std::string_view operation, std::string_view) {
+    return operation == "sync" && ++files == 2 ? kDiskFull : 0;
+  });
   const SResult result = Run("texture import $/good.png $/t.raw");
   SetFileFault({});
   EXPECT_EQ(result.status, 1);
-  EXPECT_NE(result.err.find("t.ACT: "), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("t.ACT: disk full"), std::string::npos) << result.err;
   EXPECT_EQ(ReadTestFile(folder.File("t.raw")), "old indices");
   EXPECT_EQ(ReadTestFile(folder.File("t.ACT")), "old colours");
 }

@@ -12,7 +12,6 @@
 
 #ifdef _WIN32
 #include "platform/windows_system.h"
-constexpr int kDiskFull = ERROR_DISK_FULL;
 #else
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -20,7 +19,6 @@ constexpr int kDiskFull = ERROR_DISK_FULL;
 
 #include <cerrno>
 #include <csignal>
-constexpr int kDiskFull = ENOSPC;
 #endif
 
 namespace veldra {
@@ -29,6 +27,7 @@ namespace {
 using testing::CTempFolder;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using testing::kDiskFull;
 using testing::ReadTestFile;
 
 /// More than two pieces of what is written at once.

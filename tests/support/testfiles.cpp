@@ -12,7 +12,19 @@
 #include "platform/process.h"
 #include "platform/text.h"
 
+#ifdef _WIN32
+#include "platform/windows_system.h"
+#else
+#include <cerrno>
+#endif
+
 namespace veldra::testing {
+
+#ifdef _WIN32
+const int kDiskFull = ERROR_DISK_FULL;
+#else
+const int kDiskFull = ENOSPC;
+#endif
 
 CTempFolder::CTempFolder() {
   static std::atomic<int> counter{0};

@@ -7,6 +7,8 @@
 
 namespace veldra::testing {
 
+extern const int kDiskFull;  ///< as the system numbers it, for SetFileFault
+
 /// A folder of its own for one test, gone with the object.
 class CTempFolder {
  public:

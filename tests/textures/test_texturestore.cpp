@@ -92,6 +92,10 @@ TEST(TextureStore, TakesColoursFromTheTableBesideInAnyCase) {
     }
   }
   EXPECT_TRUE(questions.Messages().empty());
+  // One that is there and cannot be read is said.
+  ASSERT_TRUE(MakeDirectories(folder.File("A6.ACT")));
+  EXPECT_NE(store.GetTexture(folder.Write("A6.RAW", RawBytes(64))), nullptr);
+  EXPECT_EQ(questions.Messages().at(0).details, "is a folder");
 }
 
 TEST(DecodeTexture, NearBlackIsTransparent) {

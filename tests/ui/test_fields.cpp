@@ -93,11 +93,13 @@ TEST(NumberField, TrimsWhatIsPastedAndReadsWhatTheLocaleWrites) {
 TEST(ScreenFit, DialogsLargerThanTheScreenScroll) {
   const CScreenFit fit(*qApp);
   CRangeDialog dialog;
+  const int usual = dialog.minimumSizeHint().height();
   dialog.hide();
   dialog.first->setMinimumHeight(3000);
   dialog.resize(500, 4000);
   dialog.show();
   EXPECT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.minimumSizeHint().height() > usual; })) << "as the screen lets it";
   EXPECT_LE(dialog.height(), dialog.screen()->availableSize().height());
   EXPECT_TRUE(dialog.rect().contains(dialog.findChild<QDialogButtonBox*>()->geometry()));
 }

@@ -44,6 +44,10 @@ std::string LinkText(const std::string& path) {
   return length > 0 && static_cast<size_t>(length) < sizeof text ? std::string(text, static_cast<size_t>(length)) : "";
 }
 
+SIdentity IdentityIn(const struct stat& info) {
+  return {static_cast<uint64_t>(info.st_dev), static_cast<uint64_t>(info.st_ino)};
+}
+
 }  // namespace
 
 std::string ErrorText(int number) {
@@ -106,7 +110,21 @@ SStatus Status(const std::string& path) {
 std::optional<SIdentity> Identity(const std::string& path) {
   struct stat info;
   if (stat(path.c_str(), &info) != 0) return std::nullopt;
-  return SIdentity{static_cast<uint64_t>(info.st_dev), static_cast<uint64_t>(info.st_ino)};
+  return IdentityIn(info);
+}
+
+std::optional<SIdentity> Pin(const std::string& path, Handle& handle) {
+#ifdef O_PATH
+  constexpr int kAccess = O_PATH;  // also of files that may not be read
+#else
+  constexpr int kAccess = O_RDONLY | O_NONBLOCK;
+#endif
+  const int file = open(path.c_str(), kAccess | O_CLOEXEC);
+  struct stat info;
+  if (file < 0) return std::nullopt;
+  handle = file;
+  if (fstat(file, &info) != 0) return std::nullopt;
+  return IdentityIn(info);
 }
 
 bool IsSameName(const std::string& a, const std::string& b) {

@@ -47,6 +47,8 @@ SStatus Status(const std::string& path);
 /// What tells a file from all others while it is there, whatever it is called. Follows links. Nothing where there is
 /// none.
 std::optional<SIdentity> Identity(const std::string& path);
+/// Identity of PATH, which no other file gets as long as HANDLE, kNoHandle where none is needed, is open.
+std::optional<SIdentity> Pin(const std::string& path, Handle& handle);
 /// Whether two names in one folder are one, as the system has it.
 bool IsSameName(const std::string& a, const std::string& b);
 /// The name is that of a link, wherever it leads.

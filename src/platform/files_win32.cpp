@@ -138,6 +138,10 @@ std::optional<SIdentity> Identity(const std::string& path) {
   return SIdentity{info.dwVolumeSerialNumber, file};
 }
 
+std::optional<SIdentity> Pin(const std::string& path, Handle&) {
+  return Identity(path);  // numbers are not given again for a long time
+}
+
 bool IsSameName(const std::string& a, const std::string& b) {
   return CompareStringOrdinal(ToWide(a).c_str(), -1, ToWide(b).c_str(), -1, TRUE) == CSTR_EQUAL;
 }

@@ -1,6 +1,7 @@
 #include "platform/fileset.h"
 
 #include <chrono>
+#include <deque>
 #include <memory>
 #include <new>
 #include <optional>
@@ -26,8 +27,8 @@ constexpr std::chrono::seconds kLongestSave{10};
 /// Who only reads can read around the save.
 constexpr std::chrono::seconds kReadersWait{2};
 constexpr std::chrono::milliseconds kSaversPause{5};
-/// Who is disturbed that often takes what is there.
-constexpr int kMostReads = 20;
+/// Who is disturbed that often keeps savers away for the time of a read.
+constexpr int kFreeReads = 8;
 
 // The note: kNoteMagic, u32 number of files, for each the names of its new file and of the copy of its old one ("" when
 // there was none), each after its length as u32, u32 checksum of all before.
@@ -190,17 +191,38 @@ std::vector<std::string> PlacesToRead(const SSet& set, std::span<const std::stri
   return {paths.begin(), paths.end()};
 }
 
-/// Differs when a save came in between.
-struct SMoment {
-  bool is_noted;
-  std::optional<disk::SIdentity> file;
-  std::optional<int64_t> written;
-  bool operator==(const SMoment&) const = default;
+/// What the files of a set are. Differs from a later one when a save has begun or came in between, since each save
+/// makes new files. As long as it lives, none of them is given the number of one of these.
+class CMoment {
+ public:
+  explicit CMoment(const SSet& set) : is_noted_(FileExists(set.note)), written_(FileWriteTime(set.targets.front())) {
+    for (const std::string& target : set.targets)
+      files_.push_back(disk::Pin(target, pins_.emplace_back().handle));
+  }
+  bool operator==(const CMoment& other) const {
+    return is_noted_ == other.is_noted_ && written_ == other.written_ && files_ == other.files_;
+  }
+
+ private:
+  bool is_noted_;
+  std::optional<int64_t> written_;  ///< of the first, for disks that number nothing
+  std::deque<disk::COpenFile> pins_;
+  std::vector<std::optional<disk::SIdentity>> files_;
 };
 
-SMoment MomentOf(const SSet& set) {
-  const std::string& first = set.targets.front();
-  return {FileExists(set.note), disk::Identity(first), FileWriteTime(first)};
+/// Reads while nobody can save; false when that cannot be had.
+bool ReadAlone(const SSet& set, std::span<const std::string> paths, const FileSetReader& read) {
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    CFileLock lock;
+    if (disk::IsLink(set.note) || lock.Lock(set.note, kLongestSave) != ELockResult::kTaken) return false;
+    if (FileLength(set.note) == 0U) {
+      read(paths);
+      lock.ReleaseAndRemove();
+      return true;
+    }
+    if (!SettleNoted(set, lock)) return false;
+  }
+  return false;
 }
 
 /// One saving of a set.
@@ -340,12 +362,13 @@ bool ReplaceFiles(std::span<const SNewFile> files, SError* error) {
 
 void ReadFiles(std::span<const std::string> paths, const FileSetReader& read) {
   const SSet set = SetOf(paths);
-  for (int attempt = 0; attempt < kMostReads; ++attempt) {
-    const auto places = PlacesToRead(set, paths);
-    const SMoment before = MomentOf(set);
-    read(places);
-    if (MomentOf(set) == before) return;
+  for (int attempt = 0; attempt < kFreeReads; ++attempt) {
+    // Before it is known where to read, or a save that begins after that would not be seen.
+    const CMoment before(set);
+    read(PlacesToRead(set, paths));
+    if (CMoment(set) == before) return;
   }
+  if (!ReadAlone(set, paths, read)) read(PlacesToRead(set, paths));
 }
 
 void SettleFiles(std::span<const std::string> paths) {

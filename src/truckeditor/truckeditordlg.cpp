@@ -28,6 +28,7 @@ namespace veldra {
 namespace {
 
 constexpr QSize kUsualSize(900, 640);
+constexpr int kMessageMs = 6000;
 
 SFilePrompt TruckPrompt(const std::string& title, const CSettings& settings, const std::string& path) {
   const std::string folder = FindAnyCase(settings.trk_dir);
@@ -55,10 +56,15 @@ CTruckEditorDlg::CTruckEditorDlg(const SToolServices& services, CEarlierStates* 
       states_(states),
       document_(services.questions, services.settings, states),
       context_{document_, services.questions, services.settings},
-      pages_(new QTabWidget) {
+      pages_(new QTabWidget),
+      path_(new QLabel) {
   setObjectName("truckEditor");
   setAcceptDrops(true);
   resize(kUsualSize);
+  path_->setObjectName("truckPath");
+  // A label, since a message would be gone for good after the first menu that is looked at. It may be cut off.
+  path_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  statusBar()->addWidget(path_, 1);
   connect(&document_, &CTruckDocument::FileChanged, this, &CTruckEditorDlg::OnFileChanged);
   connect(&document_, &CTruckDocument::Changed, this, &CTruckEditorDlg::OnChanged);
   // The pages show where files are as soon as they are made.
@@ -172,7 +178,7 @@ void CTruckEditorDlg::RefreshFiles() {
 void CTruckEditorDlg::OnChanged() {
   setWindowTitle(tr("%1[*] - Truck Editor").arg(NameToQString(document_.Title())));
   setWindowModified(document_.IsModified());
-  statusBar()->showMessage(NameToQString(document_.Path()));
+  path_->setText(NameToQString(document_.Path()));
   if (undo_ == nullptr) return;
   undo_->setEnabled(document_.CanUndo());
   redo_->setEnabled(document_.CanRedo());
@@ -218,7 +224,8 @@ bool CTruckEditorDlg::SaveAs() {
 }
 
 void CTruckEditorDlg::Reload() {
-  if (AskAndReload(document_)) statusBar()->showMessage(tr("Reloaded %1").arg(NameToQString(document_.Title())));
+  if (!AskAndReload(document_)) return;
+  statusBar()->showMessage(tr("Reloaded %1").arg(NameToQString(document_.Title())), kMessageMs);
 }
 
 void CTruckEditorDlg::EarlierStates() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QTabWidget>
@@ -69,6 +70,7 @@ class CTruckEditorDlg : public QMainWindow {
   std::unique_ptr<CTruckTextures> textures_;
   STruckPageContext context_;
   QTabWidget* pages_;
+  QLabel* path_;
   QMenu* view_menu_ = nullptr;
   CTruckLightsPage* lights_ = nullptr;
   CTruck3dPage* view_ = nullptr;

@@ -219,6 +219,27 @@ TEST_F(CTruckEditorTest, PointsAreDraggedInThePicture) {
   EXPECT_NE(view->State().rotation.y, rotation.y) << "beside the points the truck is turned";
 }
 
+TEST_F(CTruckEditorTest, TheCameraShowsTheWholeTruckFromEachSide) {
+  ASSERT_TRUE(editor->OpenFile(TruckPath()));
+  Show(5);
+  auto* const view = Child<CTruckView>(*editor, "truckView");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view->HasDrawn(); }));
+  for (const auto look : {&C3DView::ViewFront, &C3DView::ViewLeft, &C3DView::ViewTop}) {
+    (view->*look)();
+    view->ZoomToFit();
+    view->grabFramebuffer();
+    // The tires are its corners, and fill more than half of what there is.
+    QRectF seen;
+    for (size_t tire = 0; tire < Truck().tires.size(); ++tire) {
+      const auto place = view->PlaceOf({ETruckPoint::kTire, static_cast<int>(tire)});
+      ASSERT_TRUE(place.has_value());
+      seen |= QRectF(*place - QPointF(1, 1), QSizeF(2, 2));
+    }
+    EXPECT_TRUE(QRectF(view->rect()).contains(seen));
+    EXPECT_GT(std::max(seen.width() / view->width(), seen.height() / view->height()), 0.4);
+  }
+}
+
 TEST_F(CTruckEditorTest, UnsavedChangesAreAskedAbout) {
   CTempFolder folder;
   const std::string path = folder.File("new.trk");

@@ -1,7 +1,8 @@
 // Preloaded into a program, makes one of its calls of the system fail: the one of number FAILCALLS_AT (from 1), with
 // the error number FAILCALLS_ERRNO. FAILCALLS_KIND says which calls count: "write" (those that change the disk), "read"
 // (opening and reading files below FAILCALLS_BELOW) or "memory". When the program ends, how many calls there were is
-// written to the file FAILCALLS_COUNT.
+// written to the file FAILCALLS_COUNT. With FAILCALLS_WHILE all those that change the disk fail, as long as that file
+// is there.
 //
 // Memory that libraries take before main() does not count, since nobody could answer for it.
 //
@@ -32,9 +33,18 @@ long fail_at = 0;
 int fail_with = 0;
 EKind kind = EKind::kNone;
 const char* below = "";
+const char* fail_while = nullptr;
+
+bool FailsNow() {
+  return fail_while != nullptr && is_in_main && syscall(SYS_access, fail_while, F_OK) == 0;
+}
 
 /// Whether the call that is about to be made is the one that fails.
 bool Fails(EKind of) {
+  if (of == EKind::kWrite && FailsNow()) {
+    errno = fail_with;
+    return true;
+  }
   if (kind != of || !is_in_main || ++counted != fail_at) return false;
   errno = fail_with;
   return true;
@@ -68,6 +78,7 @@ long Value(const char* name) {
 __attribute__((constructor)) void Begin() {
   const char* text = std::getenv("FAILCALLS_KIND");
   if (const char* folder = std::getenv("FAILCALLS_BELOW"); folder != nullptr) below = folder;
+  fail_while = std::getenv("FAILCALLS_WHILE");
   fail_at = Value("FAILCALLS_AT");
   fail_with = static_cast<int>(Value("FAILCALLS_ERRNO"));
   if (text == nullptr) return;

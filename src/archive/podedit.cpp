@@ -55,7 +55,8 @@ class CPodRewriter {
     if (!WriteHead()) return false;
     uint64_t done = 0;
     for (const SPart& part : parts_) {
-      if (!Copy(part) || !progress->Step(done += part.length, total)) return false;
+      done += part.length;
+      if (!Copy(part) || !progress->Step(done, total)) return false;
     }
     // Some systems replace no file that is open.
     input_.Close();
@@ -178,6 +179,7 @@ bool RemoveFromPod(CQuestions& questions, const CPodDocument& archive, const std
   }
   const std::vector<size_t> kept = AllBut(archive, removed);
   std::vector<SPart> parts;
+  parts.reserve(kept.size());
   for (const size_t i : kept)
     parts.push_back(PartOf(archive, archive.Entries()[i]));
   return Rewrite(questions, archive, parts, kept);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <numeric>
 
 #include "cli/editstep.h"
 #include "cli/modeltexture.h"
@@ -36,9 +37,8 @@ std::optional<std::vector<int32_t>> FacesOf(CSession& session, const CBinModel& 
 }
 
 std::vector<int32_t> AllFaces(const CBinModel& model) {
-  std::vector<int32_t> faces;
-  for (int32_t i = 0; i < model.FaceCount(); ++i)
-    faces.push_back(i);
+  std::vector<int32_t> faces(static_cast<size_t>(model.FaceCount()));
+  std::iota(faces.begin(), faces.end(), 0);
   return faces;
 }
 

@@ -59,6 +59,7 @@ int Test(CSession& session, const CPodDocument& archive, const SPodOptions& opti
   for (const SPodFinding& finding : findings) {
     text += options.pod + ": " + finding.kind + ": " + finding.text + "\n";
     std::vector<std::string> names;
+    names.reserve(finding.entries.size());
     for (const size_t entry : finding.entries)
       names.push_back(ToUtf8(archive.Entries()[entry].Name()));
     list.push_back({{"pod", ToUtf8(options.pod)},

@@ -62,8 +62,9 @@ std::string CheckFaceType(const SShapeOptions& options) {
 /// A number of FEWEST to MOST.
 TakeValue Counting(std::optional<int>& target, int fewest, int most) {
   const auto parse = [=](const std::string& text) -> std::optional<int> {
-    const auto number = ParseInteger(text);
-    return number && *number >= fewest && *number <= most ? std::optional<int>(*number) : std::nullopt;
+    auto number = ParseInteger(text);
+    if (number && (*number < fewest || *number > most)) number.reset();
+    return number;
   };
   return Parsed(target, parse, Format("is not a number from %d to %d", fewest, most));
 }

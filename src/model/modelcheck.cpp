@@ -79,6 +79,7 @@ class CModelCheck {
 
   std::vector<SPoint> PointsOf(const SFace& face) const {
     std::vector<SPoint> points;
+    points.reserve(face.corners.size());
     for (const SModelRecords::SCorner& corner : face.corners)
       points.push_back(model_.vertices[corner.vertex]);
     return points;
@@ -134,6 +135,7 @@ class CModelCheck {
   /// The corners from the lowest one on: the same for two that are one polygon.
   static std::vector<uint32_t> PolygonOf(const SFace& face) {
     std::vector<uint32_t> corners;
+    corners.reserve(face.corners.size());
     for (const SModelRecords::SCorner& corner : face.corners)
       corners.push_back(corner.vertex);
     // Of all turns the smallest: a corner that comes twice leaves more than one beginning.
@@ -171,8 +173,8 @@ class CModelCheck {
     std::ranges::sort(shared);
     for (std::vector<int32_t>& vertices : shared) {
       const SPoint& p = model_.vertices[static_cast<size_t>(vertices.front())];
-      Add(EFinding::kSamePlace, Format("%zu vertices lie at (%d, %d, %d)", vertices.size(), p.x, p.y, p.z), {},
-          std::move(vertices));
+      std::string text = Format("%zu vertices lie at (%d, %d, %d)", vertices.size(), p.x, p.y, p.z);
+      Add(EFinding::kSamePlace, std::move(text), {}, std::move(vertices));
     }
   }
 

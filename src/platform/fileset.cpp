@@ -87,7 +87,7 @@ CByteWriter NoteOf(const Members& members) {
 /// the note.
 std::optional<std::string> ReadName(CByteReader& in, const SSet& set, const std::string& target, bool may_be_empty) {
   const auto bytes = in.ReadBytes(in.ReadU32());
-  const std::string name(bytes.begin(), bytes.end());
+  std::string name(bytes.begin(), bytes.end());
   if (name.empty() && may_be_empty) return name;
   if (!IsTemporaryName(name, set.tag)) return std::nullopt;
   return JoinPath(disk::FolderAbove(target), name);

@@ -129,10 +129,12 @@ class CMeshBuilder {
     const Vector3 right = is_level ? Vector3{1, 0, 0} : Normalized(Cross({0, 1, 0}, normal));
     const Vector3 down = Cross(right, normal);
     std::vector<Vector3> flat;
+    flat.reserve(polygon.corners.size());
     for (const int32_t corner : polygon.corners)
       flat.push_back({Dot(right, Exact(corner)), Dot(down, Exact(corner)), 0});
     const std::array<SRange, 3> ranges = RangesOf(flat);
     std::vector<STexCoord> coords;
+    coords.reserve(flat.size());
     for (const Vector3& at : flat)
       coords.push_back({ranges[0].Part(at[0]), ranges[1].Part(at[1])});
     return coords;
@@ -157,6 +159,7 @@ class CMeshBuilder {
   void AddPolygon(const SPolygon& polygon) {
     const std::vector<STexCoord> coords = CoordsOf(polygon);
     std::vector<SWavePoint> points;
+    points.reserve(polygon.corners.size());
     for (const int32_t corner : polygon.corners)
       points.push_back(ToVector(mesh_.points[static_cast<size_t>(corner)]));
     const std::vector<SPiece> pieces = SplitPolygon(points, polygon.corners);

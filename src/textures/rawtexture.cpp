@@ -61,7 +61,7 @@ SImage PictureOf(const SRawTexture& texture) {
   SImage picture = {texture.size, texture.size, {}};
   picture.rgba.reserve(indexed.indices.size() * 4);
   for (const uint8_t index : indexed.indices) {
-    const auto entry = indexed.table.begin() + index * 4;
+    const auto entry = indexed.table.begin() + ptrdiff_t{index} * 4;
     picture.rgba.insert(picture.rgba.end(), entry, entry + 4);
   }
   return picture;

@@ -40,7 +40,9 @@ class CTruckJsonReader {
     if (!json.is_object()) return Fail(path.empty() ? "The truck" : path, "is not an object");
     for (const auto& [name, value] : json.items()) {
       const auto key = std::ranges::find_if(keys, [&name = name](const SKey& row) { return name == row.name; });
-      const std::string own_path = path.empty() ? name : path + "." + name;
+      std::string own_path = path;
+      if (!path.empty()) own_path += '.';
+      own_path += name;
       if (key == keys.end()) return FailUnknown(own_path, name, keys);
       key->take(value, own_path);
       if (!fault_.Empty()) return;

@@ -197,7 +197,8 @@ SImage C3DView::SmallPicture() {
                            .convertToFormat(QImage::Format_RGBA8888);
   SImage picture = {.width = small.width(), .height = small.height(), .rgba = {}};
   for (int y = 0; y < small.height(); ++y)
-    picture.rgba.insert(picture.rgba.end(), small.constScanLine(y), small.constScanLine(y) + 4 * small.width());
+    picture.rgba.insert(picture.rgba.end(), small.constScanLine(y),
+                        small.constScanLine(y) + ptrdiff_t{4} * small.width());
   return picture;
 }
 

@@ -250,7 +250,7 @@ class CVictimTest : public CUnsavedWorkTest {
     QObject::connect(&timer, &QTimer::timeout, [&] {
       Edit();
       app->Recovery().Tick();
-      log << edits_ << std::endl;
+      log << edits_ << '\n' << std::flush;
       if (edits_ == kEditsAnInterval + 1) std::puts("editing"), std::fflush(stdout);
     });
     timer.start(kEditEveryMs);

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -32,8 +33,8 @@ class CCliProgramTest : public CCliTest {
     if (child != 0) return child;
     const rlimit limit = {memory, memory};
     if (memory != 0) setrlimit(RLIMIT_AS, &limit);
-    if (freopen(folder.File("said").c_str(), "w", stderr) == nullptr || freopen("/dev/null", "w", stdout) == nullptr)
-      _exit(126);
+    const int said = open(folder.File("said").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (dup2(said, STDERR_FILENO) < 0 || dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO) < 0) _exit(126);
     execv(VELDRA_CLI, arguments.data());
     _exit(127);
   }

@@ -109,7 +109,7 @@ TEST_F(SampleWorkspace, TheTrucksArchiveGivesEveryFileBack) {
 
 TEST(SampleWorkspaceFailure, SaysWhatCannotBeWritten) {
   const testing::CTempFolder folder;
-  const std::string in_the_way = folder.Write("ART", "a file where a folder should be");
+  folder.Write("ART", "a file where a folder should be");
   CScriptedQuestions questions;
   SError error;
   EXPECT_FALSE(samples::WriteWorkspace(folder.Path(), questions, &error));

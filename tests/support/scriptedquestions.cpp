@@ -13,7 +13,8 @@ class CScriptedProgress : public CProgress {
   explicit CScriptedProgress(int cancel_after) : left_(cancel_after) {}
   bool Step(uint64_t done, uint64_t total) override {
     EXPECT_LE(done, total);
-    return left_ < 0 || left_-- > 0;
+    if (left_ > 0) return --left_, true;
+    return left_ < 0;
   }
 
  private:

@@ -16,7 +16,7 @@ class CTexPoolTest : public ::testing::Test {
   /// The pool leaves its textures to others.
   ~CTexPoolTest() override {
     for (const auto& [key, entry] : pool.Textures()) {
-      std::free(entry->pixels);
+      const std::unique_ptr<uint8_t, decltype(&std::free)> pixels(entry->pixels, &std::free);
       const std::unique_ptr<TexPoolEntry> owned(entry);
     }
   }

@@ -183,6 +183,12 @@ void CMainFrame::RefreshCommands() {
       this, [this] { Refresh(); }, Qt::QueuedConnection);
 }
 
+/// A key may come before what the last one did is seen in the menus, and would find its command disabled.
+bool CMainFrame::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && refresh_is_due_) Refresh();
+  return QMainWindow::event(event);
+}
+
 void CMainFrame::Refresh() {
   refresh_is_due_ = false;
   docks_->Follow(ActiveView());

@@ -44,6 +44,20 @@ TEST_F(CEditorTest, SavingAsksThroughTheDialogsInTheirOrder) {
   EXPECT_EQ(frame->ActiveDocument()->Model().Bounds().max.y, 600);
 }
 
+TEST_F(CEditorTest, AKeyRightAfterAnotherFindsItsCommand) {
+  CTarnView& view = StartWith(WriteModel("m.bin"));
+  frame->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+  view.setFocus();
+  Settle();
+  // On a slow screen both are read before the event loop gets round to anything else.
+  for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_X})
+    QTest::keyClick(&view, key);
+  EXPECT_TRUE(frame->ActiveDocument()->IsModified());
+  QTest::keyClick(&view, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_FALSE(frame->ActiveDocument()->IsModified());
+}
+
 TEST_F(CEditorTest, ReadOnlyModelsAreSavedUnderAnotherNameOnly) {
   const std::string path = WriteModel("m.bin");
   const std::string original = ReadTestFile(path);

@@ -65,3 +65,4 @@ endfunction()
 
 veldra_header_only(veldra_cli11 CLI/CLI.hpp)
 veldra_header_only(veldra_json nlohmann/json.hpp)
+veldra_header_only(veldra_stb stb/stb_image.h)

@@ -1,5 +1,7 @@
 #include "fuzzquestions.h"
 #include "interchange/3dstudiofile.h"
+#include "interchange/studiomesh.h"
+#include "interchange/waveimport.h"
 #include "platform/assert.h"
 
 /// A 3ds file: whatever is taken of it lies within its own lists, and what is refused is told.
@@ -19,5 +21,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const int32_t vertex : file.Faces()[i].vertices)
       VELDRA_ASSERT(vertex >= 0 && static_cast<size_t>(vertex) < file.Vertices().size());
   }
+  // With materials it is the same mesh, and the model that comes of it is sound.
+  C3DStudioFile rich("", true);
+  VELDRA_ASSERT(rich.ReadBytes({data, size}, questions) == is_read && rich.Faces().size() == file.Faces().size());
+  fuzz::SFuzzLoad load;
+  CBinModel model;
+  const SImportContext context = {load.store, load.questions, "/nonexistent"};
+  if (is_read && ImportWaveMesh(model, MeshOf(rich), {"/nonexistent/in.3ds", "ROAD.RAW"}, {}, context, fault))
+    VELDRA_ASSERT(model.CheckInvariants().empty());
   return 0;
 }

@@ -23,7 +23,7 @@ bool Import(CBinModel& model, SWaveMesh mesh, const SWaveOptions& options, fuzz:
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   WaveMaps maps;
-  ParseMaterials(text, maps);
+  ParseMaterials(text, "", maps);
   SImportFault fault;
   const auto mesh = ParseWavefront(text, nullptr, fault);
   VELDRA_ASSERT(mesh.has_value() == fault.what.empty());

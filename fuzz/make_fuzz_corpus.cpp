@@ -14,6 +14,11 @@
 
 /// Writes the seeds of the fuzz targets below a folder: make_fuzz_corpus FOLDER.
 
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#define STB_IMAGE_WRITE_STATIC
+#define STBI_WRITE_NO_STDIO
+#include <stb/stb_image_write.h>
+
 namespace {
 
 using namespace veldra;
@@ -96,6 +101,7 @@ std::vector<uint8_t> StudioBytes() {
     for (const uint16_t value : std::to_array<uint16_t>({1, 0, 1, 2, 7}))
       out.WriteU16(value);
     WriteChunk(out, 0x4150, std::vector<uint8_t>(4));
+    WriteChunk(out, 0x4130, std::vector<uint8_t>{'M', 0, 1, 0, 0, 0});
   });
   const auto object = [](const char* name, uint16_t id, const std::vector<uint8_t>& data) {
     return Chunk(0x4000, [&](CByteWriter& out) {
@@ -107,8 +113,10 @@ std::vector<uint8_t> StudioBytes() {
   const auto mesh = Chunk(0x4100, [&](CByteWriter& out) {
     out.WriteBytes(vertices);
     out.WriteBytes(faces);
+    WriteChunk(out, 0x4140, std::vector<uint8_t>{2, 0, 0, 0, 0x80, 0x3F, 0, 0, 0, 0x3F, 0, 0, 0x80, 0xBF, 0, 0, 0, 0});
   });
   const auto editor = Chunk(0x3D3D, [&](CByteWriter& out) {
+    WriteChunk(out, 0xAFFF, Chunk(0xA000, [](CByteWriter& name) { name.WriteText(std::string_view("M", 2)); }));
     WriteChunk(out, 0xAFFF, Chunk(0xA200, [](CByteWriter& map) { WriteChunk(map, 0xA300, {}); }));
     out.WriteBytes(object("Box", 0x4100, {mesh.begin() + 6, mesh.end()}));
     out.WriteBytes(object("Lamp", 0x4600, std::vector<uint8_t>(12)));
@@ -144,11 +152,30 @@ bool WritePicture(const std::string& folder) {
   return MakeDirectories(folder) && WritePng(JoinPath(folder, "full"), picture);
 }
 
+void Append(void* bytes, void* data, int size) {
+  auto& all = *static_cast<std::vector<uint8_t>*>(bytes);
+  all.insert(all.end(), static_cast<uint8_t*>(data), static_cast<uint8_t*>(data) + size);
+}
+
 bool Write(const std::string& folder, const char* name, std::span<const uint8_t> bytes) {
   SError error;
   if (MakeDirectories(folder) && ReplaceFile(JoinPath(folder, name), bytes, &error)) return true;
   std::fprintf(stderr, "%s: %s\n", JoinPath(folder, name).c_str(), error.what.c_str());
   return false;
+}
+
+/// One of each kind but PNG, behind the byte that the target looks at.
+bool WriteOtherPictures(const std::string& folder) {
+  std::vector<uint8_t> pixels;
+  for (int i = 0; i < 16 * 16 * 4; ++i)
+    pixels.push_back(static_cast<uint8_t>(i * i >> 5));
+  std::vector<uint8_t> jpeg = {0};
+  std::vector<uint8_t> bmp = {0};
+  std::vector<uint8_t> tga = {1};
+  stbi_write_jpg_to_func(Append, &jpeg, 16, 16, 4, pixels.data(), 80);
+  stbi_write_bmp_to_func(Append, &bmp, 16, 16, 4, pixels.data());
+  stbi_write_tga_to_func(Append, &tga, 16, 16, 4, pixels.data());
+  return Write(folder, "jpeg", jpeg) && Write(folder, "bmp", bmp) && Write(folder, "tga", tga);
 }
 
 }  // namespace
@@ -193,6 +220,6 @@ int main(int argc, char** argv) {
       Write(JoinPath(argv[1], "settings"), "full", settings.Bytes()) &&
       Write(JoinPath(argv[1], "copy"), "snapshot", CopyBytes(model, true)) &&
       Write(JoinPath(argv[1], "copy"), "copy", CopyBytes(model, false)) && WritePicture(JoinPath(argv[1], "png")) &&
-      Write(JoinPath(argv[1], "trk"), "full", truck.Bytes());
+      Write(JoinPath(argv[1], "trk"), "full", truck.Bytes()) && WriteOtherPictures(JoinPath(argv[1], "picture"));
   return is_written ? 0 : 1;
 }

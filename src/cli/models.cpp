@@ -5,6 +5,7 @@
 #include "cli/session.h"
 #include "cli/values.h"
 #include "interchange/modelreport.h"
+#include "interchange/waveexport.h"
 #include "interchange/wavefront.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -100,19 +101,30 @@ struct SConvertOptions {
   std::string out;
   std::optional<EModelVariant> variant;  ///< nothing for a Wavefront file
   std::optional<double> scale;
+  bool with_materials = false;
 };
 
-int ConvertToWavefront(CSession& session, const CBinModel& model, const std::string& path) {
+int ConvertToWavefront(CSession& session, const CBinModel& model, const SConvertOptions& options) {
+  const std::string& path = options.out;
   if (path == kStandardStream) return session.Pass(WavefrontText(model));
   SError error;
   if (session.CheckWritable(path) != kDone) return kFailed;
-  return ExportWavefront(model, path, &error) ? kDone : session.FailToWrite(path, error.what);
+  const bool is_done = options.with_materials ? ExportWithMaterials(model, path, {}, session.DefaultColors(), &error)
+                                              : ExportWavefront(model, path, &error);
+  return is_done ? kDone : session.FailToWrite(path, error.what);
+}
+
+/// "" or what is wrong.
+std::string CheckConversion(const SConvertOptions& options) {
+  if (!options.with_materials) return "";
+  if (options.variant) return "--materials: only with --to obj";
+  return options.out == kStandardStream ? "--materials: several files cannot go to standard output" : "";
 }
 
 int Convert(CSession& session, const SConvertOptions& options) {
   const auto document = session.Open(options.model);
   if (!document) return kFailed;
-  if (!options.variant) return ConvertToWavefront(session, document->Model(), options.out);
+  if (!options.variant) return ConvertToWavefront(session, document->Model(), options);
   if (options.out == kStandardStream) return session.Fail("A model file cannot be written to standard output.");
   // Not the setting's: what a script writes must not depend on what somebody last typed into a window.
   session.Questions().SetScaleFactor(options.scale.value_or(document->Model().ScaleWord() / 65536.0));
@@ -126,8 +138,11 @@ SCommandRow ConvertCommand() {
           .options = {Argument("MODEL", "Model file", options->model), TextOutput("OUT", "File to write", options->out),
                       Required(Choice("--to", kConvertKinds, "Kind of file", options->variant)),
                       Option("--scale", "F", "Hellbender scale factor (default: that in the model file)",
-                             Parsed(options->scale, ParseNumber, "is not a number"))},
-          .run = [options](CSession& session) { return Convert(session, *options); }};
+                             Parsed(options->scale, ParseNumber, "is not a number")),
+                      Flag("--materials", "Of a Wavefront file: with materials, textures and groups",
+                           options->with_materials)},
+          .run = [options](CSession& session) { return Convert(session, *options); },
+          .check = [options] { return CheckConversion(*options); }};
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "platform/paths.h"
 #include "platform/png.h"
 #include "platform/text.h"
+#include "textures/picturetexture.h"
 #include "textures/quantize.h"
 #include "textures/rawtexture.h"
 #include "textures/texturefiles.h"
@@ -103,10 +104,6 @@ int WriteTexture(CSession& session, const std::string& raw, const SIndexedTextur
   return WriteTextureFiles(raw, texture.indices, texture.colors, &error) ? kDone : session.FailToWrite(raw, error.what);
 }
 
-bool IsTextureSize(int width, int height) {
-  return width == height && std::ranges::find(kTextureSizes, width) != kTextureSizes.end();
-}
-
 /// Nothing when it is no colour table; the user has been told.
 std::optional<ColorTable> OpenColors(CSession& session, const std::string& path) {
   auto colors = ReadColorTable(path);
@@ -121,51 +118,23 @@ int CheckTarget(CSession& session, const std::string& raw) {
   return session.CheckWritable(raw) == kDone ? session.CheckWritable(ColorTablePath(raw)) : kFailed;
 }
 
-/// The picture in colour, scaled where that is wanted; nothing after a message.
-std::optional<SIndexedTexture> TextureInColor(CSession& session, const STextureImport& options, const std::string& path,
-                                              bool has_table) {
-  SError error;
-  const auto fail = [&] {
-    session.Fail(Format("\"%s\" could not be opened.", options.png.c_str()), error.what);
-    return std::nullopt;
-  };
-  // Before the pixels are taken in.
-  const auto sides = ReadPngSize(path, &error);
-  if (!sides) return fail();
-  if (options.size == 0 && !IsTextureSize(sides->width, sides->height)) {
-    session.Fail(Format("\"%s\" is %d x %d pixels. A texture is square, 64, 128, 256 or 512 pixels wide.",
-                        options.png.c_str(), sides->width, sides->height));
-    return std::nullopt;
-  }
-  auto picture = ReadPng(path, &error);
-  if (!picture) return fail();
-  if (options.size != 0) picture = ScalePicture(*picture, options.size, options.size, options.Scaling());
-  std::optional<ColorTable> colors;
-  if (!options.palette.empty()) {
-    colors = OpenColors(session, options.palette);
-    if (!colors) return std::nullopt;
-  }
-  return QuantizeTexture(*picture, colors, has_table ? EDarkPixels::kKeep : EDarkPixels::kLift);
-}
-
-/// As TextureInColor, but a picture with a table keeps that where nothing else is wanted.
-std::optional<SIndexedTexture> TextureOfPicture(CSession& session, const STextureImport& options) {
+/// Nothing after a message.
+std::optional<SIndexedTexture> OpenPicture(CSession& session, const STextureImport& options) {
   const std::string path = session.InputPath(options.png);
   if (path.empty()) return std::nullopt;
-  auto indexed = ReadIndexedPng(path);
-  if (!indexed || !options.palette.empty()) return TextureInColor(session, options, path, indexed.has_value());
-  const bool is_scaled = options.size != 0 && (indexed->width != options.size || indexed->height != options.size);
-  if (is_scaled && !options.nearest) return TextureInColor(session, options, path, true);
-  if (is_scaled) {
-    indexed->indices = ScaleIndices(indexed->indices, indexed->width, indexed->height, options.size);
-    indexed->width = indexed->height = options.size;
+  STextureOptions wanted = {.size = options.size, .scaling = options.Scaling()};
+  if (!options.palette.empty()) {
+    wanted.colors = OpenColors(session, options.palette);
+    if (!wanted.colors) return std::nullopt;
   }
-  if (!IsTextureSize(indexed->width, indexed->height)) return TextureInColor(session, options, path, true);
-  return TextureOf(*indexed);
+  SError error;
+  auto texture = TextureOfPicture(path, wanted, &error);
+  if (!texture) session.Fail(Format("\"%s\" could not be opened.", options.png.c_str()), error.what);
+  return texture;
 }
 
 int ImportTexture(CSession& session, const STextureImport& options) {
-  const auto texture = TextureOfPicture(session, options);
+  const auto texture = OpenPicture(session, options);
   if (!texture || CheckTarget(session, options.raw) != kDone) return kFailed;
   return WriteTexture(session, options.raw, *texture);
 }
@@ -173,8 +142,8 @@ int ImportTexture(CSession& session, const STextureImport& options) {
 SCommandRow ImportTextureCommand() {
   const auto options = std::make_shared<STextureImport>();
   return {.name = "import",
-          .help = "Turn a PNG file into a texture and its colour table",
-          .options = {Argument("PICTURE", "Square PNG picture, 64, 128, 256 or 512 pixels wide", options->png),
+          .help = "Turn a picture into a texture and its colour table",
+          .options = {Argument("PICTURE", "Square picture, 64, 128, 256 or 512 pixels wide", options->png),
                       Output("RAW", "Texture file to write; the ACT file is written beside it", options->raw),
                       Option("--palette", "ACT", "Take the colours of this table (default: a table made to fit)",
                              options->palette),

@@ -187,8 +187,8 @@ bool CModelSaver::WriteVariant(const std::string& path, EModelVariant variant) {
   return saved;
 }
 
-bool CModelSaver::WriteMtm(const std::string& path) {
-  const SSaveOptions options = {.vertex_normals = document_.Model().HasFaceType(kFaceShiny)};
+bool CModelSaver::WriteMtm(const std::string& path, std::span<const std::vector<SNewFile>> beside) {
+  const SSaveOptions options = {.vertex_normals = document_.Model().HasFaceType(kFaceShiny), .beside = beside};
   return Write(path, options, EModelVariant::kMtm);
 }
 

@@ -44,7 +44,8 @@ class CModelSaver {
   bool SaveAsVariant(const std::string& path, EModelVariant variant);
 
   // Without the checks.
-  bool WriteMtm(const std::string& path);
+  /// With BESIDE as in SSaveOptions.
+  bool WriteMtm(const std::string& path, std::span<const std::vector<SNewFile>> beside = {});
   /// Asks first when the file could not be read back (its first face has no texture).
   bool WriteBackdrop(const std::string& path);
   /// Asks for the scale factor, which the setting SCALEFACTOR keeps, and whether face types above 0x29 become 0x18.

@@ -51,14 +51,18 @@ constexpr SStudioChunkRow kRows[] = {
     {Place::kMesh, 0x4110, Action::kVertices, "trimesh vertlist"},
     {Place::kMesh, 0x4120, Action::kFaces, "trimesh face description"},
     {Place::kMesh, 0x4130, Action::kSkip, "trimesh face materials"},
-    {Place::kMesh, 0x4140, Action::kSkip, "trimesh map coordinates"},
+    {Place::kMesh, 0x4140, Action::kMapCoordinates, "trimesh map coordinates"},
     {Place::kMesh, 0x4150, Action::kSkip, "trimesh smooth groups"},
     {Place::kMesh, 0x4160, Action::kSkip, "trimesh local coordinates"},
     {Place::kMesh, 0x4165, Action::kSkip, "trimesh object coordinates"},
     {Place::kMesh, 0x4181, Action::kSkip, "trimesh eternal procedure name"},
     {Place::kMesh, 0x4182, Action::kSkip, "trimesh eternal procedure parameters"},
 
-    {Place::kMaterial, 0xA000, Action::kSkip, "material name"},
+    // Within the faces, where they are looked at only when materials are wanted.
+    {Place::kFaceList, 0x4130, Action::kFaceMaterials, "trimesh face materials"},
+    {Place::kFaceList, 0x4150, Action::kSkip, "trimesh smooth groups"},
+
+    {Place::kMaterial, 0xA000, Action::kMaterialName, "material name"},
     {Place::kMaterial, 0xA010, Action::kSkip, "material ambient color"},
     {Place::kMaterial, 0xA020, Action::kSkip, "material diffuse color"},
     {Place::kMaterial, 0xA030, Action::kSkip, "material specular color"},
@@ -79,7 +83,7 @@ constexpr SStudioChunkRow kRows[] = {
     {Place::kMaterial, 0xA08C, Action::kSkip, "material soften indicator"},
     {Place::kMaterial, 0xA08E, Action::kSkip, "material wireframe in units indicator"},
     {Place::kMaterial, 0xA100, Action::kSkip, "material render type"},
-    {Place::kMaterial, 0xA200, Action::kTraceSubMaterial, "material texture map 1"},
+    {Place::kMaterial, 0xA200, Action::kTextureMap, "material texture map 1"},
     {Place::kMaterial, 0xA204, Action::kTraceSubMaterial, "material specular map"},
     {Place::kMaterial, 0xA210, Action::kTraceSubMaterial, "material opacity map"},
     {Place::kMaterial, 0xA220, Action::kTraceSubMaterial, "material reflection map"},
@@ -96,7 +100,7 @@ constexpr SStudioChunkRow kRows[] = {
     {Place::kMaterial, 0xA34A, Action::kTraceSubMaterial, "material self illumination mask"},
     {Place::kMaterial, 0xA34C, Action::kTraceSubMaterial, "material reflection mask"},
 
-    {Place::kSubMaterial, 0xA300, Action::kSkip, "sub-material file name"},
+    {Place::kSubMaterial, 0xA300, Action::kMapFile, "sub-material file name"},
     {Place::kSubMaterial, 0xA351, Action::kSkip, "sub-material parameters"},
     {Place::kSubMaterial, 0xA353, Action::kSkip, "sub-material blur"},
     {Place::kSubMaterial, 0xA354, Action::kSkip, "sub-material V scale"},

@@ -39,14 +39,14 @@ bool C3DStudioFile::ReadFile(CQuestions& questions, SImportFault* fault) {
 }
 
 bool C3DStudioFile::ReadBytes(std::span<const uint8_t> bytes, CQuestions& questions, SImportFault* fault) {
-  *this = C3DStudioFile(path_);
+  *this = C3DStudioFile(path_, wants_extras_);
   CStudioReader reader(*this, bytes, questions);
   SImportFault found;
   if (ReadAll(reader, found)) {
     scale_factor_ = kScaleFactor;
     return true;
   }
-  *this = C3DStudioFile(path_);
+  *this = C3DStudioFile(path_, wants_extras_);
   Trace(">> C3DStudioFile::ReadFile(): %s\n", found.what.c_str());
   if (fault != nullptr) *fault = found;
   return false;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "interchange/importfault.h"
@@ -27,16 +28,33 @@ struct StudioFace {
   int32_t index = 0;   ///< over the whole file
 };
 
+/// What is taken beside the mesh when materials are wanted.
+struct SStudioExtras {
+  struct SMaterial {
+    std::string name;
+    std::string picture;  ///< file name of its first texture map; "" for none
+  };
+  struct SObject {
+    std::string name;
+    size_t first_face = 0;
+  };
+  std::vector<SMaterial> materials;
+  std::vector<SObject> objects;              ///< those with a mesh
+  std::vector<std::array<float, 2>> coords;  ///< u and v of each vertex, v upwards; not a number for none
+  std::vector<std::pair<std::string, uint32_t>> face_materials;  ///< material's name and face, as in the file
+};
+
 struct SStudioBox {
   std::array<float, 3> min = {};
   std::array<float, 3> max = {};
 };
 
-/// Reads one file. All mesh objects of it are put behind one another; materials, lights, cameras and keyframes are
-/// passed over.
+/// Reads one file. All mesh objects of it are put behind one another; lights, cameras and keyframes are passed over,
+/// and so are materials and texture coordinates unless they are wanted.
 class C3DStudioFile {
  public:
-  explicit C3DStudioFile(std::string path) : path_(std::move(path)) {}
+  explicit C3DStudioFile(std::string path, bool wants_extras = false)
+      : path_(std::move(path)), wants_extras_(wants_extras) {}
 
   /// False when nothing may be used; FAULT (may be null) then says why. Only a version above 3 is told to the user from
   /// here: "This version of the 3ds file format is not supported".
@@ -48,6 +66,8 @@ class C3DStudioFile {
   const std::string& Path() const { return path_; }
   const std::vector<StudioVertex>& Vertices() const { return vertices_; }
   const std::vector<StudioFace>& Faces() const { return faces_; }
+  /// Empty unless wanted. Damage in it is no damage of the mesh: it ends what is taken.
+  const SStudioExtras& Extras() const { return extras_; }
   const SStudioBox& BoundingBox() const { return box_; }  ///< of all vertices; zero without any
   /// What turns the file's units into those of a model. The file's own unit is not consulted.
   float ScaleFactor() const { return scale_factor_; }
@@ -55,6 +75,8 @@ class C3DStudioFile {
  private:
   friend class CStudioReader;
   std::string path_;
+  bool wants_extras_;
+  SStudioExtras extras_;
   std::vector<StudioVertex> vertices_;
   std::vector<StudioFace> faces_;
   SStudioBox box_;

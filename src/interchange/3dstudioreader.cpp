@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 
 #include "platform/text.h"
 #include "platform/trace.h"
@@ -139,7 +140,18 @@ bool CStudioReader::ReadKnown(const SStudioChunkRow& row, const SStudioChunk& ch
       return ReadVertices(chunk);
     case EStudioAction::kFaces:
       return ReadFaces(chunk);
+    case EStudioAction::kFaceMaterials:
+    case EStudioAction::kMapCoordinates:
+    case EStudioAction::kMaterialName:
+    case EStudioAction::kMapFile:
+      return !file_.wants_extras_ || ReadExtra(row, chunk);
+    case EStudioAction::kTextureMap:
+      is_texture_map_ = true;
+      TraceChildren(EStudioPlace::kSubMaterial, chunk, 0);
+      is_texture_map_ = false;
+      return true;
     case EStudioAction::kTraceMaterial:
+      if (file_.wants_extras_) file_.extras_.materials.emplace_back();
       TraceChildren(EStudioPlace::kMaterial, chunk, 0);
       return true;
     case EStudioAction::kTraceSubMaterial:
@@ -169,6 +181,52 @@ void CStudioReader::TraceChildren(EStudioPlace place, const SStudioChunk& chunk,
   if (!ReadChildren(place, chunk.end)) fault_ = {};
 }
 
+// --- Materials, where they are wanted --------------------------------------------------------------------------------
+
+/// Always true: what makes no sense is left out.
+bool CStudioReader::ReadExtra(const SStudioChunkRow& row, const SStudioChunk& chunk) {
+  auto& materials = file_.extras_.materials;
+  if (row.action == EStudioAction::kFaceMaterials) ReadFaceMaterials(chunk);
+  if (row.action == EStudioAction::kMapCoordinates) ReadMapCoordinates(chunk);
+  if (row.action == EStudioAction::kMaterialName && !materials.empty()) materials.back().name = ReadName(chunk);
+  if (row.action == EStudioAction::kMapFile && is_texture_map_ && !materials.empty())
+    materials.back().picture = ReadName(chunk);
+  return true;
+}
+
+/// Up to its zero, or as far as the chunk goes; the reader stands behind it.
+std::string CStudioReader::ReadName(const SStudioChunk& chunk) {
+  const auto field = reader_.ReadBytes(chunk.DataSize());
+  const auto zero = std::find(field.begin(), field.end(), uint8_t{0});
+  const std::string name(field.begin(), zero);
+  reader_.Seek(std::min(chunk.end, chunk.data + name.size() + 1));
+  return name;
+}
+
+void CStudioReader::ReadFaceMaterials(const SStudioChunk& chunk) {
+  const std::string name = ReadName(chunk);
+  const size_t left = chunk.end - reader_.Position();
+  if (left < 2) return;
+  const size_t count = std::min<size_t>(reader_.ReadU16(), (left - 2) / 2);
+  for (size_t i = 0; i < count; ++i) {
+    const size_t face = reader_.ReadU16();
+    if (face < mesh_.face_count)
+      file_.extras_.face_materials.emplace_back(name, static_cast<uint32_t>(mesh_.first_face + face));
+  }
+}
+
+void CStudioReader::ReadMapCoordinates(const SStudioChunk& chunk) {
+  constexpr size_t kCoordSize = 8;
+  if (chunk.DataSize() < 2) return;
+  const size_t stored = std::min<size_t>(reader_.ReadU16(), (chunk.DataSize() - 2) / kCoordSize);
+  const size_t count = std::min(stored, mesh_.vertex_count);
+  const auto bytes = reader_.ReadBytes(count * kCoordSize);
+  constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+  file_.extras_.coords.resize(file_.vertices_.size(), {kNone, kNone});
+  for (size_t i = 0; i < count; ++i)
+    file_.extras_.coords[mesh_.first_vertex + i] = {FloatAt(bytes, i * kCoordSize), FloatAt(bytes, i * kCoordSize + 4)};
+}
+
 bool CStudioReader::ReadVersion(const SStudioChunk& chunk) {
   if (chunk.DataSize() < 4) return FailIn(chunk, Format("a version needs 4 bytes, %zu are left", chunk.DataSize()));
   const uint32_t version = reader_.ReadU32();
@@ -185,12 +243,14 @@ bool CStudioReader::ReadObject(const SStudioChunk& chunk) {
   if (zero == field.end()) return FailIn(chunk, "the object's name does not end");
   const std::string name(field.begin(), zero);
   Trace(">> C3DStudioFile::ReadFile(): object %s\n", name.c_str());
+  object_ = name;
   reader_.Seek(chunk.data + name.size() + 1);
   return ReadChildren(EStudioPlace::kObject, chunk.end);
 }
 
 bool CStudioReader::ReadMesh(const SStudioChunk& chunk) {
   mesh_ = {};
+  if (file_.wants_extras_) file_.extras_.objects.push_back({object_, file_.faces_.size()});
   return ReadChildren(EStudioPlace::kMesh, chunk.end);
 }
 
@@ -208,7 +268,7 @@ bool CStudioReader::ReadVertices(const SStudioChunk& chunk) {
   if (mesh_.has_vertices) return FailIn(chunk, "a second list of vertices in one mesh");
   size_t count = 0;
   if (!ReadCount(chunk, "vertices", kVertexSize, count)) return false;
-  mesh_ = {true, file_.vertices_.size(), count};
+  mesh_ = {true, file_.vertices_.size(), count, 0, 0};
   const auto bytes = reader_.ReadBytes(count * kVertexSize);
   file_.vertices_.resize(mesh_.first_vertex + count);
   for (size_t i = 0; i < count; ++i) {
@@ -250,6 +310,11 @@ bool CStudioReader::ReadFaces(const SStudioChunk& chunk) {
                             HalfAt(bytes, at + 6),
                             static_cast<int32_t>(file_.faces_.size())});
   }
+  if (!file_.wants_extras_) return true;
+  mesh_.first_face = file_.faces_.size() - count;
+  mesh_.face_count = count;
+  const SStudioChunk behind = {chunk.id, chunk.start, reader_.Position(), chunk.end};
+  TraceChildren(EStudioPlace::kFaceList, behind, 0);
   return true;
 }
 

@@ -34,6 +34,8 @@ class CStudioReader {
     bool has_vertices = false;
     size_t first_vertex = 0;
     size_t vertex_count = 0;
+    size_t first_face = 0;
+    size_t face_count = 0;
   };
 
   bool ReadMain(size_t end);
@@ -45,6 +47,10 @@ class CStudioReader {
   bool ReadMesh(const SStudioChunk& chunk);
   bool ReadVertices(const SStudioChunk& chunk);
   bool ReadFaces(const SStudioChunk& chunk);
+  bool ReadExtra(const SStudioChunkRow& row, const SStudioChunk& chunk);
+  void ReadFaceMaterials(const SStudioChunk& chunk);
+  void ReadMapCoordinates(const SStudioChunk& chunk);
+  std::string ReadName(const SStudioChunk& chunk);
   bool ReadCount(const SStudioChunk& chunk, const char* things, size_t width, size_t& count);
   void TraceChildren(EStudioPlace place, const SStudioChunk& chunk, size_t fields);
   void Widen(std::span<const StudioVertex> vertices);
@@ -55,7 +61,9 @@ class CStudioReader {
   C3DStudioFile& file_;
   CByteReader reader_;
   CQuestions& questions_;
-  SMesh mesh_;  ///< the one that is being read
+  SMesh mesh_;                   ///< the one that is being read
+  std::string object_;           ///< the name of its object
+  bool is_texture_map_ = false;  ///< the map that is being read is a material's first texture map
   SImportFault fault_;
 };
 

@@ -44,11 +44,12 @@ bool IsTriangle(const StudioFace& face) {
   return a != b && b != c && c != a;
 }
 
-bool AddFaces(const C3DStudioFile& file, CImportBuilder& builder, CBinTexture& texture, CImportProgress& progress) {
+bool AddFaces(const C3DStudioFile& file, CImportBuilder& builder, CBinTexture* texture, uint32_t type,
+              CImportProgress& progress) {
   for (const StudioFace& face : file.Faces()) {
     if (!progress.Step(static_cast<uint64_t>(face.index), file.Faces().size())) return false;
     if (IsTriangle(face))
-      builder.AddFace(face.vertices, texture, kWholeTexture);
+      builder.AddFace(face.vertices, texture, type, kWholeTexture);
     else
       Trace(">> ImportFrom3ds(): face %d has a corner twice\n", face.index);
   }
@@ -63,7 +64,7 @@ bool Build(const C3DStudioFile& file, const std::string& texture, const SImportC
   builder.Model().Reserve(file.Vertices().size(), file.Faces().size());
   if (!AddVertices(file, builder.Model(), fault)) return false;
   CBinTexture& entry = builder.AddTexture(TextureNameOf(texture), *image);
-  if (AddFaces(file, builder, entry, progress)) return true;
+  if (AddFaces(file, builder, &entry, context.face_type, progress)) return true;
   fault = kStopped;
   return false;
 }
@@ -73,7 +74,7 @@ bool Build(const C3DStudioFile& file, const std::string& texture, const SImportC
 bool ImportFrom3ds(CBinModel& model, const C3DStudioFile& file, const std::string& texture,
                    const SImportContext& context, SImportFault& fault) {
   try {
-    CImportBuilder builder(context.face_type);
+    CImportBuilder builder;
     return Build(file, texture, context, builder, fault) && builder.AppendTo(model, fault);
   } catch (const std::bad_alloc&) {
     fault = kNoMemory;

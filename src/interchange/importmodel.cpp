@@ -38,18 +38,18 @@ CBinTexture& CImportBuilder::AddTexture(const std::string& name, const STextureI
   return made_.AddTexture(std::make_unique<CBinTexture>(made_, name, &image));
 }
 
-void CImportBuilder::AddFace(std::span<const int32_t> corners, CBinTexture& texture,
+void CImportBuilder::AddFace(std::span<const int32_t> corners, CBinTexture* texture, uint32_t type,
                              std::span<const STexCoord> coords) {
   VELDRA_ASSERT(corners.size() <= 4 && coords.size() >= corners.size());
   std::array<CBinVertex*, 4> vertices = {};
   auto face = std::make_unique<CBinFace>(made_);
   for (size_t k = 0; k < corners.size(); ++k) {
     vertices[k] = &made_.Vertex(corners[k]);
-    face->SetTexCoord(static_cast<int>(k), coords[k]);
+    if (type != kFaceUntextured) face->SetTexCoord(static_cast<int>(k), coords[k]);
   }
   face->SetCorners({vertices.data(), corners.size()});
-  face->SetTexture(&texture);
-  face->SetType(face_type_);
+  face->SetTexture(texture);
+  face->SetType(type);
   const SPoint normal = CalcFaceNormal(*face);
   face->SetStored(normal, CalcMagic(*face, normal));
   made_.AddFace(std::move(face));

@@ -33,18 +33,17 @@ inline constexpr std::array<STexCoord, 4> kWholeTexture = {{{0, 0}, {1, 0}, {1, 
 /// Collects what an import makes beside the model that it is for, which changes once, at the end, or not at all.
 class CImportBuilder {
  public:
-  explicit CImportBuilder(uint32_t face_type) : face_type_(face_type) {}
-
   CBinModel& Model() { return made_; }
   CBinTexture& AddTexture(const std::string& name, const STextureImage& image);
-  /// 3 or 4 distinct CORNERS, and as many COORDS or more. Stored normal and magic become the computed ones.
-  void AddFace(std::span<const int32_t> corners, CBinTexture& texture, std::span<const STexCoord> coords);
+  /// 3 or 4 distinct CORNERS, and as many COORDS or more, which do not count for faces of type 0x19. Those alone may be
+  /// without a texture. Stored normal and magic become the computed ones.
+  void AddFace(std::span<const int32_t> corners, CBinTexture* texture, uint32_t type,
+               std::span<const STexCoord> coords);
   /// Puts everything behind what MODEL has.
   bool AppendTo(CBinModel& model, SImportFault& fault);
 
  private:
   CBinModel made_;
-  uint32_t face_type_;
 };
 
 /// Shows how far an import is, every few thousand STEPS of TOTAL.

@@ -1,5 +1,6 @@
 #include "interchange/wavebuilder.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/numbers.h"
@@ -11,9 +12,9 @@ namespace {
 
 constexpr double kCoordTolerance = 1e-4;  // a tenth of a texel and less
 
-/// Moves the coordinates of one face by whole textures into 0..1. Only where the face shows the texture more than once
-/// each is wrapped on its own.
-void Wrap(std::span<double* const> values) {
+/// Moves the coordinates of one face by whole textures into 0..1. Where the face shows more than the whole texture they
+/// are cut off; true then.
+bool Wrap(std::span<double* const> values) {
   double min = *values[0];
   double max = *values[0];
   for (const double* value : values) {
@@ -21,26 +22,32 @@ void Wrap(std::span<double* const> values) {
     max = std::max(max, *value);
   }
   const bool is_inside = min >= -kCoordTolerance && max <= 1 + kCoordTolerance;
-  const double shift = is_inside ? 0 : std::floor(min + kCoordTolerance);
-  const bool is_one_texture = max - shift <= 1 + kCoordTolerance;
-  for (double* value : values) {
-    if (is_one_texture)
-      *value -= shift;
-    else if (*value < 0 || *value > 1)
-      *value -= std::floor(*value);
-    *value = std::clamp(*value, 0.0, 1.0);
-  }
+  const double step = is_inside ? 0 : std::floor(min + kCoordTolerance);
+  const bool is_cut = max - step > 1 + kCoordTolerance;
+  // What shows a part of the first texture keeps that part.
+  const double shift = is_cut && min < 1 && max > 0 ? 0 : step;
+  for (double* value : values)
+    *value = std::clamp(*value - shift, 0.0, 1.0);
+  return is_cut;
 }
 
-void Wrap(std::span<STexCoord> coords) {
+/// On a texel where VALUE is one but for the digits that a file has: between two a model file takes the lower one.
+double OnTexel(double value, const CBinTexture& texture) {
+  constexpr double kTolerance = 0.02;
+  const double last = texture.Width() - 1;
+  const double texel = std::round(value * last);
+  return std::abs(value * last - texel) < kTolerance ? texel / last : value;
+}
+
+bool Wrap(std::span<STexCoord> coords) {
   std::array<double*, 4> u = {};
   std::array<double*, 4> v = {};
   for (size_t k = 0; k < coords.size(); ++k) {
     u[k] = &coords[k].u;
     v[k] = &coords[k].v;
   }
-  Wrap(std::span(u).first(coords.size()));
-  Wrap(std::span(v).first(coords.size()));
+  const bool is_u_cut = Wrap(std::span(u).first(coords.size()));
+  return Wrap(std::span(v).first(coords.size())) || is_u_cut;
 }
 
 }  // namespace
@@ -48,12 +55,39 @@ void Wrap(std::span<STexCoord> coords) {
 // --- Coordinates -----------------------------------------------------------------------------------------------------
 
 CWaveTransform::CWaveTransform(const SWaveMesh& mesh, const SWaveOptions& options) : options_(options) {
+  if (options.fit > 0) {
+    FitTo(mesh);
+  } else if (options.scale == 1.0 && options.undo_own_scale && mesh.own_scale != 1.0) {
+    options_.scale = 1 / mesh.own_scale;
+    rounds_ = true;
+  }
   if (!options.center) return;
   const SWavePoint min = Turned(mesh.min);
   const SWavePoint max = Turned(mesh.max);
   // By whole units, which leaves a model of whole numbers its shape.
   for (size_t axis = 0; axis < middle_.size(); ++axis)
     middle_[axis] = std::trunc(min[axis] / 2 + max[axis] / 2);
+}
+
+void CWaveTransform::FitTo(const SWaveMesh& mesh) {
+  size_t largest = 0;
+  SWavePoint size = {};
+  for (size_t axis = 0; axis < size.size(); ++axis) {
+    size[axis] = mesh.max[axis] - mesh.min[axis];
+    if (size[axis] > size[largest]) largest = axis;
+  }
+  options_.scale = options_.fit / size[largest];
+  // Cutting off can take nearly a unit at either end.
+  const double left = Whole(mesh.max[largest] * options_.scale) - Whole(mesh.min[largest] * options_.scale);
+  rounds_ = std::abs(left - options_.fit) > 1;
+}
+
+/// A number that is whole but for the error of scaling stays that number.
+double CWaveTransform::Whole(double coordinate) const {
+  constexpr double kError = 1e-6;
+  const double nearest = std::round(coordinate);
+  const bool is_nearest = rounds_ || (options_.fit > 0 && std::abs(coordinate - nearest) < kError);
+  return is_nearest ? nearest : std::trunc(coordinate);
 }
 
 SWavePoint CWaveTransform::Turned(const SWavePoint& p) const {
@@ -63,16 +97,16 @@ SWavePoint CWaveTransform::Turned(const SWavePoint& p) const {
 
 std::optional<SPoint> CWaveTransform::operator()(const SWavePoint& point) const {
   const SWavePoint turned = Turned(point);
-  const auto x = TryTruncate(turned[0] - middle_[0]);
-  const auto y = TryTruncate(turned[1] - middle_[1]);
-  const auto z = TryTruncate(turned[2] - middle_[2]);
+  const auto x = TryTruncate(Whole(turned[0] - middle_[0]));
+  const auto y = TryTruncate(Whole(turned[1] - middle_[1]));
+  const auto z = TryTruncate(Whole(turned[2] - middle_[2]));
   if (!x || !y || !z) return std::nullopt;
   return SPoint{*x, *y, *z};
 }
 
 // --- Vertices and faces ----------------------------------------------------------------------------------------------
 
-CWaveBuilder::CWaveBuilder(const SWaveMesh& mesh, const SWaveOptions& options, CWaveTextures& textures,
+CWaveBuilder::CWaveBuilder(const SWaveMesh& mesh, const SWaveOptions& options, CMeshTextures& textures,
                            CImportBuilder& builder, CRemarks& remarks)
     : mesh_(mesh),
       options_(options),
@@ -102,8 +136,10 @@ bool CWaveBuilder::AddVertices(SImportFault& fault) {
     const SWavePoint& p = mesh_.vertices[i];
     const auto position = transform(p);
     if (!position) {
-      fault.what = Format("line %u: (%g, %g, %g) does not fit into 32 bits at a scale of %g", mesh_.LineOfVertex(i),
-                          p[0], p[1], p[2], options_.scale);
+      const uint32_t line = mesh_.LineOfVertex(i);
+      fault.what =
+          (line > 0 ? Format("line %u", line) : Format("vertex %zu", i)) +
+          Format(": (%g, %g, %g) does not fit into 32 bits at a scale of %g", p[0], p[1], p[2], transform.Scale());
       return false;
     }
     builder_.Model().AddVertex(*position);
@@ -132,20 +168,21 @@ void CWaveBuilder::AddPiece(size_t face, SPiece piece) {
   std::array<int32_t, 4> corners = {};
   for (uint32_t k = 0; k < piece.count; ++k)
     corners[k] = mesh_.corners[first + piece.corners[k]];
-  std::array<STexCoord, 4> coords = kWholeTexture;
-  TakeCoords(first, piece, coords);
   const SWaveMesh::SSection* const section = Section();
   if (section != nullptr) {
     for (const int32_t group : section->groups)
       members_[static_cast<size_t>(group)].push_back(builder_.Model().FaceCount());
   }
-  CBinTexture& texture = textures_.Entry(section == nullptr ? -1 : section->material, builder_);
-  builder_.AddFace(std::span(corners).first(piece.count), texture, coords);
+  const CMeshTextures::SLook look = textures_.Look(section == nullptr ? -1 : section->material, builder_);
+  std::array<STexCoord, 4> coords = kWholeTexture;
+  if (look.type != kFaceUntextured) TakeCoords(first, piece, look.texture, coords);
+  builder_.AddFace(std::span(corners).first(piece.count), look.texture, look.type, coords);
 }
 
 /// Leaves COORDS as they are unless all corners have one. The file counts v from the picture's last row upwards, the
 /// game from the first one down.
-void CWaveBuilder::TakeCoords(size_t first_corner, const SPiece& piece, std::array<STexCoord, 4>& coords) const {
+void CWaveBuilder::TakeCoords(size_t first_corner, const SPiece& piece, const CBinTexture* texture,
+                              std::array<STexCoord, 4>& coords) {
   if (mesh_.corner_coords.empty()) return;
   std::array<STexCoord, 4> written;
   for (uint32_t k = 0; k < piece.count; ++k) {
@@ -154,16 +191,21 @@ void CWaveBuilder::TakeCoords(size_t first_corner, const SPiece& piece, std::arr
     const STexCoord& found = mesh_.coords[static_cast<size_t>(coord)];
     written[k] = {found.u, 1 - found.v};
   }
-  Wrap(std::span(written).first(piece.count));
+  if (Wrap(std::span(written).first(piece.count))) ++cut_faces_;
+  for (STexCoord& coord : written)
+    coord = {OnTexel(coord.u, *texture), OnTexel(coord.v, *texture)};
   coords = written;
 }
 
 void CWaveBuilder::AddGroups() {
   CBinModel::Groups groups;
   for (size_t i = 0; i < members_.size(); ++i) {
-    if (!members_[i].empty()) {
-      groups.emplace_back(ToUtf8(mesh_.group_names[i]), EGroupKind::kFaces, std::move(members_[i]));
-    }
+    // Those of a model, which its export declares, may have none.
+    if (members_[i].empty() && !mesh_.is_own_export) continue;
+    std::string name = ToUtf8(mesh_.group_names[i]);
+    std::ranges::replace_if(
+        name, [](char c) { return c == ' ' || c == '\t'; }, '_');
+    groups.emplace_back(std::move(name), EGroupKind::kFaces, std::move(members_[i]));
   }
   builder_.Model().AddGroups(EGroupKind::kFaces, std::move(groups));
 }

@@ -16,22 +16,86 @@ namespace {
 
 constexpr const char* kRemarksText = "\"%s\" was imported, but not all of it.";
 
-bool Build(const SWaveMesh& mesh, const SWaveFiles& files, const SWaveOptions& options, const SImportContext& context,
-           CImportBuilder& builder, SImportFault& fault) {
-  const STextureImage* const image = FindImportTexture(files.texture, context, fault);
-  if (image == nullptr) return false;
-  CRemarks remarks = mesh.remarks;
-  CWaveTextures textures(mesh, files.path, {TextureNameOf(files.texture), image}, context, remarks);
+/// How FILES say it, and where they do not, as the materials have it.
+SMaterialPlan PlanOf(const SWaveMesh& mesh, const SWaveFiles& files, const SImportContext& context, CRemarks& remarks) {
+  return files.plan != nullptr ? *files.plan : PlanMaterials(mesh, files.path, files.pictures, context, remarks);
+}
+
+void TellRemarks(const SWaveFiles& files, const CRemarks& remarks, CQuestions& questions) {
+  if (remarks.Empty()) return;
+  questions.Message({.text = Format(kRemarksText, DisplayName(FileNamePart(files.path)).c_str()),
+                     .icon = EIcon::kWarning,
+                     .details = remarks.Text()});
+}
+
+/// One import of a mesh. Textures that it makes are in the store until it fails.
+class CWaveImport {
+ public:
+  CWaveImport(const SWaveMesh& mesh, const SWaveFiles& files, const SWaveOptions& options,
+              const SImportContext& context, SImportFault& fault)
+      : mesh_(mesh), files_(files), options_(options), context_(context), fault_(fault) {}
+  ~CWaveImport() {
+    for (const SNewTexture& made : plan_.made)
+      if (!is_done_) context_.textures.Forget(made.path);
+  }
+  CWaveImport(const CWaveImport&) = delete;
+  CWaveImport& operator=(const CWaveImport&) = delete;
+
+  bool Run(CBinModel& model, SImportOutcome* outcome) {
+    if (!Build()) return false;
+    if (outcome == nullptr && !WriteTextures()) return false;
+    is_done_ = builder_.AppendTo(model, fault_);
+    if (is_done_ && outcome != nullptr) *outcome = {cut_faces_, std::move(plan_.made)};
+    return is_done_;
+  }
+
+ private:
+  bool Build();
+  bool WriteTextures();
+
+  const SWaveMesh& mesh_;
+  const SWaveFiles& files_;
+  const SWaveOptions& options_;
+  const SImportContext& context_;
+  SImportFault& fault_;
+  SMaterialPlan plan_;
+  size_t cut_faces_ = 0;
+  bool is_done_ = false;
+  CImportBuilder builder_;
+};
+
+bool CWaveImport::Build() {
+  if (options_.fit > 0 && mesh_.min == mesh_.max) {
+    fault_ = {"it has no extent that could be scaled", false};
+    return false;
+  }
+  CMeshTextures::STexture chosen;
+  if (!files_.texture.empty()) {
+    chosen = {TextureNameOf(files_.texture), FindImportTexture(files_.texture, context_, fault_)};
+    if (chosen.image == nullptr) return false;
+  }
+  CRemarks remarks = mesh_.remarks;
+  plan_ = PlanOf(mesh_, files_, context_, remarks);
+  CMeshTextures textures(plan_, std::move(chosen), context_);
   {
-    CImportProgress progress(context.questions, files.path);
-    if (!CWaveBuilder(mesh, options, textures, builder, remarks).Build(progress, fault)) return false;
+    CImportProgress progress(context_.questions, files_.path);
+    CWaveBuilder builder(mesh_, options_, textures, builder_, remarks);
+    if (!builder.Build(progress, fault_)) return false;
+    cut_faces_ = builder.CutFaces();
   }
-  if (!remarks.Empty()) {
-    context.questions.Message({.text = Format(kRemarksText, DisplayName(FileNamePart(files.path)).c_str()),
-                               .icon = EIcon::kWarning,
-                               .details = remarks.Text()});
-  }
+  if (const std::string names = textures.Untextured(); !names.empty()) remarks.Add(names);
+  if (cut_faces_ > 0)
+    remarks.Add(Counted(static_cast<int64_t>(cut_faces_), "face shows", "faces show") +
+                " more than the whole texture: cut off");
+  TellRemarks(files_, remarks, context_.questions);
   return true;
+}
+
+bool CWaveImport::WriteTextures() {
+  SError error;
+  if (ReplaceFileSets(FilesOf(plan_.made), &error)) return true;
+  fault_ = {"a texture could not be written: " + error.what, false};
+  return false;
 }
 
 std::string WaveStartFault(std::span<const uint8_t> start, uint64_t) {
@@ -64,11 +128,29 @@ std::optional<SWaveMesh> ReadWavefront(const std::string& path, CQuestions& ques
   return ParseWavefront(file->Text(), progress.get(), fault);
 }
 
+std::string VanishedText(const SWavePoint& size, const SBounds& bounds) {
+  const auto& [low, high] = bounds;
+  const bool is_flat[] = {low.x == high.x, low.y == high.y, low.z == high.z};
+  std::string axes;
+  for (size_t axis = 0; axis < size.size(); ++axis)
+    if (size[axis] > 0 && is_flat[axis]) axes += std::string(axes.empty() ? "" : " and ") + "xyz"[axis];
+  if (axes.empty()) return "";
+  return Format("The mesh is %g x %g x %g units large. In whole units nothing of it is left along ", size[0], size[1],
+                size[2]) +
+         axes + ".";
+}
+
+std::vector<std::vector<SNewFile>> FilesOf(const std::vector<SNewTexture>& textures) {
+  std::vector<std::vector<SNewFile>> sets;
+  for (const SNewTexture& texture : textures)
+    sets.push_back(TextureFileSet(texture.path, texture.texels));
+  return sets;
+}
+
 bool ImportWaveMesh(CBinModel& model, const SWaveMesh& mesh, const SWaveFiles& files, const SWaveOptions& options,
-                    const SImportContext& context, SImportFault& fault) {
+                    const SImportContext& context, SImportFault& fault, SImportOutcome* outcome) {
   try {
-    CImportBuilder builder(context.face_type);
-    return Build(mesh, files, options, context, builder, fault) && builder.AppendTo(model, fault);
+    return CWaveImport(mesh, files, options, context, fault).Run(model, outcome);
   } catch (const std::bad_alloc&) {
     fault = {"there is not enough memory for it", false};
     return false;
@@ -76,9 +158,9 @@ bool ImportWaveMesh(CBinModel& model, const SWaveMesh& mesh, const SWaveFiles& f
 }
 
 bool ImportWavefront(CBinModel& model, const SWaveFiles& files, const SWaveOptions& options,
-                     const SImportContext& context, SImportFault& fault) {
+                     const SImportContext& context, SImportFault& fault, SImportOutcome* outcome) {
   const auto mesh = ReadWavefront(files.path, context.questions, fault);
-  return mesh && ImportWaveMesh(model, *mesh, files, options, context, fault);
+  return mesh && ImportWaveMesh(model, *mesh, files, options, context, fault, outcome);
 }
 
 }  // namespace veldra

@@ -62,14 +62,14 @@ void ReadOne(const std::string& path, std::string_view name, WaveMaps& maps, CRe
   SError error = {"there is no such file"};
   const auto file = there.empty() ? std::nullopt : ReadTextFile(there, &error, kLargestMaterialFile);
   if (file)
-    ParseMaterials(file->Text(), maps);
+    ParseMaterials(file->Text(), DirectoryPart(there), maps);
   else
     remarks.Add(Format("material file %s: %s", DisplayName(name).c_str(), error.what.c_str()));
 }
 
 }  // namespace
 
-void ParseMaterials(std::string_view text, WaveMaps& maps) {
+void ParseMaterials(std::string_view text, const std::string& folder, WaveMaps& maps) {
   CWaveScanner scanner(text);
   std::string material;
   for (; !scanner.AtEnd(); scanner.ToNextLine()) {
@@ -78,7 +78,7 @@ void ParseMaterials(std::string_view text, WaveMaps& maps) {
     if (EqualNoCase(keyword, "newmtl")) material = scanner.ToWord() ? std::string(scanner.ReadRest()) : "";
     if (!EqualNoCase(keyword, "map_Kd") || material.empty() || !scanner.ToWord()) continue;
     const std::string_view name = MapName(scanner.ReadRest());
-    if (!name.empty()) maps.try_emplace(material, name);
+    if (!name.empty()) maps.try_emplace(material, SWaveMap{std::string(name), folder});
   }
 }
 
@@ -95,6 +95,22 @@ WaveMaps ReadMaterials(const std::string& path, const std::vector<std::string>& 
       ReadOne(path, TakeWord(rest), maps, remarks);
   }
   return maps;
+}
+
+std::string FindPicture(const std::string& path, const SWaveMap& map) {
+  const std::string folders[] = {map.folder, DirectoryPart(path)};
+  std::vector<std::string> places;
+  const bool has_root = map.picture.starts_with('/') || map.picture.starts_with('\\');
+  const bool has_drive = map.picture.find_first_of(std::string_view(":\0", 2)) != std::string::npos;
+  for (const std::string& folder : folders)
+    if (!has_root && !has_drive) places.push_back(JoinPath(folder, map.picture));
+  for (const std::string& folder : folders)
+    places.push_back(JoinPath(folder, FileNamePart(map.picture)));
+  // Two separators lead to another machine.
+  if (IsAbsolutePath(map.picture) && map.picture.find_first_not_of("/\\") == 1) places.push_back(map.picture);
+  for (const std::string& place : places)
+    if (const std::string there = FindAnyCase(place); IsFile(there)) return there;
+  return "";
 }
 
 }  // namespace veldra

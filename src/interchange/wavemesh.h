@@ -5,11 +5,17 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/helperclasses.h"
 
 namespace veldra {
+
+/// Of the faces that are in no group, and of none by itself; written by this program only.
+inline constexpr std::string_view kOwnWaveGroup = "Veldra_Object";
+/// The comment of a file that this program wrote, before the factor that its coordinates were multiplied by.
+inline constexpr std::string_view kOwnWaveScale = "# Scale";
 
 /// A position as it stands in a Wavefront file: x, y, z.
 using SWavePoint = std::array<double, 3>;
@@ -59,8 +65,11 @@ struct SWaveMesh {
   std::vector<std::string> group_names;
   std::vector<std::string> material_names;
   std::vector<std::string> material_files;
+  /// Of each material the picture that it names, where the mesh file says that itself; "" for none.
+  std::vector<std::string> material_pictures;
   std::vector<SLineRun> vertex_lines;
-  bool is_own_export = false;  ///< written by ExportWavefront
+  bool is_own_export = false;  ///< written by ExportWavefront or ExportWithMaterials
+  double own_scale = 1;        ///< what that multiplied the coordinates by; finite, above 0
   CRemarks remarks;
 };
 

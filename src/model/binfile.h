@@ -10,6 +10,7 @@
 #include "model/binmodel.h"
 #include "platform/bytes.h"
 #include "platform/files.h"
+#include "platform/fileset.h"
 #include "platform/questions.h"
 #include "textures/texturefinder.h"
 
@@ -45,6 +46,8 @@ struct SSaveOptions {
   bool backdrop = false;        ///< every face record's type 0x11 and its magic 0x80000000
   bool vertex_normals = false;  ///< with the block of vertex normals
   int32_t scale_word = 0x10000;
+  /// Sets of files that SaveBinFile writes with the model, all or none.
+  std::span<const std::vector<SNewFile>> beside = {};
 };
 
 /// Appends the model file's bytes to OUT. Names too long for their fields are a programming error: ask NameFault first.

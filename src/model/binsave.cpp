@@ -259,8 +259,11 @@ bool SaveBinFile(const CBinModel& model, const SSaveOptions& options, const std:
     return false;
   }
   const std::string info = WriteInfo(model, AnimationNamesInFileOrder(model));
-  const SNewFile files[] = {{path, bytes.Bytes()}, {InfoPath(path), BytesOf(info)}};
-  return ReplaceFiles(files, error);
+  const std::vector<SNewFile> files = {{path, bytes.Bytes()}, {InfoPath(path), BytesOf(info)}};
+  if (options.beside.empty()) return ReplaceFiles(files, error);
+  std::vector<std::vector<SNewFile>> sets = {files};
+  sets.insert(sets.end(), options.beside.begin(), options.beside.end());
+  return ReplaceFileSets(sets, error);
 }
 
 }  // namespace veldra

@@ -159,6 +159,18 @@ bool RemoveFile(std::string_view path) {
   return disk::Remove(disk::SystemPath(path)) == 0;
 }
 
+bool CMadeFolder::Make(std::string_view path) {
+  if (IsDirectory(path)) return true;
+  const std::string folder = disk::SystemPath(path);
+  if (folder.empty() || disk::MakeDirectory(folder) != 0) return false;
+  made_ = folder;
+  return true;
+}
+
+CMadeFolder::~CMadeFolder() {
+  if (!made_.empty()) disk::RemoveEmptyDirectory(made_);
+}
+
 bool MakeDirectories(std::string_view path) {
   // Upwards to the first folder that is there, then down again.
   std::vector<std::string> missing;

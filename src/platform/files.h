@@ -109,6 +109,22 @@ bool IsWritable(std::string_view path);
 bool RemoveFile(std::string_view path);
 /// Makes the folder and those above it; true when it is there afterwards.
 bool MakeDirectories(std::string_view path);
+
+/// A folder that is made for files that may come to nothing: it goes away again unless it is kept, or holds something.
+class CMadeFolder {
+ public:
+  CMadeFolder() = default;
+  ~CMadeFolder();
+  CMadeFolder(const CMadeFolder&) = delete;
+  CMadeFolder& operator=(const CMadeFolder&) = delete;
+
+  /// Makes PATH where only its last part is missing; true when it is there afterwards.
+  bool Make(std::string_view path);
+  void Keep() { made_.clear(); }
+
+ private:
+  std::string made_;
+};
 std::vector<std::string> ListDirectory(std::string_view path);  ///< names, sorted; without "." and ".."
 std::string CurrentDirectory();
 /// Absolute and without "." and ".." parts, links left alone.

@@ -299,6 +299,10 @@ int MakeDirectory(const std::string& path) {
   return Result(mkdir(path.c_str(), 0777) == 0);
 }
 
+int RemoveEmptyDirectory(const std::string& path) {
+  return Result(rmdir(path.c_str()) == 0);
+}
+
 unsigned ProcessNumber() {
   return static_cast<unsigned>(getpid());
 }

@@ -107,6 +107,7 @@ void RemoveAbandoned(const std::string& path, unsigned process);
 void SyncDirectory(const std::string& directory);
 int Remove(const std::string& path);
 int MakeDirectory(const std::string& path);
+int RemoveEmptyDirectory(const std::string& path);
 
 /// Tells this process's temporary files from those of others.
 unsigned ProcessNumber();

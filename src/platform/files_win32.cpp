@@ -292,6 +292,10 @@ int MakeDirectory(const std::string& path) {
   return Result(CreateDirectoryW(CallPath(path).c_str(), nullptr) != 0);
 }
 
+int RemoveEmptyDirectory(const std::string& path) {
+  return Result(RemoveDirectoryW(CallPath(path).c_str()) != 0);
+}
+
 unsigned ProcessNumber() {
   return static_cast<unsigned>(GetCurrentProcessId());
 }

@@ -1,5 +1,6 @@
 #include "platform/fileset.h"
 
+#include <algorithm>
 #include <chrono>
 #include <deque>
 #include <memory>
@@ -33,7 +34,7 @@ constexpr int kFreeReads = 8;
 // The note: kNoteMagic, u32 number of files, for each the names of its new file and of the copy of its old one ("" when
 // there was none), each after its length as u32, u32 checksum of all before.
 constexpr std::string_view kNoteMagic = "VELDSAVE";
-constexpr size_t kLongestNote = 4096;
+constexpr size_t kLongestNote = size_t{1} << 20;
 
 struct SSet {
   std::vector<std::string> targets;  ///< links followed
@@ -239,15 +240,22 @@ class CSetReplacement {
   CSetReplacement& operator=(const CSetReplacement&) = delete;
 
   bool Write(SError* error);
+  /// Up to where only names are left to be given.
+  bool Prepare(SError* error) { return Enter(error) && KeepOld(error) && WriteNote(error); }
   bool Commit(SError* error);
+
+  // Commit in steps, for several sets. The first file can be taken back as long as KeepFirst's copy is there.
+  bool KeepFirst(SError* error);
+  bool TakeOtherNames(SError* error);
+  bool TakeFirstName(SError* error);
+  void TakeFirstBack();
+  void Finish(bool is_done);
 
  private:
   bool WriteFile(CReplacement& file, std::span<const uint8_t> bytes, SError* error);
   bool Enter(SError* error);
   bool KeepOld(SError* error);
   bool WriteNote(SError* error);
-  bool TakeNames(SError* error);
-  void Finish(bool is_done);
   void Leave();
   bool FailAt(size_t file, SError* error, int number = 0) const;
 
@@ -257,6 +265,7 @@ class CSetReplacement {
   std::vector<std::unique_ptr<CReplacement>> fresh_;
   std::vector<std::unique_ptr<CReplacement>> old_;
   Members members_;
+  std::unique_ptr<CReplacement> old_first_;
   CFileLock lock_;
   std::unique_ptr<CEndHold> hold_;
 };
@@ -318,10 +327,28 @@ bool CSetReplacement::WriteNote(SError* error) {
   return true;
 }
 
-bool CSetReplacement::TakeNames(SError* error) {
-  for (size_t i = members_.size(); i-- > 0;)
+bool CSetReplacement::KeepFirst(SError* error) {
+  if (!IsFile(members_[0].target)) return true;
+  const auto bytes = ReadWholeFile(members_[0].target, error);
+  old_first_ = std::make_unique<CReplacement>(paths_[0], set_.tag);
+  return bytes && WriteFile(*old_first_, bytes->View(), error);
+}
+
+bool CSetReplacement::TakeOtherNames(SError* error) {
+  for (size_t i = members_.size(); i-- > 1;)
     if (const int number = Move(members_[i].fresh, members_[i].target); number != 0) return FailAt(i, error, number);
   return true;
+}
+
+bool CSetReplacement::TakeFirstName(SError* error) {
+  const int number = Move(members_[0].fresh, members_[0].target);
+  return number == 0 || FailAt(0, error, number);
+}
+
+/// The new file takes its temporary name again, with which the save is not done any more.
+void CSetReplacement::TakeFirstBack() {
+  if (!IsDone(members_) || Move(members_[0].target, members_[0].fresh) != 0) return;
+  if (old_first_ != nullptr) Move(old_first_->Temporary(), members_[0].target);
 }
 
 /// IS_DONE: all files have their names, and what they replaced is not needed any more.
@@ -341,10 +368,9 @@ void CSetReplacement::Leave() {
 }
 
 bool CSetReplacement::Commit(SError* error) {
-  if (!Enter(error)) return false;
-  if (!KeepOld(error) || !WriteNote(error)) return false;
+  if (!Prepare(error)) return false;
   try {
-    const bool is_done = TakeNames(error);
+    const bool is_done = TakeOtherNames(error) && TakeFirstName(error);
     Finish(is_done);
     return is_done;
   } catch (const std::bad_alloc&) {
@@ -353,11 +379,56 @@ bool CSetReplacement::Commit(SError* error) {
   }
 }
 
+bool TakeAllNames(std::deque<CSetReplacement>& sets, SError* error, size_t& at) {
+  for (at = sets.size(); at-- > 0;)
+    if (!sets[at].TakeOtherNames(error)) return false;
+  for (at = sets.size(); at-- > 0;)
+    if (!sets[at].TakeFirstName(error)) return false;
+  return true;
+}
+
+/// Says which set ERROR is about, unless it is the first or the error says it; false.
+bool NameSet(std::span<const std::vector<SNewFile>> files, size_t set, SError* error) {
+  const std::string path = set == 0 ? "" : files[set].front().path;
+  const bool is_said = error == nullptr || std::ranges::any_of(files[set], [error](const SNewFile& file) {
+                         return error->what.starts_with(file.path + ": ");
+                       });
+  if (!path.empty() && !is_said) error->what = path + ": " + error->what;
+  return false;
+}
+
+/// True when STEP is for all of SETS; ERROR names the file where it is not one that the caller knows.
+template <typename Step>
+bool ForEach(std::deque<CSetReplacement>& sets, std::span<const std::vector<SNewFile>> files, SError* error,
+             const Step& step) {
+  for (size_t i = 0; i < sets.size(); ++i)
+    if (!step(sets[i])) return NameSet(files, i, error);
+  return true;
+}
+
 }  // namespace
 
 bool ReplaceFiles(std::span<const SNewFile> files, SError* error) {
   CSetReplacement replacement(files);
   return replacement.Write(error) && replacement.Commit(error);
+}
+
+bool ReplaceFileSets(std::span<const std::vector<SNewFile>> files, SError* error) {
+  std::deque<CSetReplacement> sets;
+  for (const std::vector<SNewFile>& set : files)
+    sets.emplace_back(set);
+  const bool is_ready =
+      ForEach(sets, files, error, [error](CSetReplacement& set) { return set.Write(error); }) &&
+      ForEach(sets, files, error, [error](CSetReplacement& set) { return set.Prepare(error) && set.KeepFirst(error); });
+  if (!is_ready) return false;
+  size_t at = 0;
+  const bool is_done = TakeAllNames(sets, error, at);
+  if (!is_done) NameSet(files, at, error);
+  for (CSetReplacement& set : sets) {
+    if (!is_done) set.TakeFirstBack();
+    set.Finish(is_done);
+  }
+  return is_done;
 }
 
 void ReadFiles(std::span<const std::string> paths, const FileSetReader& read) {

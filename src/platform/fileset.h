@@ -3,6 +3,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/files.h"
 
@@ -23,6 +24,11 @@ struct SNewFile {
 /// Replaces the files of a set: true when all are new, false when all are as they were. ERROR says why; it begins with
 /// the path when that is not the first file's. Links are followed and permissions kept, as ReplaceFile does.
 bool ReplaceFiles(std::span<const SNewFile> files, SError* error);
+
+/// Replaces several sets, each of which is read on its own: true when all are new, false when all are as they were. The
+/// first set takes its names last. A kill in between leaves each set whole, but maybe not all new. ERROR begins with
+/// the path unless that is the first file of the first set.
+bool ReplaceFileSets(std::span<const std::vector<SNewFile>> sets, SError* error);
 
 /// Hears where the files of a set are to be read from, in their order: usually their own paths; "" is no file.
 using FileSetReader = std::function<void(std::span<const std::string> paths)>;

@@ -23,5 +23,7 @@ struct SIndexedImage {
 std::optional<SIndexedImage> ReadIndexedPng(std::string_view path, SError* error = nullptr);
 /// Replaces PATH by the picture, all or nothing: 8 bits a pixel, and all 256 entries of the table in their order.
 bool WriteIndexedPng(std::string_view path, const SIndexedImage& image, SError* error = nullptr);
+/// The same into PNG.
+bool EncodeIndexedPng(const SIndexedImage& image, std::vector<uint8_t>& png, SError* error = nullptr);
 
 }  // namespace veldra

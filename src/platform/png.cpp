@@ -204,8 +204,7 @@ bool IsValid(const SImage& image) {
   return image.rgba.size() % 4 == 0 && AreSides(image.width, image.height, image.rgba.size() / 4);
 }
 
-template <typename Image>
-bool EncodeTo(std::string_view path, const Image& image, SError* error) try {
+bool EncodeTo(std::string_view path, const SImage& image, SError* error) try {
   std::vector<uint8_t> png;
   return png_codec::Encode(image, png, error) && ReplaceFile(path, png, error);
 } catch (const std::bad_alloc&) {
@@ -268,10 +267,17 @@ bool WritePng(std::string_view path, const SImage& image, SError* error) {
   return IsValid(image) && EncodeTo(path, image, error);
 }
 
-bool WriteIndexedPng(std::string_view path, const SIndexedImage& image, SError* error) {
+bool EncodeIndexedPng(const SIndexedImage& image, std::vector<uint8_t>& png, SError* error) try {
   const bool is_valid = AreSides(image.width, image.height, image.indices.size());
   VELDRA_ASSERT(is_valid);
-  return is_valid && EncodeTo(path, image, error);
+  return is_valid && png_codec::Encode(image, png, error);
+} catch (const std::bad_alloc&) {
+  return Refuse(error, "not enough memory");
+}
+
+bool WriteIndexedPng(std::string_view path, const SIndexedImage& image, SError* error) {
+  std::vector<uint8_t> png;
+  return EncodeIndexedPng(image, png, error) && ReplaceFile(path, png, error);
 }
 
 }  // namespace veldra

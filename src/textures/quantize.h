@@ -9,11 +9,6 @@
 
 namespace veldra {
 
-struct SIndexedTexture {
-  std::vector<uint8_t> indices;  ///< size × size, first row first
-  ColorTable colors;
-};
-
 /// Pixels of alpha below it are transparent.
 inline constexpr uint8_t kOpaqueFromAlpha = 128;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace veldra {
 
@@ -43,37 +44,45 @@ std::vector<SWeights> WeightsFor(int from, int to) {
   return all;
 }
 
-/// Along the rows, each of FROM pixels; the result has its rows and columns exchanged, for the other direction.
-std::vector<Pixel> ScaledRows(const std::vector<Pixel>& pixels, int from, int to) {
+/// Along the rows, each of FROM pixels, which ROW_OF gives; the result has its rows and columns exchanged, for the
+/// other direction.
+template <typename RowOf>
+std::vector<Pixel> ScaledRows(size_t rows, int from, int to, const RowOf& row_of) {
   const std::vector<SWeights> columns = WeightsFor(from, to);
-  const size_t width = static_cast<size_t>(from);
-  const size_t rows = pixels.size() / width;
   std::vector<Pixel> scaled(rows * columns.size());
   for (size_t row = 0; row < rows; ++row) {
+    const std::span<const Pixel> pixels = row_of(row);
     for (size_t column = 0; column < columns.size(); ++column) {
       Pixel& target = scaled[column * rows + row];
       for (size_t k = 0; k < columns[column].weights.size(); ++k)
         for (size_t c = 0; c < 4; ++c)
-          target[c] += columns[column].weights[k] * pixels[row * width + columns[column].first + k][c];
+          target[c] += columns[column].weights[k] * pixels[columns[column].first + k][c];
     }
   }
   return scaled;
 }
 
-std::vector<Pixel> Premultiplied(const SImage& image) {
-  std::vector<Pixel> pixels(image.rgba.size() / 4);
-  for (size_t i = 0; i < pixels.size(); ++i) {
-    const double alpha = image.rgba[i * 4 + 3];
-    for (size_t c = 0; c < 3; ++c)
-      pixels[i][c] = image.rgba[i * 4 + c] * alpha / 255;
-    pixels[i][3] = alpha;
-  }
-  return pixels;
+Pixel Premultiplied(const uint8_t* rgba) {
+  const double alpha = rgba[3];
+  return {rgba[0] * alpha / 255, rgba[1] * alpha / 255, rgba[2] * alpha / 255, alpha};
+}
+
+/// Both directions, one after the other. Only a row at a time is held in full: a photograph is large.
+std::vector<Pixel> SmoothPixels(const SImage& image, int width, int height) {
+  std::vector<Pixel> row(static_cast<size_t>(image.width));
+  const auto premultiplied = [&](size_t y) -> std::span<const Pixel> {
+    for (size_t x = 0; x < row.size(); ++x)
+      row[x] = Premultiplied(image.rgba.data() + (y * row.size() + x) * 4);
+    return row;
+  };
+  const auto rows = static_cast<size_t>(image.height);
+  const std::vector<Pixel> columns = ScaledRows(rows, image.width, width, premultiplied);
+  return ScaledRows(static_cast<size_t>(width), image.height, height,
+                    [&](size_t x) { return std::span(columns).subspan(x * rows, rows); });
 }
 
 SImage Smooth(const SImage& image, int width, int height) {
-  const std::vector<Pixel> pixels =
-      ScaledRows(ScaledRows(Premultiplied(image), image.width, width), image.height, height);
+  const std::vector<Pixel> pixels = SmoothPixels(image, width, height);
   SImage scaled = {width, height, std::vector<uint8_t>(pixels.size() * 4)};
   const auto byte = [](double value) { return static_cast<uint8_t>(std::lround(std::clamp(value, 0.0, 255.0))); };
   for (size_t i = 0; i < pixels.size(); ++i) {

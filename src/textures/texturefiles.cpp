@@ -60,6 +60,10 @@ bool WriteTextureFiles(const std::string& raw, std::span<const uint8_t> texels, 
   return ReplaceFiles(files, error);
 }
 
+std::vector<SNewFile> TextureFileSet(const std::string& raw, const SIndexedTexture& texture) {
+  return {{raw, texture.indices}, {ColorTablePath(raw), texture.colors}};
+}
+
 std::string ColorTablePath(const std::string& raw) {
   const std::string path = ChangeExtension(raw, "ACT");
   const std::string existing = FindAnyCase(path);

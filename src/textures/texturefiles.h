@@ -6,14 +6,21 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files.h"
+#include "platform/fileset.h"
 
 /// A texture on the disk: a RAW file with its texels and the ACT file beside it with its colours, which are one save.
 namespace veldra {
 
 /// A colour table: 256 entries of red, green, blue, as an ACT file holds them.
 using ColorTable = std::array<uint8_t, 768>;
+
+struct SIndexedTexture {
+  std::vector<uint8_t> indices;  ///< size × size, first row first
+  ColorTable colors;
+};
 
 /// Edge lengths of the square textures that the game takes.
 inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
@@ -44,6 +51,9 @@ void SettleTextureFiles(const std::string& raw);
 /// Replaces both files together. ERROR as in ReplaceFiles.
 bool WriteTextureFiles(const std::string& raw, std::span<const uint8_t> texels, const ColorTable& colors,
                        SError* error);
+
+/// The two files of a texture, for ReplaceFiles. TEXTURE must outlive them.
+std::vector<SNewFile> TextureFileSet(const std::string& raw, const SIndexedTexture& texture);
 
 /// The colour table's file beside RAW: the one that is there, whatever the case of its name, or a new one.
 std::string ColorTablePath(const std::string& raw);

@@ -121,6 +121,17 @@ const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
+const STextureImage* CTextureStore::AddTexture(const std::string& path, const SIndexedTexture& texels) {
+  std::unique_ptr<STextureImage>& image = images_[path];
+  if (image == nullptr) image = std::make_unique<STextureImage>();
+  image->path = path;
+  image->name = FileNamePart(path);
+  image->size = TextureSizeOfLength(texels.indices.size());
+  image->has_own_colors = true;
+  DecodeTexture(texels.indices, texels.colors, *image);
+  return image.get();
+}
+
 SImage CTextureStore::Picture(const std::string& path) const {
   const STextureFiles files = ReadTextureFiles(path);
   if (!files.texels) return {};

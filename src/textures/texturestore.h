@@ -62,6 +62,13 @@ class CTextureStore {
   /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
   const STextureImage* LoadTexture(const std::string& path);
 
+  /// Stores TEXELS under PATH, where their file will be; what is stored there already shows them from now on. Forget
+  /// takes it out again, when that came to nothing; nobody may use it any more.
+  const STextureImage* AddTexture(const std::string& path, const SIndexedTexture& texels);
+  void Forget(const std::string& path) { images_.erase(path); }
+
+  const ColorTable& DefaultColors() const { return default_colors_; }
+
   /// What a texture looks like that is not loaded for that: without holes, the first row at the top. Without pixels,
   /// and without a message, when there is none at PATH.
   SImage Picture(const std::string& path) const;

@@ -1,5 +1,7 @@
 #include "cli/clifixture.h"
 #include "platform/files.h"
+#include "platform/png.h"
+#include "platform/text.h"
 
 namespace veldra::testing {
 namespace {
@@ -9,7 +11,67 @@ using nlohmann::json;
 class CliImport : public CCliTest {
  protected:
   CliImport() { folder.Write("road.raw", std::string(4096, 'x')); }
+
+  /// wood.obj, a square of two pictures with the same first letters, one plain material and one that has a RAW file.
+  void WriteWood() const {
+    for (const int side : {100, 200}) {
+      const auto bytes = static_cast<size_t>(side * side * 4);
+      const std::string name = Format("Wooden Panel %d.png", side);
+      ASSERT_TRUE(WritePng(folder.File(name), {side, side, std::vector<uint8_t>(bytes, 200)}));
+    }
+    folder.Write("my wood.mtl",
+                 "newmtl Light Wood\r\nmap_Kd -s 1 1 1 Wooden Panel 100.png\r\nnewmtl b_0x33\r\n"
+                 "MAP_KD C:\\Me\\WOODEN PANEL 200.PNG\r\nnewmtl plain_0x29\r\nnewmtl gone\r\nmap_Kd gone.png\r\n");
+    folder.Write("wood.obj",
+                 "mtllib my wood.mtl\no My Box\nv 0 0 0\nv 1 0 0\nv 1 1 .2\nvt 5 5\nvt 6 6\nvt 5 7.5\nf 1 2 3\n"
+                 "usemtl Light Wood\nf -3/1 -2/2 -1/2\nusemtl b_0x33\nf 1/1 2/2 3/3\nusemtl plain_0x29\nf 1 2 3\n"
+                 "usemtl gone\nf 1 2 3\nusemtl Road_0x11.001\nf 1 2 3\n");
+  }
 };
+
+TEST_F(CliImport, MaterialsBecomeTextures) {
+  WriteWood();
+  const SResult first = Run("import $/wood.obj $/out.bin --pictures $/made --fit 50");
+  EXPECT_EQ(first.status, 0);
+  EXPECT_EQ(first.out, "Cut off the texture coordinates of 1 faces\n");
+  EXPECT_EQ(first.err, "Veldra: \"wood.obj\" was imported, but not all of it.\n" + folder.File("wood.obj") +
+                           "\nmaterial gone: there is no picture gone.png\n"
+                           "materials without a texture: plain_0x29, gone\n"
+                           "1 face shows more than the whole texture: cut off\n\n");
+  EXPECT_EQ(ListDirectory(folder.File("made")),
+            (std::vector<std::string>{"WOODENP1.ACT", "WOODENP1.RAW", "WOODENPA.ACT", "WOODENPA.RAW"}));
+  EXPECT_EQ(ReadTestFile(folder.File("made/WOODENP1.RAW")).size(), 65536U);
+  EXPECT_EQ(Run("import $/wood.obj $/out.bin --pictures $/made --fit 50").status, 0);
+  EXPECT_EQ(ListDirectory(folder.File("made")).size(), 4U) << "they are there already";
+
+  folder.Write("WOODENPA.RAW", ReadTestFile(folder.File("made/WOODENPA.RAW")));
+  folder.Write("WOODENP1.RAW", ReadTestFile(folder.File("made/WOODENP1.RAW")));
+  const json model = JsonOf("out.bin");
+  EXPECT_EQ(model["bounds"], (json{0, 0, 0, 50, 50, 10}));
+  EXPECT_EQ(model["faceGroups"], json::parse(R"([{"name": "My_Box", "members": [0, 1, 2, 3, 4, 5]}])"));
+  const std::vector<std::pair<int, json>> faces = {{0x19, nullptr},        {0x18, "WOODENPA.RAW"},
+                                                   {0x33, "WOODENP1.RAW"}, {0x19, "WOODENP1.RAW"},
+                                                   {0x19, "WOODENP1.RAW"}, {0x11, "ROAD.RAW"}};
+  for (size_t i = 0; i < faces.size(); ++i) {
+    // A model file cannot say of a face between others that it has no texture.
+    const json& texture = model["faces"][i]["texture"];
+    EXPECT_EQ(model["faces"][i]["type"], faces[i].first) << i;
+    EXPECT_EQ(texture.is_null() ? json() : model["textures"][texture.get<size_t>()]["name"], faces[i].second) << i;
+  }
+  EXPECT_EQ(model["faces"][1]["v"], (json{1.0, 0.0, 0.0}));
+  EXPECT_EQ(model["faces"][2]["v"], (json{1.0, 1.0, 127 / 255.0}));
+}
+
+TEST_F(CliImport, ASizeThatVanishesIsSaid) {
+  folder.Write("small.obj", "v 0 0 0\nv .5 0 0\nv .5 .2 3\nf 1 2 3\n");
+  Expect({{"import $/small.obj $/s.bin", 0, "",
+           "The mesh is 0.5 x 0.2 x 3 units large. In whole units nothing of it is left along x and y. --fit 450"}});
+  EXPECT_EQ(JsonOf("s.bin")["faces"][0]["type"], 0x19);
+  // Even where cutting off would take a unit and more.
+  folder.Write("odd.obj", "v -10.9 0 0\nv 9.9 0 0\nv 0 1 0\nf 1 2 3\n");
+  Expect({{"import $/odd.obj $/s.bin --fit 20.8", 0}});
+  EXPECT_EQ(JsonOf("s.bin")["bounds"], (json{-11, 0, 0, 10, 1, 0}));
+}
 
 TEST_F(CliImport, WavefrontBecomesAModelFile) {
   folder.Write("in.OBJ", "v 0 0 0\nv 1 0 0\nv 1 2 0\nv 0 2 0.5\ng lid\nf 1 2 3 4\n");
@@ -45,6 +107,8 @@ TEST_F(CliImport, FailuresLeaveTheOldFile) {
   folder.Write("bad.3ds", "MM");
   folder.Write("bad.obj", "v 0 0 0\nf 1 2 3\n");
   folder.Write("large.obj", "v 1e10 0 0\n");
+  folder.Write("point.obj", "v 1 1 1\n");
+  WriteWood();
   const struct {
     const char* line;
     int status;
@@ -57,10 +121,14 @@ TEST_F(CliImport, FailuresLeaveTheOldFile) {
       {"$/x.txt $/Old.bin --texture road.raw", 2, "is neither a .3ds nor an .obj file"},
       {"$/bad.3ds $/Old.bin --texture road.raw --center", 2, "only for .obj files"},
       {"$/bad.obj $/Old.bin --texture road.raw --scale 0", 2, "\"0\" is not a number above 0"},
-      {"$/bad.obj $/Old.bin", 2, "--texture is required"}};
+      {"$/bad.obj $/Old.bin --fit 0", 2, "\"0\" is not a number above 0"},
+      {"$/point.obj $/Old.bin --fit 10", 1, "it has no extent that could be scaled"},
+      {"$/wood.obj $/Old.bin --pictures $/no/where", 1, "There is no such folder."},
+      {"$/wood.obj $/no/Old.bin --pictures $/made", 1, "Model could not be saved."}};
   for (const auto& row : rows) {
     Expect({{std::string("import ") + row.line, row.status, "", row.err}});
     EXPECT_EQ(ReadTestFile(folder.File("Old.bin")), "old");
+    EXPECT_FALSE(FileExists(folder.File("made")));
   }
 }
 

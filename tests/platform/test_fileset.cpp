@@ -109,6 +109,42 @@ TEST_F(CFileSetTest, AFaultAtAnyCallLeavesAllOldOrAllNew) {
   }
 }
 
+TEST_F(CFileSetTest, SeveralSetsAreAllOldOrAllNew) {
+  const std::string content = "new";
+  const std::span bytes(reinterpret_cast<const uint8_t*>(content.data()), content.size());
+  const std::string other = folder_.File("other");
+  const std::vector<SNewFile> sets[] = {{{paths_[0], bytes}, {paths_[1], bytes}},
+                                        {{folder_.File("new/a"), bytes}, {folder_.File("new/b"), bytes}},
+                                        {{other, bytes}}};
+  for (const bool has_old : {true, false}) {
+    int fault = 0;
+    for (bool was_faulty = true; was_faulty; ++fault) {
+      SCOPED_TRACE(Format("old %d, call %d", has_old, fault));
+      Start(has_old);
+      for (const std::string name : {"new/a", "new/b", "other"})
+        RemoveFile(folder_.File(name));
+      folder_.Write("new/bystander", "");
+      if (has_old) folder_.Write("other", "old");
+      int left = fault;
+      SetFileFault([&](std::string_view, std::string_view) { return left-- == 0 ? ENOSPC : 0; });
+      SError error;
+      const bool saved = ReplaceFileSets(sets, &error);
+      SetFileFault({});
+      was_faulty = left < 0;
+      const std::string old = has_old ? "old" : "-";
+      EXPECT_EQ(Read() + ' ' + Content(other), saved ? "new new new" : old + ' ' + old + ' ' + old);
+      EXPECT_EQ(Content(folder_.File("new/a")) + Content(folder_.File("new/b")), saved ? "newnew" : "--");
+      EXPECT_NE(saved, error.what.find("disk full") != std::string::npos);
+      if (was_faulty) continue;
+      EXPECT_THAT(ListDirectory(folder_.Path()), ElementsAre("bystander.txt", "model", "model.info", "new", "other"));
+      EXPECT_THAT(ListDirectory(folder_.File("new")), ElementsAre("a", "b", "bystander"));
+    }
+    EXPECT_GT(fault, 25);
+    for (const std::string name : {"new/a", "new/b", "new/bystander", "other"})
+      RemoveFile(folder_.File(name));
+  }
+}
+
 TEST_F(CFileSetTest, AKilledSaveIsFinishedOrTakenBack) {
   for (const bool has_old : {true, false}) {
     const std::string old = has_old ? "old old" : "- -";

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "interchange/importmodel.h"
+#include "interchange/materialname.h"
+#include "interchange/wavematerials.h"
+#include "interchange/wavemesh.h"
+#include "textures/picturetexture.h"
+
+/// Which textures the materials of a mesh file mean.
+namespace veldra {
+
+/// A texture that an import makes of a picture and that is not on the disk yet.
+struct SNewTexture {
+  std::string path;     ///< of its RAW file
+  std::string picture;  ///< what it is made of
+  SIndexedTexture texels;
+};
+
+/// What becomes of a material.
+struct SMaterialUse {
+  std::string material;          ///< its name in the file
+  std::optional<uint32_t> type;  ///< of its faces, where its name says one
+  bool is_untextured = false;    ///< it says that its faces have no texture
+  std::string raw;      ///< its texture's file, which is there or in SMaterialPlan::made; "" for none of its own
+  std::string picture;  ///< the picture's file; "" where there is none
+  std::string fault;    ///< why the picture does not serve; ""
+};
+
+struct SMaterialPlan {
+  std::vector<SMaterialUse> uses;  ///< in the order of the mesh's names
+  std::vector<SNewTexture> made;
+};
+
+/// What the materials of MESH, read from PATH, become: the RAW file in the texture directory that is named like the
+/// picture, else like the material. With PICTURES, a folder, pictures that have none are made into textures in it,
+/// under names that the game takes and nothing there has, unless that is the same texture.
+SMaterialPlan PlanMaterials(const SWaveMesh& mesh, const std::string& path, const std::string& pictures,
+                            const SImportContext& context, CRemarks& remarks);
+
+/// Gives faces their textures and types by a plan.
+class CMeshTextures {
+ public:
+  struct STexture {
+    std::string name;  ///< as model files have it
+    const STextureImage* image = nullptr;
+  };
+  struct SLook {
+    CBinTexture* texture = nullptr;  ///< null only with type 0x19
+    uint32_t type = kFaceUntextured;
+  };
+
+  /// CHOSEN is what faces get whose material has none; without an image they become untextured.
+  CMeshTextures(const SMaterialPlan& plan, STexture chosen, const SImportContext& context);
+
+  /// For a face of MATERIAL, a position in the plan, or -1. BUILDER's entry is made when it is first asked for.
+  SLook Look(int32_t material, CImportBuilder& builder);
+  /// The names of those materials that were asked for and have no texture of their own, as far as they do not say so
+  /// themselves: a line for the user; "" for none.
+  std::string Untextured() const;
+
+ private:
+  const SMaterialPlan& plan_;
+  STexture chosen_;
+  uint32_t face_type_;
+  std::vector<STexture> by_material_;
+  std::vector<bool> is_asked_;
+  std::map<std::string, CBinTexture*> entries_;
+};
+
+}  // namespace veldra

@@ -1,0 +1,122 @@
+#include "platform/picture.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "platform/paths.h"
+#include "platform/text.h"
+
+#define STB_IMAGE_IMPLEMENTATION
+#define STB_IMAGE_STATIC
+#define STBI_ONLY_JPEG
+#define STBI_ONLY_BMP
+#define STBI_ONLY_TGA
+#define STBI_NO_STDIO
+#define STBI_NO_LINEAR
+#define STBI_NO_HDR
+#define STBI_MAX_DIMENSIONS 16384
+#include <stb/stb_image.h>
+
+namespace veldra {
+
+namespace {
+
+static_assert(STBI_MAX_DIMENSIONS == kLargestImageSide);
+
+constexpr size_t kLargestPictureFile = size_t{512} << 20;
+/// No byte of the three formats stands for more pixels, but in a picture made for that.
+constexpr uint64_t kMostPixelsOfByte = 256;
+
+bool BeginsWith(std::span<const uint8_t> bytes, std::string_view mark) {
+  return bytes.size() >= mark.size() && std::memcmp(bytes.data(), mark.data(), mark.size()) == 0;
+}
+
+bool IsPng(std::span<const uint8_t> bytes) {
+  return BeginsWith(bytes, "\x89PNG");
+}
+
+/// The sides of a picture that is no PNG, once it is known that its pixels can be held.
+std::optional<SImage> CheckedSize(std::span<const uint8_t> bytes, bool is_tga, SError* error) {
+  if (!is_tga && !BeginsWith(bytes, "\xFF\xD8\xFF") && !BeginsWith(bytes, "BM")) {
+    Fail(error, "is no PNG, JPEG, BMP or TGA picture");
+    return std::nullopt;
+  }
+  SImage image;
+  int channels = 0;
+  if (stbi_info_from_memory(bytes.data(), static_cast<int>(bytes.size()), &image.width, &image.height, &channels) ==
+          0 ||
+      image.width <= 0 || image.height <= 0) {
+    Fail(error, Format("cannot be read: %s", stbi_failure_reason()));
+    return std::nullopt;
+  }
+  const uint64_t pixels = static_cast<uint64_t>(image.width) * static_cast<uint64_t>(image.height);
+  const bool is_large = image.width > kLargestImageSide || image.height > kLargestImageSide || pixels > kLargestPicture;
+  if (!is_large && pixels <= kMostPixelsOfByte * bytes.size()) return image;
+  Fail(error,
+       is_large ? Format("is too large: %d x %d pixels", image.width, image.height) : std::string("is cut short"));
+  return std::nullopt;
+}
+
+void DropUnusedAlpha(std::vector<uint8_t>& rgba) {
+  for (size_t i = 3; i < rgba.size(); i += 4)
+    if (rgba[i] != 0) return;
+  for (size_t i = 3; i < rgba.size(); i += 4)
+    rgba[i] = 255;
+}
+
+std::optional<CFileBytes> ReadBytes(std::string_view path, SError* error) {
+  return ReadWholeFile(path, error, kLargestPictureFile);
+}
+
+bool IsTga(std::string_view path) {
+  return EqualNoCase(ExtensionPart(path), "tga");
+}
+
+}  // namespace
+
+std::optional<SImage> DecodePicture(std::span<const uint8_t> bytes, bool is_tga, SError* error) try {
+  if (IsPng(bytes)) return DecodePng(bytes, error);
+  auto image = CheckedSize(bytes, is_tga, error);
+  if (!image) return std::nullopt;
+  struct SFree {
+    void operator()(stbi_uc* pixels) const { stbi_image_free(pixels); }
+  };
+  int width = 0;
+  int height = 0;
+  int channels = 0;
+  constexpr int kRgba = 4;
+  const std::unique_ptr<stbi_uc, SFree> pixels(
+      stbi_load_from_memory(bytes.data(), static_cast<int>(bytes.size()), &width, &height, &channels, kRgba));
+  if (pixels == nullptr || width != image->width || height != image->height) {
+    Fail(error, Format("cannot be read: %s", pixels == nullptr ? stbi_failure_reason() : "its sides differ"));
+    return std::nullopt;
+  }
+  image->rgba.assign(pixels.get(),
+                     pixels.get() + size_t{kRgba} * static_cast<size_t>(width) * static_cast<size_t>(height));
+  if (channels == kRgba) DropUnusedAlpha(image->rgba);
+  return image;
+} catch (const std::bad_alloc&) {
+  Fail(error, "not enough memory");
+  return std::nullopt;
+}
+
+std::optional<SImage> ReadPicture(std::string_view path, SError* error) {
+  // A PNG file can hold anything beside its picture; its reader takes only that.
+  SError ignored;
+  if (ReadPngSize(path, &ignored)) return ReadPng(path, error);
+  const auto file = ReadBytes(path, error);
+  return file ? DecodePicture(file->View(), IsTga(path), error) : std::nullopt;
+}
+
+std::optional<SImage> ReadPictureSize(std::string_view path, SError* error) {
+  SError ignored;
+  if (auto size = ReadPngSize(path, &ignored)) return size;
+  const auto file = ReadBytes(path, error);
+  if (!file) return std::nullopt;
+  return IsPng(file->View()) ? DecodePng(file->View(), error) : CheckedSize(file->View(), IsTga(path), error);
+}
+
+}  // namespace veldra

@@ -1,15 +1,16 @@
 #include "app/documentarea.h"
 
 #include <QEvent>
-#include <QPainter>
 
 namespace veldra {
 
-CDocumentArea::CDocumentArea(QWidget* parent) : QMdiArea(parent) {
+CDocumentArea::CDocumentArea(QWidget* parent) : QMdiArea(parent), welcome_(new CWelcomePage(this)) {
   setObjectName("documentArea");
   setBackground(palette().brush(QPalette::Dark));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  // When the last window closes, this is told before that one is off the list.
+  connect(this, &QMdiArea::subWindowActivated, this, &CDocumentArea::ShowWelcome, Qt::QueuedConnection);
 }
 
 void CDocumentArea::changeEvent(QEvent* event) {
@@ -17,16 +18,13 @@ void CDocumentArea::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) setBackground(palette().brush(QPalette::Dark));
 }
 
-void CDocumentArea::paintEvent(QPaintEvent* event) {
-  QMdiArea::paintEvent(event);
-  if (!subWindowList().isEmpty()) return;
-  QPainter painter(viewport());
-  QFont font = painter.font();
-  font.setPointSizeF(font.pointSizeF() * 1.25);
-  painter.setFont(font);
-  const QColor background = palette().color(QPalette::Dark);
-  painter.setPen(background.lightness() < 150 ? QColor(255, 255, 255, 200) : QColor(0, 0, 0, 170));
-  painter.drawText(viewport()->rect(), Qt::AlignCenter, tr("Open a model with File, Open\nor drop BIN files here."));
+void CDocumentArea::resizeEvent(QResizeEvent* event) {
+  QMdiArea::resizeEvent(event);
+  welcome_->setGeometry(rect());
+}
+
+void CDocumentArea::ShowWelcome() {
+  welcome_->setVisible(subWindowList().isEmpty());
 }
 
 }  // namespace veldra

@@ -4,10 +4,12 @@
 
 #include "app/fileopeners.h"
 #include "app/recoveryoffer.h"
+#include "app/setupdlg.h"
 #include "document/earlierstatesdlg.h"
 #include "document/filenews.h"
 #include "platform/assert.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "settings/preferencesdlg.h"
 #include "ui/qstrings.h"
 
@@ -60,7 +62,8 @@ bool CFileCommands::OpenModel(const std::string& path, bool read_only) {
     return false;
   }
   windows_.AddView(document, true);
-  app_.Say("Opened " + document->Title());
+  const std::string& note = document->TextureNote();
+  app_.Say("Opened " + document->Title() + (note.empty() ? "" : ": " + note));
   return true;
 }
 
@@ -91,6 +94,28 @@ void CFileCommands::Preferences() {
                      if (std::ranges::find(keys, "DEFPAL") != keys.end()) ShowDefaultColors();
                    });
   dialog.exec();
+}
+
+void CFileCommands::SetUpAgain() {
+  CSetUpDialog dialog(CSetUpDialog::EOccasion::kAgain, ProposeSetUp(app_.Settings()), &window_);
+  if (dialog.exec() != QDialog::Accepted) return;
+  std::string first_file;
+  ApplySetUp(dialog.Choice(), DirectoryPart(app_.SettingsPath()), app_.Settings(), app_.Questions(), &first_file);
+  app_.SettingsChanged({"DEFPAL"});
+  tools_.TakeStockList();
+  ShowDefaultColors();
+  if (!first_file.empty()) OpenFile(first_file, false);
+}
+
+void CFileCommands::OpenSample() {
+  const std::string folder = SampleFolder();
+  std::string truck = JoinPath(JoinPath(folder, "MODELS"), "TRUCK.BIN");
+  if (!IsFile(truck)) {
+    const SMessage question = {.text = "Make a sample project?", .icon = EIcon::kQuestion, .details = "In " + folder};
+    if (app_.Questions().AskYesNo(question) != EAnswer::kYes) return;
+    truck = WriteSample(folder, app_.Questions());
+  }
+  if (!truck.empty()) OpenFile(truck, false);
 }
 
 // --- Saving and closing --------------------------------------------------------------------------------------------

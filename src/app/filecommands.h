@@ -25,6 +25,9 @@ class CFileCommands {
   void EarlierStates();
   void Recover();
   void Preferences();
+  void SetUpAgain();
+  /// Makes the sample project first where it is not there yet.
+  void OpenSample();
 
   /// Opens PATH by its type. False when it could not be opened; the user has been told then.
   bool OpenFile(const std::string& path, bool read_only);

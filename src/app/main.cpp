@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QTimer>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -10,11 +11,18 @@
 #include "app/programoptions.h"
 #include "app/qtquestions.h"
 #include "app/recoveryoffer.h"
+#include "app/setupdlg.h"
 #include "app/startup.h"
 #include "app/unsavedwork.h"
 #include "app/windowpicture.h"
+#include "platform/assert.h"
+#include "platform/crashreport.h"
 #include "platform/endsignals.h"
 #include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "platform/userfolders.h"
+#include "settings/coptools.h"
 #include "ui/commandicons.h"
 #include "ui/faultlabel.h"
 #include "ui/screenplace.h"
@@ -28,6 +36,32 @@ void NameProgram() {
   QCoreApplication::setApplicationVersion(VELDRA_VERSION);
 }
 
+std::string CrashFolder() {
+  return JoinPath(UserDataDirectory(), "recovery");
+}
+
+void WatchForCrashes() {
+  ReportCrashes(CrashFolder(), "Veldra " VELDRA_VERSION);
+  SetAssertHandler([](const char* condition, const char* file, int line) {
+    const std::string text = Format("%s:%d: assertion failed: %s\n", file, line, condition);
+    NoteReasonForCrash(text);
+    std::fputs(text.c_str(), stderr);
+    std::abort();
+  });
+}
+
+void TellOfCrashes(CQuestions& questions) {
+  const std::vector<std::string> reports = TakeNewCrashReports(CrashFolder());
+  if (reports.empty()) return;
+  std::string details;
+  for (const std::string& report : reports)
+    details += report + "\n";
+  questions.Message({.text = "Veldra has crashed. A report of it is here:",
+                     .icon = EIcon::kWarning,
+                     .details = details + "\nIt tells what was open, the last commands and where the program was. "
+                                          "Nothing has been sent anywhere."});
+}
+
 bool IsAttended(const SProgramOptions& options) {
   return options.picture.isEmpty() && !options.quit_when_drawn;
 }
@@ -35,7 +69,31 @@ bool IsAttended(const SProgramOptions& options) {
 void OpenFiles(CMainFrame& frame, const SProgramOptions& options) {
   for (const QString& file : options.files)
     frame.OpenFile(file.toStdString(), options.read_only);
+  const std::string& first = frame.App().FirstFile();
+  if (options.files.isEmpty() && !first.empty()) frame.OpenFile(first);
+  TellOfCrashes(frame.App().Questions());
   OfferLeftovers(frame.App(), frame.Windows(), frame.Tools(), &frame);
+}
+
+/// Nobody is there to be asked, and nothing is decided.
+void GoWithoutSettings(SStartup& startup) {
+  startup.settings.defpal.clear();
+  startup.keeps_settings = false;
+}
+
+/// The page where the user says where the game is. Later: there is none for now.
+void AskWhereThingsAre(SStartup& startup, const QStringList& files, CQuestions& questions) {
+  std::vector<std::string> paths;
+  for (const QString& file : files)
+    paths.push_back(file.toStdString());
+  CSetUpDialog dialog(CSetUpDialog::EOccasion::kFirstStart, ProposeSetUp(paths));
+  const SSetUp choice = dialog.exec() == QDialog::Accepted ? dialog.Choice() : SSetUp();
+  ApplySetUp(choice, DirectoryPart(startup.settings_path), startup.settings, questions, &startup.first_file);
+}
+
+std::string SettingsFile(const SProgramOptions& options) {
+  if (options.settings_file.isEmpty()) return CopTools::SettingsPath(CurrentDirectory());
+  return AbsolutePath(options.settings_file.toStdString());
 }
 
 /// For measuring: opens the files and ends the program, without more ado, once the active one is on the screen.
@@ -81,7 +139,9 @@ int Run(CApplication& program, const SProgramOptions& options) {
   CQuestions& questions = IsAttended(options) ? static_cast<CQuestions&>(dialogs) : printed;
   // The dialogs of start-up close before there is a main window, which is no reason to quit.
   QGuiApplication::setQuitOnLastWindowClosed(false);
-  auto startup = StartUp(CurrentDirectory(), questions);
+  auto startup = StartUp(SettingsFile(options), questions, [&](SStartup& fresh) {
+    IsAttended(options) ? AskWhereThingsAre(fresh, options.files, questions) : GoWithoutSettings(fresh);
+  });
   if (!startup) return kExitWithoutPalette;
   const EOpenGl opengl = CheckOpenGl();
   if (opengl == EOpenGl::kNone) {
@@ -103,6 +163,7 @@ int Run(CApplication& program, const SProgramOptions& options) {
 
 int main(int argc, char** argv) {
   NameProgram();
+  WatchForCrashes();
   if (AsksForTextOnly(argc, argv)) {
     const QCoreApplication application(argc, argv);
     ParseProgramOptions(application);

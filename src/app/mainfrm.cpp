@@ -14,7 +14,9 @@
 
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
+#include "app/help/helpwindow.h"
 #include "app/windowplace.h"
+#include "platform/crashreport.h"
 #include "platform/text.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
@@ -61,6 +63,7 @@ CMainFrame::CMainFrame(CTarn2App& app)
     statusBar()->addPermanentWidget(label);
   }
   ReadWindowState();
+  CHelpWindow::InstallKey(*this);
   area_->setFocus();  // and not the first field of a tool window
   Refresh();
 }
@@ -92,6 +95,8 @@ void CMainFrame::MakeCommands() {
   connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
   docks_->InstallKeys(view_keys);
   connect(docks_, &CToolDocks::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
+  connect(&area_->Welcome(), &CWelcomePage::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
+  connect(&area_->Welcome(), &CWelcomePage::FileWanted, this, [this](const std::string& path) { OpenFile(path); });
   const auto pop_up = [this](EGroupKind kind, const QPoint& at) {
     Refresh();  // what is current may have become so just now
     actions_->PopUp(ItemMenu(kind), at);
@@ -141,6 +146,7 @@ SCommandTarget CMainFrame::CommandTarget() {
 /// has shown before.
 void CMainFrame::Run(const SCommandRow& row) {
   const SCommandTarget target = CommandTarget();
+  NoteForCrash(row.name);
   try {
     if (row.run != nullptr && IsEnabled(row, target)) row.run(target);
   } catch (const std::bad_alloc&) {
@@ -192,8 +198,22 @@ bool CMainFrame::event(QEvent* event) {
 void CMainFrame::Refresh() {
   refresh_is_due_ = false;
   docks_->Follow(ActiveView());
+  NoteDocuments();
+  const bool is_empty = Children().isEmpty();
+  if (is_empty && had_windows_) ShowRecentFiles();
+  had_windows_ = !is_empty;
   actions_->Refresh(CommandTarget());
   RefreshStatus();
+}
+
+/// For a report of a crash.
+void CMainFrame::NoteDocuments() {
+  std::vector<std::string> titles;
+  for (const CFileDocument* document : Documents()) {
+    const std::string& path = document->Path();
+    titles.push_back((path.empty() ? document->Title() : path) + (document->IsModified() ? " (changed)" : ""));
+  }
+  NoteOpenForCrash(titles);
 }
 
 void CMainFrame::RefreshStatus() {
@@ -226,7 +246,15 @@ void CMainFrame::ReadWindowState() {
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
   app_.RecentFiles().Set(std::move(paths));
+  ShowRecentFiles();
   app_.RecentFiles().SetOnChange([this] { WriteRecentFiles(); });
+}
+
+void CMainFrame::ShowRecentFiles() {
+  std::vector<std::pair<std::string, std::string>> files;
+  for (const std::string& path : app_.RecentFiles().Paths())
+    files.emplace_back(path, app_.RecentPictures().FileOf(path));
+  area_->Welcome().SetRecent(files);
 }
 
 void CMainFrame::WriteRecentFiles() {

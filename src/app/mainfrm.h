@@ -66,10 +66,12 @@ class CMainFrame : public QMainWindow {
   void RunKey(const SCommandRow& row);
   void GiveKeysToView();
   void Refresh();
+  void NoteDocuments();
   void RefreshStatus();
   SCommandTarget CommandTarget();
   void ReadWindowState();
   void WriteRecentFiles();
+  void ShowRecentFiles();
 
   CTarn2App& app_;
   CDocumentArea* area_;
@@ -82,6 +84,7 @@ class CMainFrame : public QMainWindow {
   CEditDialogs dialogs_;
   std::unique_ptr<CCommandActions> actions_;
   bool refresh_is_due_ = false;
+  bool had_windows_ = false;
   bool is_out_of_memory_ = false;  ///< and being told
 };
 

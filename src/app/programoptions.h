@@ -6,9 +6,10 @@
 namespace veldra {
 
 struct SProgramOptions {
-  QStringList files;     ///< to open
-  QString picture;       ///< PNG file for a picture of the window; empty: none
-  QStringList commands;  ///< to carry out before it
+  QStringList files;      ///< to open
+  QString picture;        ///< PNG file for a picture of the window; empty: none
+  QStringList commands;   ///< to carry out before it
+  QString settings_file;  ///< instead of the usual one; empty: that
   bool read_only = false;
   bool quit_when_drawn = false;  ///< the program ends as soon as the active model was drawn; nothing is asked
 };

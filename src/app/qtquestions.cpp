@@ -267,10 +267,45 @@ SUnusedVerticesAnswer CQtQuestions::AskUnusedVertices() {
 }
 
 STextureAnswer CQtQuestions::AskTexture(const SMessage& message, const SFilePrompt& prompt) {
-  Message(message);
-  const auto path = AskOpenFile(prompt);
-  if (!path) return {};
-  return {.choice = STextureAnswer::EChoice::kFile, .path = *path};
+  using EChoice = STextureAnswer::EChoice;
+  for (;;) {
+    const EChoice choice = AskStandIn(message);
+    if (choice == EChoice::kGiveUp) return {};
+    // The finest grid of those that the game takes: coordinates come back unchanged once the texture is there.
+    if (choice == EChoice::kBlankForAll) return {.choice = choice, .width = 256};
+    if (choice == EChoice::kFile) {
+      const auto path = AskOpenFile(prompt);
+      return path ? STextureAnswer{.choice = choice, .path = *path} : STextureAnswer();
+    }
+    if (const auto folder = AskFolder("Select Folder of Textures", prompt.directory))
+      return {.choice = choice, .path = *folder};
+  }
+}
+
+STextureAnswer::EChoice CQtQuestions::AskStandIn(const SMessage& message) {
+  using EChoice = STextureAnswer::EChoice;
+  const CNormalCursor cursor;
+  QMessageBox box(Parent());
+  box.setObjectName("missingTexture");
+  SetUp(box, message, DetailsOf(message));
+  const auto add = [&](const char* name, const QString& text, const QString& tip) {
+    QPushButton* button = box.addButton(text, QMessageBox::AcceptRole);
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    return button;
+  };
+  QPushButton* file =
+      add("file", QObject::tr("Select &File..."), QObject::tr("Another file stands in for this texture"));
+  QPushButton* folder = add("folder", QObject::tr("Folder for &All..."),
+                            QObject::tr("Takes this texture and all others that are missing from a folder"));
+  QPushButton* blank = add("blank", QObject::tr("&Blank for All"),
+                           QObject::tr("Opens the model without its missing textures; it keeps their names"));
+  box.addButton(QMessageBox::Cancel);
+  box.setDefaultButton(file);
+  box.exec();
+  if (box.clickedButton() == file) return EChoice::kFile;
+  if (box.clickedButton() == folder) return EChoice::kFolder;
+  return box.clickedButton() == blank ? EChoice::kBlankForAll : EChoice::kGiveUp;
 }
 
 std::optional<double> CQtQuestions::AskScaleFactor(double offered) {

@@ -32,6 +32,7 @@ class CQtQuestions : public CQuestions {
  private:
   QWidget* Parent() const;
   EAnswer Ask(const SMessage& question, QMessageBox::StandardButtons buttons);
+  STextureAnswer::EChoice AskStandIn(const SMessage& message);
   std::optional<SOpenFiles> RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode);
 
   QPointer<QWidget> parent_;

@@ -33,7 +33,7 @@ std::string PaletteDirectory(const SStartup& startup) {
   const std::string art = JoinPath(startup.installation_directory, "ART");
   for (const std::string& candidate : {FindAnyCase(startup.settings.art_dir), FindAnyCase(art)})
     if (IsDirectory(candidate)) return candidate;
-  return DirectoryPart(startup.settings_path);
+  return CurrentDirectory();
 }
 
 }  // namespace
@@ -49,14 +49,16 @@ std::optional<ColorTable> InsistOnPalette(CSettings& settings, const std::string
   return GreyRamp();
 }
 
-std::optional<SStartup> StartUp(const std::string& directory, CQuestions& questions) {
+std::optional<SStartup> StartUp(const std::string& settings_path, CQuestions& questions,
+                                const FirstStart& first_start) {
   SStartup startup;
-  startup.settings_path = JoinPath(directory, kSettingsFileName);
+  startup.settings_path = settings_path;
   SettingsMap map;
   CopTools::ReadCfgFile(startup.settings_path, map);
   startup.settings.Take(map);
   startup.settings_as_read = startup.settings;
   startup.installation_directory = CopTools::InstallationDirectory();
+  if (first_start && !FileExists(settings_path)) first_start(startup);
   const auto colors = InsistOnPalette(startup.settings, PaletteDirectory(startup), questions);
   if (!colors) return std::nullopt;
   startup.default_colors = *colors;

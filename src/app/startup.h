@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -19,11 +20,18 @@ struct SStartup {
   CSettings settings_as_read;  ///< to tell later which ones this program changed
   ColorTable default_colors = {};
   std::string installation_directory;  ///< the game's folder, "." when it is not installed
+  bool keeps_settings = true;          ///< they are written back at the end
+  std::string first_file;              ///< to open when the user names none; "" for none
 };
 
-/// Reads the settings file of DIRECTORY and insists on a default colour table that can be loaded: while there is none,
-/// another file is asked for, which becomes the setting DEFPAL. Nothing when the user cancels.
-std::optional<SStartup> StartUp(const std::string& directory, CQuestions& questions);
+/// Fills the settings of a program that has none yet.
+using FirstStart = std::function<void(SStartup& startup)>;
+
+/// Reads the settings file and insists on a default colour table that can be loaded: while there is none, another file
+/// is asked for, which becomes the setting DEFPAL. Nothing when the user cancels. Where there is no settings file,
+/// FIRST_START, which may be empty, is called before that.
+std::optional<SStartup> StartUp(const std::string& settings_path, CQuestions& questions,
+                                const FirstStart& first_start = {});
 
 /// The colour table that SETTINGS.defpal names, after questions where it cannot be read. An empty setting gives a grey
 /// ramp. DIRECTORY is where the file dialog opens.

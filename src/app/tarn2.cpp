@@ -84,6 +84,9 @@ bool CTarn2App::MayClose(CTarnDoc& document) {
 }
 
 void CTarn2App::LetGo(CFileDocument& document, bool stays_open) {
+  const auto* model = dynamic_cast<const CTarnDoc*>(&document);
+  if (model != nullptr && make_picture_ && !model->Path().empty())
+    recent_pictures_.Keep(model->Path(), make_picture_(*model), recent_files_.Paths());
   recovery_.Closed(document);
   if (stays_open) recovery_.Watch(document);
 }
@@ -116,6 +119,7 @@ std::string CTarn2App::ModelDirectory() const {
 }
 
 bool CTarn2App::SaveSettings() {
+  if (!startup_.keeps_settings) return true;
   if (CopTools::WriteCfgFile(startup_.settings_path, startup_.settings, startup_.settings_as_read)) return true;
   questions_.Message({.text = "Settings could not be saved.",
                       .caption = kErrorCaption,

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/recentfiles.h"
+#include "app/recentpictures.h"
 #include "app/startup.h"
 #include "document/earlierstates.h"
 #include "document/recoverykeeper.h"
@@ -29,10 +30,13 @@ class CTarn2App {
   CQuestions& Questions() { return questions_; }
   CTextureStore& Textures() { return textures_; }
   CRecentFiles& RecentFiles() { return recent_files_; }
+  const CRecentPictures& RecentPictures() const { return recent_pictures_; }
   CEarlierStates& EarlierStates() { return earlier_states_; }
   CRecoveryKeeper& Recovery() { return recovery_; }
   const std::string& InstallationDirectory() const { return startup_.installation_directory; }
   const std::string& SettingsPath() const { return startup_.settings_path; }
+  /// What a first start offers to begin with; "" for nothing.
+  const std::string& FirstFile() const { return startup_.first_file; }
   /// Of textures without a colour table of their own.
   const ColorTable& DefaultColors() const { return startup_.default_colors; }
 
@@ -80,6 +84,7 @@ class CTarn2App {
   CQuestions& questions_;
   CTextureStore textures_;
   CRecentFiles recent_files_;
+  CRecentPictures recent_pictures_;
   CEarlierStates earlier_states_;
   CRecoveryFolder recovery_folder_;
   CRecoveryKeeper recovery_;

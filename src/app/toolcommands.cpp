@@ -78,8 +78,12 @@ void CToolCommands::BuildStockList() {
   const std::string settings_folder = DirectoryPart(app_.SettingsPath());
   SStockList list;
   if (!WriteStockList(app_.Questions(), *folder, JoinPath(settings_folder, kStockFileName), list)) return;
-  stock_ = CStockFiles(settings_folder);
+  TakeStockList();
   app_.Questions().Message({.text = "The stock-file list has been built.", .details = list.CountsText()});
+}
+
+void CToolCommands::TakeStockList() {
+  stock_ = CStockFiles(DirectoryPart(app_.SettingsPath()));
 }
 
 void CToolCommands::ShowDefaultColors() {

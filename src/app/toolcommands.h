@@ -32,6 +32,7 @@ class CToolCommands : public QObject {
   void ShowCreator();
   void ShowTruckEditor();
   void BuildStockList();
+  void TakeStockList();  ///< there is another one
   void Import3ds();
   void ImportWavefront();
 

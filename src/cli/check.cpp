@@ -4,8 +4,8 @@
 #include "cli/findings.h"
 #include "cli/session.h"
 #include "model/binfile.h"
+#include "packing/modeltextures.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -24,9 +24,12 @@ bool CheckFile(CSession& session, const std::string& model, CFindings& findings)
     session.Fail(Format("\"%s\" could not be opened.", model.c_str()), error.what);
     return false;
   }
-  const auto width = [&session](const std::string& name) -> std::optional<int> {
-    const std::string path = FindAnyCase(JoinPath(session.Settings().art_dir, name));
-    const auto length = IsFile(path) ? FileLength(path) : std::nullopt;
+  CTexturePlaces places(session.Settings(), model == kStandardStream ? "" : model);
+  const auto width = [&places](const std::string& name) -> std::optional<int> {
+    const auto found = places.Find(name);
+    const auto length = !found                ? std::nullopt
+                        : found->bytes.length ? found->bytes.length
+                                              : FileLength(found->bytes.path);
     return length ? std::optional<int>(TextureSizeOfLength(*length)) : std::nullopt;
   };
   return CheckModelBytes(session, model, file->View(), width, findings);

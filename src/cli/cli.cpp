@@ -17,7 +17,7 @@ SCommandRow Program(SGlobalOptions& options) {
                          .options = GlobalOptions(options),
                          .commands = ModelCommands()};
   for (const auto command : {CheckCommand, EditCommand, ShapeCommand, ImportCommand, RenderCommand, TextureCommands,
-                             PodCommands, TruckCommands})
+                             PodCommands, TruckCommands, ThumbnailCommand})
     program.commands.push_back(command());
   return program;
 }

@@ -24,6 +24,7 @@ SCommandRow ImportCommand();
 SCommandRow RenderCommand();
 SCommandRow TextureCommands();
 SCommandRow PodCommands();
+SCommandRow ThumbnailCommand();
 SCommandRow TruckCommands();
 
 }  // namespace veldra

@@ -17,9 +17,9 @@ std::string SettingsPath(const SGlobalOptions& options) {
   return options.settings_file.empty() ? kSettingsFileName : options.settings_file;
 }
 
-CSettings ReadSettings(const SGlobalOptions& options) {
+CSettings ReadSettings(const SGlobalOptions& options, const std::string& path) {
   SettingsMap texts;
-  CopTools::ReadCfgFile(SettingsPath(options), texts);
+  CopTools::ReadCfgFile(path, texts);
   CSettings settings;
   settings.Take(texts);
   if (!options.art_directory.empty()) settings.art_dir = options.art_directory;
@@ -38,10 +38,16 @@ CSession::CSession(const SGlobalOptions& options, std::ostream& out, std::ostrea
     : options_(options),
       questions_(options, err),
       out_(out),
-      settings_(ReadSettings(options)),
+      settings_(ReadSettings(options, SettingsPath(options))),
       settings_folder_(DirectoryPart(AbsolutePath(SettingsPath(options)))),
       default_colors_(ChosenColors(options.palette, settings_.defpal)),
       textures_(questions_, default_colors_) {}
+
+void CSession::TakeEditorSettings() {
+  if (!options_.settings_file.empty()) return;
+  settings_ = ReadSettings(options_, CopTools::SettingsPath(CurrentDirectory()));
+  default_colors_ = ChosenColors(options_.palette, settings_.defpal);
+}
 
 int CSession::CheckSettings() {
   SettingsMap texts;

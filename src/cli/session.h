@@ -26,6 +26,9 @@ class CSession {
   /// been told.
   int CheckSettings();
 
+  /// The settings that the editor would have, unless the options name a file: for what goes on behind the user's back.
+  void TakeEditorSettings();
+
   CCliQuestions& Questions() { return questions_; }
   const CSettings& Settings() const { return settings_; }
   /// Where the settings file lies, and with it what else the user keeps for the program.

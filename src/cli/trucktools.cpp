@@ -70,16 +70,7 @@ struct STruckRenderOptions {
 };
 
 int RenderTruck(CSession& session, const STruckRenderOptions& options) {
-  const auto truck = OpenTruck(session, options.truck);
-  if (!truck) return kFailed;
-  CTruckPlaces places(session, options.truck);
-  CTruckTextures textures(places.Files(), session.DefaultColors());
-  CTruckScene scene;
-  scene.Follow(*truck, places.Files(), textures, kUnitsPerFoot);
-  const double units = GuessUnitsPerFoot(*truck, scene.BodyLength());
-  if (units != kUnitsPerFoot) scene.Follow(*truck, places.Files(), textures, units);
-  if (scene.PartBounds() == SBounds()) return session.Fail("None of the truck's models were found.", options.truck);
-  return DrawPicture(session, scene.Model(), scene.PartBounds(), options.picture, options.out);
+  return DrawTruck(session, options.truck, options.picture, options.out);
 }
 
 SCommandRow RenderTruckCommand() {
@@ -182,6 +173,19 @@ SCommandRow CheckTruckCommand() {
 }
 
 }  // namespace
+
+int DrawTruck(CSession& session, const std::string& path, const SPictureOptions& options, const std::string& out) {
+  const auto truck = OpenTruck(session, path);
+  if (!truck) return kFailed;
+  CTruckPlaces places(session, path);
+  CTruckTextures textures(places.Files(), session.DefaultColors());
+  CTruckScene scene;
+  scene.Follow(*truck, places.Files(), textures, kUnitsPerFoot);
+  const double units = GuessUnitsPerFoot(*truck, scene.BodyLength());
+  if (units != kUnitsPerFoot) scene.Follow(*truck, places.Files(), textures, units);
+  if (scene.PartBounds() == SBounds()) return session.Fail("None of the truck's models were found.", path);
+  return DrawPicture(session, scene.Model(), scene.PartBounds(), options, out);
+}
 
 std::vector<SCommandRow> TruckToolCommands() {
   return {FromJsonCommand(), RenderTruckCommand(), CheckTruckCommand()};

@@ -6,6 +6,7 @@
 #include "document/filenews.h"
 #include "document/modelcopy.h"
 #include "document/tarn2doc.h"
+#include "packing/modeltextures.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
@@ -259,7 +260,7 @@ void CModelSaver::KeepOverwrittenFile(const std::string& path) const {
     CQuietQuestions questions;
     // A store of its own, so that stand-ins for missing textures stay out of the document's.
     CTextureStore textures(questions, GreyRamp());
-    CTextureFinder finder(textures, questions, document_.Settings().art_dir);
+    CModelTextureFinder finder(textures, questions, document_.Settings(), path);
     CBinModel old;
     if (!LoadBinFile(old, path, {finder, questions, false, nullptr})) return {};
     return WriteModelCopy(label, old);

@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "document/modelcopy.h"
+#include "packing/modeltextures.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/trace.h"
-#include "textures/texturefinder.h"
 
 // The document's state, and how it is opened. The checks before saving are in tarn2save.cpp, the commands in
 // tarn2commands.cpp, the exports in tarn2export.cpp.
@@ -77,9 +77,11 @@ bool CTarnDoc::Load(CBinModel& model, const std::string& path, SDiagnosis* diagn
   }
   const CQuestions::CAbout about(services_.questions, path);
   const auto work = services_.questions.BeginWork(Format("Opening %s", FileNamePart(path).c_str()), true);
-  CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
+  CModelTextureFinder finder(services_.textures, services_.questions, services_.settings, path);
   const SLoadContext context{finder, services_.questions, services_.settings.texture_size_msg != 0, work.get()};
-  return LoadBinFile(model, path, context, diagnosis);
+  if (!LoadBinFile(model, path, context, diagnosis)) return false;
+  texture_note_ = finder.Note();
+  return true;
 }
 
 bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) {
@@ -89,7 +91,7 @@ bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) {
   const CQuestions::CAbout about(services_.questions, copy.path.empty() ? copy.title : copy.path);
   if (file.fault.empty()) {
     const auto work = services_.questions.BeginWork(Format("Opening %s", copy.title.c_str()), false);
-    CTextureFinder finder(services_.textures, services_.questions, services_.settings.art_dir);
+    CModelTextureFinder finder(services_.textures, services_.questions, services_.settings, copy.path);
     model_.SetObserver(nullptr);
     is_read = ReadModelCopy(file.bytes.View(), model_, finder, &diagnosis);
     model_.SetObserver(this);

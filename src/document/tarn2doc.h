@@ -67,6 +67,8 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
   const CBinModel& Model() const { return model_; }
   /// Shown while there is no path, for a document made from a file of another kind.
   void SetTitle(const std::string& title);
+  /// Where textures came from when the file was loaded that were not in the texture directory; "" for nowhere.
+  const std::string& TextureNote() const { return texture_note_; }
   /// Of the file when it is first saved.
   std::string OfferedName() const { return Path().empty() && !offered_name_.empty() ? offered_name_ : Title(); }
   const SDocumentServices& Services() const { return services_; }
@@ -152,6 +154,7 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
   CBinModel model_;
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   CModelSaver saver_{*this};
+  std::string texture_note_;
   std::string offered_name_;      ///< of the file when it is first saved; "" for the title
   bool wants_read_only_ = false;  ///< whatever the file allows
   std::vector<CDocumentObserver*> observers_;

@@ -14,6 +14,9 @@ std::optional<std::string> EnvironmentVariable(const std::string& name);
 /// Somebody can look at what goes to standard error while it is written.
 bool IsStandardErrorTerminal();
 
+/// The process ends when it has computed for SECONDS; where the system cannot see to that, nothing happens.
+void LimitProcessTime(int seconds);
+
 /// Makes standard output take bytes as they are (Windows would turn "\n" into two).
 void SetBinaryStandardOutput();
 

@@ -1,3 +1,4 @@
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -18,6 +19,11 @@ std::optional<std::string> EnvironmentVariable(const std::string& name) {
 
 bool IsStandardErrorTerminal() {
   return isatty(STDERR_FILENO) == 1;
+}
+
+void LimitProcessTime(int seconds) {
+  const rlimit limit = {static_cast<rlim_t>(seconds), static_cast<rlim_t>(seconds)};
+  setrlimit(RLIMIT_CPU, &limit);
 }
 
 void SetBinaryStandardOutput() {}

@@ -52,6 +52,8 @@ bool IsStandardErrorTerminal() {
   return _isatty(_fileno(stderr)) != 0;
 }
 
+void LimitProcessTime(int) {}
+
 void SetBinaryStandardOutput() {
   _setmode(_fileno(stdout), _O_BINARY);
 }

@@ -73,11 +73,17 @@ struct SUnusedVerticesAnswer {
   bool dont_show_again = false;
 };
 
-/// What stands in for a texture that is not found.
+/// What stands in for a texture that is not found. The model goes on naming the texture that it names.
 struct STextureAnswer {
-  enum class EChoice { kGiveUp, kFile, kBlank } choice = EChoice::kGiveUp;
-  std::string path = {};  ///< for kFile
-  int width = 0;          ///< for kBlank: 64, 128, 256 or 512
+  enum class EChoice {
+    kGiveUp,
+    kFile,        ///< this file
+    kFolder,      ///< what this folder has for it and for others of the model that are missing
+    kBlank,       ///< a blank one
+    kBlankForAll  ///< likewise, for all of the model that are missing
+  } choice = EChoice::kGiveUp;
+  std::string path = {};  ///< for kFile and kFolder
+  int width = 0;          ///< of a blank one: 64, 128, 256 or 512
 };
 
 /// A long operation on the way. Destroyed when it ends.

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace veldra {
 
@@ -13,5 +14,12 @@ std::optional<std::string> ReadMachineRegistry(const std::string& key, const std
 /// A Windows path found in the registry as a path of this system: on Windows unchanged, elsewhere through the drive
 /// links of the Wine prefix. Nothing when the drive is not there.
 std::optional<std::string> RegistryPathToNative(const std::string& windows_path);
+
+/// The value as a path of this system in every registry that can be found here: elsewhere than on Windows in the Wine
+/// prefixes of the user and of the programs that make prefixes for games.
+std::vector<std::string> RegisteredPaths(const std::string& key, const std::string& name);
+
+/// The drives C: on which Windows programs may be installed; elsewhere than on Windows one a Wine prefix.
+std::vector<std::string> SystemDrives();
 
 }  // namespace veldra

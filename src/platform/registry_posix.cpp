@@ -5,6 +5,7 @@
 #include "platform/process.h"
 #include "platform/registry.h"
 #include "platform/text.h"
+#include "platform/userfolders.h"
 
 namespace veldra {
 
@@ -136,10 +137,23 @@ std::string WinePrefix() {
   return home ? JoinPath(*home, ".wine") : "";
 }
 
-}  // namespace
+/// The user's prefix and those of the programs that make prefixes for games.
+std::vector<std::string> WinePrefixes() {
+  std::vector<std::string> prefixes = {WinePrefix()};
+  const std::string home = HomeDirectory();
+  if (home.empty()) return prefixes;
+  prefixes.push_back(JoinPath(home, ".wine"));
+  for (const char* folder : {".local/share/wineprefixes", ".PlayOnLinux/wineprefix", ".local/share/bottles/bottles",
+                             ".var/app/com.usebottles.bottles/data/bottles/bottles", "Games"})
+    for (const std::string& name : ListDirectory(JoinPath(home, folder)))
+      prefixes.push_back(JoinPath(JoinPath(home, folder), name));
+  std::erase_if(prefixes, [](const std::string& prefix) {
+    return prefix.empty() || !IsDirectory(JoinPath(prefix, "dosdevices"));
+  });
+  return prefixes;
+}
 
-std::optional<std::string> ReadMachineRegistry(const std::string& key, const std::string& name) {
-  const std::string prefix = WinePrefix();
+std::optional<std::string> ReadRegistryOf(const std::string& prefix, const std::string& key, const std::string& name) {
   if (prefix.empty()) return std::nullopt;
   const auto registry = ReadWholeFile(JoinPath(prefix, "system.reg"), nullptr, kLargestRegistry);
   if (!registry) return std::nullopt;
@@ -150,8 +164,7 @@ std::optional<std::string> ReadMachineRegistry(const std::string& key, const std
   return value;
 }
 
-std::optional<std::string> RegistryPathToNative(const std::string& windows_path) {
-  const std::string prefix = WinePrefix();
+std::optional<std::string> NativeIn(const std::string& prefix, const std::string& windows_path) {
   if (prefix.empty() || !IsAbsolutePath(windows_path) || windows_path[1] != ':') return std::nullopt;
   const std::string drive_name = LowerCase(windows_path.substr(0, 2));
   const std::string drive = JoinPath(JoinPath(prefix, "dosdevices"), drive_name);
@@ -159,6 +172,33 @@ std::optional<std::string> RegistryPathToNative(const std::string& windows_path)
   const std::string path = JoinPath(drive, NativePath(windows_path.substr(2)));
   const std::string found = FindAnyCase(path);
   return found.empty() ? path : found;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadMachineRegistry(const std::string& key, const std::string& name) {
+  return ReadRegistryOf(WinePrefix(), key, name);
+}
+
+std::optional<std::string> RegistryPathToNative(const std::string& windows_path) {
+  return NativeIn(WinePrefix(), windows_path);
+}
+
+std::vector<std::string> RegisteredPaths(const std::string& key, const std::string& name) {
+  std::vector<std::string> paths;
+  for (const std::string& prefix : WinePrefixes()) {
+    const auto value = ReadRegistryOf(prefix, key, name);
+    auto path = value ? NativeIn(prefix, *value) : std::nullopt;
+    if (path) paths.push_back(std::move(*path));
+  }
+  return paths;
+}
+
+std::vector<std::string> SystemDrives() {
+  std::vector<std::string> drives;
+  for (const std::string& prefix : WinePrefixes())
+    drives.push_back(JoinPath(prefix, "dosdevices/c:"));
+  return drives;
 }
 
 }  // namespace veldra

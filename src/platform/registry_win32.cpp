@@ -53,4 +53,13 @@ std::optional<std::string> RegistryPathToNative(const std::string& windows_path)
   return windows_path;
 }
 
+std::vector<std::string> RegisteredPaths(const std::string& key, const std::string& name) {
+  const auto path = ReadMachineRegistry(key, name);
+  return path ? std::vector{*path} : std::vector<std::string>();
+}
+
+std::vector<std::string> SystemDrives() {
+  return {"C:\\"};
+}
+
 }  // namespace veldra

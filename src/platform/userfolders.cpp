@@ -12,10 +12,10 @@ namespace veldra {
 
 namespace {
 
-std::string ChooseDataDirectory() {
+/// USUAL unless the user has chosen another one.
+std::string ChooseDirectory(std::string usual) {
   const auto chosen = EnvironmentVariable("VELDRA_DATA");
   if (chosen && !chosen->empty()) return AbsolutePath(*chosen);
-  std::string usual = disk::SystemDataDirectory();
   if (!usual.empty()) return usual;
   std::error_code fault;
   return JoinPath(std::filesystem::temp_directory_path(fault).string(), "veldra");
@@ -24,13 +24,17 @@ std::string ChooseDataDirectory() {
 }  // namespace
 
 std::string UserDataDirectory() {
-  std::string directory = ChooseDataDirectory();
+  std::string directory = ChooseDirectory(disk::SystemDataDirectory());
   if (IsDirectory(directory)) return directory;
   if (MakeDirectories(directory))
     disk::KeepToUser(directory);
   else
     Trace(">> UserDataDirectory(): %s cannot be made\n", directory.c_str());
   return directory;
+}
+
+std::string UserSettingsDirectory() {
+  return ChooseDirectory(disk::SystemSettingsDirectory());
 }
 
 bool RemoveEmptyFolder(std::string_view path) {

@@ -13,6 +13,13 @@ namespace veldra {
 /// ~/.local/share/veldra. That it could be made shows only when something is written there.
 std::string UserDataDirectory();
 
+/// The folder for what the user sets, whether it is there or not: what VELDRA_DATA says, else %APPDATA%\Veldra, or
+/// elsewhere $XDG_CONFIG_HOME/veldra or ~/.config/veldra.
+std::string UserSettingsDirectory();
+
+/// The user's own folder; "" when the system does not tell.
+std::string HomeDirectory();
+
 /// Takes the folder away when nothing is in it.
 bool RemoveEmptyFolder(std::string_view path);
 /// The file FROM becomes TO, replacing it, in one step. Both lie on one disk.

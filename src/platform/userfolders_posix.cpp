@@ -14,8 +14,6 @@
 
 namespace veldra {
 
-namespace {
-
 std::string HomeDirectory() {
   const auto home = EnvironmentVariable("HOME");
   if (home && home->starts_with('/')) return *home;
@@ -24,6 +22,17 @@ std::string HomeDirectory() {
   passwd* found = nullptr;
   const bool is_known = getpwuid_r(getuid(), &user, texts.data(), texts.size(), &found) == 0 && found != nullptr;
   return is_known && user.pw_dir != nullptr ? user.pw_dir : "";
+}
+
+namespace {
+
+/// NAME in the folder that VARIABLE says, else in that FOLDER of the user's.
+std::string InFolderOf(const char* variable, const char* folder, const char* name) {
+  // A relative path there is to be taken for none, says the rule that defines the variable.
+  const auto chosen = EnvironmentVariable(variable);
+  if (chosen && chosen->starts_with('/')) return JoinPath(*chosen, name);
+  const std::string home = HomeDirectory();
+  return home.starts_with('/') ? JoinPath(JoinPath(home, folder), name) : "";
 }
 
 /// PATH with every link followed; "" when it is not there.
@@ -37,11 +46,11 @@ std::string RealPath(const std::string& path) {
 namespace disk {
 
 std::string SystemDataDirectory() {
-  // A relative path there is to be taken for none, says the rule that defines the variable.
-  const auto data = EnvironmentVariable("XDG_DATA_HOME");
-  if (data && data->starts_with('/')) return JoinPath(*data, "veldra");
-  const std::string home = HomeDirectory();
-  return home.starts_with('/') ? JoinPath(home, ".local/share/veldra") : "";
+  return InFolderOf("XDG_DATA_HOME", ".local/share", "veldra");
+}
+
+std::string SystemSettingsDirectory() {
+  return InFolderOf("XDG_CONFIG_HOME", ".config", "veldra");
 }
 
 void KeepToUser(const std::string& path) {

@@ -6,11 +6,29 @@
 
 namespace veldra {
 
+namespace {
+
+/// The program's folder in the one that VARIABLE says.
+std::string InFolderOf(const char* variable) {
+  const auto folder = EnvironmentVariable(variable);
+  return folder && IsAbsolutePath(*folder) ? JoinPath(*folder, "Veldra") : "";
+}
+
+}  // namespace
+
+std::string HomeDirectory() {
+  const auto home = EnvironmentVariable("USERPROFILE");
+  return home && IsAbsolutePath(*home) ? *home : "";
+}
+
 namespace disk {
 
 std::string SystemDataDirectory() {
-  const auto data = EnvironmentVariable("LOCALAPPDATA");
-  return data && IsAbsolutePath(*data) ? JoinPath(*data, "Veldra") : "";
+  return InFolderOf("LOCALAPPDATA");
+}
+
+std::string SystemSettingsDirectory() {
+  return InFolderOf("APPDATA");
 }
 
 void KeepToUser(const std::string&) {}  // below the user's profile, which is closed to others

@@ -10,6 +10,7 @@
 #include "platform/registry.h"
 #include "platform/text.h"
 #include "platform/trace.h"
+#include "platform/userfolders.h"
 
 namespace veldra {
 
@@ -18,6 +19,9 @@ namespace {
 constexpr size_t kLargestSettingsFile = size_t{16} << 20;
 constexpr const char* kLockSuffix = ".lock";
 constexpr std::chrono::milliseconds kLongestWait{2000};
+
+constexpr const char* kGameKey = R"(SOFTWARE\Microsoft\Monster Truck Madness\1.0)";
+constexpr const char* kGameFolderValue = "InstalledTo";
 
 struct SLine {
   std::string key;
@@ -103,6 +107,7 @@ bool CopTools::WriteCfgFile(const std::string& path, const CSettings& settings, 
   // Where no lock is to be had the settings are still worth writing.
   CFileLock lock;
   SError error;
+  MakeDirectories(DirectoryPart(path));
   if (lock.Lock(path + kLockSuffix, kLongestWait, &error) != ELockResult::kTaken)
     Trace("CopTools::WriteCfgFile(%s) : no lock: %s\n", path.c_str(), error.what.c_str());
   const bool is_written = Write(path, settings, &as_read);
@@ -110,10 +115,19 @@ bool CopTools::WriteCfgFile(const std::string& path, const CSettings& settings, 
   return is_written;
 }
 
+std::string CopTools::SettingsPath(const std::string& directory) {
+  std::string here = JoinPath(directory, kSettingsFileName);
+  return FileExists(here) ? here : JoinPath(UserSettingsDirectory(), kSettingsFileName);
+}
+
 std::string CopTools::InstallationDirectory() {
-  const auto registered = ReadMachineRegistry(R"(SOFTWARE\Microsoft\Monster Truck Madness\1.0)", "InstalledTo");
+  const auto registered = ReadMachineRegistry(kGameKey, kGameFolderValue);
   if (!registered) return ".";
   return RegistryPathToNative(*registered).value_or(".");
+}
+
+std::vector<std::string> CopTools::RegisteredFolders() {
+  return RegisteredPaths(kGameKey, kGameFolderValue);
 }
 
 }  // namespace veldra

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files.h"
 #include "settings/settings.h"
@@ -25,8 +26,14 @@ class CopTools {
   /// it are its own work and the others keep the value that the file has now. Programs that write at once take turns.
   static bool WriteCfgFile(const std::string& path, const CSettings& settings, const CSettings& as_read);
 
+  /// The settings file of a program that is started in DIRECTORY: the one that lies there, else the user's, be it there
+  /// or not.
+  static std::string SettingsPath(const std::string& directory);
+
   /// The game's folder as its installer registered it, as a path of this system; "." when it did not.
   static std::string InstallationDirectory();
+  /// The same in every registry that there is here: besides the user's own Wine prefix, those that game launchers make.
+  static std::vector<std::string> RegisteredFolders();
 };
 
 inline constexpr const char* kSettingsFileName = "Veldra.cfg";

@@ -9,11 +9,12 @@ namespace veldra {
 CTextureFinder::CTextureFinder(CTextureStore& store, CQuestions& questions, std::string art_directory)
     : store_(store), questions_(questions), art_directory_(std::move(art_directory)) {}
 
-std::string CTextureFinder::Look(const std::string& name) const {
+/// IS_THERE: the file is, whether or not it can be loaded.
+const STextureImage* CTextureFinder::LoadFrom(const std::string& folder, const std::string& name, bool& is_there) {
   // Nothing outside the texture folder is a model's business, and an empty name leads to the folder itself.
-  if (!IsBareName(name)) return {};
-  const std::string path = FindAnyCase(JoinPath(art_directory_, name));
-  return IsFile(path) ? path : "";
+  const std::string path = IsBareName(name) ? FindAnyCase(JoinPath(folder, name)) : "";
+  is_there = IsFile(path);
+  return is_there ? store_.GetTexture(path) : nullptr;
 }
 
 const STextureImage* CTextureFinder::Find(const std::string& name) {
@@ -21,37 +22,64 @@ const STextureImage* CTextureFinder::Find(const std::string& name) {
   const auto known = found_.find(key);
   if (known != found_.end()) return known->second;
 
-  const std::string path = Look(name);
-  const STextureImage* image = path.empty() ? nullptr : store_.GetTexture(path);
-  if (image == nullptr) image = Ask(name);
+  const STextureImage* const image = FindOrAsk(name);
+  if (image != nullptr && !image->is_stand_in) last_folder_ = DirectoryPart(image->path);
   found_.emplace(key, image);
   return image;
 }
 
+const STextureImage* CTextureFinder::FindOrAsk(const std::string& name) {
+  if (const STextureImage* image = FindUnasked(name)) return image;
+  return blank_width_ != 0 ? Blank(name, blank_width_) : Ask(name);
+}
+
+const STextureImage* CTextureFinder::FindUnasked(const std::string& name) {
+  bool is_there = false;
+  const STextureImage* image = LoadFrom(art_directory_, name, is_there);
+  if (is_there) return image;
+  if (!chosen_folder_.empty()) image = LoadFrom(chosen_folder_, name, is_there);
+  return is_there ? image : FindElsewhere(name);
+}
+
+const STextureImage* CTextureFinder::Blank(const std::string& name, int width) {
+  return store_.GetBlankTexture(JoinPath(art_directory_, name), width);
+}
+
 const STextureImage* CTextureFinder::Ask(const std::string& name) {
+  using EChoice = STextureAnswer::EChoice;
   const SMessage message = {
       .text = Format("Texture %s not found. Please select another texture.", DisplayName(name).c_str()),
       .caption = kErrorCaption,
       .icon = EIcon::kWarning,
       .details = Format("Looked for %s", DisplayName(JoinPath(art_directory_, name)).c_str()),
   };
-  const SFilePrompt prompt = {
+  SFilePrompt prompt = {
       .title = "Select Texture",
       .filters = {{"MTM Texture *.raw", "*.raw"}},
-      .directory = art_directory_,
+      .directory = last_folder_.empty() ? art_directory_ : last_folder_,
       .name = "",
       .default_extension = "raw",
   };
   for (;;) {
     const STextureAnswer answer = questions_.AskTexture(message, prompt);
+    bool is_there = false;
+    const STextureImage* image = nullptr;
     switch (answer.choice) {
-      case STextureAnswer::EChoice::kGiveUp:
+      case EChoice::kGiveUp:
         return nullptr;
-      case STextureAnswer::EChoice::kBlank:
-        return store_.GetBlankTexture(JoinPath(art_directory_, name), answer.width);
-      case STextureAnswer::EChoice::kFile:
-        if (const STextureImage* image = store_.GetTexture(answer.path)) return image;
+      case EChoice::kBlankForAll:
+        blank_width_ = answer.width;
+        [[fallthrough]];
+      case EChoice::kBlank:
+        return Blank(name, answer.width);
+      case EChoice::kFolder:
+        chosen_folder_ = prompt.directory = answer.path;
+        image = LoadFrom(answer.path, name, is_there);
+        break;
+      case EChoice::kFile:
+        image = store_.GetTexture(answer.path);
     }
+    if (image != nullptr) return image;
   }
 }
 

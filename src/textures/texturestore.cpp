@@ -94,17 +94,29 @@ void CTextureStore::SetDefaultColors(const ColorTable& colors) {
   }
 }
 
-const STextureImage* CTextureStore::GetTexture(const std::string& path) {
+const STextureImage* CTextureStore::Stored(const std::string& path) const {
   const auto stored = images_.find(path);
   if (stored != images_.end()) return stored->second.get();
   const auto stand_in = stand_ins_.find(path);
-  return stand_in != stand_ins_.end() ? stand_in->second : LoadTexture(path);
+  return stand_in != stand_ins_.end() ? stand_in->second : nullptr;
+}
+
+const STextureImage* CTextureStore::GetTexture(const std::string& path) {
+  const STextureImage* const stored = Stored(path);
+  return stored != nullptr ? stored : LoadTexture(path);
+}
+
+const STextureImage* CTextureStore::GetTexture(const std::string& path, const std::function<STextureFiles()>& read) {
+  const STextureImage* const stored = Stored(path);
+  return stored != nullptr ? stored : Store(path, read());
 }
 
 const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   VELDRA_ASSERT(!images_.contains(path) && !stand_ins_.contains(path));
-  if (!FileExists(path)) return nullptr;
-  const STextureFiles files = ReadTextureFiles(path);
+  return FileExists(path) ? Store(path, ReadTextureFiles(path)) : nullptr;
+}
+
+const STextureImage* CTextureStore::Store(const std::string& path, const STextureFiles& files) {
   if (!files.texels) {
     TellFault(path, files, questions_);
     return nullptr;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -57,6 +58,9 @@ class CTextureStore {
   /// case only are two keys.
   const STextureImage* GetTexture(const std::string& path);
 
+  /// The same for one that is no file of its own: READ gives its texels and colours.
+  const STextureImage* GetTexture(const std::string& path, const std::function<STextureFiles()>& read);
+
   /// Loads a texture that is not in the store yet (else a programming error). Null without a message when no file is at
   /// PATH; null after "Error: Unsupported texture size." when its length is that of no texture. The ACT file is found
   /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
@@ -79,6 +83,8 @@ class CTextureStore {
 
  private:
   const STextureImage* Blank(int width);
+  const STextureImage* Stored(const std::string& path) const;
+  const STextureImage* Store(const std::string& path, const STextureFiles& files);
 
   CQuestions& questions_;
   ColorTable default_colors_;

@@ -11,6 +11,7 @@
 #include <QtTest>
 
 #include "app/qtquestions.h"
+#include "app/setupdlg.h"
 #include "support/dialogdriver.h"
 #include "support/testfiles.h"
 #include "textures/texturestore.h"
@@ -137,7 +138,7 @@ TEST(QtQuestions, TextureQuestionIsAMessageAndThenAFileDialog) {
                            .name = {},
                            .default_extension = "raw"};
   CDialogDriver driver;
-  driver.Click("messageBox", "OK").On("openFile", [](QWidget& dialog) {
+  driver.Click("missingTexture", "Select File...").On("openFile", [](QWidget& dialog) {
     EXPECT_EQ(Child<QComboBox>(dialog, "fileTypeCombo")->itemText(0), "MTM Texture *.raw");
     auto* name = Child<QLineEdit>(dialog, "fileNameEdit");
     name->selectAll();
@@ -147,8 +148,38 @@ TEST(QtQuestions, TextureQuestionIsAMessageAndThenAFileDialog) {
   const STextureAnswer picked = questions.AskTexture({.text = "Texture not found."}, prompt);
   EXPECT_EQ(picked.choice, STextureAnswer::EChoice::kFile);
   EXPECT_EQ(picked.path, folder.File("other.raw"));
-  driver.Click("messageBox", "OK").On("openFile", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  driver.Click("missingTexture", "Select File...")
+      .On("openFile", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); })
+      .Click("missingTexture", "Folder for All...")
+      .On("openFolder", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); })
+      .Click("missingTexture", "Blank for All");
   EXPECT_EQ(questions.AskTexture({.text = "Texture not found."}, prompt).choice, STextureAnswer::EChoice::kGiveUp);
+  EXPECT_EQ(questions.AskTexture({.text = "Texture not found."}, prompt).choice, STextureAnswer::EChoice::kBlankForAll);
+}
+
+TEST(SetUpDialog, ChecksTheFolderAsItIsChosen) {
+  const CTempFolder folder;
+  folder.Write("game/ART/SKY.RAW", "x");
+  folder.Write("empty/x.txt", "x");
+  SSetUp offer;
+  offer.sample_folder = folder.File("sample");
+  CSetUpDialog dialog(CSetUpDialog::EOccasion::kFirstStart, offer);
+  auto* edit = Child<CPathField>(dialog, "gameFolder")->Edit();
+  EXPECT_TRUE(IsOkEnabled(dialog)) << "without the game";
+  for (const char* bad : {"none", "empty"}) {
+    edit->setText(QString::fromStdString(folder.File(bad)));
+    EXPECT_FALSE(IsOkEnabled(dialog)) << bad;
+  }
+  edit->setText(QString::fromStdString(folder.File("game")));
+  EXPECT_TRUE(IsOkEnabled(dialog));
+  EXPECT_TRUE(Child<QLabel>(dialog, "found")->text().startsWith("0 archives, 1 texture,"));
+  EXPECT_FALSE(Child<QCheckBox>(dialog, "stockList")->isEnabled()) << "there are no archives to make it of";
+  Child<QCheckBox>(dialog, "sample")->setChecked(true);
+  const SSetUp choice = dialog.Choice();
+  EXPECT_TRUE(choice.has_game && choice.wants_sample && !choice.builds_stock_list);
+  EXPECT_EQ(choice.game.art, folder.File("game/ART"));
+  Child<QRadioButton>(dialog, "withoutGame")->setChecked(true);
+  EXPECT_FALSE(dialog.Choice().has_game);
 }
 
 TEST(QtQuestions, TheFileThatIsPointedAtIsShownWithWhatItIsFor) {

@@ -3,8 +3,10 @@
 #include "app/editorfixture.h"
 #include "app/recentfiles.h"
 #include "app/scalefactor.h"
+#include "app/setup.h"
 #include "app/startup.h"
 #include "app/tarn2.h"
+#include "archive/podwriter.h"
 #include "platform/paths.h"
 #include "settings/coptools.h"
 #include "support/scriptedquestions.h"
@@ -14,6 +16,7 @@ namespace veldra {
 
 using testing::CScriptedQuestions;
 using testing::CTempFolder;
+using testing::CVariable;
 using testing::TestPalette;
 
 namespace {
@@ -50,7 +53,7 @@ TEST(StartUp, PaletteIsAskedForUntilOneLoads) {
     CScriptedQuestions questions;
     for (const auto& choice : row.chosen)
       questions.OnOpenFile("Select Default Palette", choice);
-    const auto startup = StartUp(folder.Path(), questions);
+    const auto startup = StartUp(folder.File("Veldra.cfg"), questions);
     EXPECT_EQ(questions.TakeMessageTexts(), row.messages);
     ASSERT_EQ(startup.has_value(), row.used.has_value());
     if (!startup) continue;
@@ -59,6 +62,41 @@ TEST(StartUp, PaletteIsAskedForUntilOneLoads) {
     EXPECT_EQ(startup->default_colors[3 * 7], 7);
     EXPECT_EQ(startup->default_colors[3 * 7 + 2], 248);
   }
+}
+
+TEST(StartUp, AFirstStartFollowsFromWhereTheGameIs) {
+  const CTempFolder folder;
+  const CVariable data("VELDRA_DATA", folder.File("user"));
+  const std::string settings_path = CopTools::SettingsPath(folder.Path());
+  EXPECT_EQ(settings_path, folder.File("user/Veldra.cfg"));
+  CScriptedQuestions questions;
+  folder.Write("game/models/A.BIN", "x");
+  folder.Write("game/art/A.RAW", "x");
+  folder.Write("packed/ART/METALCR2.ACT", TestPalette());
+  folder.Write("packed/SKY.RAW", std::string(4096, 'x'));
+  ASSERT_TRUE(CreatePod(questions, folder.File("game/Truck2.Pod"),
+                        {{"ART\\METALCR2.ACT", {folder.File("packed/ART/METALCR2.ACT")}},
+                         {"ART\\SKY.RAW", {folder.File("packed/SKY.RAW")}}}));
+  const auto first_start = [&](SStartup& startup) {
+    const SGameFolder game = LookIntoGameFolder(folder.File("game/models"));
+    EXPECT_EQ(game.Text(), "1 archive, 2 textures, 1 model, 0 trucks\nColour table METALCR2.ACT in Truck2.Pod");
+    ApplySetUp({.has_game = true,
+                .game = game,
+                .builds_stock_list = true,
+                .wants_sample = true,
+                .sample_folder = folder.File("sample")},
+               folder.File("user"), startup.settings, questions, &startup.first_file);
+  };
+  const auto startup = StartUp(settings_path, questions, first_start);
+  ASSERT_TRUE(startup);
+  EXPECT_EQ(startup->settings.bin_dir, folder.File("game/models"));
+  EXPECT_EQ(startup->settings.pod_dir, folder.File("game"));
+  EXPECT_EQ(startup->settings.defpal, folder.File("user/METALCR2.ACT"));
+  EXPECT_EQ(startup->default_colors[2], 255);
+  EXPECT_TRUE(FileExists(startup->first_file));
+  EXPECT_TRUE(FileExists(folder.File("user/Veldra.stock")));
+  folder.Write("Veldra.cfg", "");
+  EXPECT_EQ(CopTools::SettingsPath(folder.Path()), folder.File("Veldra.cfg")) << "that of the folder counts";
 }
 
 TEST(RecentFiles, KeepTheLatestFirstAndEachOnce) {

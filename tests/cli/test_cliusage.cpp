@@ -2,6 +2,7 @@
 #include "cli/clifixture.h"
 #include "cli/command.h"
 #include "cli/globaloptions.h"
+#include "cli/manual.h"
 #include "platform/files.h"
 #include "platform/text.h"
 
@@ -45,13 +46,14 @@ TEST_F(CCliUsageTest, WrongUsageIsNamedWithTheNearestKnownWord) {
 }
 
 TEST_F(CCliUsageTest, ProgramOptionsMayStandBehindTheCommand) {
-  WriteModel("m.bin", {});
+  folder.Write("models/x", "");
+  WriteModel("models/m.bin", {});
   folder.Write("Veldra.cfg", "");
-  Expect({{"--art $ info $/m.bin", 0, "Number of"},
-          {"info --art $ $/m.bin", 0, "Number of"},
-          {"info $/m.bin --art=$", 0, "Number of"},
-          {"info $/m.bin --art $ --cfg $/none.cfg", 1, "", "none.cfg\" could not be read."},
-          {"info $/m.bin", 1, "", "ROAD.RAW"}});
+  Expect({{"--art $ info $/models/m.bin", 0, "Number of"},
+          {"info --art $ $/models/m.bin", 0, "Number of"},
+          {"info $/models/m.bin --art=$", 0, "Number of"},
+          {"info $/models/m.bin --art $ --cfg $/none.cfg", 1, "", "none.cfg\" could not be read."},
+          {"info $/models/m.bin", 1, "", "ROAD.RAW"}});
 }
 
 /// The help of COMMAND, which stands behind LINE, and of those in it.
@@ -76,6 +78,31 @@ TEST_F(CCliUsageTest, HelpAndVersionGoToStandardOutput) {
   ExpectHelp(Program(options), {});
   EXPECT_EQ(Run("-h").out, Run("--help").out);
   EXPECT_EQ(Run("--version").out, "2.0.23\n");
+}
+
+TEST(CliManual, IsMadeOfTheRows) {
+  const SCommandRow group = {
+      .name = "pod",
+      .help = "Archives",
+      .commands = {{.name = "list",
+                    .help = "It's a \\ list",
+                    .options = {{.name = "POD", .form = "", .help = "An archive", .take = {}, .required = true},
+                                {.name = "--as", .form = "a|b", .help = "How", .take = {}, .words = {"a", "b"}}}}}};
+  const SCommandRow program = {.name = "p-cli", .help = "", .options = {}, .commands = {group}};
+  const std::pair<std::string, std::vector<const char*>> cases[] = {
+      {ManualPage(program, "1.2", {.summary = "does", .description = ".text", .files = "", .see_also = "q(1)"}),
+       {".TH P\\-CLI 1 \"\" \"Veldra 1.2\"", "\n\\&.text\n", ".SS \"pod list POD\"\nIt's a \\e list.\n",
+        "\\fB\\-\\-as\\fR \\fIa|b"}},
+      {BashCompletion(program),
+       {"':pod') command='pod' ;;", "'pod:list') command='pod list' ;;", "'pod list:--as') words='a b'",
+        "'pod list':-*) words='--help --as'", "complete -o default -F _p_cli p-cli"}},
+      {ZshCompletion(program), {"#compdef p-cli\n", "'list:It'\\''s a \\ list'", "'pod list:--as') compadd -- a b"}},
+      {FishCompletion(program),
+       {"-a list -d 'It\\'s a \\\\ list'",
+        "__fish_seen_subcommand_from pod; and __fish_seen_subcommand_from list' -l as"}}};
+  for (const auto& [text, parts] : cases)
+    for (const char* part : parts)
+      EXPECT_NE(text.find(part), std::string::npos) << part << "\nis not in\n" << text;
 }
 
 TEST_F(CCliUsageTest, OutputThatCannotBeWrittenEndsWithOne) {

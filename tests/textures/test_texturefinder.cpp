@@ -62,5 +62,16 @@ TEST_F(TextureFinder, GivingUpIsRememberedForThisLoad) {
   EXPECT_EQ(store_.GetTexture(JoinPath(folder_.File("ART"), "GONE.RAW")), blank);
 }
 
+TEST_F(TextureFinder, OneAnswerServesAllThatAreMissing) {
+  const std::string found = WriteRaw("found/ONE.RAW");
+  WriteRaw("found/two.raw");
+  questions_.OnTexture("ONE.RAW", {EChoice::kFolder, folder_.File("found")})
+      .OnTexture("GONE.RAW", {EChoice::kBlankForAll, "", 128});
+  EXPECT_EQ(finder_.Find("ONE.RAW")->path, found);
+  EXPECT_EQ(finder_.Find("TWO.RAW")->name, "two.raw");
+  for (const char* name : {"GONE.RAW", "GONE2.RAW"})
+    EXPECT_EQ(finder_.Find(name)->size, 128) << name;
+}
+
 }  // namespace
 }  // namespace veldra

@@ -158,6 +158,7 @@ enum class ECommand : int32_t {
   kToolsExtractor,
   kToolsCreator,
   kToolsStockList,
+  kToolsSetUp,
   // --- Window and Help
   kWindowNew,
   kWindowCascade,
@@ -172,6 +173,10 @@ enum class ECommand : int32_t {
   kDockCurrentFace,
   kDockVertexStatus,
   kDockModelInfo,
+  kHelpGuide,
+  kHelpCommandLine,
+  kHelpNews,
+  kHelpSample,
   kHelpKeyboard,
   kHelpAbout,
 };

@@ -132,11 +132,19 @@ constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,
 constexpr ECommand kOffsetMenu[] = {ECommand::kTextureOffsetU, ECommand::kTextureReverseOffsetU, kSeparator,
                                     ECommand::kTextureOffsetV, ECommand::kTextureReverseOffsetV};
 constexpr ECommand kToolsMenu[] = {ECommand::kToolsTruckEditor, kSeparator, ECommand::kToolsExtractor,
-                                   ECommand::kToolsCreator,     kSeparator, ECommand::kToolsStockList};
+                                   ECommand::kToolsCreator,     kSeparator, ECommand::kToolsStockList,
+                                   ECommand::kToolsSetUp};
 constexpr ECommand kWindowMenu[] = {ECommand::kWindowNew,      kSeparator, ECommand::kWindowCascade,
                                     ECommand::kWindowTile,     kSeparator, ECommand::kWindowNext,
                                     ECommand::kWindowPrevious, kSeparator, ECommand::kWindowList};
-constexpr ECommand kHelpMenu[] = {ECommand::kHelpKeyboard, ECommand::kHelpAbout};
+constexpr ECommand kHelpMenu[] = {ECommand::kHelpGuide,
+                                  ECommand::kHelpKeyboard,
+                                  ECommand::kHelpCommandLine,
+                                  ECommand::kHelpNews,
+                                  kSeparator,
+                                  ECommand::kHelpSample,
+                                  kSeparator,
+                                  ECommand::kHelpAbout};
 
 constexpr SMenuRow kMenus[] = {
     {"menuFile", "&File", kFileMenu},

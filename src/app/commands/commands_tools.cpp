@@ -37,6 +37,11 @@ const SCommandRow kToolsRows[] = {
      .status =
          "Make the list of files that every installation has, from the archives of an installed game\nStock-file list",
      .run = WithTools<&CToolCommands::BuildStockList>},
+    {.id = ECommand::kToolsSetUp,
+     .name = "setUp",
+     .text = "&Set Up Again...",
+     .status = "Say where the game is: folders, colour table and the list of its files follow from it\nSet Up Again",
+     .run = WithFiles<&CFileCommands::SetUpAgain>},
 };
 
 }  // namespace

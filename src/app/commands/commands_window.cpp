@@ -1,10 +1,8 @@
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
 #include "app/commands/otherkeys.h"
-
-#include <QApplication>
-#include <QMessageBox>
-
+#include "app/help/aboutdlg.h"
+#include "app/help/helpwindow.h"
 #include "view/keyboarddlg.h"
 
 namespace veldra {
@@ -16,14 +14,12 @@ void ShowKeyboard(const SCommandTarget& on) {
 }
 
 void ShowAbout(const SCommandTarget& on) {
-  QMessageBox box(&on.window);
-  box.setObjectName("about");
-  box.setWindowTitle(QObject::tr("About Veldra"));
-  box.setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
-  box.setText(QStringLiteral("<h3>Veldra %1</h3>").arg(VELDRA_VERSION));
-  box.setInformativeText(QObject::tr("An editor for the 3D models of Monster Truck Madness 2.\n\nRuns on Qt %1.")
-                             .arg(QString::fromUtf8(qVersion())));
-  box.exec();
+  CAboutDialog(&on.window).exec();
+}
+
+template <const char* const& kPage>
+void ShowHelp(const SCommandTarget& on) {
+  CHelpWindow::Open(HelpUrl(kPage, {}), on.window);
 }
 
 const SCommandRow kWindowRows[] = {
@@ -60,6 +56,27 @@ const SCommandRow kWindowRows[] = {
      .when = HasDocument,
      .run = WithWindows<&CDocumentWindows::Previous>},
     {.id = ECommand::kWindowList, .name = "windowList", .text = "", .status = "Activate this window"},
+    {.id = ECommand::kHelpGuide,
+     .name = "guide",
+     .text = "&Guide",
+     .status = "How things are done, to read and to search\nGuide",
+     .key = "F1",
+     .run = ShowHelp<kGuidePage>},
+    {.id = ECommand::kHelpCommandLine,
+     .name = "commandLine",
+     .text = "&Command Line",
+     .status = "What the program does without a window\nCommand Line",
+     .run = ShowHelp<kCommandLinePage>},
+    {.id = ECommand::kHelpNews,
+     .name = "news",
+     .text = "What Is &New",
+     .status = "What is new in this version\nWhat Is New",
+     .run = ShowHelp<kNewsPage>},
+    {.id = ECommand::kHelpSample,
+     .name = "sampleTruck",
+     .text = "Open &Sample Truck",
+     .status = "Open a truck to play with, in a project of its own\nSample Truck",
+     .run = WithFiles<&CFileCommands::OpenSample>},
     {.id = ECommand::kHelpKeyboard,
      .name = "keyboard",
      .text = "&Keyboard...",

@@ -1,0 +1,15 @@
+# veldra_gather_licences(OUT): writes the file OUT, the list of third parties followed by the licences of those whose code
+# becomes part of the programs, as the system's packages bring them.
+function(veldra_gather_licences out)
+  file(READ "${CMAKE_SOURCE_DIR}/packaging/third-parties.txt" text)
+  foreach(package IN ITEMS libcli11-dev nlohmann-json3-dev)
+    set(licence "/usr/share/doc/${package}/copyright")
+    if(EXISTS "${licence}")
+      file(READ "${licence}" words)
+      string(APPEND text "\n----- ${package}\n\n${words}")
+    else()
+      message(WARNING "${licence} is not there: Help > About cannot show it")
+    endif()
+  endforeach()
+  file(CONFIGURE OUTPUT "${out}" CONTENT "${text}" @ONLY)
+endfunction()

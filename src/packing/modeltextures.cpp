@@ -1,0 +1,103 @@
+#include "packing/modeltextures.h"
+
+#include <algorithm>
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace veldra {
+
+namespace {
+
+void AddArchivesOf(const std::string& folder, std::vector<std::string>& archives) {
+  for (const std::string& name : ListDirectory(folder)) {
+    std::string path = JoinPath(folder, name);
+    const bool is_new = std::find(archives.begin(), archives.end(), path) == archives.end();
+    if (is_new && EqualNoCase(ExtensionPart(name), "POD")) archives.push_back(std::move(path));
+  }
+}
+
+SSearchPlaces PlacesNear(const CSettings& settings, const std::string& model) {
+  SSearchPlaces places;
+  if (!model.empty()) {
+    const std::string folder = DirectoryPart(AbsolutePath(model));
+    places.folders = {folder, JoinPath(DirectoryPart(folder), "ART")};
+    AddArchivesOf(folder, places.archives);
+  }
+  const std::string archives = FindAnyCase(settings.pod_dir);
+  if (!archives.empty()) AddArchivesOf(archives, places.archives);
+  for (std::string& folder : places.folders)
+    if (std::string found = FindAnyCase(folder); !found.empty()) folder = std::move(found);
+  return places;
+}
+
+}  // namespace
+
+struct CTexturePlaces::SNear {
+  explicit SNear(SSearchPlaces near) : places(std::move(near)), search(places) {}
+  SSearchPlaces places;
+  CPlaceSearch search;
+};
+
+CTexturePlaces::CTexturePlaces(const CSettings& settings, std::string model)
+    : settings_(settings), model_(std::move(model)) {}
+
+CTexturePlaces::~CTexturePlaces() = default;
+
+CTexturePlaces::SNear& CTexturePlaces::Near() {
+  if (near_ == nullptr) near_ = std::make_unique<SNear>(PlacesNear(settings_, model_));
+  return *near_;
+}
+
+std::optional<SPodSource> CTexturePlaces::Find(const std::string& name) {
+  if (!IsBareName(name)) return std::nullopt;
+  std::string path = FindAnyCase(JoinPath(settings_.art_dir, name));
+  if (IsFile(path)) return SPodSource{FileNamePart(path), {.path = std::move(path)}};
+  return FindNear(name);
+}
+
+std::optional<SPodSource> CTexturePlaces::FindNear(const std::string& name) {
+  if (!IsBareName(name)) return std::nullopt;
+  auto found = Near().search.FindInFolders(name);
+  return found ? found : Near().search.FindInArchives(name);
+}
+
+std::optional<SPodSource> CTexturePlaces::FindColorsOf(const SPodSource& raw) {
+  return Near().search.FindInArchives(ChangeExtension(FileNamePart(raw.name), "ACT"));
+}
+
+CModelTextureFinder::CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings,
+                                         const std::string& model)
+    : CTextureFinder(store, questions, settings.art_dir), places_(settings, model) {}
+
+const STextureImage* CModelTextureFinder::FindElsewhere(const std::string& name) {
+  const auto raw = places_.FindNear(name);
+  const STextureImage* const image = raw ? Load(*raw) : nullptr;
+  if (image != nullptr) ++counts_[raw->bytes.length ? raw->bytes.path : DirectoryPart(raw->bytes.path)];
+  return image;
+}
+
+const STextureImage* CModelTextureFinder::Load(const SPodSource& raw) {
+  if (!raw.bytes.length) return Store().GetTexture(raw.bytes.path);
+  return Store().GetTexture(JoinPath(raw.bytes.path, raw.name), [&] {
+    STextureFiles files;
+    files.length = raw.bytes.length;
+    files.texels = ReadFilePart(raw.bytes, &files.error);
+    if (files.texels && TextureSizeOfLength(files.texels->View().size()) == 0) files.texels.reset();
+    const auto table = places_.FindColorsOf(raw);
+    const auto colors = table ? ReadFilePart(table->bytes) : std::nullopt;
+    if (colors && colors->View().size() >= std::tuple_size_v<ColorTable>)
+      std::copy_n(colors->View().begin(), std::tuple_size_v<ColorTable>, files.colors.emplace().begin());
+    return files;
+  });
+}
+
+std::string CModelTextureFinder::Note() const {
+  std::string note;
+  for (const auto& [place, count] : counts_)
+    note += (note.empty() ? "" : ", ") + Counted(count, "texture", "textures") + " from " + place;
+  return note;
+}
+
+}  // namespace veldra

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "packing/searchplaces.h"
+#include "settings/settings.h"
+#include "textures/texturefinder.h"
+
+/// Where the textures of a model are: in the texture directory, else beside the model, in ART beside its folder, in the
+/// archives of its folder and in those of the archive directory; in any letter case.
+namespace veldra {
+
+class CTexturePlaces {
+ public:
+  /// SETTINGS outlives this. MODEL is the model's file; "" for one that has none.
+  CTexturePlaces(const CSettings& settings, std::string model);
+  ~CTexturePlaces();
+
+  /// The RAW file NAME. Nothing when it is nowhere, or NAME is more than a bare name.
+  std::optional<SPodSource> Find(const std::string& name);
+  /// The same without the texture directory.
+  std::optional<SPodSource> FindNear(const std::string& name);
+  /// The colour table for what was found as RAW in an archive.
+  std::optional<SPodSource> FindColorsOf(const SPodSource& raw);
+
+ private:
+  struct SNear;
+  SNear& Near();
+
+  const CSettings& settings_;
+  std::string model_;
+  std::unique_ptr<SNear> near_;  ///< made when the first texture is not in the texture directory
+};
+
+/// The textures of one model, from those places and by asking.
+class CModelTextureFinder : public CTextureFinder {
+ public:
+  CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings, const std::string& model);
+
+  /// What the user may want to know: which places beside the texture directory the textures came from. "" for none.
+  std::string Note() const;
+
+ protected:
+  const STextureImage* FindElsewhere(const std::string& name) override;
+
+ private:
+  const STextureImage* Load(const SPodSource& raw);
+
+  CTexturePlaces places_;
+  std::map<std::string, size_t> counts_;  ///< of textures by the folder or archive they came from
+};
+
+}  // namespace veldra

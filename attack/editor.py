@@ -27,7 +27,8 @@ class Display:
 
     def __init__(self):
         read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp",
+                                       "-noreset"],
                                        pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         self.environment = {**os.environ, "DISPLAY": ":" + os.read(read, 20).decode().strip(), "WAYLAND_DISPLAY": "",

@@ -82,7 +82,6 @@ class Editor:
     def move(self):
         if MAIN_WINDOW not in self.display.active():
             self.dismiss()
-            self.astray += 1
         self.moves.append(time.monotonic())
         self.key("x")
 
@@ -93,6 +92,7 @@ class Editor:
             self.key("Escape")
             time.sleep(0.2)
             asked += 1
+        self.astray += 2 * asked  # the one before, and one while it closed
         return asked
 
     def save(self):
@@ -292,7 +292,7 @@ class FolderGone(Round):
         time.sleep(random.choice([0, LONGEST_COPY_PAUSE]))
         now = time.monotonic()
         editor.end()
-        sure = sum(now - at > LONGEST_COPY_PAUSE for at in editor.moves) - editor.astray
+        sure = max(0, sum(now - at > LONGEST_COPY_PAUSE for at in editor.moves) - editor.astray)
         self.judge_recovered(editor, sure, len(editor.moves))
 
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "archive/stockbuilder.h"
-#include "interchange/importoptionsdlg.h"
+#include "interchange/importmeshesdlg.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "podtools/podcreatordlg.h"
@@ -178,9 +178,9 @@ SImportServices CToolCommands::ImportServices() {
                 document->SetModified(true);
                 windows_.AddView(document, false);
               },
-          .ask_wave_options =
-              [this](const SWaveMesh& mesh, const std::string& path) {
-                return AskImportOptions(mesh, path, wave_options_, &window_);
+          .ask_jobs =
+              [this](std::vector<SMeshJob>& jobs) {
+                return AskMeshJobs(jobs, wave_options_, app_.Textures(), app_.Questions(), &window_);
               }};
 }
 
@@ -190,6 +190,10 @@ void CToolCommands::Import3ds() {
 
 void CToolCommands::ImportWavefront() {
   RunImportWavefront(ImportServices());
+}
+
+void CToolCommands::ImportMeshes() {
+  RunImportMeshes(ImportServices());
 }
 
 bool CToolCommands::Import3dsFile(const std::string& path) {

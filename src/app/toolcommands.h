@@ -35,6 +35,7 @@ class CToolCommands : public QObject {
   void TakeStockList();  ///< there is another one
   void Import3ds();
   void ImportWavefront();
+  void ImportMeshes();
 
   /// To the windows that are open.
   void ShowDefaultColors();
@@ -73,7 +74,7 @@ class CToolCommands : public QObject {
   CDocumentWindows& windows_;
   QWidget& window_;
   CStockFiles stock_;
-  SWaveOptions wave_options_;  ///< the last ones chosen
+  SWaveOptions wave_options_ = {.fit = kTruckSize};  ///< the last ones chosen
   QPointer<CPodExtractorDialog> extractor_;
   QPointer<CPodCreatorDialog> creator_;
   QList<QPointer<CTruckEditorDlg>> truck_editors_;

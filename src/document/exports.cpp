@@ -3,6 +3,7 @@
 #include "document/tarn2doc.h"
 #include "interchange/import3ds.h"
 #include "interchange/modelreport.h"
+#include "interchange/waveexport.h"
 #include "interchange/wavefront.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -12,18 +13,19 @@ namespace veldra {
 
 namespace {
 
+constexpr const char* kReplaceBeside =
+    "Materials and pictures beside the Wavefront file are there already.\nWould you like to replace them?";
 constexpr const char* kCannotExport = "This version cannot write %s files";
 
 /// Nothing when the user cancelled.
-std::optional<std::string> AskPath(const CTarnDoc& document, const std::string& title, std::vector<SFileFilter> filters,
-                                   const std::string& extension) {
+std::optional<SSavePath> AskSavePath(const CTarnDoc& document, const std::string& title,
+                                     std::vector<SFileFilter> filters, const std::string& extension) {
   const SFilePrompt prompt = {.title = title,
                               .filters = std::move(filters),
                               .directory = document.ModelDirectory(),
                               .name = ChangeExtension(document.Title(), extension),
                               .default_extension = extension};
-  const auto chosen = document.Services().questions.AskSaveFile(prompt);
-  return chosen ? std::optional(chosen->path) : std::nullopt;
+  return document.Services().questions.AskSaveFile(prompt);
 }
 
 void Write(CTarnDoc& document, const std::string& path, const std::function<bool(SError& error)>& write) {
@@ -41,6 +43,16 @@ void Write(CTarnDoc& document, const std::string& path, const std::function<bool
   }
 }
 
+/// The user knows of the file that was chosen. A picture beside it can be one that somebody painted.
+bool MayReplaceBeside(CTarnDoc& document, const std::string& path) {
+  std::string names;
+  for (const std::string& file : FilesOfExport(document.Model(), path))
+    if (file != path && FileExists(file)) names += DisplayName(FileNamePart(file)) + '\n';
+  if (names.empty()) return true;
+  const SMessage question = {.text = kReplaceBeside, .icon = EIcon::kQuestion, .details = names, .usual = EAnswer::kNo};
+  return document.Services().questions.AskYesNo(question) == EAnswer::kYes;
+}
+
 }  // namespace
 
 bool CanSaveTextureList(const CTarnDoc& document) {
@@ -49,15 +61,29 @@ bool CanSaveTextureList(const CTarnDoc& document) {
 
 void SaveTextureList(CTarnDoc& document) {
   if (!CanSaveTextureList(document)) return;
-  const auto path =
-      AskPath(document, "Save Texture File", {{"Response Files *.lst", "*.lst"}, {"All Files *.*", "*.*"}}, "lst");
-  if (!path) return;
-  Write(document, *path, [&](SError& error) { return ReplaceFile(*path, TextureList(document.Model()), &error); });
+  const auto chosen =
+      AskSavePath(document, "Save Texture File", {{"Response Files *.lst", "*.lst"}, {"All Files *.*", "*.*"}}, "lst");
+  if (!chosen) return;
+  const std::string& path = chosen->path;
+  Write(document, path, [&](SError& error) { return ReplaceFile(path, TextureList(document.Model()), &error); });
 }
 
 void ExportWavefront(CTarnDoc& document) {
-  const auto path = AskPath(document, "Export Wavefront File", {{"Wavefront *.obj", "*.obj"}}, "obj");
-  if (path) Write(document, *path, [&](SError& error) { return ExportWavefront(document.Model(), *path, &error); });
+  const int32_t largest = document.Settings().largest_wf_dim;
+  const auto chosen = AskSavePath(document, "Export Wavefront File",
+                                  {{"Wavefront *.obj", "*.obj"},
+                                   {"Wavefront with materials *.obj", "*.obj"},
+                                   {Format("Wavefront with materials, scaled to %d units *.obj", largest), "*.obj"}},
+                                  "obj");
+  if (!chosen) return;
+  const std::string& path = chosen->path;
+  if (chosen->filter == 0)
+    return Write(document, path, [&](SError& error) { return ExportWavefront(document.Model(), path, &error); });
+  const SWaveExportOptions options = {.largest = chosen->filter == 2 ? double(largest) : 0.0};
+  if (!MayReplaceBeside(document, path)) return;
+  Write(document, path, [&](SError& error) {
+    return ExportWithMaterials(document.Model(), path, options, document.Services().textures.DefaultColors(), &error);
+  });
 }
 
 bool CanExport3ds(const CTarnDoc& document) {

@@ -4,6 +4,8 @@
 
 #include "interchange/3dstudiofile.h"
 #include "interchange/import3ds.h"
+#include "interchange/studiomesh.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -47,7 +49,7 @@ void ImportEach(const SImportServices& services, const std::vector<std::string>&
   for (const std::string& path : paths) {
     const CQuestions::CAbout about(questions, path);
     SImportFault fault;
-    const auto source = read(path, fault);
+    auto source = read(path, fault);
     if (!source) {
       ShowImportFault(path, fault, questions);
       continue;
@@ -71,6 +73,58 @@ std::optional<C3DStudioFile> Read3ds(const std::string& path, CQuestions& questi
   return std::nullopt;
 }
 
+/// Mesh files that come in together.
+class CMeshJobs {
+ public:
+  explicit CMeshJobs(const SImportServices& services) : services_(services) {}
+
+  void Add(SMeshJob job) {
+    const std::string& art = services_.context.art_directory;
+    job.plan =
+        PlanMaterials(job.mesh, job.path, IsDirectory(art) ? art : "", services_.context, job.mesh.remarks, made_);
+    made_.insert(made_.end(), job.plan.made.begin(), job.plan.made.end());
+    jobs_.push_back(std::move(job));
+  }
+  void Run() {
+    if (jobs_.empty() || !services_.ask_jobs(jobs_)) return;
+    for (SMeshJob& job : jobs_)
+      if (job.is_wanted) Import(job);
+  }
+
+ private:
+  void Import(SMeshJob& job) const {
+    CQuestions& questions = services_.context.questions;
+    const CQuestions::CAbout about(questions, job.path);
+    DropUnused(job.plan);
+    const SWaveFiles files = {.path = job.path, .texture = job.texture, .plan = &job.plan};
+    SImportFault fault;
+    bool is_done = false;
+    services_.fill_new_document(FileNamePart(job.path), [&](CBinModel& model) {
+      is_done = ImportWaveMesh(model, job.mesh, files, job.options, services_.context, fault);
+      return is_done;
+    });
+    if (!is_done) ShowImportFault(job.path, fault, questions);
+  }
+
+  const SImportServices& services_;
+  std::vector<SMeshJob> jobs_;
+  std::vector<SNewTexture> made_;
+};
+
+/// Nothing, after a message, when the file cannot be read.
+std::optional<SMeshJob> ReadJob(const std::string& path, CQuestions& questions) {
+  const CQuestions::CAbout about(questions, path);
+  const bool is_3ds = EqualNoCase(ExtensionPart(path), "3ds");
+  SImportFault fault;
+  auto mesh = is_3ds ? Read3dsMesh(path, true, questions, fault) : ReadWavefront(path, questions, fault);
+  if (!mesh) {
+    ShowImportFault(path, fault, questions);
+    return std::nullopt;
+  }
+  const SWaveOptions options = {.scale = is_3ds ? kStudioScale : 1.0};
+  return SMeshJob{.path = path, .mesh = std::move(*mesh), .texture = "", .options = options, .plan = {}};
+}
+
 }  // namespace
 
 void Import3dsFiles(const SImportServices& services, const std::vector<std::string>& paths) {
@@ -89,19 +143,16 @@ void Import3dsFiles(const SImportServices& services, const std::vector<std::stri
 
 void ImportWavefrontFiles(const SImportServices& services, const std::vector<std::string>& paths) {
   const std::string title = "Please select a texture for Wavefront model";
+  CMeshJobs jobs(services);
   const auto read = [&](const std::string& path, SImportFault& fault) {
     return ReadWavefront(path, services.context.questions, fault);
   };
-  const auto import_one = [&](const SWaveMesh& mesh, const SWaveFiles& files, SImportFault& fault, bool& is_done) {
-    const auto options = services.ask_wave_options(mesh, files.path);
-    fault.is_told = !options;
-    if (!options) return;
-    services.fill_new_document(FileNamePart(files.path), [&](CBinModel& model) {
-      is_done = ImportWaveMesh(model, mesh, files, *options, services.context, fault);
-      return is_done;
-    });
+  const auto take = [&](SWaveMesh& mesh, const SWaveFiles& files, SImportFault&, bool& is_done) {
+    jobs.Add({.path = files.path, .mesh = std::move(mesh), .texture = files.texture, .options = {}, .plan = {}});
+    is_done = true;
   };
-  ImportEach(services, paths, TexturePrompt(title, services.context), read, import_one);
+  ImportEach(services, paths, TexturePrompt(title, services.context), read, take);
+  jobs.Run();
 }
 
 void RunImport3ds(const SImportServices& services) {
@@ -112,6 +163,20 @@ void RunImport3ds(const SImportServices& services) {
 void RunImportWavefront(const SImportServices& services) {
   const auto files = services.context.questions.AskOpenFiles(FilesPromptWavefront(services.directory));
   if (files) ImportWavefrontFiles(services, files->paths);
+}
+
+void RunImportMeshes(const SImportServices& services) {
+  const SFilePrompt prompt = {.title = "Import Meshes with Materials",
+                              .filters = {{"Wavefront, Autodesk 3D Studio *.obj *.3ds", "*.obj *.3ds"}, kAllFiles},
+                              .directory = services.directory,
+                              .name = "",
+                              .default_extension = "obj"};
+  const auto files = services.context.questions.AskOpenFiles(prompt);
+  if (!files) return;
+  CMeshJobs jobs(services);
+  for (const std::string& path : files->paths)
+    if (auto job = ReadJob(path, services.context.questions)) jobs.Add(std::move(*job));
+  jobs.Run();
 }
 
 }  // namespace veldra

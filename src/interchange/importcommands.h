@@ -11,25 +11,37 @@
 /// The editor's import commands, but for its windows.
 namespace veldra {
 
+/// One mesh file on the way in.
+struct SMeshJob {
+  std::string path;
+  SWaveMesh mesh;
+  std::string texture;   ///< a RAW file, of faces whose material gives none; "" for none
+  SWaveOptions options;  ///< the scale of a 3D Studio file is what it is always multiplied by
+  SMaterialPlan plan;
+  bool is_wanted = true;
+};
+
 struct SImportServices {
   SImportContext context;
   std::string directory;  ///< where the prompt for the files opens
   /// Opens a new document that is called TITLE until it is saved, and has FILL fill its model. When FILL returns false,
   /// the document goes away again, as if it had never been opened.
   std::function<void(const std::string& title, const std::function<bool(CBinModel& model)>& fill)> fill_new_document;
-  /// What to do with the coordinates of MESH, read from PATH; nothing when cancelled.
-  std::function<std::optional<SWaveOptions>(const SWaveMesh& mesh, const std::string& path)> ask_wave_options = {};
+  /// Lets the user change what becomes of JOBS; false when cancelled.
+  std::function<bool(std::vector<SMeshJob>& jobs)> ask_jobs = {};
 };
 
 /// Imports PATHS in turn, each into a document of its own with the file's name, after asking for its texture. A file
 /// whose texture is not chosen is skipped; one that cannot be read is told and not asked about.
 void Import3dsFiles(const SImportServices& services, const std::vector<std::string>& paths);
-/// The same for Wavefront files, for each of which the options are asked as well.
+/// The same for Wavefront files; what becomes of all of them is asked at once.
 void ImportWavefrontFiles(const SImportServices& services, const std::vector<std::string>& paths);
 
 /// "Import an Autodesk 3D Studio File": asks for the files, then Import3dsFiles.
 void RunImport3ds(const SImportServices& services);
 /// "Import WaveFront Model": asks for the files, then ImportWavefrontFiles.
 void RunImportWavefront(const SImportServices& services);
+/// Wavefront and 3D Studio files with their materials: asks for the files, then for all else at once.
+void RunImportMeshes(const SImportServices& services);
 
 }  // namespace veldra

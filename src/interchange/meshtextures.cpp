@@ -61,8 +61,8 @@ bool IsSameTexture(const SIndexedTexture& a, const SIndexedTexture& b) {
 class CMaterialPlanner {
  public:
   CMaterialPlanner(const SWaveMesh& mesh, const std::string& path, const std::string& pictures,
-                   const SImportContext& context, CRemarks& remarks)
-      : mesh_(mesh), path_(path), pictures_(pictures), context_(context), remarks_(remarks) {}
+                   const SImportContext& context, CRemarks& remarks, std::span<const SNewTexture> earlier)
+      : mesh_(mesh), path_(path), pictures_(pictures), context_(context), remarks_(remarks), earlier_(earlier) {}
 
   SMaterialPlan Plan();
 
@@ -80,6 +80,7 @@ class CMaterialPlanner {
   const std::string& pictures_;
   const SImportContext& context_;
   CRemarks& remarks_;
+  std::span<const SNewTexture> earlier_;
   WaveMaps maps_;
   std::map<std::string, std::string> art_;    ///< upper-cased names in the texture directory, and as they are there
   std::map<std::string, std::string> there_;  ///< the same of the folder for the new ones
@@ -173,6 +174,8 @@ bool CMaterialPlanner::IsFree(const std::string& path, const SIndexedTexture& te
   const std::string name = FileNamePart(path);
   const auto is_taken = [&](const SNewTexture& made) { return FileNamePart(made.path) == name; };
   if (std::ranges::any_of(plan_.made, is_taken)) return false;
+  const auto other = std::ranges::find(earlier_, path, &SNewTexture::path);
+  if (other != earlier_.end()) return IsSameTexture(other->texels, texels);
   const auto there = there_.find(name);
   const bool has_colors = there_.contains(FileNamePart(ChangeExtension(path, "ACT")));
   if (there == there_.end()) return !has_colors && !art_.contains(name);
@@ -183,8 +186,14 @@ bool CMaterialPlanner::IsFree(const std::string& path, const SIndexedTexture& te
 }  // namespace
 
 SMaterialPlan PlanMaterials(const SWaveMesh& mesh, const std::string& path, const std::string& pictures,
-                            const SImportContext& context, CRemarks& remarks) {
-  return CMaterialPlanner(mesh, path, pictures, context, remarks).Plan();
+                            const SImportContext& context, CRemarks& remarks, std::span<const SNewTexture> earlier) {
+  return CMaterialPlanner(mesh, path, pictures, context, remarks, earlier).Plan();
+}
+
+void DropUnused(SMaterialPlan& plan) {
+  std::erase_if(plan.made, [&](const SNewTexture& made) {
+    return std::ranges::find(plan.uses, made.path, &SMaterialUse::raw) == plan.uses.end();
+  });
 }
 
 // --- Faces -----------------------------------------------------------------------------------------------------------

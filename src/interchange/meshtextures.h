@@ -3,7 +3,7 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -40,9 +40,13 @@ struct SMaterialPlan {
 
 /// What the materials of MESH, read from PATH, become: the RAW file in the texture directory that is named like the
 /// picture, else like the material. With PICTURES, a folder, pictures that have none are made into textures in it,
-/// under names that the game takes and nothing there has, unless that is the same texture.
+/// under names that the game takes and nothing there has, nor EARLIER, what other plans make, unless that is the same
+/// texture.
 SMaterialPlan PlanMaterials(const SWaveMesh& mesh, const std::string& path, const std::string& pictures,
-                            const SImportContext& context, CRemarks& remarks);
+                            const SImportContext& context, CRemarks& remarks,
+                            std::span<const SNewTexture> earlier = {});
+/// Forgets the textures of PLAN that no material has any more.
+void DropUnused(SMaterialPlan& plan);
 
 /// Gives faces their textures and types by a plan.
 class CMeshTextures {

@@ -14,20 +14,20 @@ constexpr double kCoordTolerance = 1e-4;  // a tenth of a texel and less
 
 /// Moves the coordinates of one face by whole textures into 0..1. Where the face shows more than the whole texture they
 /// are cut off; true then.
-bool Wrap(std::span<double* const> values) {
-  double min = *values[0];
-  double max = *values[0];
-  for (const double* value : values) {
-    min = std::min(min, *value);
-    max = std::max(max, *value);
+bool Wrap(std::span<STexCoord> coords, double STexCoord::*part) {
+  double min = coords[0].*part;
+  double max = min;
+  for (const STexCoord& coord : coords) {
+    min = std::min(min, coord.*part);
+    max = std::max(max, coord.*part);
   }
   const bool is_inside = min >= -kCoordTolerance && max <= 1 + kCoordTolerance;
   const double step = is_inside ? 0 : std::floor(min + kCoordTolerance);
   const bool is_cut = max - step > 1 + kCoordTolerance;
   // What shows a part of the first texture keeps that part.
   const double shift = is_cut && min < 1 && max > 0 ? 0 : step;
-  for (double* value : values)
-    *value = std::clamp(*value - shift, 0.0, 1.0);
+  for (STexCoord& coord : coords)
+    coord.*part = std::clamp(coord.*part - shift, 0.0, 1.0);
   return is_cut;
 }
 
@@ -39,18 +39,12 @@ double OnTexel(double value, const CBinTexture& texture) {
   return std::abs(value * last - texel) < kTolerance ? texel / last : value;
 }
 
-bool Wrap(std::span<STexCoord> coords) {
-  std::array<double*, 4> u = {};
-  std::array<double*, 4> v = {};
-  for (size_t k = 0; k < coords.size(); ++k) {
-    u[k] = &coords[k].u;
-    v[k] = &coords[k].v;
-  }
-  const bool is_u_cut = Wrap(std::span(u).first(coords.size()));
-  return Wrap(std::span(v).first(coords.size())) || is_u_cut;
-}
-
 }  // namespace
+
+bool WrapCoords(std::span<STexCoord> coords) {
+  const bool is_u_cut = Wrap(coords, &STexCoord::u);
+  return Wrap(coords, &STexCoord::v) || is_u_cut;
+}
 
 // --- Coordinates -----------------------------------------------------------------------------------------------------
 
@@ -191,7 +185,7 @@ void CWaveBuilder::TakeCoords(size_t first_corner, const SPiece& piece, const CB
     const STexCoord& found = mesh_.coords[static_cast<size_t>(coord)];
     written[k] = {found.u, 1 - found.v};
   }
-  if (Wrap(std::span(written).first(piece.count))) ++cut_faces_;
+  if (WrapCoords(std::span(written).first(piece.count))) ++cut_faces_;
   for (STexCoord& coord : written)
     coord = {OnTexel(coord.u, *texture), OnTexel(coord.v, *texture)};
   coords = written;

@@ -28,6 +28,10 @@ class CWaveTransform {
   bool rounds_ = false;  ///< else coordinates are cut off toward zero
 };
 
+/// Moves COORDS, of one face, by whole textures into 0..1, u and v each for itself. Where they reach over more than the
+/// whole texture they are cut off; true then.
+bool WrapCoords(std::span<STexCoord> coords);
+
 class CWaveBuilder {
  public:
   CWaveBuilder(const SWaveMesh& mesh, const SWaveOptions& options, CMeshTextures& textures, CImportBuilder& builder,

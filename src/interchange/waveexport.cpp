@@ -276,6 +276,14 @@ class CExportFiles {
 
 }  // namespace
 
+std::vector<std::string> FilesOfExport(const CBinModel& model, const std::string& path) {
+  std::vector<std::string> files = {path, ChangeExtension(path, "mtl")};
+  const CExportTextures textures(model);
+  for (const auto& [name, image] : textures.Pictures())
+    files.push_back(JoinPath(DirectoryPart(path), PictureName(name)));
+  return files;
+}
+
 bool ExportWithMaterials(const CBinModel& model, const std::string& path, const SWaveExportOptions& options,
                          const ColorTable& defaults, SError* error) {
   VELDRA_ASSERT(!model.IsBusy());

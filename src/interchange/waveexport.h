@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "model/binmodel.h"
 #include "platform/files.h"
@@ -13,6 +14,9 @@ struct SWaveExportOptions {
   /// file, for an import to undo it.
   double largest = 0;
 };
+
+/// What ExportWithMaterials writes: PATH first.
+std::vector<std::string> FilesOfExport(const CBinModel& model, const std::string& path);
 
 /// Writes the model with what WavefrontBytes leaves out: PATH with texture coordinates, groups and a material for each
 /// texture and type (materialname.h), beside it a material file and a PNG a texture with its table of colours. An

@@ -128,6 +128,19 @@ std::optional<SWaveMesh> ReadWavefront(const std::string& path, CQuestions& ques
   return ParseWavefront(file->Text(), progress.get(), fault);
 }
 
+size_t CountCutFaces(const SWaveMesh& mesh) {
+  size_t count = 0;
+  std::vector<STexCoord> coords;
+  for (size_t face = 0; face < mesh.FaceCount() && !mesh.corner_coords.empty(); ++face) {
+    coords.clear();
+    for (size_t corner = mesh.FirstCorner(face); corner < mesh.face_ends[face]; ++corner)
+      if (const int32_t coord = mesh.corner_coords[corner]; coord >= 0)
+        coords.push_back(mesh.coords[static_cast<size_t>(coord)]);
+    if (coords.size() == mesh.face_ends[face] - mesh.FirstCorner(face) && WrapCoords(coords)) ++count;
+  }
+  return count;
+}
+
 std::string VanishedText(const SWavePoint& size, const SBounds& bounds) {
   const auto& [low, high] = bounds;
   const bool is_flat[] = {low.x == high.x, low.y == high.y, low.z == high.z};

@@ -34,6 +34,9 @@ std::optional<SBounds> WaveBounds(const SWaveMesh& mesh, const SWaveOptions& opt
 /// Reads the Wavefront file PATH under a progress that can be stopped. Nothing on failure, and nothing is shown.
 std::optional<SWaveMesh> ReadWavefront(const std::string& path, CQuestions& questions, SImportFault& fault);
 
+/// How many faces of MESH show more than the whole texture, which an import cuts off.
+size_t CountCutFaces(const SWaveMesh& mesh);
+
 /// "" or, in words, which part of a size above 0 is nothing in whole units: SIZE is the mesh's, BOUNDS what the model
 /// has of it.
 std::string VanishedText(const SWavePoint& size, const SBounds& bounds);

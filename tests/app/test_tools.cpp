@@ -19,7 +19,7 @@ TEST_F(CEditorTest, AnImportedModelIsAnUnsavedDocument) {
   questions.OnOpenFiles("Import WaveFront Model", SOpenFiles{{model}})
       .OnOpenFile("Please select a texture for Wavefront model", folder.File("GRID.RAW"));
   CDialogDriver driver;
-  driver.Click("importOptions", "OK");
+  driver.Click("importMeshes", "OK");
   Do(ECommand::kImportWavefront);
   ASSERT_EQ(frame->Children().size(), 1);
   EXPECT_EQ(frame->ActiveDocument()->Model().FaceCount(), 1);

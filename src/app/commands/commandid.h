@@ -20,6 +20,7 @@ enum class ECommand : int32_t {
   kMenuImport,  ///< submenu
   kImport3ds,
   kImportWavefront,
+  kImportMeshes,
   kMenuExport,  ///< submenu
   kExportWavefront,
   kExport3ds,

@@ -15,7 +15,7 @@ constexpr ECommand kFileMenu[] = {ECommand::kFileNew,         ECommand::kFileOpe
                                   ECommand::kFileTextureList, kSeparator,
                                   ECommand::kFileRecent,      kSeparator,
                                   ECommand::kFilePreferences, ECommand::kFileExit};
-constexpr ECommand kImportMenu[] = {ECommand::kImport3ds, ECommand::kImportWavefront};
+constexpr ECommand kImportMenu[] = {ECommand::kImport3ds, ECommand::kImportWavefront, ECommand::kImportMeshes};
 constexpr ECommand kExportMenu[] = {ECommand::kExportWavefront, ECommand::kExport3ds, ECommand::kExportVrml};
 constexpr ECommand kEditMenu[] = {ECommand::kEditUndo, ECommand::kEditRedo};
 constexpr ECommand kViewMenu[] = {ECommand::kViewVertices,

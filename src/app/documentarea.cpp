@@ -4,7 +4,7 @@
 
 namespace veldra {
 
-CDocumentArea::CDocumentArea(QWidget* parent) : QMdiArea(parent), welcome_(new CWelcomePage(this)) {
+CDocumentArea::CDocumentArea(QWidget* parent) : QMdiArea(parent) {
   setObjectName("documentArea");
   setBackground(palette().brush(QPalette::Dark));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -20,11 +20,18 @@ void CDocumentArea::changeEvent(QEvent* event) {
 
 void CDocumentArea::resizeEvent(QResizeEvent* event) {
   QMdiArea::resizeEvent(event);
+  if (welcome_ != nullptr) welcome_->setGeometry(rect());
+}
+
+void CDocumentArea::SetWelcome(QWidget* page) {
+  welcome_ = page;
+  welcome_->setParent(this);
   welcome_->setGeometry(rect());
+  ShowWelcome();
 }
 
 void CDocumentArea::ShowWelcome() {
-  welcome_->setVisible(subWindowList().isEmpty());
+  if (welcome_ != nullptr) welcome_->setVisible(subWindowList().isEmpty());
 }
 
 }  // namespace veldra

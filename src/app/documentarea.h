@@ -2,8 +2,6 @@
 
 #include <QMdiArea>
 
-#include "app/help/welcomepage.h"
-
 namespace veldra {
 
 /// The main frame's area of documents; shows ways to begin while it is empty.
@@ -12,7 +10,8 @@ class CDocumentArea : public QMdiArea {
 
  public:
   explicit CDocumentArea(QWidget* parent = nullptr);
-  CWelcomePage& Welcome() { return *welcome_; }
+  /// PAGE, which becomes the area's own, is seen while no window is open.
+  void SetWelcome(QWidget* page);
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -21,7 +20,7 @@ class CDocumentArea : public QMdiArea {
  private:
   void ShowWelcome();
 
-  CWelcomePage* welcome_;
+  QWidget* welcome_ = nullptr;
 };
 
 }  // namespace veldra

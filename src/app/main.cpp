@@ -71,6 +71,7 @@ void OpenFiles(CMainFrame& frame, const SProgramOptions& options) {
     frame.OpenFile(file.toStdString(), options.read_only);
   const std::string& first = frame.App().FirstFile();
   if (options.files.isEmpty() && !first.empty()) frame.OpenFile(first);
+  frame.ShowWelcome();
   TellOfCrashes(frame.App().Questions());
   OfferLeftovers(frame.App(), frame.Windows(), frame.Tools(), &frame);
 }
@@ -114,6 +115,7 @@ int RunWindow(CApplication& program, CTarn2App& app, CQtQuestions& dialogs, cons
   dialogs.SetParent(&frame);
   const CUnsavedWork unsaved(frame);
   program.SetOutOfMemory([&frame] { frame.TellOutOfMemory(); });
+  if (options.files.isEmpty() && app.FirstFile().empty()) frame.ShowWelcome();
   frame.show();
   QGuiApplication::setQuitOnLastWindowClosed(true);
   std::unique_ptr<CWindowPicture> picture;

@@ -15,6 +15,7 @@
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
 #include "app/help/helpwindow.h"
+#include "app/help/welcomepage.h"
 #include "app/windowplace.h"
 #include "platform/crashreport.h"
 #include "platform/text.h"
@@ -95,8 +96,6 @@ void CMainFrame::MakeCommands() {
   connect(docks_, &CToolDocks::Changed, this, &CMainFrame::RefreshCommands);
   docks_->InstallKeys(view_keys);
   connect(docks_, &CToolDocks::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
-  connect(&area_->Welcome(), &CWelcomePage::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
-  connect(&area_->Welcome(), &CWelcomePage::FileWanted, this, [this](const std::string& path) { OpenFile(path); });
   const auto pop_up = [this](EGroupKind kind, const QPoint& at) {
     Refresh();  // what is current may have become so just now
     actions_->PopUp(ItemMenu(kind), at);
@@ -200,7 +199,7 @@ void CMainFrame::Refresh() {
   docks_->Follow(ActiveView());
   NoteDocuments();
   const bool is_empty = Children().isEmpty();
-  if (is_empty && had_windows_) ShowRecentFiles();
+  if (is_empty && had_windows_) ShowWelcome();
   had_windows_ = !is_empty;
   actions_->Refresh(CommandTarget());
   RefreshStatus();
@@ -246,15 +245,21 @@ void CMainFrame::ReadWindowState() {
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
   app_.RecentFiles().Set(std::move(paths));
-  ShowRecentFiles();
   app_.RecentFiles().SetOnChange([this] { WriteRecentFiles(); });
 }
 
-void CMainFrame::ShowRecentFiles() {
+void CMainFrame::ShowWelcome() {
+  if (!Children().isEmpty()) return;
+  if (welcome_ == nullptr) {
+    welcome_ = new CWelcomePage;
+    connect(welcome_, &CWelcomePage::CommandWanted, this, [this](const char* name) { Run(*FindCommand(name)); });
+    connect(welcome_, &CWelcomePage::FileWanted, this, [this](const std::string& path) { OpenFile(path); });
+    area_->SetWelcome(welcome_);
+  }
   std::vector<std::pair<std::string, std::string>> files;
   for (const std::string& path : app_.RecentFiles().Paths())
     files.emplace_back(path, app_.RecentPictures().FileOf(path));
-  area_->Welcome().SetRecent(files);
+  welcome_->SetRecent(files);
 }
 
 void CMainFrame::WriteRecentFiles() {

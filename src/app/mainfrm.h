@@ -16,6 +16,8 @@
 
 namespace veldra {
 
+class CWelcomePage;
+
 /// The main window: the area of documents with menus, tool bar and status bar, and the dispatch of commands to those
 /// who carry them out.
 class CMainFrame : public QMainWindow {
@@ -46,6 +48,9 @@ class CMainFrame : public QMainWindow {
   void Say(const QString& text);
   /// Something ended because there was no memory for it: unsaved work is copied, and the user told.
   void TellOutOfMemory();
+  /// Ways to begin, unless something is open. Not made before, as it takes time that a start with a file has better
+  /// uses for.
+  void ShowWelcome();
   /// Asks about each document with unsaved changes, and saves where the user wants it. False: something stays open.
   bool MayCloseAll();
   /// What the settings keep of the windows.
@@ -71,10 +76,10 @@ class CMainFrame : public QMainWindow {
   SCommandTarget CommandTarget();
   void ReadWindowState();
   void WriteRecentFiles();
-  void ShowRecentFiles();
 
   CTarn2App& app_;
   CDocumentArea* area_;
+  CWelcomePage* welcome_ = nullptr;
   QLabel* counts_;
   QLabel* selected_;
   CToolDocks* docks_;

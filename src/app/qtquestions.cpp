@@ -298,7 +298,7 @@ STextureAnswer::EChoice CQtQuestions::AskStandIn(const SMessage& message) {
       add("file", QObject::tr("Select &File..."), QObject::tr("Another file stands in for this texture"));
   QPushButton* folder = add("folder", QObject::tr("Folder for &All..."),
                             QObject::tr("Takes this texture and all others that are missing from a folder"));
-  QPushButton* blank = add("blank", QObject::tr("&Blank for All"),
+  QPushButton* blank = add("blank", QObject::tr("&Stand-Ins for All"),
                            QObject::tr("Opens the model without its missing textures; it keeps their names"));
   box.addButton(QMessageBox::Cancel);
   box.setDefaultButton(file);

@@ -12,6 +12,14 @@ namespace veldra {
 
 namespace {
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kHasSanitizer = true;
+#elif defined(__has_feature)
+constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
+#else
+constexpr bool kHasSanitizer = false;
+#endif
+
 constexpr std::array kCrashSignals = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL};
 
 int g_report = -1;
@@ -52,7 +60,7 @@ void OnCrash(int signal) {
 }  // namespace
 
 void crash::Watch() {
-#if !defined(__SANITIZE_ADDRESS__)
+  if (kHasSanitizer) return;  // which says more
   // The first call may load a library, for which a crash is no time.
   std::array<void*, 1> frame = {};
   backtrace(frame.data(), frame.size());
@@ -67,7 +75,6 @@ void crash::Watch() {
     sigemptyset(&action.sa_mask);
     sigaction(signal, &action, nullptr);
   }
-#endif
 }
 
 }  // namespace veldra

@@ -152,7 +152,7 @@ TEST(QtQuestions, TextureQuestionIsAMessageAndThenAFileDialog) {
       .On("openFile", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); })
       .Click("missingTexture", "Folder for All...")
       .On("openFolder", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); })
-      .Click("missingTexture", "Blank for All");
+      .Click("missingTexture", "Stand-Ins for All");
   EXPECT_EQ(questions.AskTexture({.text = "Texture not found."}, prompt).choice, STextureAnswer::EChoice::kGiveUp);
   EXPECT_EQ(questions.AskTexture({.text = "Texture not found."}, prompt).choice, STextureAnswer::EChoice::kBlankForAll);
 }

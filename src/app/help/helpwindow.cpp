@@ -45,8 +45,12 @@ class CHelpKey : public QObject {
   QWidget& owner_;
 };
 
-QTreeWidgetItem* ItemFor(const SHelpSection& section) {
-  auto* item = new QTreeWidgetItem({section.title});
+/// WITH_PAGE: the title alone would not tell where it stands.
+QTreeWidgetItem* ItemFor(const SHelpSection& section, bool with_page) {
+  QString text = section.title;
+  for (const SHelpPage& page : HelpPages())
+    if (with_page && section.level > 1 && section.file == page.file) text += QStringLiteral(" - ") + page.title;
+  auto* item = new QTreeWidgetItem({text});
   item->setData(0, kUrlRole, HelpUrl(section.file, section.anchor));
   return item;
 }
@@ -160,7 +164,7 @@ void CHelpWindow::List(const QList<SHelpSection>& sections, bool as_tree) {
   list_->setRootIsDecorated(as_tree);
   QTreeWidgetItem* page = nullptr;
   for (const SHelpSection& section : sections) {
-    QTreeWidgetItem* item = ItemFor(section);
+    QTreeWidgetItem* item = ItemFor(section, !as_tree);
     if (as_tree && section.level > 1 && page != nullptr)
       page->addChild(item);
     else

@@ -90,7 +90,9 @@ void CWelcomePage::SetRecent(const std::vector<std::pair<std::string, std::strin
   recent_->clear();
   for (const auto& [path, picture] : files) {
     QPixmap pixmap(ToQString(picture));
-    auto* item = new QListWidgetItem(pixmap.isNull() ? NoPicture(*this) : pixmap, NameToQString(FileNamePart(path)));
+    auto* item = new QListWidgetItem(
+        pixmap.isNull() ? NoPicture(*this) : pixmap,
+        NameToQString(FileNamePart(path)) + "\n" + NameToQString(FileNamePart(DirectoryPart(path))));
     item->setData(Qt::UserRole, ToQString(path));
     item->setToolTip(ToQString(path));
     recent_->addItem(item);

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
+#include <algorithm>
 
 namespace veldra {
 
@@ -16,34 +17,89 @@ namespace {
 constexpr const char* kLineColor = "#000000";
 constexpr const char* kAccentColor = "#0000ff";
 constexpr int kSmallestSide = 16;
+constexpr int kLargestSide = 256;
 
-QString IconPath(const QString& name) {
+/// The two colours of an icon.
+struct SInks {
+  QColor line;
+  QColor accent;
+};
+
+QString SvgPath(const QString& name) {
   return QStringLiteral(":/icons/%1.svg").arg(name);
 }
 
-QPixmap RenderSvg(QByteArray svg, const QSize& size) {
+/// Made from the SVG file where the program is built for a Qt that cannot read those.
+QString PngPath(const QString& name, int side) {
+  return QStringLiteral(":/icons/%1-%2.png").arg(name).arg(side);
+}
+
+bool CanReadSvg() {
+  static const bool can_read = QImageReader::supportedImageFormats().contains("svg");
+  return can_read;
+}
+
+QByteArray ReadSvg(const QString& name) {
+  QFile file(SvgPath(name));
+  return CanReadSvg() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QImage RenderSvg(QByteArray svg, const QSize& size) {
   QBuffer buffer(&svg);
   buffer.open(QIODevice::ReadOnly);
   QImageReader reader(&buffer, "svg");
   reader.setScaledSize(size);
-  return QPixmap::fromImage(reader.read());
+  return reader.read();
+}
+
+/// From the smallest of the PNG files that is large enough.
+QImage ReadPng(const QString& name, const QSize& size) {
+  const int wanted = std::max(size.width(), size.height());
+  QImage image;
+  for (int side = kSmallestSide; side <= kLargestSide && image.width() < wanted; ++side)
+    if (QFile::exists(PngPath(name, side))) image.load(PngPath(name, side));
+  return image.isNull() ? image : image.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+QByteArray Colored(QByteArray svg, const SInks& inks) {
+  svg.replace(kAccentColor, inks.accent.name().toUtf8());
+  return svg.replace(kLineColor, inks.line.name().toUtf8());
+}
+
+/// A pixel's blue says how much of the accent is in it.
+QImage Colored(const QImage& image, const SInks& inks) {
+  const auto mix = [](int line, int accent, int share) { return (line * (255 - share) + accent * share) / 255; };
+  QImage colored = image.convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < colored.height(); ++y) {
+    for (int x = 0; x < colored.width(); ++x) {
+      const QRgb pixel = colored.pixel(x, y);
+      const int share = qBlue(pixel);
+      colored.setPixel(
+          x, y,
+          qRgba(mix(inks.line.red(), inks.accent.red(), share), mix(inks.line.green(), inks.accent.green(), share),
+                mix(inks.line.blue(), inks.accent.blue(), share), qAlpha(pixel)));
+    }
+  }
+  return colored;
+}
+
+QImage Draw(const QString& name, const QSize& size, const SInks& inks) {
+  const QByteArray svg = ReadSvg(name);
+  return svg.isEmpty() ? Colored(ReadPng(name, size), inks) : RenderSvg(Colored(svg, inks), size);
 }
 
 QColor Mixed(const QColor& a, const QColor& b) {
   return QColor((a.red() + b.red()) / 2, (a.green() + b.green()) / 2, (a.blue() + b.blue()) / 2);
 }
 
-/// Renders the SVG text anew for each size and palette, so that icons are sharp everywhere and follow the theme.
-class CSvgIconEngine : public QIconEngine {
+/// Draws the icon anew for each size and palette, so that icons are sharp everywhere and follow the theme.
+class CLineIconEngine : public QIconEngine {
  public:
-  explicit CSvgIconEngine(const QString& path) : path_(path) {
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly)) svg_ = file.readAll();
-  }
+  explicit CLineIconEngine(const QString& name) : name_(name) {}
 
-  QIconEngine* clone() const override { return new CSvgIconEngine(*this); }
-  bool isNull() override { return svg_.isEmpty(); }
-  QString key() const override { return QStringLiteral("veldra-svg"); }
+  QIconEngine* clone() const override { return new CLineIconEngine(*this); }
+  bool isNull() override { return false; }
+  QString key() const override { return QStringLiteral("veldra-line"); }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
     const QPalette palette = QApplication::palette();
@@ -52,8 +108,8 @@ class CSvgIconEngine : public QIconEngine {
     const QColor active = palette.color(QPalette::Active, QPalette::ButtonText);
     const QColor line = disabled ? Mixed(active, Mixed(active, background)).toRgb() : active;
     const QColor accent = background.lightness() < 128 ? QColor(0x6c, 0xb6, 0xff) : QColor(0x1f, 0x6f, 0xc4);
-    return Draw(size, disabled ? Mixed(Mixed(line, background), background) : line,
-                disabled ? Mixed(Mixed(line, background), background) : accent);
+    const QColor pale = Mixed(Mixed(line, background), background);
+    return Kept(size, disabled ? SInks{pale, pale} : SInks{line, accent});
   }
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
@@ -62,46 +118,41 @@ class CSvgIconEngine : public QIconEngine {
   }
 
  private:
-  QPixmap Draw(const QSize& size, const QColor& line, const QColor& accent) const {
+  QPixmap Kept(const QSize& size, const SInks& inks) const {
     const QString key = QStringLiteral("%1 %2x%3 %4 %5")
-                            .arg(path_)
+                            .arg(name_)
                             .arg(size.width())
                             .arg(size.height())
-                            .arg(line.name(), accent.name());
+                            .arg(inks.line.name(), inks.accent.name());
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap)) return pixmap;
-    QByteArray svg = svg_;
-    svg.replace(kAccentColor, accent.name().toUtf8());
-    svg.replace(kLineColor, line.name().toUtf8());
-    pixmap = RenderSvg(svg, size);
+    pixmap = QPixmap::fromImage(Draw(name_, size, inks));
     QPixmapCache::insert(key, pixmap);
     return pixmap;
   }
 
-  QString path_;
-  QByteArray svg_;
+  QString name_;
 };
 
-bool CanReadSvg() {
-  static const bool can_read = QImageReader::supportedImageFormats().contains("svg");
-  return can_read;
+bool IsThere(const QString& name) {
+  return QFile::exists(PngPath(name, kSmallestSide)) || !ReadSvg(name).isEmpty();
 }
 
 }  // namespace
 
 QIcon CommandIcon(const QString& name) {
-  if (!CanReadSvg() || !QFile::exists(IconPath(name))) return {};
-  return QIcon(new CSvgIconEngine(IconPath(name)));
+  return IsThere(name) ? QIcon(new CLineIconEngine(name)) : QIcon();
 }
 
 QIcon ProgramIcon() {
   QIcon icon;
-  if (!CanReadSvg()) return icon;
-  QFile file(IconPath(QStringLiteral("veldra")));
-  if (!file.open(QIODevice::ReadOnly)) return icon;
-  const QByteArray svg = file.readAll();
-  for (int side = kSmallestSide; side <= 256; side *= 2)
-    icon.addPixmap(RenderSvg(svg, QSize(side, side)));
+  const QString name = QStringLiteral("veldra");
+  const QByteArray svg = ReadSvg(name);
+  for (int side = kSmallestSide; side <= kLargestSide; side *= 2) {
+    const QSize size(side, side);
+    const QImage image = svg.isEmpty() ? ReadPng(name, size) : RenderSvg(svg, size);
+    if (!image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
+  }
   return icon;
 }
 

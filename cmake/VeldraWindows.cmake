@@ -1,0 +1,22 @@
+# What a program file of Windows holds besides its code: manifest, version and icon.
+enable_language(RC)
+
+# veldra_windows_resources(TARGET DESCRIPTION text [SVG file]): SVG is the picture that becomes the program's icon.
+function(veldra_windows_resources target)
+  cmake_parse_arguments(ARG "" "DESCRIPTION;SVG" "" ${ARGN})
+  set(VELDRA_RC_NAME ${target})
+  set(VELDRA_RC_DESCRIPTION "${ARG_DESCRIPTION}")
+  set(VELDRA_RC_MANIFEST "${CMAKE_SOURCE_DIR}/windows/program.manifest")
+  set(VELDRA_RC_ICON "")
+  set(parts "${VELDRA_RC_MANIFEST}")
+  if(ARG_SVG)
+    set(icon "${CMAKE_CURRENT_BINARY_DIR}/${target}.ico")
+    veldra_windows_icon("${ARG_SVG}" "${icon}")
+    set(VELDRA_RC_ICON "1 ICON \"${icon}\"")
+    list(APPEND parts "${icon}")
+  endif()
+  set(resources "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
+  configure_file("${CMAKE_SOURCE_DIR}/windows/program.rc.in" "${resources}" @ONLY)
+  set_source_files_properties("${resources}" PROPERTIES OBJECT_DEPENDS "${parts}")
+  target_sources(${target} PRIVATE "${resources}")
+endfunction()

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QSettings>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -20,6 +21,7 @@
 #include "platform/endsignals.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/shell.h"
 #include "platform/text.h"
 #include "platform/userfolders.h"
 #include "settings/coptools.h"
@@ -60,6 +62,18 @@ void TellOfCrashes(CQuestions& questions) {
                      .icon = EIcon::kWarning,
                      .details = details + "\nIt tells what was open, the last commands and where the program was. "
                                           "Nothing has been sent anywhere."});
+}
+
+/// Where the toolkit leaves windows light unless told otherwise. Its look of the system's own has no dark side.
+void FollowDarkDesktop() {
+  if (!WantsDarkWindows() || qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) return;
+  qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
+  QApplication::setStyle(QStringLiteral("fusion"));
+}
+
+void KeepWindowsWithTheRest() {
+  const std::string carried = CarriedDirectory();
+  if (!carried.empty()) QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(carried));
 }
 
 bool IsAttended(const SProgramOptions& options) {
@@ -165,6 +179,7 @@ int Run(CApplication& program, const SProgramOptions& options) {
 
 int main(int argc, char** argv) {
   NameProgram();
+  UseStartingConsole();
   WatchForCrashes();
   if (AsksForTextOnly(argc, argv)) {
     const QCoreApplication application(argc, argv);
@@ -174,6 +189,8 @@ int main(int argc, char** argv) {
   // Views keep what they have drawn when their window becomes part of another, and none is drawn before it has its
   // size.
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  FollowDarkDesktop();
+  KeepWindowsWithTheRest();
   int exit_code = 0;
   {
     CApplication application(argc, argv);

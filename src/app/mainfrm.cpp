@@ -18,6 +18,7 @@
 #include "app/help/welcomepage.h"
 #include "app/windowplace.h"
 #include "platform/crashreport.h"
+#include "platform/shell.h"
 #include "platform/text.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
@@ -269,6 +270,7 @@ void CMainFrame::WriteRecentFiles() {
     paths.append(ToQString(path));
   kept.setValue(kRecentFilesKey, paths);
   kept.sync();
+  ListRecentInTaskbar(app_.RecentFiles().Paths());
 }
 
 void CMainFrame::WriteWindowState() {
@@ -314,7 +316,7 @@ void CMainFrame::dropEvent(QDropEvent* event) {
       this,
       [this, files] {
         for (const QString& file : files)
-          OpenFile(file.toStdString());
+          OpenFile(ToNativePath(file));
       },
       Qt::QueuedConnection);
 }

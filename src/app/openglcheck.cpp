@@ -27,9 +27,12 @@ EOpenGl CheckOpenGl() {
   surface.setFormat(shared->format());
   surface.create();
   if (!shared->makeCurrent(&surface)) return EOpenGl::kHardware;  // cannot be told
+  // The views are drawn into such buffers and put together with the rest of the window.
+  const bool has_buffers = shared->functions()->hasOpenGLFeature(QOpenGLFunctions::Framebuffers);
   const auto* renderer = reinterpret_cast<const char*>(shared->functions()->glGetString(GL_RENDERER));
   const bool is_software = renderer != nullptr && IsSoftware(renderer);
   shared->doneCurrent();
+  if (!has_buffers) return EOpenGl::kNone;
   return is_software ? EOpenGl::kSoftware : EOpenGl::kHardware;
 }
 

@@ -2,12 +2,22 @@
 
 #include <QApplication>
 
+#include "platform/shell.h"
+
 namespace veldra {
 
 namespace {
 
 constexpr int kUpdateEveryMs = 40;
 constexpr int kBarSteps = 1000;
+
+/// On the button of the window that owns WIDGET's; dialogs have no button.
+void ShowInTaskbar(const QWidget* widget, double part) {
+  const QWidget* owner = nullptr;
+  for (; widget != nullptr; widget = owner->parentWidget())
+    owner = widget->window();
+  if (owner != nullptr && owner->internalWinId() != 0) ShowTaskbarProgress(owner->internalWinId(), part);
+}
 
 }  // namespace
 
@@ -27,6 +37,7 @@ CQtProgress::CQtProgress(const QString& title, bool cancellable, QWidget* parent
 }
 
 CQtProgress::~CQtProgress() {
+  if (dialog_ != nullptr) ShowInTaskbar(parent_, -1);
   dialog_.reset();
   QApplication::restoreOverrideCursor();
 }
@@ -57,6 +68,7 @@ bool CQtProgress::Step(uint64_t done, uint64_t total) {
   since_update_.start();
   const double part = total == 0 ? 0.0 : static_cast<double>(done) / static_cast<double>(total);
   dialog_->setValue(static_cast<int>(part * kBarSteps));
+  ShowInTaskbar(parent_, part);
   QApplication::processEvents();
   return !cancellable_ || !dialog_->wasCanceled();
 }

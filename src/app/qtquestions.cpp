@@ -15,6 +15,7 @@
 #include "app/unusedverticesdlg.h"
 #include "model/texturepicture.h"
 #include "platform/files.h"
+#include "platform/opendialog.h"
 #include "platform/paths.h"
 #include "ui/pathfield.h"
 #include "ui/qstrings.h"
@@ -115,7 +116,7 @@ void AddPicture(QFileDialog& dialog, const std::function<SImage(const std::strin
   picture->setFrameShape(QFrame::StyledPanel);
   picture->setWordWrap(true);
   const auto show = [picture, make_picture](const QString& path) {
-    const SImage image = path.isEmpty() ? SImage() : make_picture(path.toStdString());
+    const SImage image = path.isEmpty() ? SImage() : make_picture(ToNativePath(path));
     picture->setToolTip(QObject::tr("%1 x %2 texels").arg(image.width).arg(image.height));
     if (image.width > 0) return picture->setPixmap(PictureOf(image, kSide, *picture));
     picture->setToolTip({});
@@ -195,8 +196,26 @@ EReplaceAnswer CQtQuestions::AskReplace(const SMessage& question) {
   return EReplaceAnswer::kCancel;
 }
 
+std::optional<SOpenFiles> CQtQuestions::RunSystemDialog(const SFilePrompt& prompt, bool several) {
+  // It counts as open for the toolkit, which keeps the other windows out of the way.
+  QDialog standing_in(Parent());
+  standing_in.setAttribute(Qt::WA_DontShowOnScreen);
+  standing_in.setWindowModality(Qt::ApplicationModal);
+  const WindowId owner = Parent() != nullptr ? Parent()->window()->winId() : 0;
+  standing_in.show();
+  const std::string wanted = FindAnyCase(prompt.directory);
+  const std::string folder = IsDirectory(wanted) ? AbsolutePath(wanted) : last_directory_.toStdString();
+  auto files = CSystemOpenDialog(prompt, owner, folder).Ask(several);
+  if (files) last_directory_ = ToQString(DirectoryPart(files->paths.front()));
+  return files;
+}
+
 std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode) {
   const CNormalCursor cursor;
+  const bool has_extras = prompt.offers_read_only || !prompt.note.empty();
+  if (has_extras && !prompt.make_picture && CSystemOpenDialog::IsThere() &&
+      !QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs))
+    return RunSystemDialog(prompt, mode == QFileDialog::ExistingFiles);
   QFileDialog dialog(Parent(), ToQString(prompt.title));
   dialog.setObjectName("openFile");
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
@@ -210,7 +229,7 @@ std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt,
   SOpenFiles files;
   files.read_only = read_only != nullptr && read_only->isChecked();
   for (const QString& path : dialog.selectedFiles())
-    files.paths.push_back(path.toStdString());
+    files.paths.push_back(ToNativePath(path));
   return files;
 }
 
@@ -232,7 +251,7 @@ std::optional<std::string> CQtQuestions::AskFolder(const std::string& title, con
   dialog.setOption(QFileDialog::ShowDirsOnly);
   SetDirectory(dialog, directory, last_directory_);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return dialog.selectedFiles().constFirst().toStdString();
+  return ToNativePath(dialog.selectedFiles().constFirst());
 }
 
 std::optional<SSavePath> CQtQuestions::AskSaveFile(const SFilePrompt& prompt) {
@@ -246,7 +265,7 @@ std::optional<SSavePath> CQtQuestions::AskSaveFile(const SFilePrompt& prompt) {
   dialog.selectFile(ToQString(prompt.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   last_directory_ = dialog.directory().absolutePath();
-  return SSavePath{.path = dialog.selectedFiles().constFirst().toStdString(),
+  return SSavePath{.path = ToNativePath(dialog.selectedFiles().constFirst()),
                    .filter = FilterIndex(prompt, dialog.selectedNameFilter())};
 }
 

@@ -33,6 +33,7 @@ class CQtQuestions : public CQuestions {
   QWidget* Parent() const;
   EAnswer Ask(const SMessage& question, QMessageBox::StandardButtons buttons);
   STextureAnswer::EChoice AskStandIn(const SMessage& message);
+  std::optional<SOpenFiles> RunSystemDialog(const SFilePrompt& prompt, bool several);
   std::optional<SOpenFiles> RunOpenDialog(const SFilePrompt& prompt, QFileDialog::FileMode mode);
 
   QPointer<QWidget> parent_;

@@ -6,6 +6,7 @@
 
 #include "app/mainfrm.h"
 #include "platform/endsignals.h"
+#include "platform/shell.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
@@ -42,13 +43,16 @@ void CUnsavedWork::OnCommitData(QSessionManager& manager) {
 
 bool CUnsavedWork::PrepareForSessionEnd(bool can_ask) {
   CTarn2App& app = frame_.App();
+  // Where it may ask, too: who does not want to wait for the answer can end the program meanwhile.
+  app.Recovery().SaveAll();
   if (can_ask) {
-    if (!frame_.MayCloseAll()) return false;
+    ExplainDelay(frame_.winId(), "There are unsaved changes.");
+    const bool may_end = frame_.MayCloseAll();
+    ExplainDelay(frame_.winId(), "");
+    if (!may_end) return false;
     // The session may go on after all: another program can object to its end.
     for (CFileDocument* document : frame_.Documents())
       app.LetGo(*document, true);
-  } else {
-    app.Recovery().SaveAll();
   }
   frame_.WriteWindowState();
   app.SaveSettings();

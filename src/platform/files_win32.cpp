@@ -275,10 +275,31 @@ int CopyPermissions(const std::string& path, Handle handle) {
   return Result(SetFileInformationByHandle(SystemHandle(handle), FileBasicInfo, &info, sizeof info) != 0);
 }
 
-// Not ReplaceFileW, which can fail after the old file is gone.
+namespace {
+
+/// True while a program has PATH open, of which the system only says that access is denied.
+bool IsHeld(const std::string& path) {
+  Handle handle = kNoHandle;
+  const int number = OpenExisting(path, DELETE, 0, 0, handle);
+  if (number == 0) Close(handle);
+  return number == ERROR_SHARING_VIOLATION;
+}
+
+}  // namespace
+
+// Not ReplaceFileW, which can fail after the old file is gone. Neither name may be open anywhere, and those who read
+// the files or look into every new one have them for moments.
 int Rename(const std::string& from, const std::string& to) {
   constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-  return Result(MoveFileExW(CallPath(from).c_str(), CallPath(to).c_str(), kFlags) != 0);
+  constexpr int kTries = 50;
+  constexpr DWORD kPauseMs = 10;
+  for (int left = kTries;; --left) {
+    const int number = Result(MoveFileExW(CallPath(from).c_str(), CallPath(to).c_str(), kFlags) != 0);
+    const bool is_refused = number == ERROR_ACCESS_DENIED || number == ERROR_SHARING_VIOLATION;
+    if (!is_refused || Status(to).kind == EKind::kDirectory) return number;
+    if (left == 0) return IsHeld(to) || IsHeld(from) ? ERROR_SHARING_VIOLATION : number;
+    Sleep(kPauseMs);
+  }
 }
 
 // Renaming writes through.

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/com_win32.h"
 #include "platform/png_codec.h"
 #include "platform/text.h"
-#include "platform/windows_system.h"
 // Needs the one above.
 #include <wincodec.h>
 
@@ -13,60 +13,15 @@ namespace {
 
 constexpr UINT kPixelWidth = 4;
 
-/// Holds a COM object and lets go of it.
-template <typename Interface>
-class CComObject {
- public:
-  CComObject() = default;
-  ~CComObject() {
-    if (object_ != nullptr) object_->Release();
-  }
-  CComObject(const CComObject&) = delete;
-  CComObject& operator=(const CComObject&) = delete;
-
-  Interface* operator->() const { return object_; }
-  Interface* Get() const { return object_; }
-  Interface** Receive() { return &object_; }
-
- private:
-  Interface* object_ = nullptr;
-};
-
-/// COM, for as long as this lives; other parts of the program may have started it already, in their way.
-class CComUse {
- public:
-  CComUse() : started_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
-  ~CComUse() {
-    if (started_) CoUninitialize();
-  }
-  CComUse(const CComUse&) = delete;
-  CComUse& operator=(const CComUse&) = delete;
-
- private:
-  bool started_;
-};
-
-/// Steps that are done one after the other until the first that fails.
-class CSteps {
- public:
-  template <typename Step>
-  CSteps& Then(Step step) {
-    if (SUCCEEDED(result_)) result_ = step();
-    return *this;
-  }
-  bool Well(SError* error) const {
-    if (FAILED(result_) && error != nullptr)
-      error->what = Format("the system's PNG library refuses (error %08lx)", static_cast<unsigned long>(result_));
-    return SUCCEEDED(result_);
-  }
-
- private:
-  HRESULT result_ = S_OK;
-};
+/// Whether all STEPS were done.
+bool Well(const CSteps& steps, SError* error) {
+  if (FAILED(steps.Result()) && error != nullptr)
+    error->what = Format("the system's PNG library refuses (error %08lx)", static_cast<unsigned long>(steps.Result()));
+  return SUCCEEDED(steps.Result());
+}
 
 HRESULT CreateFactory(CComObject<IWICImagingFactory>& factory) {
-  return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                          reinterpret_cast<void**>(factory.Receive()));
+  return factory.Create(CLSID_WICImagingFactory, IID_IWICImagingFactory);
 }
 
 /// The library's blue, green, red, alpha and our red, green, blue, alpha, one to the other.
@@ -193,7 +148,7 @@ bool SWriting::Finish(UINT row_width, std::vector<uint8_t>& pixels, std::vector<
       .Then([&] { return frame->Commit(); })
       .Then([&] { return encoder->Commit(); })
       .Then([&] { return TakeBytes(stream.Get(), png); });
-  return steps.Well(error);
+  return Well(steps, error);
 }
 
 }  // namespace
@@ -210,7 +165,7 @@ bool Decode(std::span<const uint8_t> png, SImage& image, SError* error) {
         return converter->CopyPixels(nullptr, RowWidth(image), static_cast<UINT>(image.rgba.size()), image.rgba.data());
       });
   SwapRedAndBlue(image.rgba);
-  return reading.steps.Well(error);
+  return Well(reading.steps, error);
 }
 
 bool Encode(const SImage& image, std::vector<uint8_t>& png, SError* error) {
@@ -230,7 +185,7 @@ bool Decode(std::span<const uint8_t> png, SIndexedImage& image, SError* error) {
       .Then([&] { return reading.frame->CopyPalette(palette.Get()); })
       .Then([&] { return palette->GetColors(static_cast<UINT>(colors.size()), colors.data(), &count); });
   FillTable(colors, count, image);
-  return reading.steps.Well(error);
+  return Well(reading.steps, error);
 }
 
 bool Encode(const SIndexedImage& image, std::vector<uint8_t>& png, SError* error) {

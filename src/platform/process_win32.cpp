@@ -29,6 +29,12 @@ std::string FromWide(std::wstring_view text) {
   return utf8;
 }
 
+std::wstring ProgramPath() {
+  std::wstring path(32768, L'\0');  // no path is longer
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path;
+}
+
 std::vector<std::string> CommandLineArguments(int, char**) {
   int count = 0;
   const std::unique_ptr<wchar_t*, HLOCAL (*)(HLOCAL)> arguments(CommandLineToArgvW(GetCommandLineW(), &count),

@@ -16,6 +16,8 @@ namespace {
 std::string ChooseDirectory(std::string usual) {
   const auto chosen = EnvironmentVariable("VELDRA_DATA");
   if (chosen && !chosen->empty()) return AbsolutePath(*chosen);
+  std::string carried = CarriedDirectory();
+  if (!carried.empty()) return carried;
   if (!usual.empty()) return usual;
   std::error_code fault;
   return JoinPath(std::filesystem::temp_directory_path(fault).string(), "veldra");

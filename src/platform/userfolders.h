@@ -8,8 +8,8 @@
 /// Where the program keeps data of its own for the user, and what the keepers of such data need besides files.h.
 namespace veldra {
 
-/// The folder, made for the user alone when it is not there: what the environment variable VELDRA_DATA says (tests, an
-/// installation that is carried along), else %LOCALAPPDATA%\Veldra, or elsewhere $XDG_DATA_HOME/veldra or
+/// The folder, made for the user alone when it is not there: what the environment variable VELDRA_DATA says, else
+/// CarriedDirectory, else %LOCALAPPDATA%\Veldra, or elsewhere $XDG_DATA_HOME/veldra or
 /// ~/.local/share/veldra. That it could be made shows only when something is written there.
 std::string UserDataDirectory();
 
@@ -19,6 +19,10 @@ std::string UserSettingsDirectory();
 
 /// The user's own folder; "" when the system does not tell.
 std::string HomeDirectory();
+
+/// On Windows, for a program beside which a file "Veldra.portable" lies: the folder "data" beside it, in which all that
+/// is kept for the user stays; otherwise "".
+std::string CarriedDirectory();
 
 /// Takes the folder away when nothing is in it.
 bool RemoveEmptyFolder(std::string_view path);

@@ -63,6 +63,10 @@ int RemoveFolder(const std::string& path) {
 
 }  // namespace disk
 
+std::string CarriedDirectory() {
+  return "";
+}
+
 std::string ComparablePath(std::string_view path) {
   const std::string absolute = AbsolutePath(path);
   std::string real = RealPath(absolute);

@@ -39,6 +39,11 @@ int RemoveFolder(const std::string& path) {
 
 }  // namespace disk
 
+std::string CarriedDirectory() {
+  const std::string folder = DirectoryPart(FromWide(ProgramPath()));
+  return FileExists(JoinPath(folder, "Veldra.portable")) ? JoinPath(folder, "data") : "";
+}
+
 std::string ComparablePath(std::string_view path) {
   std::wstring wide = ToWide(AbsolutePath(path));
   CharUpperBuffW(wide.data(), static_cast<DWORD>(wide.size()));

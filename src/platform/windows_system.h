@@ -21,6 +21,9 @@ namespace veldra {
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 
+/// The file of the program that runs.
+std::wstring ProgramPath();
+
 namespace disk {
 
 /// PATH, which SystemPath made absolute, for a system call.

@@ -36,7 +36,7 @@ constexpr int kNeededNameWidth = 160;
 std::vector<std::string> LocalFiles(const QMimeData& data) {
   std::vector<std::string> paths;
   for (const QUrl& url : data.urls())
-    if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
+    if (url.isLocalFile()) paths.push_back(ToNativePath(url.toLocalFile()));
   return paths;
 }
 

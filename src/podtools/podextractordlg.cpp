@@ -28,7 +28,8 @@ constexpr int kPreviewShare = 2;
 
 QString PodFileIn(const QMimeData& data) {
   for (const QUrl& url : data.urls())
-    if (url.isLocalFile() && url.fileName().endsWith(".pod", Qt::CaseInsensitive)) return url.toLocalFile();
+    if (url.isLocalFile() && url.fileName().endsWith(".pod", Qt::CaseInsensitive))
+      return QDir::toNativeSeparators(url.toLocalFile());
   return {};
 }
 

@@ -42,7 +42,7 @@ SFilePrompt TruckPrompt(const std::string& title, const CSettings& settings, con
 /// The first local truck file among what is dragged; "" for none.
 std::string DraggedTruck(const QMimeData& data) {
   for (const QUrl& url : data.urls()) {
-    const std::string path = url.toLocalFile().toStdString();
+    const std::string path = ToNativePath(url.toLocalFile());
     if (EqualNoCase(ExtensionPart(path), "TRK")) return path;
   }
   return {};

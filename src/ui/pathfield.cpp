@@ -1,5 +1,6 @@
 #include "ui/pathfield.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -82,7 +83,7 @@ void CPathField::Browse() {
   const std::string folder = kind_ == EKind::kFolder ? there : DirectoryPart(there);
   if (IsDirectory(folder)) dialog.setDirectory(ToQString(NativePath(folder)));
   if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
-    edit_->setText(dialog.selectedFiles().constFirst());
+    edit_->setText(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
 }
 
 }  // namespace veldra

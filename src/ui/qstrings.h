@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDir>
 #include <QString>
+#include <string>
 #include <string_view>
 
 #include "platform/text.h"
@@ -10,6 +12,11 @@ namespace veldra {
 /// TEXT in UTF-8, as texts are everywhere in the program.
 inline QString ToQString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// A path that the window toolkit gives, which has its separators, as the system writes it.
+inline std::string ToNativePath(const QString& path) {
+  return QDir::toNativeSeparators(path).toStdString();
 }
 
 /// TEXT as the game's files hold it, a byte a letter, for a field that it is edited in: every character as it is.

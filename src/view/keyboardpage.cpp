@@ -1,5 +1,6 @@
 #include "view/keyboardpage.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QHBoxLayout>
 #include <QPageLayout>
@@ -18,7 +19,9 @@ namespace veldra {
 namespace {
 
 constexpr double kMarginMillimetres = 15.0;
-constexpr int kPrintedPoints = 9;  ///< so that the sheet is one page
+// The sheet is one page: how large its letters are depends on how wide those of the system are.
+constexpr int kMostPoints = 9;
+constexpr int kLeastPoints = 6;
 
 QString Row(int row) {
   const auto at = static_cast<size_t>(row);
@@ -50,10 +53,16 @@ void PrintSheet(QPagedPaintDevice& device) {
   device.setPageMargins({kMarginMillimetres, kMarginMillimetres, kMarginMillimetres, kMarginMillimetres},
                         QPageLayout::Millimeter);
   QTextDocument document;
-  QFont font = document.defaultFont();
-  font.setPointSize(kPrintedPoints);
-  document.setDefaultFont(font);
+  document.setDocumentMargin(0);
+  document.documentLayout()->setPaintDevice(&device);
   document.setHtml(SheetHtml());
+  document.setPageSize(QSizeF(device.width(), device.height()));
+  for (int points = kMostPoints; points >= kLeastPoints; --points) {
+    QFont font = document.defaultFont();
+    font.setPointSize(points);
+    document.setDefaultFont(font);
+    if (document.pageCount() == 1) break;
+  }
   document.print(&device);
 }
 

@@ -193,6 +193,9 @@ TEST(QtQuestions, TheFileThatIsPointedAtIsShownWithWhatItIsFor) {
     EXPECT_EQ(Child<QLabel>(dialog, "note")->text(), "For barn.obj");
     auto* picture = Child<QLabel>(dialog, "picture");
     auto* name = Child<QLineEdit>(dialog, "fileNameEdit");
+    dialog.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    name->setFocus();
     name->setText("good.raw");
     EXPECT_FALSE(picture->pixmap().isNull());
     name->setText("bad.raw");

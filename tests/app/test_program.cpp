@@ -76,7 +76,9 @@ TEST_F(CEditorTest, ProgramSaysWhatWentWrong) {
       {{"--save-picture", "o.png", "missing.bin"}, good, {}, 1, "missing.bin"},
       {{"--save-picture", "o.png", "broken.bin"}, good, {}, 1, "currupt"},
       {{"--save-picture", "no/such/o.png", "m.bin"}, good, {}, 1, "no/such/o.png"},
+#ifndef _WIN32  // whose window toolkit cannot be told to do without
       {{"--save-picture", "o.png", "m.bin"}, good, {{"QT_XCB_GL_INTEGRATION", "none"}}, 1, "OpenGL"},
+#endif
       {{"--save-picture", "o.png"}, "DEFPAL nowhere.act\n", {}, 255, "Default Palette not found!"},
       {{"--nonsense"}, good, {}, 1, "nonsense"},
   };
@@ -84,15 +86,14 @@ TEST_F(CEditorTest, ProgramSaysWhatWentWrong) {
     SCOPED_TRACE(row.arguments.join(' ').toStdString());
     folder.Write("Veldra.cfg", row.settings_text);
     const SRun run = RunProgram(folder, row.arguments, row.environment);
-    EXPECT_EQ(run.exit_code, row.exit_code);
+    EXPECT_EQ(run.exit_code & 0xFF, row.exit_code);  // more is told by some systems only
     EXPECT_NE(run.errors.find(row.said), std::string::npos) << run.errors;
     EXPECT_FALSE(FileExists(folder.File("o.png")));
   }
 }
 
 TEST_F(CEditorTest, VersionAndHelpNeedNoDisplay) {
-  for (const auto& [option, said] :
-       {std::pair{"--version", "veldra " VELDRA_VERSION "\n"}, {"--help", "--save-picture"}}) {
+  for (const auto& [option, said] : {std::pair{"--version", "veldra " VELDRA_VERSION}, {"--help", "--save-picture"}}) {
     const SRun run = RunProgram(folder, {option}, {{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "xcb"}});
     EXPECT_EQ(run.exit_code, 0);
     EXPECT_NE(run.output.find(said), std::string::npos) << run.output;

@@ -1,65 +1,44 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
+#include <chrono>
+#include <thread>
 
-#include "platform/endsignals.h"
 #include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/process.h"
 #include "platform/temporaries.h"
+#include "support/childtest.h"
 #include "support/testfiles.h"
 
 namespace veldra {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+using testing::CChildTest;
 using testing::CTempFolder;
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
-/// A process that begins to replace files in FOLDER, and then waits for its end.
-class CWriter {
- public:
-  CWriter(const CTempFolder& folder, bool is_tidy) {
-    int ready[2];
-    EXPECT_EQ(pipe(ready), 0);
-    process_ = fork();
-    if (process_ == 0) {
-      if (is_tidy) TidyOnEndSignals();
-      CReplacement first(folder.File("first"));
-      CReplacement second(folder.File("second"));
-      const bool is_open = first.Open(nullptr) && second.Open(nullptr) && second.Finish(nullptr);
-      if (is_open && write(ready[1], "", 1) == 1)
-        for (;;)
-          pause();
-      _exit(1);
-    }
-    char byte = 0;
-    EXPECT_EQ(read(ready[0], &byte, 1), 1);
-    close(ready[0]);
-    close(ready[1]);
-  }
-  /// The signal that ended it.
-  int End(int signal) {
-    int status = 0;
-    kill(process_, signal);
-    EXPECT_EQ(waitpid(process_, &status, 0), process_);
-    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-  }
+constexpr const char* kFolder = "VELDRA_TEST_FOLDER";
+constexpr const char* kChild = "TemporariesChild.DISABLED_BeginsAndWaits";
 
- private:
-  pid_t process_;
-};
+/// Begins to replace files, and then waits for its end.
+TEST(TemporariesChild, DISABLED_BeginsAndWaits) {
+  const std::string folder = EnvironmentVariable(kFolder).value_or("");
+  CReplacement first(JoinPath(folder, "first"));
+  CReplacement second(JoinPath(folder, "second"));
+  ASSERT_TRUE(first.Open(nullptr) && second.Open(nullptr) && second.Finish(nullptr));
+  for (;;)
+    std::this_thread::sleep_for(1s);
+}
 
-TEST(Temporaries, GoWithASignalThatEndsTheProcess) {
-  const CTempFolder folder;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
-    CWriter writer(folder, true);
-    EXPECT_THAT(ListDirectory(folder.Path()), SizeIs(2)) << signal;
-    EXPECT_EQ(writer.End(signal), signal);
-    EXPECT_THAT(ListDirectory(folder.Path()), SizeIs(0)) << signal;
-  }
+void WaitForFiles(const CTempFolder& folder, size_t count) {
+  for (int turn = 0; turn < 3000 && ListDirectory(folder.Path()).size() < count; ++turn)
+    std::this_thread::sleep_for(10ms);
+  ASSERT_THAT(ListDirectory(folder.Path()), SizeIs(count));
 }
 
 TEST(Temporaries, OfDeadProcessesGoWithTheNextWrite) {
@@ -67,35 +46,21 @@ TEST(Temporaries, OfDeadProcessesGoWithTheNextWrite) {
   const char* const kUsers[] = {".veldra-notes.tmp", ".veldra-1-2-x.tmp", ".veldra-1.tmp", "veldra-1-2.tmp"};
   for (const char* name : kUsers)
     folder.Write(name, "the user's");
-  CWriter killed(folder, true);
-  CWriter living(folder, true);
-  EXPECT_EQ(killed.End(SIGKILL), SIGKILL);
+  CChildTest killed(kChild, {{kFolder, folder.Path()}});
+  ASSERT_NO_FATAL_FAILURE(WaitForFiles(folder, 6));
+  CChildTest living(kChild, {{kFolder, folder.Path()}});
+  ASSERT_NO_FATAL_FAILURE(WaitForFiles(folder, 8));
+  killed.Kill();
+  EXPECT_EQ(killed.Wait(), CChildTest::kKilled);
   EXPECT_THAT(ListDirectory(folder.Path()), SizeIs(8));
   folder.Write(".veldra-0123456789abcdef.save", "");
   EXPECT_TRUE(ReplaceFile(folder.File("new"), "new"));
   EXPECT_THAT(ListDirectory(folder.Path()), SizeIs(7)) << "four of the user, one new, two of the living process";
-  EXPECT_EQ(living.End(SIGTERM), SIGTERM);
+  living.Kill();
+  EXPECT_EQ(living.Wait(), CChildTest::kKilled);
+  EXPECT_TRUE(ReplaceFile(folder.File("new"), "newer"));
   EXPECT_THAT(ListDirectory(folder.Path()),
               ElementsAre(".veldra-1-2-x.tmp", ".veldra-1.tmp", ".veldra-notes.tmp", "new", "veldra-1-2.tmp"));
-}
-
-TEST(Temporaries, AnEndIsPutOffWhileFilesTakeTheirNames) {
-  const CTempFolder folder;
-  const pid_t child = fork();
-  if (child == 0) {
-    TidyOnEndSignals();
-    CReplacement file(folder.File("file"));
-    {
-      const CEndHold hold;
-      raise(SIGTERM);
-      if (!file.Open(nullptr) || !ReplaceFile(folder.File("done"), "done")) _exit(1);
-    }
-    _exit(2);
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM) << status;
-  EXPECT_THAT(ListDirectory(folder.Path()), ElementsAre("done"));
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ class CRichModelMaker {
       : model_(model), textures_(textures), random_(seed) {}
 
   void Make(int32_t vertices, int32_t faces) {
-    model_.SetScaleWord(static_cast<int32_t>(random_()));
+    model_.SetScaleWord(Word());
     for (int32_t i = 0; i < vertices; ++i)
       model_.AddVertex({Value(), Value(), Value()});
     for (size_t i = 0; i < kTextureSizes.size(); ++i)
@@ -59,14 +59,18 @@ class CRichModelMaker {
  private:
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
   /// Mostly small, sometimes anything.
-  int32_t Value() { return Below(8) == 0 ? static_cast<int32_t>(random_()) : Below(2001) - 1000; }
+  /// Any 32 bits.
+  int32_t Word() {
+    return static_cast<int32_t>(static_cast<uint32_t>(random_()) << 16 ^ static_cast<uint32_t>(random_()));
+  }
+  int32_t Value() { return Below(8) == 0 ? Word() : Below(2001) - 1000; }
 
   double Coord() {
     switch (Below(6)) {
       case 0:
         return std::uniform_real_distribution<double>(0, 1)(random_);
       case 1:
-        return std::bit_cast<double>(uint64_t{random_()} << 32 | random_());
+        return std::bit_cast<double>(uint64_t{static_cast<uint32_t>(Word())} << 32 | static_cast<uint32_t>(Word()));
       case 2:
         return Below(2) == 0 ? -0.0 : 1.0;
       default:
@@ -110,7 +114,7 @@ class CRichModelMaker {
 
   CBinModel& model_;
   CTextureSet& textures_;
-  std::mt19937 random_;
+  std::minstd_rand random_;
 };
 
 inline uint64_t Bits(double value) {

@@ -22,8 +22,10 @@ namespace veldra::testing {
 
 #ifdef _WIN32
 const int kDiskFull = ERROR_DISK_FULL;
+const int kReadOnlyDisk = ERROR_WRITE_PROTECT;
 #else
 const int kDiskFull = ENOSPC;
+const int kReadOnlyDisk = EROFS;
 #endif
 
 CTempFolder::CTempFolder() {
@@ -52,6 +54,16 @@ std::string CTempFolder::Write(std::string_view name, std::string_view content) 
 
 std::string CTempFolder::Write(std::string_view name, const std::vector<uint8_t>& content) const {
   return Write(name, std::string_view(reinterpret_cast<const char*>(content.data()), content.size()));
+}
+
+std::string CTempFolder::OtherPath(const std::string& name) const {
+#ifdef _WIN32
+  return File(UpperCase(name));
+#else
+  std::error_code is_there;
+  std::filesystem::create_directory_symlink(path_, File("link"), is_there);
+  return File("link/" + name);
+#endif
 }
 
 namespace {

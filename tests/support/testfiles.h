@@ -7,7 +7,9 @@
 
 namespace veldra::testing {
 
-extern const int kDiskFull;  ///< as the system numbers it, for SetFileFault
+// As the system numbers them, for SetFileFault.
+extern const int kDiskFull;
+extern const int kReadOnlyDisk;
 
 /// A folder of its own for one test, gone with the object.
 class CTempFolder {
@@ -22,6 +24,8 @@ class CTempFolder {
   /// Writes a file there, folders of NAME included, and returns its path.
   std::string Write(std::string_view name, std::string_view content) const;
   std::string Write(std::string_view name, const std::vector<uint8_t>& content) const;
+  /// Another path to the file NAME of this folder: through a link or, where a user cannot make any, in other letters.
+  std::string OtherPath(const std::string& name) const;
 
  private:
   std::string path_;

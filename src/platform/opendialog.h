@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/questions.h"
+#include "platform/shell.h"
+
+namespace veldra {
+
+/// The system's own dialog for files to open, where it has one that takes a check box and a note; the dialogs of the
+/// window toolkit have no place for these.
+class CSystemOpenDialog {
+ public:
+  /// PROMPT without a picture; OWNER is the window in front; FOLDER where it opens, "" for where the system likes.
+  CSystemOpenDialog(const SFilePrompt& prompt, WindowId owner, const std::string& folder)
+      : prompt_(prompt), owner_(owner), folder_(folder) {}
+
+  /// False when there is no such dialog here: nothing was asked.
+  static bool IsThere();
+  /// Runs it. Nothing when the user cancels.
+  std::optional<SOpenFiles> Ask(bool several) const;
+
+ private:
+  const SFilePrompt& prompt_;
+  WindowId owner_;
+  const std::string& folder_;
+};
+
+}  // namespace veldra

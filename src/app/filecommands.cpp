@@ -109,12 +109,9 @@ void CFileCommands::SetUpAgain() {
 
 void CFileCommands::OpenSample() {
   const std::string folder = SampleFolder();
-  std::string truck = JoinPath(JoinPath(folder, "MODELS"), "TRUCK.BIN");
-  if (!IsFile(truck)) {
-    const SMessage question = {.text = "Make a sample project?", .icon = EIcon::kQuestion, .details = "In " + folder};
-    if (app_.Questions().AskYesNo(question) != EAnswer::kYes) return;
-    truck = WriteSample(folder, app_.Questions());
-  }
+  const SMessage question = {.text = "Make a sample project?", .icon = EIcon::kQuestion, .details = "In " + folder};
+  if (!FileExists(folder) && app_.Questions().AskYesNo(question) != EAnswer::kYes) return;
+  const std::string truck = WriteSample(folder, app_.Questions());
   if (!truck.empty()) OpenFile(truck, false);
 }
 

@@ -31,10 +31,13 @@ std::string SampleFolder() {
 }
 
 std::string WriteSample(const std::string& folder, CQuestions& questions) {
-  SError error;
+  constexpr const char* kFailed = "The sample project could not be written.";
+  std::string truck = JoinPath(JoinPath(folder, "MODELS"), "TRUCK.BIN");
+  if (IsFile(truck)) return truck;
+  SError error = {.what = "There are other files in the folder."};
   const auto work = questions.BeginWork("Writing the sample project", false);
-  if (samples::WriteWorkspace(folder, questions, &error)) return JoinPath(JoinPath(folder, "MODELS"), "TRUCK.BIN");
-  questions.Fail("The sample project could not be written.", folder + ": " + error.what);
+  if (ListDirectory(folder).empty() && samples::WriteWorkspace(folder, questions, &error)) return truck;
+  questions.Fail(kFailed, folder + ": " + error.what);
   return "";
 }
 

@@ -24,7 +24,8 @@ SSetUp ProposeSetUp(const CSettings& settings);
 
 /// Where the sample project goes unless the user says otherwise.
 std::string SampleFolder();
-/// Writes it into FOLDER; the model to begin with, or "" when that has failed and the user has been told.
+/// Writes it into FOLDER, where it is left as it is when it is there already; the model to begin with, or "" when that
+/// has failed and the user has been told. A folder with other files is refused.
 std::string WriteSample(const std::string& folder, CQuestions& questions);
 
 /// Makes SETTINGS, whose file lies in SETTINGS_FOLDER, those that CHOICE means, and what goes with them: the stock-file

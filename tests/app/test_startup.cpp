@@ -17,6 +17,7 @@ namespace veldra {
 using testing::CScriptedQuestions;
 using testing::CTempFolder;
 using testing::CVariable;
+using testing::ReadTestFile;
 using testing::TestPalette;
 
 namespace {
@@ -93,7 +94,11 @@ TEST(StartUp, AFirstStartFollowsFromWhereTheGameIs) {
   EXPECT_EQ(startup->settings.pod_dir, folder.File("game"));
   EXPECT_EQ(startup->settings.defpal, folder.File("user/METALCR2.ACT"));
   EXPECT_EQ(startup->default_colors[2], 255);
-  EXPECT_TRUE(FileExists(startup->first_file));
+  folder.Write("sample/MODELS/TRUCK.BIN", "mine");
+  EXPECT_EQ(WriteSample(folder.File("sample"), questions), startup->first_file);
+  EXPECT_EQ(ReadTestFile(startup->first_file), "mine");
+  EXPECT_EQ(WriteSample(folder.File("game"), questions), "");
+  EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"The sample project could not be written."});
   EXPECT_TRUE(FileExists(folder.File("user/Veldra.stock")));
   folder.Write("Veldra.cfg", "");
   EXPECT_EQ(CopTools::SettingsPath(folder.Path()), folder.File("Veldra.cfg")) << "that of the folder counts";

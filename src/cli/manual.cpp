@@ -236,11 +236,11 @@ std::string FishCompletion(const SCommandRow& program) {
     for (const SOptionRow& row : place.row->options)
       if (!row.IsArgument()) script += FishOption(start, row);
     if (place.row->commands.empty()) continue;
-    const std::string not_yet = "not __fish_seen_subcommand_from " + CommandNames(*place.row);
+    std::string not_yet = condition.empty() ? "" : condition + "; and ";
+    not_yet += "not __fish_seen_subcommand_from " + CommandNames(*place.row);
     for (const SCommandRow& command : place.row->commands)
-      script += "complete -c " + program.name + " -f -n " +
-                FishQuoted((condition.empty() ? "" : condition + "; and ") + not_yet) + " -a " + command.name + " -d " +
-                FishQuoted(command.help) + "\n";
+      script += Format("complete -c %s -f -n %s -a %s -d %s\n", program.name.c_str(), FishQuoted(not_yet).c_str(),
+                       command.name.c_str(), FishQuoted(command.help).c_str());
   }
   return script;
 }

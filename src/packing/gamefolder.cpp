@@ -27,8 +27,8 @@ constexpr std::array kProgramFolders = {
 
 /// The folder of files of TYPE below ROOT; ROOT itself where that has such files and there is no folder for them.
 std::string FolderFor(const std::string& root, int type) {
-  const std::string usual = JoinPath(root, FolderOfType(type));
-  const std::string found = FindAnyCase(usual);
+  std::string usual = JoinPath(root, FolderOfType(type));
+  std::string found = FindAnyCase(usual);
   if (IsDirectory(found)) return found;
   for (const std::string& name : ListDirectory(root))
     if (TypeOfFile(name) == type) return root;

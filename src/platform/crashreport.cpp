@@ -4,7 +4,6 @@
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <cstring>
 
 #include "platform/crashreport_system.h"
 #include "platform/files.h"
@@ -28,7 +27,7 @@ class CNote {
  public:
   void Set(std::string_view text) {
     const size_t count = std::min(text.size(), Size - 1);
-    std::memcpy(text_.data(), text.data(), count);
+    text.copy(text_.data(), count);
     text_[count] = 0;
   }
   const char* Text() const { return text_.data(); }

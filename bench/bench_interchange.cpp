@@ -1,3 +1,5 @@
+#include <assimp/cimport.h>
+#include <assimp/scene.h>
 #include <lib3ds/file.h>
 #include <lib3ds/mesh.h>
 #include <tiny_obj_loader.h>
@@ -12,6 +14,7 @@
 #include "interchange/import3ds.h"
 #include "interchange/wavefront.h"
 #include "interchange/waveimport.h"
+#include "interchange/wavematerials.h"
 #include "interchange/waveparser.h"
 #include "meshfiles.h"
 #include "platform/files.h"
@@ -39,6 +42,8 @@ class CMeshFolder {
   CMeshFolder() : path_(JoinPath(std::filesystem::temp_directory_path().string(), "veldra-bench-meshes")) {
     Require(MakeDirectories(path_), "making a folder");
     Require(ReplaceFile(File("meshes.3ds"), StudioMeshes()) && ReplaceFile(File("mesh.obj"), WaveMesh()) &&
+                ReplaceFile(File("cloth.obj"), WaveMeshWithMaterials()) &&
+                ReplaceFile(File("cloth.mtl"), "newmtl T_0x18\nmap_Kd T.png\nnewmtl T_0x29\nmap_Kd T.png\n") &&
                 ReplaceFile(File("T.RAW"), std::string(4096, 'x')),
             "writing the files");
   }
@@ -133,6 +138,46 @@ double ImportWave() {
   });
 }
 
+double ImportMaterials() {
+  const std::string path = MeshFile("cloth.obj");
+  SImport import;
+  import.context.art_directory = DirectoryPart(path);
+  SImportFault fault;
+  const double seconds = Seconds([&] {
+    Require(ImportWavefront(import.model, {path, ""}, {.scale = 100}, import.context, fault), "importing");
+  });
+  Require(import.model.FindTexture("T.RAW", ETextureKind::kPlain)->UseCount() == static_cast<int32_t>(kWaveFaces) &&
+              !import.model.FaceGroups().empty(),
+          "taking the materials");
+  return seconds;
+}
+
+double ReadMeshAndMaterials() {
+  const std::string path = MeshFile("cloth.obj");
+  CUnattendedQuestions questions;
+  SImportFault fault;
+  std::optional<SWaveMesh> mesh;
+  WaveMaps maps;
+  const double seconds = Seconds([&] {
+    mesh = ReadWavefront(path, questions, fault);
+    if (mesh) maps = ReadMaterials(path, mesh->material_files, mesh->remarks);
+  });
+  Require(mesh && mesh->FaceCount() == kWaveFaces && maps.size() == 2, "reading");
+  return seconds;
+}
+
+double ReadWithAssimp() {
+  const std::string path = MeshFile("cloth.obj");
+  const aiScene* scene = nullptr;
+  const double seconds = Seconds([&] { scene = aiImportFile(path.c_str(), 0); });
+  size_t faces = 0;
+  for (unsigned i = 0; scene != nullptr && i < scene->mNumMeshes; ++i)
+    faces += scene->mMeshes[i]->mNumFaces;
+  Require(faces == kWaveFaces, "assimp");
+  aiReleaseImport(scene);
+  return seconds;
+}
+
 const CBinModel& ExportedModel() {
   static const CWavyModel wavy(kWaveSide, 20, false);
   return wavy.model;
@@ -181,6 +226,8 @@ void AddInterchangeComparisons() {
   CompareWith("3ds import 1M", ImportStudio, "3ds read 1M: lib3ds", 0);
   Compare("obj parse 2M", ParseWave, {{"tinyobjloader", ParseWithTinyObj, 1.0 / 3}});
   CompareWith("obj import 2M", ImportWave, "obj parse 2M: tinyobjloader", 0);
+  Compare("obj and mtl read 2M", ReadMeshAndMaterials, {{"assimp", ReadWithAssimp, 1.0 / 2}});
+  CompareWith("obj and mtl import 2M", ImportMaterials, "obj and mtl read 2M: assimp", 0);
   Compare("obj text 1M", WriteText, {{"to_chars into a buffer", WriteLines, 1}});
 }
 

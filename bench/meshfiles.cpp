@@ -72,4 +72,25 @@ std::string WaveMesh() {
   return text;
 }
 
+std::string WaveMeshWithMaterials() {
+  constexpr int kRowsOfMaterial = 20;
+  std::string text = "mtllib cloth.mtl\n";
+  for (int row = 0; row < kWaveSide; ++row) {
+    for (int column = 0; column < kWaveSide; ++column) {
+      text += Format("v %.6f %.6f %.6f\nvt %.6f %.6f\n", row / 10.0, column / 10.0,
+                     std::sin(row / 9.0) * std::cos(column / 7.0), row / 1000.0, column / 1000.0);
+    }
+  }
+  for (int row = 0; row + 1 < kWaveSide; ++row) {
+    if (row % kRowsOfMaterial == 0) text += Format("g strip%d\nusemtl T_0x%s\n", row, row % 40 == 0 ? "18" : "29");
+    for (int column = 0; column + 1 < kWaveSide; ++column) {
+      const int a = row * kWaveSide + column + 1;
+      const int b = a + kWaveSide;
+      text += Format("f %d/%d %d/%d %d/%d\nf %d/%d %d/%d %d/%d\n", a, a, a + 1, a + 1, b, b, a + 1, a + 1, b + 1, b + 1,
+                     b, b);
+    }
+  }
+  return text;
+}
+
 }  // namespace veldra::bench

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 
 #include "cli/command.h"
@@ -49,9 +51,14 @@ EImportKind KindOfContent(const std::string& path) {
 /// What could be lost without being missed.
 void TellVanished(CSession& session, const SWavePoint& size, const CBinModel& model) {
   const std::string text = VanishedText(size, model.Bounds());
-  if (!text.empty())
-    session.Questions().Message(
-        {.text = text + Format(" --fit %g makes it as large as a truck.", kTruckSize), .icon = EIcon::kWarning});
+  if (text.empty()) return;
+  // Two units cannot be cut off at both ends.
+  double least = *std::ranges::max_element(size);
+  for (const double length : size)
+    if (length > 0) least = std::min(least, length);
+  const double enough = std::ceil(2 * *std::ranges::max_element(size) / least);
+  session.Questions().Message(
+      {.text = text + Format(" --fit %.0f keeps it.", std::max(enough, kTruckSize)), .icon = EIcon::kWarning});
 }
 
 bool ImportInto(CSession& session, const SImportOptions& options, const std::string& path, CBinModel& model,

@@ -74,12 +74,14 @@ CImportMeshesDialog::CImportMeshesDialog(std::vector<SMeshJob>& jobs, CTextureSt
       questions_(questions),
       files_(MakeTable(
           "files", {tr("File"), tr("Faces"), tr("Size in the file"), tr("Size in the model"), tr("Faces cut off")}, 5)),
-      materials_(MakeTable("materials", {tr("Material"), tr("Faces"), tr("Type"), tr("Becomes"), tr("Picture")}, 10)),
+      materials_(MakeTable("materials", {tr("Material"), tr("Faces"), tr("Type"), tr("Becomes"), tr("Picture")}, 7)),
       note_(new QLabel) {
   files_->headerItem()->setToolTip(kCutFaces, tr("Faces that show more than the whole texture, which the game cannot"));
   materials_->setIconSize({kThumbnail, kThumbnail});
   note_->setObjectName("note");
   note_->setWordWrap(true);
+  // A few files, and what is left of the window for the materials.
+  files_->setMaximumHeight(8 * files_->fontMetrics().height());
   FillFiles();
   Content()->addWidget(files_);
   Content()->addWidget(MakeOptions());

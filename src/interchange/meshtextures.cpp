@@ -15,6 +15,8 @@ namespace {
 
 constexpr size_t kNameLength = 8;
 constexpr size_t kMostNamed = 100;
+/// Each is looked for in several places; no model has as many.
+constexpr size_t kMostPictures = 4096;
 
 bool IsLetterOrDigit(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
@@ -119,7 +121,7 @@ void CMaterialPlanner::PlanOne(SMaterialUse& use, const SWaveMap& map) {
   if (use.is_untextured) return;
   if (!map.picture.empty()) {
     use.raw = FindRaw(map.picture);
-    use.picture = FindPicture(path_, map);
+    if (!pictures_.empty() && plan_.uses.size() <= kMostPictures) use.picture = FindPicture(path_, map);
     if (use.picture.empty()) use.fault = Format("there is no picture %s", DisplayName(map.picture).c_str());
   }
   if (use.raw.empty()) use.raw = FindRaw(name.texture);
@@ -199,7 +201,7 @@ void DropUnused(SMaterialPlan& plan) {
 // --- Faces -----------------------------------------------------------------------------------------------------------
 
 CMeshTextures::CMeshTextures(const SMaterialPlan& plan, STexture chosen, const SImportContext& context)
-    : plan_(plan), chosen_(std::move(chosen)), face_type_(context.face_type), is_asked_(plan.uses.size()) {
+    : plan_(plan), chosen_(std::move(chosen)), face_type_(context.face_type), looks_(plan.uses.size() + 1) {
   for (const SNewTexture& made : plan.made)
     context.textures.AddTexture(made.path, made.texels);
   for (const SMaterialUse& use : plan.uses) {
@@ -208,10 +210,9 @@ CMeshTextures::CMeshTextures(const SMaterialPlan& plan, STexture chosen, const S
   }
 }
 
-CMeshTextures::SLook CMeshTextures::Look(int32_t material, CImportBuilder& builder) {
+CMeshTextures::SLook CMeshTextures::FindLook(int32_t material, CImportBuilder& builder) {
   const auto index = static_cast<size_t>(material);
   const SMaterialUse* const use = material < 0 ? nullptr : &plan_.uses[index];
-  if (use != nullptr) is_asked_[index] = true;
   if (use != nullptr && use->is_untextured) return {};
   const bool has_own = use != nullptr && by_material_[index].image != nullptr;
   const STexture& texture = has_own ? by_material_[index] : chosen_;
@@ -225,7 +226,7 @@ std::string CMeshTextures::Untextured() const {
   std::string names;
   size_t count = 0;
   for (size_t i = 0; i < plan_.uses.size(); ++i) {
-    if (!is_asked_[i] || plan_.uses[i].is_untextured || by_material_[i].image != nullptr) continue;
+    if (!looks_[i + 1] || plan_.uses[i].is_untextured || by_material_[i].image != nullptr) continue;
     if (++count <= kMostNamed) names += (names.empty() ? "" : ", ") + DisplayName(plan_.uses[i].material);
   }
   if (count > kMostNamed) names += Format(" and %zu more", count - kMostNamed);

@@ -63,18 +63,25 @@ class CMeshTextures {
   /// CHOSEN is what faces get whose material has none; without an image they become untextured.
   CMeshTextures(const SMaterialPlan& plan, STexture chosen, const SImportContext& context);
 
-  /// For a face of MATERIAL, a position in the plan, or -1. BUILDER's entry is made when it is first asked for.
-  SLook Look(int32_t material, CImportBuilder& builder);
+  /// For a face of MATERIAL, a position in the plan, or -1. BUILDER, which is always the same, gets the texture's entry
+  /// when it is first asked for.
+  SLook Look(int32_t material, CImportBuilder& builder) {
+    std::optional<SLook>& look = looks_[static_cast<size_t>(material + 1)];
+    if (!look) look = FindLook(material, builder);
+    return *look;
+  }
   /// The names of those materials that were asked for and have no texture of their own, as far as they do not say so
   /// themselves: a line for the user; "" for none.
   std::string Untextured() const;
 
  private:
+  SLook FindLook(int32_t material, CImportBuilder& builder);
+
   const SMaterialPlan& plan_;
   STexture chosen_;
   uint32_t face_type_;
   std::vector<STexture> by_material_;
-  std::vector<bool> is_asked_;
+  std::vector<std::optional<SLook>> looks_;  ///< once asked for; the first is that of faces without a material
   std::map<std::string, CBinTexture*> entries_;
 };
 

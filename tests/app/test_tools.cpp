@@ -23,6 +23,7 @@ TEST_F(CEditorTest, AnImportedModelIsAnUnsavedDocument) {
   Do(ECommand::kImportWavefront);
   ASSERT_EQ(frame->Children().size(), 1);
   EXPECT_EQ(frame->ActiveDocument()->Model().FaceCount(), 1);
+  EXPECT_EQ(frame->ActiveDocument()->Model().Bounds().max.x, 450) << "the size that is offered";
   EXPECT_EQ(frame->ActiveDocument()->Title(), "model.obj");
   questions.OnYesNoCancel("Save changes", EAnswer::kNo);
   EXPECT_TRUE(frame->close());

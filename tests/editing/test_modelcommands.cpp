@@ -204,6 +204,14 @@ TEST_F(CModelCommandsTest, ExportsAskWhereToAndReportFailure) {
   ExportWavefront(document);
   ExportWavefront(document);
   EXPECT_NE(ReadTestFile(folder.File("m.obj")).find("f 1 2 3\n"), std::string::npos);
+  folder.Write("m.mtl", "somebody's");
+  for (const EAnswer answer : {EAnswer::kNo, EAnswer::kYes}) {
+    questions.OnSaveFile("Export Wavefront File", SSavePath{folder.File("m.obj"), 2})
+        .OnYesNo("Would you like to replace them?", answer);
+    ExportWavefront(document);
+    EXPECT_EQ(ReadTestFile(folder.File("m.mtl")) == "somebody's", answer == EAnswer::kNo);
+  }
+  EXPECT_NE(ReadTestFile(folder.File("m.obj")).find("# Scale "), std::string::npos);
   const std::string nowhere = folder.File("no-such-folder/m.obj");
   questions.OnSaveFile("Export Wavefront File", SSavePath{nowhere, 0});
   ExportWavefront(document);

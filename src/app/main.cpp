@@ -161,7 +161,7 @@ int Run(CApplication& program, const SProgramOptions& options) {
   if (!startup) return kExitWithoutPalette;
   const EOpenGl opengl = CheckOpenGl();
   if (opengl == EOpenGl::kNone) {
-    questions.Message({.text = "Veldra needs OpenGL, which this system does not offer.",
+    questions.Message({.text = "Veldra needs OpenGL 2.1, which this system does not offer.",
                        .caption = kErrorCaption,
                        .icon = EIcon::kError,
                        .details = "Installing the graphics card's driver usually helps."});

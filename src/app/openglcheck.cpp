@@ -27,12 +27,13 @@ EOpenGl CheckOpenGl() {
   surface.setFormat(shared->format());
   surface.create();
   if (!shared->makeCurrent(&surface)) return EOpenGl::kHardware;  // cannot be told
-  // The views are drawn into such buffers and put together with the rest of the window.
-  const bool has_buffers = shared->functions()->hasOpenGLFeature(QOpenGLFunctions::Framebuffers);
+  // The renderer is content with less, but the toolkit puts views and the rest of the window together with these.
+  const bool is_enough = shared->format().version() >= qMakePair(2, 1) &&
+                         shared->functions()->hasOpenGLFeature(QOpenGLFunctions::Framebuffers);
   const auto* renderer = reinterpret_cast<const char*>(shared->functions()->glGetString(GL_RENDERER));
   const bool is_software = renderer != nullptr && IsSoftware(renderer);
   shared->doneCurrent();
-  if (!has_buffers) return EOpenGl::kNone;
+  if (!is_enough) return EOpenGl::kNone;
   return is_software ? EOpenGl::kSoftware : EOpenGl::kHardware;
 }
 

@@ -123,8 +123,11 @@ std::vector<std::string> UsualPlaces(const std::vector<std::string>& files) {
 }  // namespace
 
 std::string SGameFolder::Text() const {
-  std::string text = Counted(archives, "archive", "archives") + ", " + Counted(texture_count, "texture", "textures") +
-                     ", " + Counted(model_count, "model", "models") + ", " + Counted(truck_count, "truck", "trucks") +
+  const auto counted = [](size_t count, const char* one, const char* many) {
+    return Counted(static_cast<int64_t>(count), one, many);
+  };
+  std::string text = counted(archives, "archive", "archives") + ", " + counted(texture_count, "texture", "textures") +
+                     ", " + counted(model_count, "model", "models") + ", " + counted(truck_count, "truck", "trucks") +
                      "\n";
   if (!palette) return text + "No colour table: textures without one of their own are shown in grey.";
   text += "Colour table " + FileNamePart(palette->name);

@@ -96,7 +96,7 @@ const STextureImage* CModelTextureFinder::Load(const SPodSource& raw) {
 std::string CModelTextureFinder::Note() const {
   std::string note;
   for (const auto& [place, count] : counts_)
-    note += (note.empty() ? "" : ", ") + Counted(count, "texture", "textures") + " from " + place;
+    note += (note.empty() ? "" : ", ") + Counted(static_cast<int64_t>(count), "texture", "textures") + " from " + place;
   return note;
 }
 

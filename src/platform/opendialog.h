@@ -22,9 +22,10 @@ class CSystemOpenDialog {
   std::optional<SOpenFiles> Ask(bool several) const;
 
  private:
-  const SFilePrompt& prompt_;
-  WindowId owner_;
-  const std::string& folder_;
+  // Unused where there is no such dialog.
+  [[maybe_unused]] const SFilePrompt& prompt_;
+  [[maybe_unused]] WindowId owner_;
+  [[maybe_unused]] const std::string& folder_;
 };
 
 }  // namespace veldra

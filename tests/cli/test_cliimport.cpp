@@ -34,7 +34,7 @@ TEST_F(CliImport, MaterialsBecomeTextures) {
   const SResult first = Run("import $/wood.obj $/out.bin --pictures $/made --fit 50");
   EXPECT_EQ(first.status, 0);
   EXPECT_EQ(first.out, "Cut off the texture coordinates of 1 faces\n");
-  EXPECT_EQ(first.err, "Veldra: \"wood.obj\" was imported, but not all of it.\n" + folder.File("wood.obj") +
+  EXPECT_EQ(first.err, "Veldra: \"wood.obj\" was imported, but not all of it.\n" + folder.Path() + "/wood.obj" +
                            "\nmaterial gone: there is no picture gone.png\n"
                            "materials without a texture: plain_0x29, gone\n"
                            "1 face shows more than the whole texture: cut off\n\n");

@@ -160,7 +160,7 @@ TEST_F(CFileSetTest, SeveralSetsAreAllOldOrAllNew) {
       folder_.Write("new/bystander", "");
       if (has_old) folder_.Write("other", "old");
       int left = fault;
-      SetFileFault([&](std::string_view, std::string_view) { return left-- == 0 ? ENOSPC : 0; });
+      SetFileFault([&](std::string_view, std::string_view) { return left-- == 0 ? kDiskFull : 0; });
       SError error;
       const bool saved = ReplaceFileSets(sets, &error);
       SetFileFault({});

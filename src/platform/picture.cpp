@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <numeric>
 
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -38,10 +39,95 @@ bool IsPng(std::span<const uint8_t> bytes) {
   return BeginsWith(bytes, "\x89PNG");
 }
 
+/// Walks through a JPEG file as its reader does, which trusts two things: that a Huffman table has no more codes than
+/// there are values, which it would write behind it, and that a table is there when it is used.
+class CJpegTables {
+ public:
+  explicit CJpegTables(std::span<const uint8_t> bytes) : bytes_(bytes) {}
+
+  bool AreSound() {
+    while (const auto marker = NextMarker()) {
+      if (*marker == kEndOfImage) break;
+      is_progressive_ = is_progressive_ || *marker == kProgressive;
+      if (*marker == kHuffmanTables) {
+        if (!TakeTables()) return false;
+        continue;
+      }
+      if (*marker == kScan && !HasTablesOfScan()) return false;
+      at_ += Word();
+    }
+    return true;
+  }
+
+ private:
+  static constexpr int kProgressive = 0xC2;
+  static constexpr int kHuffmanTables = 0xC4;
+  static constexpr int kScan = 0xDA;
+  static constexpr int kFirstRestart = 0xD0;
+  static constexpr int kStartOfImage = 0xD8;
+  static constexpr int kEndOfImage = 0xD9;
+  static constexpr size_t kLengths = 16;
+  static constexpr size_t kValues = 256;
+
+  /// The next one with a length behind it, or the end. What lies between segments, codes of pixels too, is passed over.
+  std::optional<int> NextMarker() {
+    while (at_ + 1 < bytes_.size()) {
+      const int marker = bytes_[at_] == 0xFF ? bytes_[at_ + 1] : 0;
+      ++at_;
+      const bool is_alone = marker >= kFirstRestart && marker <= kStartOfImage;
+      if (marker == 0 || marker == 0xFF || is_alone) continue;
+      ++at_;
+      return marker;
+    }
+    return std::nullopt;
+  }
+  size_t Word() const { return at_ + 1 < bytes_.size() ? size_t{bytes_[at_]} << 8 | bytes_[at_ + 1] : 0; }
+  /// False where one has too many. In a file that is cut short what is missing counts as 0.
+  bool TakeTables() {
+    auto left = static_cast<int64_t>(Word()) - 2;
+    at_ += 2;
+    while (left > 0 && at_ + 1 < bytes_.size()) {
+      const auto counts = bytes_.subspan(at_ + 1, std::min(kLengths, bytes_.size() - at_ - 1));
+      const size_t values = std::accumulate(counts.begin(), counts.end(), size_t{0});
+      if (values > kValues) return false;
+      (bytes_[at_] < 16 ? has_dc_ : has_ac_)[bytes_[at_] % 16] = true;
+      at_ += 1 + kLengths + values;
+      left -= static_cast<int64_t>(1 + kLengths + values);
+    }
+    return true;
+  }
+
+  /// Of the scan whose length is next: the components with their tables, then which coefficients it holds.
+  bool HasTablesOfScan() const {
+    const auto byte = [this](size_t i) { return at_ + i < bytes_.size() ? bytes_[at_ + i] : uint8_t{0}; };
+    const size_t components = byte(2);
+    const uint8_t first = byte(3 + 2 * components);
+    const bool is_refined = byte(5 + 2 * components) >= 16;
+    const bool wants_dc = !is_progressive_ || (first == 0 && !is_refined);
+    const bool wants_ac = !is_progressive_ || first != 0;
+    for (size_t i = 0; i < components; ++i) {
+      const uint8_t tables = byte(4 + 2 * i);
+      if ((wants_dc && !has_dc_[tables / 16]) || (wants_ac && !has_ac_[tables % 16])) return false;
+    }
+    return true;
+  }
+
+  std::span<const uint8_t> bytes_;
+  size_t at_ = 0;
+  bool is_progressive_ = false;
+  std::array<bool, 16> has_dc_ = {};
+  std::array<bool, 16> has_ac_ = {};
+};
+
 /// The sides of a picture that is no PNG, once it is known that its pixels can be held.
 std::optional<SImage> CheckedSize(std::span<const uint8_t> bytes, bool is_tga, SError* error) {
   if (!is_tga && !BeginsWith(bytes, "\xFF\xD8\xFF") && !BeginsWith(bytes, "BM")) {
     Fail(error, "is no PNG, JPEG, BMP or TGA picture");
+    return std::nullopt;
+  }
+  // Whatever its name: the reader decides by the content.
+  if (BeginsWith(bytes, "\xFF") && !CJpegTables(bytes).AreSound()) {
+    Fail(error, "cannot be read: a Huffman table is missing or has too many codes");
     return std::nullopt;
   }
   SImage image;

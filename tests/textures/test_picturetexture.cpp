@@ -81,7 +81,9 @@ TEST_F(CPictureTest, DamageIsSaidAndTakesNoMemory) {
               {"c.jpg", "\xFF\xD8\xFF", "cannot be read: "},
               {"d.jpg", "GIF89a", "is no PNG, JPEG, BMP or TGA picture"},
               {"e.png", png_.substr(0, 60), "the PNG file is cut short"},
-              {"f.tga", "", "cannot be read: "}};
+              {"f.tga", "", "cannot be read: "},
+              {"g.tga", std::string("\xFF\xFF\xD8\xFF\xC4\x01\x23\0", 8) + std::string(16, '\x11'),
+               "cannot be read: a Huffman table is missing or has too many codes"}};
   for (const auto& row : rows) {
     SError error;
     EXPECT_FALSE(ReadPicture(folder_.Write(row.name, row.bytes), &error)) << row.name;

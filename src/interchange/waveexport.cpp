@@ -116,7 +116,7 @@ std::optional<SIndexedImage> PictureOf(const STextureImage& image, const ColorTa
     blank.indices.resize(static_cast<size_t>(image.size) * static_cast<size_t>(image.size));
     return blank;
   }
-  const auto texture = ReadRawTexture(image.path, defaults, error);
+  const auto texture = RawTextureOf(FilesOf(image), defaults, error);
   if (texture) return IndexedPictureOf(*texture);
   if (error != nullptr) error->what = "\"" + image.path + "\" " + error->what;
   return std::nullopt;

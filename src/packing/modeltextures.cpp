@@ -32,6 +32,18 @@ SSearchPlaces PlacesNear(const CSettings& settings, const std::string& model) {
   return places;
 }
 
+/// A texture that lies in an archive, and its colour table where there is one.
+STextureFiles ReadParts(const SFilePart& raw, const std::optional<SPodSource>& table) {
+  STextureFiles files;
+  files.length = raw.length;
+  files.texels = ReadFilePart(raw, &files.error);
+  if (files.texels && TextureSizeOfLength(files.texels->View().size()) == 0) files.texels.reset();
+  const auto colors = table ? ReadFilePart(table->bytes) : std::nullopt;
+  if (colors && colors->View().size() >= std::tuple_size_v<ColorTable>)
+    std::copy_n(colors->View().begin(), std::tuple_size_v<ColorTable>, files.colors.emplace().begin());
+  return files;
+}
+
 }  // namespace
 
 struct CTexturePlaces::SNear {
@@ -80,17 +92,8 @@ const STextureImage* CModelTextureFinder::FindElsewhere(const std::string& name)
 
 const STextureImage* CModelTextureFinder::Load(const SPodSource& raw) {
   if (!raw.bytes.length) return Store().GetTexture(raw.bytes.path);
-  return Store().GetTexture(JoinPath(raw.bytes.path, raw.name), [&] {
-    STextureFiles files;
-    files.length = raw.bytes.length;
-    files.texels = ReadFilePart(raw.bytes, &files.error);
-    if (files.texels && TextureSizeOfLength(files.texels->View().size()) == 0) files.texels.reset();
-    const auto table = places_.FindColorsOf(raw);
-    const auto colors = table ? ReadFilePart(table->bytes) : std::nullopt;
-    if (colors && colors->View().size() >= std::tuple_size_v<ColorTable>)
-      std::copy_n(colors->View().begin(), std::tuple_size_v<ColorTable>, files.colors.emplace().begin());
-    return files;
-  });
+  return Store().GetTexture(JoinPath(raw.bytes.path, raw.name),
+                            [bytes = raw.bytes, table = places_.FindColorsOf(raw)] { return ReadParts(bytes, table); });
 }
 
 std::string CModelTextureFinder::Note() const {

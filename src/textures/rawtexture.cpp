@@ -18,7 +18,10 @@ bool IsTransparent(const ColorTable& colors, size_t entry) {
 }  // namespace
 
 std::optional<SRawTexture> ReadRawTexture(const std::string& path, const ColorTable& defaults, SError* error) {
-  const STextureFiles files = ReadTextureFiles(path);
+  return RawTextureOf(ReadTextureFiles(path), defaults, error);
+}
+
+std::optional<SRawTexture> RawTextureOf(const STextureFiles& files, const ColorTable& defaults, SError* error) {
   if (!files.texels) {
     Fail(error, files.Fault());
     return std::nullopt;

@@ -22,6 +22,9 @@ struct SRawTexture {
 /// Nothing with ERROR when PATH cannot be read or has the length of no texture. DEFAULTS stand in for a missing ACT.
 std::optional<SRawTexture> ReadRawTexture(const std::string& path, const ColorTable& defaults, SError* error);
 
+/// The same of files that have been read.
+std::optional<SRawTexture> RawTextureOf(const STextureFiles& files, const ColorTable& defaults, SError* error);
+
 /// Different indices in use.
 int ColorCount(const SRawTexture& texture);
 /// Texels that the game lets through.

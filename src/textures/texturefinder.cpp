@@ -23,7 +23,7 @@ const STextureImage* CTextureFinder::Find(const std::string& name) {
   if (known != found_.end()) return known->second;
 
   const STextureImage* const image = FindOrAsk(name);
-  if (image != nullptr && !image->is_stand_in) last_folder_ = DirectoryPart(image->path);
+  if (image != nullptr && !image->is_stand_in && !image->read) last_folder_ = DirectoryPart(image->path);
   found_.emplace(key, image);
   return image;
 }

@@ -80,6 +80,10 @@ void DecodeTexture(const STextureFiles& files, const ColorTable& default_colors,
   DecodeTexture(files.texels->View(), files.colors.value_or(default_colors), image);
 }
 
+STextureFiles FilesOf(const STextureImage& image) {
+  return image.read ? image.read() : ReadTextureFiles(image.path);
+}
+
 CTextureStore::CTextureStore(CQuestions& questions, const ColorTable& default_colors)
     : questions_(questions), default_colors_(default_colors) {}
 
@@ -87,7 +91,7 @@ void CTextureStore::SetDefaultColors(const ColorTable& colors) {
   default_colors_ = colors;
   for (const auto& [path, image] : images_) {
     if (image->has_own_colors) continue;
-    STextureFiles files = ReadTextureFiles(path);
+    STextureFiles files = FilesOf(*image);
     files.colors.reset();
     if (files.texels && TextureSizeOfLength(files.texels->View().size()) == image->size)
       DecodeTexture(files, default_colors_, *image);
@@ -106,25 +110,26 @@ const STextureImage* CTextureStore::GetTexture(const std::string& path) {
   return stored != nullptr ? stored : LoadTexture(path);
 }
 
-const STextureImage* CTextureStore::GetTexture(const std::string& path, const std::function<STextureFiles()>& read) {
+const STextureImage* CTextureStore::GetTexture(const std::string& path, std::function<STextureFiles()> read) {
   const STextureImage* const stored = Stored(path);
-  return stored != nullptr ? stored : Store(path, read());
+  return stored != nullptr ? stored : Load(path, std::move(read));
 }
 
 const STextureImage* CTextureStore::LoadTexture(const std::string& path) {
   VELDRA_ASSERT(!images_.contains(path) && !stand_ins_.contains(path));
-  return FileExists(path) ? Store(path, ReadTextureFiles(path)) : nullptr;
+  return FileExists(path) ? Load(path, {}) : nullptr;
 }
 
-const STextureImage* CTextureStore::Store(const std::string& path, const STextureFiles& files) {
+const STextureImage* CTextureStore::Load(const std::string& path, std::function<STextureFiles()> read) {
+  auto image = std::make_unique<STextureImage>();
+  image->path = path;
+  image->name = FileNamePart(path);
+  image->read = std::move(read);
+  const STextureFiles files = FilesOf(*image);
   if (!files.texels) {
     TellFault(path, files, questions_);
     return nullptr;
   }
-
-  auto image = std::make_unique<STextureImage>();
-  image->path = path;
-  image->name = FileNamePart(path);
   DecodeTexture(files, default_colors_, *image);
   if (!files.colors_error.what.empty())
     questions_.Message({.text = Format(kUnreadColorsText, ColorTablePath(path).c_str()),
@@ -138,6 +143,7 @@ const STextureImage* CTextureStore::AddTexture(const std::string& path, const SI
   if (image == nullptr) image = std::make_unique<STextureImage>();
   image->path = path;
   image->name = FileNamePart(path);
+  image->read = {};
   image->size = TextureSizeOfLength(texels.indices.size());
   image->has_own_colors = true;
   DecodeTexture(texels.indices, texels.colors, *image);

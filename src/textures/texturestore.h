@@ -33,15 +33,19 @@ class CImageId {
 /// A loaded texture in the layouts that its users want. Owned by the store, valid as long as the store.
 struct STextureImage {
   CImageId id = {};
-  std::string path;             ///< full path of the RAW file as it was asked for: the store's key
-  std::string name;             ///< the file-name part of the path, extension kept
-  int32_t size = 0;             ///< edge length in texels
+  std::string path;                          ///< full path of the RAW file as it was asked for: the store's key
+  std::function<STextureFiles()> read = {};  ///< for one that is no file of its own
+  std::string name;                          ///< the file-name part of the path, extension kept
+  int32_t size = 0;                          ///< edge length in texels
   std::vector<uint8_t> rgba;    ///< size × size × 4, rows in file order; near-black texels have alpha 0, others 255
   std::vector<uint8_t> rgb;     ///< size × size × 3, last file row first
   std::vector<uint8_t> bgr;     ///< rgb with red and blue exchanged
   bool is_stand_in = false;     ///< blank, for a file that could not be loaded
   bool has_own_colors = false;  ///< from the ACT file beside it, and not the default ones
 };
+
+/// The texture as it is stored now; IMAGE must be no stand-in.
+STextureFiles FilesOf(const STextureImage& image);
 
 /// Loads textures and keeps each under its path, so that one named by several faces or models is read once. One store
 /// serves the whole application.
@@ -58,8 +62,9 @@ class CTextureStore {
   /// case only are two keys.
   const STextureImage* GetTexture(const std::string& path);
 
-  /// The same for one that is no file of its own: READ gives its texels and colours.
-  const STextureImage* GetTexture(const std::string& path, const std::function<STextureFiles()>& read);
+  /// The same for one that is no file of its own: READ gives its texels and colours, now and whenever they are wanted
+  /// again, so that it must not refer to what goes before the store.
+  const STextureImage* GetTexture(const std::string& path, std::function<STextureFiles()> read);
 
   /// Loads a texture that is not in the store yet (else a programming error). Null without a message when no file is at
   /// PATH; null after "Error: Unsupported texture size." when its length is that of no texture. The ACT file is found
@@ -84,7 +89,7 @@ class CTextureStore {
  private:
   const STextureImage* Blank(int width);
   const STextureImage* Stored(const std::string& path) const;
-  const STextureImage* Store(const std::string& path, const STextureFiles& files);
+  const STextureImage* Load(const std::string& path, std::function<STextureFiles()> read);
 
   CQuestions& questions_;
   ColorTable default_colors_;

@@ -58,6 +58,10 @@ TEST(ModelTextures, AreLookedForNearTheModelInTheOrderOfThePlaces) {
   EXPECT_EQ(std::ranges::count(note, ','), 3);
   for (const char* place : {"game/FAR.POD", "project/Models", "project/Models/near.pod", "project/art"})
     EXPECT_THAT(note + ",", HasSubstr(Spelled("1 texture from " + folder.File(place) + ",")));
+  // What an archive holds is read there again: for an export with its own table, and for other default colours.
+  EXPECT_EQ(FilesOf(*finder.Find("D.RAW")).colors.value()[0], 0x50);
+  store.SetDefaultColors({});
+  EXPECT_EQ(finder.Find("E.RAW")->rgba[0], 0);
   questions.OnTexture("SHORT.RAW", {}).OnTexture("Z.RAW", {}).OnTexture("../A.RAW", {});
   for (const char* name : {"SHORT.RAW", "Z.RAW", "../A.RAW"})
     EXPECT_EQ(finder.Find(name), nullptr);

@@ -2,7 +2,7 @@
 # becomes part of the programs, as the system's packages bring them.
 function(veldra_gather_licences out)
   file(READ "${CMAKE_SOURCE_DIR}/packaging/third-parties.txt" text)
-  foreach(package IN ITEMS libcli11-dev nlohmann-json3-dev)
+  foreach(package IN ITEMS libcli11-dev nlohmann-json3-dev libstb-dev)
     set(licence "/usr/share/doc/${package}/copyright")
     if(EXISTS "${licence}")
       file(READ "${licence}" words)

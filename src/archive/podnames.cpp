@@ -1,7 +1,6 @@
 #include "archive/podnames.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 #include "archive/filetypes.h"
@@ -18,24 +17,6 @@ constexpr const char* kNameTooLongText = "File \"%s\" cannot be loaded.\nFile na
 constexpr size_t kLongestFileName = 12;  // eight, the ".", three
 
 constexpr std::string_view kForbiddenCharacters = "<>\"|?*";
-/// Numbered ones aside. They are devices with every extension.
-constexpr std::array<std::string_view, 7> kDevices = {"CON", "PRN", "AUX", "NUL", "CLOCK$", "CONIN$", "CONOUT$"};
-constexpr std::array<std::string_view, 2> kNumberedDevices = {"COM", "LPT"};
-/// What Windows takes for a device's number besides the digits: superscripts, as they stand in Latin-1 and in UTF-8.
-constexpr std::array<std::string_view, 6> kSuperscripts = {"\xB9", "\xB2", "\xB3", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
-
-bool IsDeviceNumber(std::string_view text) {
-  return (text.size() == 1 && text[0] >= '0' && text[0] <= '9') ||
-         std::find(kSuperscripts.begin(), kSuperscripts.end(), text) != kSuperscripts.end();
-}
-
-bool IsDevice(std::string_view part) {
-  const std::string name = UpperCase(Trim(part.substr(0, part.find('.'))));
-  if (std::find(kDevices.begin(), kDevices.end(), name) != kDevices.end()) return true;
-  return std::any_of(kNumberedDevices.begin(), kNumberedDevices.end(), [&](std::string_view device) {
-    return name.starts_with(device) && IsDeviceNumber(std::string_view(name).substr(device.size()));
-  });
-}
 
 /// "" when PART can be the name of a file or folder on every system.
 std::string RefusalOfPart(std::string_view part) {
@@ -45,7 +26,7 @@ std::string RefusalOfPart(std::string_view part) {
   if (part.find_first_of(kForbiddenCharacters) != std::string_view::npos)
     return "its name has one of the characters " + std::string(kForbiddenCharacters);
   if (part.back() == '.' || part.back() == ' ') return "a part of its name ends in a dot or a blank";
-  if (IsDevice(part)) return "its name is that of a device";
+  if (IsDeviceName(part)) return "its name is that of a device";
   return {};
 }
 

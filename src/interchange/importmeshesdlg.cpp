@@ -103,7 +103,7 @@ void CImportMeshesDialog::FillFiles() {
     auto* const row = new QTreeWidgetItem(files_);
     const size_t cut = CountCutFaces(job.mesh);
     row->setText(kFile, ToQString(DisplayName(FileNamePart(job.path))));
-    row->setToolTip(kFile, ToQString(DisplayName(job.path)));
+    row->setToolTip(kFile, ToolTipText(NameToQString(job.path)));
     row->setCheckState(kFile, job.is_wanted ? Qt::Checked : Qt::Unchecked);
     row->setText(kFaces, QString::number(job.mesh.FaceCount()));
     row->setText(kSizeInFile, SizeText(job.mesh.min, job.mesh.max));

@@ -27,13 +27,6 @@ std::string WithoutExtension(std::string_view name) {
   return std::string(name.substr(0, dot == 0 ? std::string_view::npos : dot));
 }
 
-/// A name that DOS keeps for a device opens that, whatever its extension.
-bool IsDeviceName(std::string_view name) {
-  constexpr std::string_view kDevices[] = {"CON", "PRN", "AUX", "NUL"};
-  const bool is_numbered = name.size() == 4 && (name.starts_with("COM") || name.starts_with("LPT"));
-  return is_numbered || std::ranges::find(kDevices, name) != std::end(kDevices);
-}
-
 /// At most 8 letters and digits of the picture's name.
 std::string GameName(std::string_view picture) {
   std::string name;

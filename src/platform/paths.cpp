@@ -1,6 +1,9 @@
 #include "platform/paths.h"
 
 #include <algorithm>
+#include <array>
+
+#include "platform/text.h"
 
 namespace veldra {
 
@@ -37,6 +40,17 @@ size_t FileNameStart(std::string_view path) {
 size_t ExtensionDot(std::string_view path) {
   const size_t dot = path.rfind('.');
   return dot != std::string_view::npos && dot >= FileNameStart(path) ? dot : std::string_view::npos;
+}
+
+/// Numbered ones aside. They are devices with every extension.
+constexpr std::array<std::string_view, 7> kDevices = {"CON", "PRN", "AUX", "NUL", "CLOCK$", "CONIN$", "CONOUT$"};
+constexpr std::array<std::string_view, 2> kNumberedDevices = {"COM", "LPT"};
+/// What Windows takes for a device's number besides the digits: superscripts, as they stand in Latin-1 and in UTF-8.
+constexpr std::array<std::string_view, 6> kSuperscripts = {"\xB9", "\xB2", "\xB3", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
+
+bool IsDeviceNumber(std::string_view text) {
+  return (text.size() == 1 && text[0] >= '0' && text[0] <= '9') ||
+         std::find(kSuperscripts.begin(), kSuperscripts.end(), text) != kSuperscripts.end();
 }
 
 }  // namespace
@@ -103,6 +117,14 @@ std::string NativePath(std::string_view path) {
   std::string native(path);
   if (kSystemSeparator == '/') std::replace(native.begin(), native.end(), '\\', '/');
   return native;
+}
+
+bool IsDeviceName(std::string_view part) {
+  const std::string name = UpperCase(Trim(part.substr(0, part.find('.'))));
+  if (std::find(kDevices.begin(), kDevices.end(), name) != kDevices.end()) return true;
+  return std::any_of(kNumberedDevices.begin(), kNumberedDevices.end(), [&](std::string_view device) {
+    return name.starts_with(device) && IsDeviceNumber(std::string_view(name).substr(device.size()));
+  });
 }
 
 }  // namespace veldra

@@ -27,6 +27,8 @@ bool IsAbsolutePath(std::string_view path);
 bool StaysBelow(std::string_view path);
 /// The same for a name that may not even lead into another folder.
 bool IsBareName(std::string_view name);
+/// A file or folder of the name PART would be a device on Windows, whatever its extension.
+bool IsDeviceName(std::string_view part);
 /// PATH as this system's calls take it: on systems that separate with "/", every "\" becomes one.
 std::string NativePath(std::string_view path);
 

@@ -94,7 +94,7 @@ void CWelcomePage::SetRecent(const std::vector<std::pair<std::string, std::strin
         pixmap.isNull() ? NoPicture(*this) : pixmap,
         NameToQString(FileNamePart(path)) + "\n" + NameToQString(FileNamePart(DirectoryPart(path))));
     item->setData(Qt::UserRole, ToQString(path));
-    item->setToolTip(ToQString(path));
+    item->setToolTip(ToolTipText(NameToQString(path)));
     recent_->addItem(item);
   }
   recent_label_->setVisible(!files.empty());

@@ -1,6 +1,7 @@
 #include "app/documentarea.h"
 
 #include <QEvent>
+#include <QMdiSubWindow>
 
 namespace veldra {
 

@@ -81,7 +81,7 @@ void CFileCommands::ListRecentIn(QMenu& menu) {
 /// Textures without colours of their own look different now.
 void CFileCommands::ShowDefaultColors() {
   for (CTarnView* view : window_.findChildren<CTarnView*>())
-    view->update();
+    view->Redraw();
   docks_.ForgetPictures();
   tools_.ShowDefaultColors();
 }

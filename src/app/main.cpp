@@ -118,7 +118,7 @@ void QuitWhenDrawn(CMainFrame& frame, const SProgramOptions& options) {
   const CTarnView* view = frame.ActiveView();
   if (view == nullptr || !view->Fault().isEmpty()) std::_Exit(EXIT_FAILURE);
   QObject::connect(view, &CTarnView::DrawingFailed, [] { std::_Exit(EXIT_FAILURE); });
-  QObject::connect(view, &CTarnView::frameSwapped, [view] {
+  QObject::connect(view, &CTarnView::FrameShown, [view] {
     if (view->HasDrawn()) std::_Exit(EXIT_SUCCESS);
   });
 }
@@ -149,6 +149,22 @@ int RunWindow(CApplication& program, CTarn2App& app, CQtQuestions& dialogs, cons
   return exit_code;
 }
 
+/// How the 3D views are drawn on this system.
+void ChooseDrawing(const SProgramOptions& options, CSettings& settings, CQuestions& questions) {
+  const EOpenGl opengl = CheckOpenGl();
+  // A picture is worth the wait.
+  if (opengl == EOpenGl::kSoftware && options.picture.isEmpty()) CTarnView::SetSamples(0);
+  if (opengl != EOpenGl::kTooOld && !options.draw_in_memory) return;
+  CGlCanvas::DrawInMemory();
+  if (options.draw_in_memory || settings.slow_drawing_msg == 0) return;
+  questions.Message(
+      {.text =
+           "There is no driver of a graphics card here with OpenGL 2.1. The 3D views are drawn without it: all works, "
+           "but slower.",
+       .details = "Installing the graphics card's driver usually helps. This is said once."});
+  if (IsAttended(options)) settings.slow_drawing_msg = 0;
+}
+
 int Run(CApplication& program, const SProgramOptions& options) {
   CQtQuestions dialogs;
   CPrintedQuestions printed;
@@ -159,16 +175,7 @@ int Run(CApplication& program, const SProgramOptions& options) {
     IsAttended(options) ? AskWhereThingsAre(fresh, options.files, questions) : GoWithoutSettings(fresh);
   });
   if (!startup) return kExitWithoutPalette;
-  const EOpenGl opengl = CheckOpenGl();
-  if (opengl == EOpenGl::kNone) {
-    questions.Message({.text = "Veldra needs OpenGL 2.1, which this system does not offer.",
-                       .caption = kErrorCaption,
-                       .icon = EIcon::kError,
-                       .details = "Installing the graphics card's driver usually helps."});
-    return EXIT_FAILURE;
-  }
-  // A picture is worth the wait.
-  if (opengl == EOpenGl::kSoftware && options.picture.isEmpty()) CTarnView::SetSamples(0);
+  ChooseDrawing(options, startup->settings, questions);
   CTarn2App app(std::move(*startup), questions);
   const int exit_code = RunWindow(program, app, dialogs, options);
   app.SaveSettings();

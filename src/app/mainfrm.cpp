@@ -22,6 +22,7 @@
 #include "platform/text.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
+#include "view/glcanvas.h"
 
 namespace veldra {
 
@@ -81,7 +82,7 @@ CMainFrame::~CMainFrame() {
 /// A window that gets its first OpenGL view while it is shown is made anew by Qt, which flickers and loses the focus.
 /// With a hidden one in it from the start, it is made right at once.
 void CMainFrame::MakeReadyForOpenGL() {
-  (new QOpenGLWidget(this))->hide();
+  if (!CGlCanvas::DrawsInMemory()) (new QOpenGLWidget(this))->hide();
 }
 
 void CMainFrame::MakeCommands() {

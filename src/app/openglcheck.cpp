@@ -22,7 +22,7 @@ bool IsSoftware(QByteArrayView renderer) {
 
 EOpenGl CheckOpenGl() {
   QOpenGLContext* shared = QOpenGLContext::globalShareContext();
-  if (shared == nullptr || !shared->isValid()) return EOpenGl::kNone;
+  if (shared == nullptr || !shared->isValid()) return EOpenGl::kTooOld;
   QOffscreenSurface surface;
   surface.setFormat(shared->format());
   surface.create();
@@ -33,7 +33,7 @@ EOpenGl CheckOpenGl() {
   const auto* renderer = reinterpret_cast<const char*>(shared->functions()->glGetString(GL_RENDERER));
   const bool is_software = renderer != nullptr && IsSoftware(renderer);
   shared->doneCurrent();
-  if (!is_enough) return EOpenGl::kNone;
+  if (!is_enough) return EOpenGl::kTooOld;
   return is_software ? EOpenGl::kSoftware : EOpenGl::kHardware;
 }
 

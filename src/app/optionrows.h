@@ -21,11 +21,13 @@ inline constexpr SProgramOptionRow kCommandOption = {
 inline constexpr SProgramOptionRow kSettingsOption = {
     "cfg", "FILE", "Settings file (default: Veldra.cfg in the current directory, else the user's own)"};
 inline constexpr SProgramOptionRow kReadOnlyOption = {"read-only", "", "Open the files as read-only"};
+inline constexpr SProgramOptionRow kMemoryOption = {
+    "draw-in-memory", "", "Draw the 3D views in memory, for drivers that fail in windows; slower"};
 inline constexpr SProgramOptionRow kQuitOption = {"quit-when-drawn", "",
                                                   "Exit as soon as the model is drawn: for measuring", true};
 
 /// In the order of the help.
-inline constexpr std::array kProgramOptions = {kPictureOption, kCommandOption, kSettingsOption, kReadOnlyOption,
-                                               kQuitOption};
+inline constexpr std::array kProgramOptions = {kPictureOption,  kCommandOption, kSettingsOption,
+                                               kReadOnlyOption, kMemoryOption,  kQuitOption};
 
 }  // namespace veldra

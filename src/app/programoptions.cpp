@@ -39,6 +39,7 @@ SProgramOptions ParseProgramOptions(const QCoreApplication& application) {
           .commands = parser.values(kCommandOption.name),
           .settings_file = parser.value(kSettingsOption.name),
           .read_only = parser.isSet(kReadOnlyOption.name),
+          .draw_in_memory = parser.isSet(kMemoryOption.name),
           .quit_when_drawn = parser.isSet(kQuitOption.name)};
 }
 

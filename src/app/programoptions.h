@@ -11,6 +11,7 @@ struct SProgramOptions {
   QStringList commands;   ///< to carry out before it
   QString settings_file;  ///< instead of the usual one; empty: that
   bool read_only = false;
+  bool draw_in_memory = false;
   bool quit_when_drawn = false;  ///< the program ends as soon as the active model was drawn; nothing is asked
 };
 

@@ -18,18 +18,20 @@ namespace {
 /// process, and terminating one would take it away from whoever else uses it.
 class CEglContext : public CMemoryGlContext {
  public:
-  CEglContext(int width, int height) : width_(width), height_(height) {}
+  CEglContext() = default;
   ~CEglContext() override;
 
   bool Open(EGLDisplay display);
-  bool MakeFramebuffer(SError* error);
+  bool MakeFramebuffer(int width, int height, SError* error);
+  bool MakeCurrent() override { return eglMakeCurrent(display_, surface_, surface_, context_) == EGL_TRUE; }
+  bool Resize(int width, int height) override { return MakeFramebuffer(width, height, nullptr); }
   std::vector<uint8_t> ReadPixels() override { return ReadFramebuffer(width_, height_); }
 
  private:
-  bool MakeCurrent(EGLConfig config);
+  bool MakeFirstCurrent(EGLConfig config);
 
-  int width_;
-  int height_;
+  int width_ = 0;
+  int height_ = 0;
   EGLDisplay display_ = EGL_NO_DISPLAY;
   EGLContext context_ = EGL_NO_CONTEXT;
   EGLSurface surface_ = EGL_NO_SURFACE;
@@ -37,8 +39,8 @@ class CEglContext : public CMemoryGlContext {
 };
 
 CEglContext::~CEglContext() {
-  framebuffer_.reset();
   if (display_ == EGL_NO_DISPLAY) return;
+  if (context_ != EGL_NO_CONTEXT && MakeCurrent()) framebuffer_.reset();
   eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
   if (context_ != EGL_NO_CONTEXT) eglDestroyContext(display_, context_);
   if (surface_ != EGL_NO_SURFACE) eglDestroySurface(display_, surface_);
@@ -64,19 +66,22 @@ bool CEglContext::Open(EGLDisplay display) {
   EGLint count = 0;
   if (eglChooseConfig(display, wanted, &config, 1, &count) == EGL_FALSE || count == 0) return false;
   context_ = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
-  return context_ != EGL_NO_CONTEXT && MakeCurrent(config);
+  return context_ != EGL_NO_CONTEXT && MakeFirstCurrent(config);
 }
 
-bool CEglContext::MakeCurrent(EGLConfig config) {
-  if (eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, context_) == EGL_TRUE) return true;
+bool CEglContext::MakeFirstCurrent(EGLConfig config) {
+  if (MakeCurrent()) return true;  // without any surface
   const EGLint size[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
   surface_ = eglCreatePbufferSurface(display_, config, size);
-  return surface_ != EGL_NO_SURFACE && eglMakeCurrent(display_, surface_, surface_, context_) == EGL_TRUE;
+  return surface_ != EGL_NO_SURFACE && MakeCurrent();
 }
 
-bool CEglContext::MakeFramebuffer(SError* error) {
+bool CEglContext::MakeFramebuffer(int width, int height, SError* error) {
+  framebuffer_.reset();
   framebuffer_ = std::make_unique<CGlFramebuffer>();
-  return framebuffer_->Create(&eglGetProcAddress, width_, height_, error);
+  width_ = width;
+  height_ = height;
+  return framebuffer_->Create(&eglGetProcAddress, width, height, error);
 }
 
 bool ClientHasExtension(std::string_view name) {
@@ -115,8 +120,8 @@ std::unique_ptr<CMemoryGlContext> CMemoryGlContext::Create(int width, int height
   constexpr std::array<EGLDisplay (*)(), 3> kDisplays = {SurfacelessDisplay, DeviceDisplay, DefaultDisplay};
   SetGlError(error, "no OpenGL driver can draw without a display");
   for (const auto get_display : kDisplays) {
-    auto context = std::make_unique<CEglContext>(width, height);
-    if (context->Open(get_display()) && context->MakeFramebuffer(error)) return context;
+    auto context = std::make_unique<CEglContext>();
+    if (context->Open(get_display()) && context->MakeFramebuffer(width, height, error)) return context;
   }
   return nullptr;
 }

@@ -290,6 +290,9 @@ void AddEditing(Rows& rows) {
           Switch<&CSettings::reload_unmodified>(
               "RELOADUNMODIFIED", false, Page::kWindows,
               "Load models that change on the disk again without asking, unless there are unsaved changes."),
+          Switch<&CSettings::slow_drawing_msg>(
+              "SLOWDRAWINGMSG", true, Page::kWindows,
+              "Say at the start when no graphics card's driver was found and the 3D views are drawn slowly."),
       });
 }
 

@@ -104,7 +104,7 @@ QCheckBox* CTruck3dPage::AddOption(const QString& text, const char* name, bool o
   box->setChecked(on);
   connect(box, &QCheckBox::toggled, this, [this, set = std::move(set)](bool checked) {
     set(checked);
-    view_->update();
+    view_->Redraw();
   });
   return box;
 }

@@ -72,25 +72,25 @@ CTruckView::CTruckView(const STruckPageContext& context, QWidget* parent)
 
 void CTruckView::Reload() {
   is_stale_ = true;
-  update();
+  Redraw();
 }
 
 void CTruckView::OnTruckChanged() {
   if (overlay_.selected && FindTruckPoint(context_.document.Truck(), *overlay_.selected) == nullptr) Select({});
-  update();
+  Redraw();
 }
 
 void CTruckView::SetUnitsPerFoot(double units) {
   if (!(units > 0) || units == units_per_foot_) return;
   units_per_foot_ = units;
-  update();
+  Redraw();
 }
 
 void CTruckView::Select(const std::optional<STruckPointId>& id) {
   if (overlay_.selected == id) return;
   overlay_.selected = id;
   emit SelectedChanged();
-  update();
+  Redraw();
 }
 
 void CTruckView::SetAnimated(bool animated) {
@@ -101,7 +101,7 @@ void CTruckView::SetAnimated(bool animated) {
   } else {
     timer_.stop();
   }
-  update();
+  Redraw();
 }
 
 void CTruckView::Fit() {
@@ -147,7 +147,7 @@ void CTruckView::DrawOver(const CViewCamera& camera) {
 
 void CTruckView::timerEvent(QTimerEvent* event) {
   if (event->timerId() != timer_.timerId()) return C3DView::timerEvent(event);
-  update();
+  Redraw();
 }
 
 std::optional<QPointF> CTruckView::PlaceOf(const STruckPointId& id) const {

@@ -32,7 +32,7 @@ SMarks CTarnView::Marks() const {
 
 void CTarnView::ShowBand(const std::optional<QRectF>& band) {
   band_ = band;
-  update();
+  Redraw();
 }
 
 /// The rubber band is part of the picture: a widget over one that OpenGL draws would leave its traces there.

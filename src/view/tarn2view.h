@@ -86,7 +86,6 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void OnCursorChanged();
   std::optional<int32_t> GrabbedVertex(const QMouseEvent& press);
   void KeepInSight();
-  bool DrawAside(int width, int height, const std::function<void()>& draw);
 
   std::shared_ptr<CTarnDoc> document_;
   CEditCursor cursor_;  ///< after the document, and told of its changes before the view

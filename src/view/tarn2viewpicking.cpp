@@ -1,28 +1,8 @@
-#include <QOpenGLContext>
 #include <cmath>
 
-#include "platform/glframebuffer.h"
-#include "platform/trace.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
-
-/// DRAW with a picture of WIDTH × HEIGHT pixels of its own to draw into. False when there is none.
-bool CTarnView::DrawAside(int width, int height, const std::function<void()>& draw) {
-  if (!Fault().isEmpty() || !isValid() || document_->Model().IsBusy()) return false;
-  makeCurrent();
-  const auto loader = [](const char* name) { return QOpenGLContext::currentContext()->getProcAddress(name); };
-  bool is_ready = false;
-  {
-    CGlFramebuffer buffer;
-    SError error;
-    is_ready = buffer.Create(loader, width, height, &error);
-    if (is_ready) draw();
-    if (!is_ready) Trace(">> CTarnView::DrawAside: %s\n", error.what.c_str());
-  }
-  doneCurrent();
-  return is_ready;
-}
 
 SUnitNormal CTarnView::ToViewer() const {
   const SBounds& bounds = document_->Model().Bounds();
@@ -36,6 +16,7 @@ SUnitNormal CTarnView::ToViewer() const {
 }
 
 std::optional<SPick> CTarnView::PickAt(const QPointF& position) {
+  if (document_->Model().IsBusy()) return std::nullopt;
   const double ratio = devicePixelRatioF();
   const int side = CModelPicker::SidePixels(ratio);
   std::optional<SPick> found;
@@ -54,7 +35,7 @@ std::vector<int32_t> CTarnView::PickIn(const QRectF& rectangle, EGroupKind kind)
                           .right = static_cast<int>(std::ceil(inside.right() * ratio)),
                           .bottom = static_cast<int>(std::ceil(inside.bottom() * ratio))};
   std::vector<int32_t> found;
-  if (pixels.Width() < 1 || pixels.Height() < 1) return found;
+  if (document_->Model().IsBusy() || pixels.Width() < 1 || pixels.Height() < 1) return found;
   DrawAside(pixels.Width(), pixels.Height(),
             [&] { found = picker_.PickRectangle(document_->Model(), State(), Camera(), kind, pixels); });
   return found;

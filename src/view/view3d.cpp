@@ -1,7 +1,6 @@
 #include "view/view3d.h"
 
 #include <QMouseEvent>
-#include <QOpenGLContext>
 #include <QTimer>
 #include <QTimerEvent>
 #include <QWheelEvent>
@@ -20,15 +19,6 @@ constexpr double kZoomPerNotch = 1.15;
 constexpr double kWheelUnitsPerNotch = 120.0;
 int g_samples = 4;
 
-QSurfaceFormat ViewFormat() {
-  QSurfaceFormat format;
-  format.setRenderableType(QSurfaceFormat::OpenGL);
-  format.setProfile(QSurfaceFormat::CompatibilityProfile);
-  format.setDepthBufferSize(24);
-  format.setSamples(g_samples);
-  return format;
-}
-
 }  // namespace
 
 void C3DView::SetSamples(int samples) {
@@ -36,21 +26,21 @@ void C3DView::SetSamples(int samples) {
 }
 
 C3DView::C3DView(const CSettings& settings, QWidget* parent)
-    : QOpenGLWidget(parent),
+    : QWidget(parent),
       settings_(settings),
       state_(SViewState::FromSettings(settings)),
       renderer_(std::make_unique<CModelRenderer>()),
-      mouse_(std::make_unique<CViewMouse>(*this)) {
-  setFormat(ViewFormat());
+      mouse_(std::make_unique<CViewMouse>(*this)),
+      canvas_(CGlCanvas::Make(*this, g_samples,
+                              {.draw = [this] { Draw(); },
+                               .shown = [this] { emit FrameShown(); },
+                               .before_loss = [this] { RenewGraphics(); }})) {
+  setAttribute(Qt::WA_NoSystemBackground);  // the canvas covers all of it
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(64, 64);
 }
 
-C3DView::~C3DView() {
-  // The base class destroys the context when nothing of this class is left to be told.
-  if (context() != nullptr) disconnect(context(), nullptr, this, nullptr);
-  DropGraphics();
-}
+C3DView::~C3DView() = default;
 
 void C3DView::SetMode(ERenderMode mode) {
   state_.ChooseMode(mode);
@@ -69,7 +59,7 @@ void C3DView::Changed() {
 
 void C3DView::Redraw() {
   ShowGridSpacing();
-  update();
+  canvas_->Redraw();
 }
 
 void C3DView::LookFrom(EViewSide side) {
@@ -89,7 +79,7 @@ void C3DView::TogglePlay() {
 
 void C3DView::timerEvent(QTimerEvent* event) {
   if (event->timerId() != play_timer_.timerId()) {
-    QOpenGLWidget::timerEvent(event);
+    QWidget::timerEvent(event);
     return;
   }
   Turn({.model_y = kPlayStep * kPlayUnitDegrees});
@@ -161,20 +151,13 @@ void C3DView::SetBackground(const SColor& color) {
 
 // --- Drawing -------------------------------------------------------------------------------------------------------
 
-void C3DView::initializeGL() {
-  connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { DropGraphics(); });
-  const bool is_usable = !context()->isOpenGLES() && context()->format().profile() != QSurfaceFormat::CoreProfile;
-  if (!is_usable)
-    ShowFault(tr("The 3D view needs OpenGL 1.1 with its fixed functions, which this system does not offer."));
-}
-
 CViewCamera C3DView::Camera() const {
   const double ratio = devicePixelRatioF();
   return {state_, Model().Bounds(), std::max(1, static_cast<int>(width() * ratio)),
           std::max(1, static_cast<int>(height() * ratio))};
 }
 
-void C3DView::paintGL() {
+void C3DView::Draw() {
   if (!fault_.isEmpty() || !PrepareFrame()) return;
   const CViewCamera camera = Camera();
   renderer_->Draw(Model(), state_,
@@ -192,7 +175,7 @@ void C3DView::paintGL() {
 SImage C3DView::SmallPicture() {
   if (!has_drawn_) return {};
   constexpr QSize kSize(160, 120);
-  const QImage small = grabFramebuffer()
+  const QImage small = canvas_->Grab()
                            .scaled(kSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)
                            .convertToFormat(QImage::Format_RGBA8888);
   SImage picture = {.width = small.width(), .height = small.height(), .rgba = {}};
@@ -223,21 +206,19 @@ void C3DView::ShowGridSpacing() {
   grid_label_->setVisible(is_shown);
 }
 
-void C3DView::DropGraphics() {
-  if (context() == nullptr) return;
-  makeCurrent();
-  RenewGraphics();
-  doneCurrent();
+bool C3DView::DrawAside(int width, int height, const std::function<void()>& draw) {
+  return fault_.isEmpty() && canvas_->DrawAside(width, height, draw);
 }
 
 void C3DView::showEvent(QShowEvent* event) {
-  QOpenGLWidget::showEvent(event);
+  QWidget::showEvent(event);
   // The context is made while the window appears; whether that went well is known afterwards.
   QTimer::singleShot(0, this, [this] { CheckContext(); });
 }
 
 void C3DView::CheckContext() {
-  if (isVisible() && !isValid()) ShowFault(tr("The 3D view needs OpenGL, which this system does not offer."));
+  if (isVisible() && !canvas_->IsUsable())
+    ShowFault(tr("The 3D view needs OpenGL 1.1 with its fixed functions, which this system does not offer."));
 }
 
 void C3DView::ShowFault(const QString& text) {
@@ -257,7 +238,8 @@ void C3DView::ShowFault(const QString& text) {
 }
 
 void C3DView::resizeEvent(QResizeEvent* event) {
-  QOpenGLWidget::resizeEvent(event);
+  QWidget::resizeEvent(event);
+  canvas_->Widget().setGeometry(rect());
   if (fault_label_ != nullptr) fault_label_->setGeometry(rect());
   ShowGridSpacing();
 }

@@ -3,13 +3,14 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QOpenGLWidget>
 #include <QPointF>
+#include <QWidget>
 #include <memory>
 
 #include "platform/png.h"
 #include "render/modelrenderer.h"
 #include "render/viewaim.h"
+#include "view/glcanvas.h"
 #include "view/orbit.h"
 
 namespace veldra {
@@ -23,7 +24,7 @@ enum class EMouseDrag;
 /// idly. What the model is and what else the mouse does with it is said by who derives from this.
 ///
 /// Mouse: dragging turns, moves and zooms as the mouse scheme of the settings says; the wheel zooms to the pointer.
-class C3DView : public QOpenGLWidget {
+class C3DView : public QWidget {
   Q_OBJECT
 
  public:
@@ -43,6 +44,8 @@ class C3DView : public QOpenGLWidget {
   bool HasDrawn() const { return has_drawn_; }
   /// What it shows, small; without pixels before anything is drawn.
   SImage SmallPicture();
+  /// What it shows, drawn anew, in the screen's own pixels.
+  QImage Picture() { return canvas_->Grab(); }
   /// Why nothing can be drawn; empty while all is well.
   const QString& Fault() const { return fault_; }
   const CModelRenderer& Renderer() const { return *renderer_; }
@@ -72,12 +75,16 @@ class C3DView : public QOpenGLWidget {
   void Pan(const QPointF& by);
   /// The model point under AT stays there.
   void ZoomBy(double factor, const QPointF& at);
+  void Redraw();
+  /// Would not reach what is drawn on.
+  void update() = delete;
 
  signals:
   /// Mode, options or play changed: what the menus show.
   void StateChanged();
   /// Once, when a frame with the model is complete.
   void FirstFrameDrawn();
+  void FrameShown();
   /// Nothing can be drawn; Fault() says why.
   void DrawingFailed();
 
@@ -103,12 +110,11 @@ class C3DView : public QOpenGLWidget {
   SViewState& MutableState() { return state_; }
   CViewMouse& Mouse() { return *mouse_; }
   double PlaySeconds() const;
-  void Redraw();
+  /// DRAW with a picture of WIDTH × HEIGHT pixels of its own to draw into. False when there is none.
+  bool DrawAside(int width, int height, const std::function<void()>& draw);
   /// While a frame is prepared: what OpenGL keeps of the model is handed over anew.
   void RenewGraphics() { renderer_ = std::make_unique<CModelRenderer>(); }
 
-  void initializeGL() override;
-  void paintGL() override;
   void showEvent(QShowEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
@@ -123,7 +129,7 @@ class C3DView : public QOpenGLWidget {
   void Changed();
   void LookFrom(EViewSide side);
   void ShowGridSpacing();
-  void DropGraphics();
+  void Draw();
   void ShowFault(const QString& text);
   void CheckContext();
   double SmallerSide() const;
@@ -132,6 +138,7 @@ class C3DView : public QOpenGLWidget {
   SViewState state_;
   std::unique_ptr<CModelRenderer> renderer_;
   std::unique_ptr<CViewMouse> mouse_;
+  std::unique_ptr<CGlCanvas> canvas_;  ///< goes before the renderer, whose textures and lists are in its context
   QBasicTimer play_timer_;
   QElapsedTimer play_time_;  ///< animated textures run while the view plays
   QLabel* grid_label_ = nullptr;

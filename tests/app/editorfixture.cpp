@@ -113,7 +113,7 @@ void CEditorTest::WaitUntilDrawn(CTarnView& view) {
 }
 
 QImage CEditorTest::Picture(CTarnView& view) {
-  return view.grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+  return view.Picture().convertToFormat(QImage::Format_RGB32);
 }
 
 int CEditorTest::Inked(CTarnView& view) {

@@ -37,14 +37,8 @@ SRun RunProgram(const CTempFolder& folder, const QStringList& arguments,
           process.readAllStandardOutput().toStdString()};
 }
 
-}  // namespace
-
-TEST_F(CEditorTest, ProgramSavesAPictureOfTheWindowWithTheModelInIt) {
-  WriteModel("m.bin", {.unused_vertex = true});
-  folder.Write("Veldra.cfg", "DEFPAL " + settings.defpal + "\nARTDIR " + folder.Path() + "\nBACKGRND #00FF00\n");
-  const SRun run = RunProgram(folder, {"--save-picture", "out.png", "--command", "deleteUnused", "m.bin"});
-  ASSERT_EQ(run.exit_code, 0) << run.errors;
-  const QImage picture(QString::fromStdString(folder.File("out.png")));
+/// The view's green ground and the model before it are in the picture of the window.
+void ExpectModelIn(const QImage& picture) {
   EXPECT_EQ(picture.size(), QSize(1200, 800));
   int background = 0;
   int model = 0;
@@ -57,6 +51,32 @@ TEST_F(CEditorTest, ProgramSavesAPictureOfTheWindowWithTheModelInIt) {
   }
   EXPECT_GT(background, 100000);
   EXPECT_GT(model, 20000);
+}
+
+}  // namespace
+
+TEST_F(CEditorTest, ProgramSavesAPictureOfTheWindowWithTheModelInIt) {
+  WriteModel("m.bin", {.unused_vertex = true});
+  folder.Write("Veldra.cfg", "DEFPAL " + settings.defpal + "\nARTDIR " + folder.Path() + "\nBACKGRND #00FF00\n");
+  const struct {
+    QStringList options;
+    std::vector<std::pair<QString, QString>> environment;
+    const char* said;
+  } cases[] = {
+      {{}, {}, ""},
+      {{"--draw-in-memory"}, {}, ""},
+#ifndef _WIN32  // whose window toolkit cannot be told to do without
+      {{}, {{"QT_XCB_GL_INTEGRATION", "none"}}, "OpenGL 2.1"},
+#endif
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.options.join(' ').toStdString() + row.said);
+    const QStringList arguments = {"--save-picture", "out.png", "--command", "deleteUnused", "m.bin"};
+    const SRun run = RunProgram(folder, row.options + arguments, row.environment);
+    ASSERT_EQ(run.exit_code, 0) << run.errors;
+    EXPECT_EQ(run.errors.find("OpenGL 2.1") != std::string::npos, *row.said != '\0') << run.errors;
+    ExpectModelIn(QImage(QString::fromStdString(folder.File("out.png"))));
+  }
   EXPECT_NE(ReadTestFile(folder.File("Veldra.cfg")).find("RENDERMODE"), std::string::npos);
   // What the command changed is nobody's work.
   EXPECT_TRUE(ListDirectory(folder.File("data/recovery")).empty());
@@ -77,7 +97,11 @@ TEST_F(CEditorTest, ProgramSaysWhatWentWrong) {
       {{"--save-picture", "o.png", "broken.bin"}, good, {}, 1, "currupt"},
       {{"--save-picture", "no/such/o.png", "m.bin"}, good, {}, 1, "no/such/o.png"},
 #ifndef _WIN32  // whose window toolkit cannot be told to do without
-      {{"--save-picture", "o.png", "m.bin"}, good, {{"QT_XCB_GL_INTEGRATION", "none"}}, 1, "OpenGL"},
+      {{"--save-picture", "o.png", "m.bin"},
+       good,
+       {{"QT_XCB_GL_INTEGRATION", "none"}, {"__EGL_VENDOR_LIBRARY_FILENAMES", "/no/such/file"}},
+       1,
+       "OpenGL 1.1"},
 #endif
       {{"--save-picture", "o.png"}, "DEFPAL nowhere.act\n", {}, 255, "Default Palette not found!"},
       {{"--nonsense"}, good, {}, 1, "nonsense"},

@@ -191,7 +191,7 @@ TEST_F(CTruckEditorTest, PointsAreDraggedInThePicture) {
   // What lies before a point would be taken in its place.
   for (const char* box : {"showScrapePoints", "showLights"})
     Child<QCheckBox>(*editor, box)->setChecked(false);
-  view->grabFramebuffer();
+  view->Picture();
   const QPoint from = view->PlaceOf(tire)->toPoint();
   const QPoint to = from + QPoint(30, -20);
   const TruckPoint before = Truck().tires[kFrontRightTire];
@@ -201,7 +201,7 @@ TEST_F(CTruckEditorTest, PointsAreDraggedInThePicture) {
   QTest::mouseMove(view, from + QPoint(10, -10));
   QTest::mouseMove(view, to);
   QTest::mouseRelease(view, Qt::LeftButton, {}, to);
-  view->grabFramebuffer();
+  view->Picture();
   const TruckPoint after = Truck().tires[kFrontRightTire];
   EXPECT_GT(after[1], before[1]);
   const QPointF reached = *view->PlaceOf(tire) - to;
@@ -227,7 +227,7 @@ TEST_F(CTruckEditorTest, TheCameraShowsTheWholeTruckFromEachSide) {
   for (const auto look : {&C3DView::ViewFront, &C3DView::ViewLeft, &C3DView::ViewTop}) {
     (view->*look)();
     view->ZoomToFit();
-    view->grabFramebuffer();
+    view->Picture();
     // The tires are its corners, and fill more than half of what there is.
     QRectF seen;
     for (size_t tire = 0; tire < Truck().tires.size(); ++tire) {

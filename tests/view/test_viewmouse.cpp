@@ -78,7 +78,7 @@ class ViewMouse : public ::testing::Test {
   }
   SPoint Position(int32_t vertex) const { return document->Model().Vertex(vertex).Position(); }
   std::vector<int32_t> Selected(EGroupKind kind) const { return document->Model().Selected(kind); }
-  QImage Grab() const { return view->grabFramebuffer().convertToFormat(QImage::Format_RGB32); }
+  QImage Grab() const { return view->Picture().convertToFormat(QImage::Format_RGB32); }
 
   CScriptedQuestions questions;
   CTextureStore textures{questions, GreyRamp()};

@@ -11,6 +11,10 @@
 #include <utility>
 #include <vector>
 
+#ifdef ReplaceFile
+#undef ReplaceFile  // a macro of Windows' headers, which the toolkit's OpenGL headers include
+#endif
+
 /// The only place that touches the disk. Paths are UTF-8 with either separator. No exceptions; an operation that can
 /// fail says so in its result and, where a reason helps the user, in SError ("disk full", "permission denied").
 namespace veldra {

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <algorithm>
 #include <array>
@@ -102,6 +103,9 @@ int CPreferencesDialog::AddPage(ESettingPage page, const QString& title) {
   auto* scroll = new QScrollArea;
   scroll->setWidgetResizable(true);
   scroll->setWidget(content);
+  // Wide enough for the longest text, at any size of the letters: there is nothing to be read by scrolling sideways.
+  scroll->setMinimumWidth(content->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width() +
+                          2 * scroll->frameWidth());
   pages_->addWidget(scroll);
   return index;
 }

@@ -292,7 +292,7 @@ void AddEditing(Rows& rows) {
               "Load models that change on the disk again without asking, unless there are unsaved changes."),
           Switch<&CSettings::slow_drawing_msg>(
               "SLOWDRAWINGMSG", true, Page::kWindows,
-              "Say at the start when no graphics card's driver was found and the 3D views are drawn slowly."),
+              "Say at the start that 3D views are drawn slowly, without a graphics card's driver."),
       });
 }
 

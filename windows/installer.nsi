@@ -1,6 +1,6 @@
 ; The installer for Windows. scripts/package-windows passes VERSION, STAGE (the folder with what is installed), FILES (a script
 ; with the names in it, for the uninstaller) and OUTPUT. For one user or, as administrator, for all:
-;   Veldra-setup.exe [/S] [/CurrentUser | /AllUsers] [/D=FOLDER]
+;   Veldra-setup.exe [/S] [/CurrentUser | /AllUsers] [/Thumbnails] [/D=FOLDER]
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
@@ -76,13 +76,20 @@ VIAddVersionKey "LegalCopyright" "the Veldra authors"
   !insertmacro OfferNoMore "${EXTENSION}"
 !macroend
 
-Function .onInit
-  ; Empty unless /D= says something, and the next line forgets that.
-  StrCpy $R0 $INSTDIR
-  !insertmacro MULTIUSER_INIT
-  StrCmp $R0 "" +2
-    StrCpy $INSTDIR $R0
-FunctionEnd
+; The library that draws thumbnails, and the types that the Explorer is to ask it for.
+!define THUMBNAILS "{6F0B7E55-9C0E-4B9B-8A1D-2C7D0F6C3E41}"
+!define THUMBNAILS_KEY "Software\Classes\CLSID\${THUMBNAILS}"
+!define THUMBNAIL_HANDLER "ShellEx\{E357FCCD-A995-4576-B01F-234630154E96}"
+!macro DrawThumbnails EXTENSION
+  WriteRegStr SHCTX "Software\Classes\.${EXTENSION}\${THUMBNAIL_HANDLER}" "" "${THUMBNAILS}"
+!macroend
+!macro DrawThumbnailsNoMore EXTENSION
+  ReadRegStr $0 SHCTX "Software\Classes\.${EXTENSION}\${THUMBNAIL_HANDLER}" ""
+  StrCmp $0 "${THUMBNAILS}" 0 +4
+    DeleteRegKey SHCTX "Software\Classes\.${EXTENSION}\${THUMBNAIL_HANDLER}"
+    DeleteRegKey /ifempty SHCTX "Software\Classes\.${EXTENSION}\ShellEx"
+    DeleteRegKey /ifempty SHCTX "Software\Classes\.${EXTENSION}"
+!macroend
 
 Function un.onInit
   !insertmacro MULTIUSER_UNINIT
@@ -123,10 +130,37 @@ Section "File types" SectionTypes
   System::Call 'shell32::SHChangeNotify(i ${ASSOCIATIONS_CHANGED}, i 0, p 0, p 0)'
 SectionEnd
 
+; Not ticked: whoever wants them asks for them, on the page of the components or with /Thumbnails.
+Section /o "Thumbnails in the Explorer" SectionThumbnails
+  WriteRegStr SHCTX "${THUMBNAILS_KEY}" "" "Veldra's thumbnails"
+  WriteRegStr SHCTX "${THUMBNAILS_KEY}\InprocServer32" "" "$INSTDIR\veldra-thumbnails.dll"
+  WriteRegStr SHCTX "${THUMBNAILS_KEY}\InprocServer32" "ThreadingModel" "Apartment"
+  !insertmacro DrawThumbnails "bin"
+  !insertmacro DrawThumbnails "pod"
+  !insertmacro DrawThumbnails "trk"
+  !insertmacro DrawThumbnails "raw"
+  System::Call 'shell32::SHChangeNotify(i ${ASSOCIATIONS_CHANGED}, i 0, p 0, p 0)'
+SectionEnd
+
+; Behind the sections, whose numbers it needs.
+Function .onInit
+  ; Empty unless /D= says something, and the next line forgets that.
+  StrCpy $R0 $INSTDIR
+  !insertmacro MULTIUSER_INIT
+  StrCmp $R0 "" +2
+    StrCpy $INSTDIR $R0
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/Thumbnails" $1
+  IfErrors +2
+    SectionSetFlags ${SectionThumbnails} 1
+FunctionEnd
+
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The editor and the command line, veldra-cli."
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionMenu} "An entry in the Start menu."
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionTypes} "Opens .POD and .TRK files. Models (.BIN) and meshes stay with the programs that they are with; Veldra is among those of $\"Open with$\"."
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionThumbnails} "Small pictures of models, trucks, archives and textures in the Explorer. They are drawn by a process of their own."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 ; Takes away what was installed, file by file: what else lies in the folder is the user's, and so are settings and recovery
@@ -141,6 +175,11 @@ Section "Uninstall"
   !insertmacro OfferNoMore "bin"
   !insertmacro OfferNoMore "3ds"
   !insertmacro OfferNoMore "obj"
+  !insertmacro DrawThumbnailsNoMore "bin"
+  !insertmacro DrawThumbnailsNoMore "pod"
+  !insertmacro DrawThumbnailsNoMore "trk"
+  !insertmacro DrawThumbnailsNoMore "raw"
+  DeleteRegKey SHCTX "${THUMBNAILS_KEY}"
   DeleteRegKey SHCTX "${PROGRAM_KEY}"
   DeleteRegKey SHCTX "${PATH_KEY}"
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"

@@ -90,7 +90,7 @@ void CHelpBrowser::ScrollTo(const QString& anchor) {
 }
 
 QVariant CHelpBrowser::loadResource(int type, const QUrl& name) {
-  const QVariant loaded = QTextBrowser::loadResource(type, name);
+  QVariant loaded = QTextBrowser::loadResource(type, name);
   if (type != QTextDocument::ImageResource) return loaded;
   QImage image = loaded.canConvert<QImage>() && !loaded.value<QImage>().isNull()
                      ? loaded.value<QImage>()

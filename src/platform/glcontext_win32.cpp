@@ -6,14 +6,16 @@ namespace veldra {
 namespace {
 
 constexpr const wchar_t* kWindowClass = L"VeldraMemoryGlContext";
+/// The pixel format is to be that of the bitmap: nobody converts.
+constexpr BYTE kBitmapBits = 32;
 
-PIXELFORMATDESCRIPTOR WantedFormat(DWORD flags) {
+PIXELFORMATDESCRIPTOR WantedFormat(DWORD flags, BYTE color_bits) {
   PIXELFORMATDESCRIPTOR wanted = {};
   wanted.nSize = sizeof(wanted);
   wanted.nVersion = 1;
   wanted.dwFlags = flags | PFD_SUPPORT_OPENGL;
   wanted.iPixelType = PFD_TYPE_RGBA;
-  wanted.cColorBits = 24;
+  wanted.cColorBits = color_bits;
   wanted.cDepthBits = 24;
   return wanted;
 }
@@ -31,8 +33,8 @@ class CWglContext : public CMemoryGlContext {
   std::vector<uint8_t> ReadPixels() override { return ReadFramebuffer(width_, height_); }
 
  protected:
-  bool ChooseFormat(DWORD flags) {
-    const PIXELFORMATDESCRIPTOR wanted = WantedFormat(flags);
+  bool ChooseFormat(DWORD flags, BYTE color_bits) {
+    const PIXELFORMATDESCRIPTOR wanted = WantedFormat(flags, color_bits);
     const int format = ChoosePixelFormat(device_, &wanted);
     return format != 0 && SetPixelFormat(device_, format, &wanted) != FALSE;
   }
@@ -93,7 +95,7 @@ bool CHiddenWindowContext::Open() {
       CreateWindowExW(0, kWindowClass, L"", WS_POPUP, 0, 0, 16, 16, nullptr, nullptr, window_class.hInstance, nullptr);
   if (window_ == nullptr) return false;
   device_ = GetDC(window_);
-  return device_ != nullptr && ChooseFormat(PFD_DRAW_TO_WINDOW | PFD_DOUBLEBUFFER) && OpenContext();
+  return device_ != nullptr && ChooseFormat(PFD_DRAW_TO_WINDOW | PFD_DOUBLEBUFFER, 24) && OpenContext();
 }
 
 /// The system's own OpenGL draws into bitmaps, whatever driver there is.
@@ -122,7 +124,7 @@ bool CBitmapContext::Resize(int width, int height) {
   info.bmiHeader.biWidth = width;
   info.bmiHeader.biHeight = height;
   info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader.biBitCount = kBitmapBits;
   const HDC old_device = device_;
   const HBITMAP old_bitmap = bitmap_;
   void* pixels = nullptr;
@@ -130,7 +132,7 @@ bool CBitmapContext::Resize(int width, int height) {
   bitmap_ = CreateDIBSection(device_, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
   SetSize(width, height);
   const bool is_ready = bitmap_ != nullptr && SelectObject(device_, bitmap_) != nullptr &&
-                        ChooseFormat(PFD_DRAW_TO_BITMAP) && OpenContext();
+                        ChooseFormat(PFD_DRAW_TO_BITMAP, kBitmapBits) && OpenContext();
   Drop(old_device, old_bitmap);
   return is_ready;
 }

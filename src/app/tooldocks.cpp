@@ -4,6 +4,8 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "mapping/mappingtoolswidget.h"
+#include "mapping/mappingwidget.h"
 #include "tools/currentfacewidget.h"
 #include "tools/modelinfowidget.h"
 #include "tools/modeltreewidget.h"
@@ -18,10 +20,15 @@ namespace {
 /// A state of other docks than these would only bring them into disorder.
 constexpr int kStateVersion = 1;
 
+/// Its keys mean what they mean in it, and it keeps them.
+bool HasOwnKeys(EToolDock dock) {
+  return dock == EToolDock::kMapping || dock == EToolDock::kMappingTools;
+}
+
 }  // namespace
 
 CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
-    : QObject(&window), window_(window), settings_(settings) {
+    : QObject(&window), window_(window), settings_(settings), mapping_(new CMappingWidget(settings)) {
   window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowNestedDocks | QMainWindow::AllowTabbedDocks);
   window.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   Add(EToolDock::kModelTree, "modelTreeDock", tr("Model"), new CModelTreeWidget, Qt::LeftDockWidgetArea);
@@ -29,6 +36,10 @@ CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
   Add(EToolDock::kCurrentFace, "currentFaceDock", tr("Face"), new CCurrentFaceWidget, Qt::RightDockWidgetArea);
   Add(EToolDock::kVertexStatus, "vertexStatusDock", tr("Vertex"), new CVertexStatusWidget, Qt::RightDockWidgetArea);
   Add(EToolDock::kModelInfo, "modelInfoDock", tr("Information"), new CModelInfoWidget, Qt::RightDockWidgetArea);
+  Add(EToolDock::kMapping, "mappingDock", tr("Texture Mapping"), mapping_, Qt::RightDockWidgetArea);
+  Add(EToolDock::kMappingTools, "mappingToolsDock", tr("Mapping Tools"), new CMappingToolsWidget(*mapping_),
+      Qt::RightDockWidgetArea);
+  connect(mapping_, &CMappingWidget::ToolsWanted, this, &CToolDocks::ToggleMappingTools);
   PutTogether();
 }
 
@@ -51,19 +62,25 @@ void CToolDocks::PutTogether() {
   window_.tabifyDockWidget(&Dock(EToolDock::kModelTree), &Dock(EToolDock::kTextureList));
   window_.tabifyDockWidget(&Dock(EToolDock::kCurrentFace), &Dock(EToolDock::kVertexStatus));
   window_.tabifyDockWidget(&Dock(EToolDock::kVertexStatus), &Dock(EToolDock::kModelInfo));
+  for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools}) {
+    Dock(dock).setFloating(true);
+    Dock(dock).hide();
+  }
   Dock(EToolDock::kModelTree).raise();
   Dock(EToolDock::kCurrentFace).raise();
 }
 
 bool CToolDocks::HasFocus() const {
   const QWidget* focus = QApplication::focusWidget();
-  return std::ranges::any_of(docks_, [focus](const QDockWidget* dock) { return dock->isAncestorOf(focus); });
+  for (size_t i = 0; i < docks_.size(); ++i)
+    if (!HasOwnKeys(static_cast<EToolDock>(i)) && docks_[i]->isAncestorOf(focus)) return true;
+  return false;
 }
 
 void CToolDocks::InstallKeys(QObject* filter) {
-  for (CToolWidget* tool : tools_)
-    for (QWidget* child : tool->findChildren<QWidget*>())
-      child->installEventFilter(filter);
+  for (size_t i = 0; i < tools_.size(); ++i)
+    for (QWidget* child : tools_[i]->findChildren<QWidget*>())
+      if (!HasOwnKeys(static_cast<EToolDock>(i))) child->installEventFilter(filter);
 }
 
 void CToolDocks::Follow(CTarnView* view) {
@@ -105,7 +122,25 @@ void CToolDocks::BringBack() {
 void CToolDocks::Toggle(EToolDock dock) {
   QDockWidget& widget = Dock(dock);
   widget.setVisible(widget.isHidden());
+  if (HasOwnKeys(dock) && !widget.isHidden()) PlaceMapping();
   if (!widget.isHidden()) widget.raise();
+}
+
+/// With the editor, unless they would cover the model.
+void CToolDocks::OpenMappingTools() {
+  constexpr int kRoomForBoth = 960;
+  QDockWidget& tools = Dock(EToolDock::kMappingTools);
+  if (!tools.isFloating() || RoomFor(window_).height() >= kRoomForBoth) tools.show();
+}
+
+void CToolDocks::ShowMapping() {
+  QDockWidget& dock = Dock(EToolDock::kMapping);
+  if (dock.isHidden()) OpenMappingTools();
+  dock.show();
+  PlaceMapping();
+  dock.raise();
+  if (dock.isFloating()) dock.activateWindow();
+  mapping_->TakeFocus();
 }
 
 // --- From run to run -----------------------------------------------------------------------------------------------
@@ -113,6 +148,8 @@ void CToolDocks::Toggle(EToolDock dock) {
 void CToolDocks::Restore(const QByteArray& state) {
   window_.restoreState(state, kStateVersion);
   PlaceVertexStatus();
+  for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools})
+    if (IsOpen(dock)) placed_.insert(dock);
 }
 
 void CToolDocks::PlaceVertexStatus() {
@@ -122,15 +159,43 @@ void CToolDocks::PlaceVertexStatus() {
   PutAt(dock, {QPoint(settings_.vertex_status_x, settings_.vertex_status_y), dock.size()});
 }
 
+/// When it is opened first: a floating dock gets its size only then.
+void CToolDocks::PlaceFloating(EToolDock dock, const QPoint& first, int32_t x, int32_t y) {
+  QDockWidget& widget = Dock(dock);
+  if (!widget.isFloating() || placed_.contains(dock)) return;
+  placed_.insert(dock);
+  const QSize size = tools_[static_cast<size_t>(dock)]->sizeHint();
+  PutAt(widget, {x == 0 && y == 0 ? first : QPoint(x, y), size});
+}
+
+/// At first over the right side of the main window, so that the model can be seen, the tools below or to the left.
+void CToolDocks::PlaceMapping() {
+  constexpr int kApart = 32;  // room for a title bar
+  const QRect room = RoomFor(window_);
+  const QSize size = mapping_->sizeHint();
+  const QSize tools = tools_[static_cast<size_t>(EToolDock::kMappingTools)]->sizeHint();
+  const QRect first(QPoint(room.right() - size.width() - kApart / 2, room.top() + kApart), size);
+  const bool fits_below = first.bottom() + kApart + tools.height() <= room.bottom();
+  const QPoint beside = fits_below ? QPoint(first.right() - tools.width(), first.bottom() + kApart)
+                                   : QPoint(std::max(0, first.left() - tools.width() - kApart), first.top());
+  PlaceFloating(EToolDock::kMapping, first.topLeft(), settings_.tex_dlg_offset_x, settings_.tex_dlg_offset_y);
+  PlaceFloating(EToolDock::kMappingTools, beside, settings_.tools_offset_x, settings_.tools_offset_y);
+}
+
+void CToolDocks::KeepPlace(EToolDock dock, int32_t& x, int32_t& y) const {
+  if (!Dock(dock).isFloating() || !placed_.contains(dock)) return;
+  const QPoint corner = PlaceOf(Dock(dock)).topLeft();
+  x = corner.x();
+  y = corner.y();
+}
+
 QByteArray CToolDocks::Keep() {
-  const QDockWidget& dock = Dock(EToolDock::kVertexStatus);
   const bool is_open = are_away_ ? is_vertex_status_open_ : IsOpen(EToolDock::kVertexStatus);
   settings_.vertex_status_visible = is_open ? 1 : 0;
-  if (dock.isFloating()) {
-    const QPoint corner = PlaceOf(dock).topLeft();
-    settings_.vertex_status_x = corner.x();
-    settings_.vertex_status_y = corner.y();
-  }
+  placed_.insert(EToolDock::kVertexStatus);
+  KeepPlace(EToolDock::kVertexStatus, settings_.vertex_status_x, settings_.vertex_status_y);
+  KeepPlace(EToolDock::kMapping, settings_.tex_dlg_offset_x, settings_.tex_dlg_offset_y);
+  KeepPlace(EToolDock::kMappingTools, settings_.tools_offset_x, settings_.tools_offset_y);
   return are_away_ ? state_before_ : window_.saveState(kStateVersion);
 }
 

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QObject>
 #include <array>
+#include <set>
 #include <vector>
 
 #include "settings/settings.h"
@@ -12,13 +13,16 @@
 
 namespace veldra {
 
-enum class EToolDock { kModelTree, kCurrentFace, kVertexStatus, kTextureList, kModelInfo };
-inline constexpr size_t kToolDockCount = 5;
+enum class EToolDock { kModelTree, kCurrentFace, kVertexStatus, kTextureList, kModelInfo, kMapping, kMappingTools };
+inline constexpr size_t kToolDockCount = 7;
+
+class CMappingWidget;
 
 /// The tool windows of the main window. They show the active view; where each of them stands is part of the main
 /// window's state. While the active view is to be seen alone, all of them are away.
 ///
-/// The settings keep of the vertex status window whether it is open and, while it floats, where.
+/// The settings keep of the vertex status window whether it is open and, while it floats, where. The mapping editor and
+/// its tools float at first; the settings keep where.
 class CToolDocks : public QObject {
   Q_OBJECT
 
@@ -45,12 +49,18 @@ class CToolDocks : public QObject {
   /// FILTER, an event filter, sees the keys that go to them.
   void InstallKeys(QObject* filter);
 
+  CMappingWidget& Mapping() const { return *mapping_; }
+  /// Opens the mapping editor and gives it the keys; its tools come with it when it is opened.
+  void ShowMapping();
+
   // Commands: each opens its window, in front of the others, or closes it.
   void ToggleModelTree() { Toggle(EToolDock::kModelTree); }
   void ToggleCurrentFace() { Toggle(EToolDock::kCurrentFace); }
   void ToggleVertexStatus() { Toggle(EToolDock::kVertexStatus); }
   void ToggleTextureList() { Toggle(EToolDock::kTextureList); }
   void ToggleModelInfo() { Toggle(EToolDock::kModelInfo); }
+  void ToggleMapping() { Toggle(EToolDock::kMapping); }
+  void ToggleMappingTools() { Toggle(EToolDock::kMappingTools); }
 
  signals:
   /// One has been opened or closed.
@@ -66,11 +76,17 @@ class CToolDocks : public QObject {
   void SendAway();
   void BringBack();
   void PlaceVertexStatus();
+  void PlaceMapping();
+  void OpenMappingTools();
+  void PlaceFloating(EToolDock dock, const QPoint& first, int32_t x, int32_t y);
+  void KeepPlace(EToolDock dock, int32_t& x, int32_t& y) const;
 
   QMainWindow& window_;
   CSettings& settings_;
   std::array<QDockWidget*, kToolDockCount> docks_ = {};
   std::array<CToolWidget*, kToolDockCount> tools_ = {};
+  CMappingWidget* mapping_;
+  std::set<EToolDock> placed_;  ///< those that have a place by now
   bool are_away_ = false;
   QByteArray state_before_;             ///< they went away
   std::vector<QDockWidget*> away_;      ///< those that come back

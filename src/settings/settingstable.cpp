@@ -167,7 +167,7 @@ void AddTextureMapping(Rows& rows) {
           Switch<&CSettings::snap_to_guides>("SNAPTOGUIDES", false, Page::kNone,
                                              "Let dragged corners snap to the guides."),
           Number<&CSettings::snap_within>("SNAPWITHIN", "4", 0, 512, Page::kNone,
-                                          "Distance within which corners snap to a guide, in texels."),
+                                          "Distance within which corners snap to a guide, in pixels of the screen."),
           Switch<&CSettings::tex_rot_sel_verts_only>("TEXROTSELVERTSONLY", false, Page::kNone,
                                                      "Rotating a texture moves its selected corners only."),
           Number<&CSettings::tt_page>("TTPAGE", "0", 0, 100, Page::kNone, "Last page of the tools window."),

@@ -80,7 +80,7 @@ TEST_F(EditDialogs, EditsTheCurrentFace) {
   driver.Click("editFace", "Cancel");
   Do(ECommand::kFaceEdit);
   driver.Click("binMapper", "OK");
-  Do(ECommand::kTextureMapping);
+  Do(ECommand::kTextureMapFace);
   EXPECT_FALSE(view->Document().IsModified());
   EXPECT_EQ(model->Face(0).TexCoord(3), odd);
   Fill(ECommand::kFaceEdit, "editFace", [this](QWidget& dialog) {
@@ -123,11 +123,11 @@ TEST_F(EditDialogs, MapsTheTextureByDraggingAndByNumbers) {
     EXPECT_TRUE(view->Document().IsModified());
     ClickButton(dialog, "Cancel");
   });
-  Do(ECommand::kTextureMapping);
+  Do(ECommand::kTextureMapFace);
   EXPECT_EQ(coord(1), old);
   EXPECT_EQ(coord(2).u, 1.0);
   EXPECT_FALSE(view->Document().IsModified());
-  Fill(ECommand::kTextureMapping, "binMapper", [](QWidget& dialog) {
+  Fill(ECommand::kTextureMapFace, "binMapper", [](QWidget& dialog) {
     TypeInto(dialog, "v3", "64");
     EXPECT_FALSE(CanAccept(dialog));
     TypeInto(dialog, "v3", "15.75");

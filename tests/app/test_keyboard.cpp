@@ -56,6 +56,7 @@ class Keyboard : public CEditorTest {
     document->SetModified(false);
     ASSERT_TRUE(document->Reload());
     if (view->IsPlaying()) view->TogglePlay();
+    frame->Docks().Dock(EToolDock::kMapping).hide();
     view->RestoreRotation();
     view->Turn({.model_y = 33});
     view->Cursor().SetFace(0);
@@ -95,6 +96,7 @@ class Keyboard : public CEditorTest {
     const STexCoord& coord = model->Face(0).TexCoord(2);
     state.push_back(Format("texel %.6g,%.6g", coord.u * 63, coord.v * 63));
     state.push_back(view->IsPlaying() ? "playing" : Format("turned %d", qRound(view->State().rotation.y)));
+    if (frame->Docks().IsOpen(EToolDock::kMapping)) state.push_back("mapping");
     for (int32_t i = 0; i < model->VertexCount(); ++i) {
       const SPoint at = model->Vertex(i).Position();
       state.push_back(Format("%d at %d %d %d", i, at.x, at.y, at.z));
@@ -151,7 +153,7 @@ TEST_F(Keyboard, EveryRowHasItsEffectInTheView) {
       {29, {"vertex 0"}},
       {30, {"vertex 2"}},
       {31, {"vertex -1"}},
-      {32, {"opened"}, "binMapper"},
+      {32, {"mapping"}},
       {33, {"opened"}, "normalizeTexture"},
       {34, {"texel 13,20"}},
       {35, {"texel 10,23"}},

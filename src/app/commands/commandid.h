@@ -144,6 +144,7 @@ enum class ECommand : int32_t {
   // --- Texture
   kMenuOffset,  ///< submenu
   kTextureMapping,
+  kTextureMapFace,
   kTextureNormalize,
   kTextureFlipX,
   kTextureFlipY,
@@ -174,6 +175,8 @@ enum class ECommand : int32_t {
   kDockCurrentFace,
   kDockVertexStatus,
   kDockModelInfo,
+  kDockMapping,
+  kDockMappingTools,
   kHelpGuide,
   kHelpCommandLine,
   kHelpNews,

@@ -44,8 +44,9 @@ constexpr ECommand kViewMenu[] = {ECommand::kViewVertices,
                                   kSeparator,
                                   ECommand::kMenuDocks,
                                   ECommand::kViewBackground};
-constexpr ECommand kDocksMenu[] = {ECommand::kDockModelTree, ECommand::kDockTextureList, ECommand::kDockCurrentFace,
-                                   ECommand::kDockVertexStatus, ECommand::kDockModelInfo};
+constexpr ECommand kDocksMenu[] = {ECommand::kDockModelTree,    ECommand::kDockTextureList, ECommand::kDockCurrentFace,
+                                   ECommand::kDockVertexStatus, ECommand::kDockModelInfo,   ECommand::kDockMapping,
+                                   ECommand::kDockMappingTools};
 constexpr ECommand kSidesMenu[] = {ECommand::kViewFront, ECommand::kViewBack, ECommand::kViewLeft,
                                    ECommand::kViewRight, ECommand::kViewTop,  ECommand::kViewBottom};
 constexpr ECommand kModelMenu[] = {ECommand::kModelInfo,
@@ -120,6 +121,7 @@ constexpr ECommand kMoveSelectionMenu[] = {
     ECommand::kVertexReverseMoveSelectionX, ECommand::kVertexReverseMoveSelectionY,
     ECommand::kVertexReverseMoveSelectionZ};
 constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,
+                                     ECommand::kTextureMapFace,
                                      ECommand::kTextureNormalize,
                                      kSeparator,
                                      ECommand::kTextureFlipX,

@@ -51,6 +51,20 @@ const SCommandRow kDocksRows[] = {
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kModelInfo>,
      .run = WithDocks<&CToolDocks::ToggleModelInfo>},
+    {.id = ECommand::kDockMapping,
+     .name = "mappingDock",
+     .text = "Texture Ma&pping",
+     .status = "Show or hide the mapping editor\nTexture Mapping",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kMapping>,
+     .run = WithDocks<&CToolDocks::ToggleMapping>},
+    {.id = ECommand::kDockMappingTools,
+     .name = "mappingToolsDock",
+     .text = "Mapping &Tools",
+     .status = "Show or hide the tools of the mapping editor\nMapping Tools",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kMappingTools>,
+     .run = WithDocks<&CToolDocks::ToggleMappingTools>},
 };
 
 }  // namespace

@@ -12,6 +12,11 @@ namespace {
 
 constexpr const char* kNeedsCorner = "The current vertex is not one of the current face's, or the face has no texture";
 
+/// While a view is seen alone, no tool window can be opened beside it.
+bool CanShowMapping(const SCommandTarget& on) {
+  return on.view != nullptr && !on.docks.AreAway();
+}
+
 void ShowBinMapper(const SCommandTarget& on) {
   CBinMapperDialog(on.Cursor(), &on.window).exec();
 }
@@ -29,10 +34,17 @@ void AskAnimation(const SCommandTarget& on) {
 
 const SCommandRow kTextureRows[] = {
     {.id = ECommand::kTextureMapping,
-     .name = "binMapper",
-     .text = "Texture &Mapping...",
+     .name = "textureMapping",
+     .text = "Texture &Mapping",
      .status = "Opens the texture-mapping dialog",
      .view_key = "T",
+     .when = CanShowMapping,
+     .run = WithDocks<&CToolDocks::ShowMapping>},
+    {.id = ECommand::kTextureMapFace,
+     .name = "binMapper",
+     .text = "Map &Current Face...",
+     .status = "Maps the current face alone, its corners as numbers\nMap Current Face",
+     .view_key = "Shift+T",
      .when = IfCursor<CanMapTexture>,
      .run = ShowBinMapper},
     {.id = ECommand::kTextureNormalize,

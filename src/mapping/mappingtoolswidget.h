@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "mapping/mappingsession.h"
+#include "tools/toolwidget.h"
+
+namespace veldra {
+
+class CMappingWidget;
+
+/// The tools of the mapping editor, in pages.
+class CMappingToolsWidget : public CToolWidget {
+  Q_OBJECT
+
+ public:
+  explicit CMappingToolsWidget(CMappingWidget& editor);
+
+  QSize sizeHint() const override { return {300, 410}; }
+
+ private:
+  using Tool = std::function<void(CMappingSession&)>;
+  void AddPage(const QString& title, QWidget* page);
+  QPushButton* MakeButton(const QString& text, const char* name, const QString& tip, const Tool& tool);
+  QDoubleSpinBox* MakeField(const char* name, double low, double high, double value, const QString& suffix);
+  QWidget* MakeTransformPage();
+  QWidget* MakeMoveBox();
+  QWidget* MakeTurnBox();
+  QWidget* MakeScaleBox();
+  QWidget* MakePlaceBox();
+  QWidget* MakeNumbersPage();
+  QWidget* MakeGuidesPage();
+  void AddGuide(bool is_upright);
+  void RemoveGuides();
+  void TakeBounds();
+  void TakePivot();
+  void Refresh(const SNews& news) override;
+  void ShowNumbers();
+  void ShowGuides();
+
+  CMappingWidget& editor_;
+  CMappingSession& session_;
+  QTabWidget* pages_;
+  QList<QWidget*> wants_selection_;
+  QDoubleSpinBox* left_ = nullptr;
+  QDoubleSpinBox* top_ = nullptr;
+  QDoubleSpinBox* width_ = nullptr;
+  QDoubleSpinBox* height_ = nullptr;
+  QDoubleSpinBox* pivot_x_ = nullptr;
+  QDoubleSpinBox* pivot_y_ = nullptr;
+  QListWidget* guides_ = nullptr;
+  QDoubleSpinBox* guide_ = nullptr;
+  QDoubleSpinBox* within_ = nullptr;
+  STextureGuides shown_guides_;
+  bool is_showing_ = false;
+};
+
+}  // namespace veldra

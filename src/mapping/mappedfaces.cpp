@@ -344,6 +344,21 @@ void CMappedFaces::Place(std::span<const int32_t> points, std::span<const STexel
     points_[static_cast<size_t>(points[i])].at = places[i];
 }
 
+void CMappedFaces::PlaceCorners(std::span<const int32_t> faces, std::span<const std::array<STexel, 4>> places) {
+  std::vector<SPlaced> placed;
+  size_t next = 0;
+  for (size_t i = 0; i < faces_.size(); ++i) {
+    const bool is_wanted = next < faces.size() && faces[next] == static_cast<int32_t>(i);
+    for (size_t k = 0; k < static_cast<size_t>(faces_[i].corners); ++k) {
+      const SMappedPoint& point = points_[static_cast<size_t>(faces_[i].points[k])];
+      placed.push_back({point.vertex, is_wanted ? places[next][k] : point.at, point.is_selected});
+      if (is_wanted) cuts_.erase(Key(faces_[i].index, static_cast<int>(k)));
+    }
+    next += is_wanted ? 1 : 0;
+  }
+  FindPoints(placed);
+}
+
 void CMappedFaces::Write(CBinModel& model, std::span<const int32_t> points) const {
   for (const int32_t point : points) {
     const STexCoord coord = CoordOf(points_[static_cast<size_t>(point)].at, width_);

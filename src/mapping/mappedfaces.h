@@ -82,6 +82,8 @@ class CMappedFaces {
   std::vector<STexel> PlacesOf(std::span<const int32_t> points) const;
   /// As many PLACES as POINTS.
   void Place(std::span<const int32_t> points, std::span<const STexel> places);
+  /// Each corner of FACES (positions, ascending) comes to its own place: they no longer hang on the others.
+  void PlaceCorners(std::span<const int32_t> faces, std::span<const std::array<STexel, 4>> places);
   /// The coordinates of the corners of POINTS, into the faces of MODEL, which is the one that was taken. The model has
   /// still to report it.
   void Write(CBinModel& model, std::span<const int32_t> points) const;

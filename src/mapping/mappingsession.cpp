@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editing/facecommands.h"
+#include "mapping/islandtools.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -370,6 +371,47 @@ void CMappingSession::Straighten() {
 
 void CMappingSession::SnapToTexels() {
   Apply("Snap Mapping to Texels", [](const Texels& points) { return Snapped(points); });
+}
+
+void CMappingSession::MapByGeometry(const SProjection& projection, const STexelRect& area) {
+  CEditCursor* const cursor = Ready();
+  const std::vector<int32_t> selected = faces_.SelectedFaces();
+  if (IsUnderWay() || cursor == nullptr || cursor->Document().IsReadOnly() || selected.empty()) return;
+  std::vector<CornerTexels> places = MapFromGeometry(*model_, SelectedModelFaces(), projection, area);
+  for (CornerTexels& corners : places)
+    for (STexel& at : corners)
+      at = is_on_texels_ ? Rounded(at) : at;
+  faces_.PlaceCorners(selected, places);
+  faces_.SelectFaces(selected, ESelect::kOnly);
+  action_ = "Map from Geometry";
+  is_written_ = false;
+  moved_ = faces_.SelectedPoints();
+  WriteMoved();
+  moved_.clear();
+  cursor->Document().Say("Mapped " + Counted(static_cast<int64_t>(selected.size()), "face", "faces"));
+  Changed();
+}
+
+void CMappingSession::Weld() {
+  if (!Begin("Weld Mapping")) return;
+  Try(Welded(faces_, moved_));
+  Finish();
+  faces_.Join();
+  Changed();
+}
+
+void CMappingSession::Sew() {
+  if (!Begin("Sew Mapping")) return;
+  Try(KeptInside(Sewn(faces_, moved_), faces_.Width()));
+  Finish();
+  faces_.Join();
+  Changed();
+}
+
+void CMappingSession::Pack(const STexelRect& area, double gap) {
+  if (!Begin("Pack Mapping")) return;
+  Try(Packed(faces_, moved_, area, gap));
+  Finish();
 }
 
 // --- Pivot and guides ------------------------------------------------------------------------------------------------

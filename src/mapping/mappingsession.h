@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "editing/editcursor.h"
+#include "mapping/geometrymapping.h"
 #include "mapping/mappedfaces.h"
 #include "mapping/texelsnap.h"
 #include "mapping/texeltransforms.h"
@@ -96,6 +97,12 @@ class CMappingSession {
   void AlignToEdge();
   void Straighten();
   void SnapToTexels();
+  /// The selected faces get places from their coordinates, in AREA.
+  void MapByGeometry(const SProjection& projection, const STexelRect& area);
+  /// Selected points of one vertex come to one place and hang together.
+  void Weld();
+  void Sew();
+  void Pack(const STexelRect& area, double gap);
 
   // --- Pivot and guides -------------------------------------------------------------------------------------------
   /// Where it was put, else the middle of what is selected.

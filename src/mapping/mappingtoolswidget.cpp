@@ -1,6 +1,5 @@
 #include "mapping/mappingtoolswidget.h"
 
-#include <QCheckBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -44,6 +43,7 @@ CMappingToolsWidget::CMappingToolsWidget(CMappingWidget& editor)
     : CToolWidget("mappingToolsTool"), editor_(editor), session_(editor.Session()), pages_(new QTabWidget) {
   pages_->setObjectName("mappingPages");
   AddPage(tr("Transform"), MakeTransformPage());
+  AddPage(tr("Mapping"), MakeGeometryPage());
   AddPage(tr("Numbers"), MakeNumbersPage());
   AddPage(tr("Guides"), MakeGuidesPage());
   pages_->setCurrentIndex(std::clamp(session_.Settings().tt_page, 0, pages_->count() - 1));
@@ -175,6 +175,88 @@ QWidget* CMappingToolsWidget::MakePlaceBox() {
                              [](CMappingSession& s) { s.SnapToTexels(); }),
                   2, 2);
   return Box(tr("Place"), grid);
+}
+
+// --- Mapping ---------------------------------------------------------------------------------------------------------
+
+QWidget* CMappingToolsWidget::MakeGeometryPage() {
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(4, 4, 4, 4);
+  column->addWidget(MakeGeometryBox());
+  column->addWidget(MakeIslandsBox());
+  column->addStretch();
+  return page;
+}
+
+QWidget* CMappingToolsWidget::MakeGeometryBox() {
+  const auto combo = [](const char* name, const QStringList& texts) {
+    auto* box = new QComboBox;
+    box->setObjectName(name);
+    box->addItems(texts);
+    return box;
+  };
+  kind_ = combo("projection", {tr("Flat, along an axis"), tr("Flat, as seen in the view"), tr("Box"), tr("Cylinder"),
+                               tr("Sphere"), tr("Unfolded")});
+  axis_ = combo("projectionAxis", {tr("X"), tr("Y"), tr("Z")});
+  axis_->setCurrentIndex(1);
+  area_ = combo("projectionArea", {tr("Where they are now")});
+  for (const STexturePart& part : TextureParts(64))
+    area_->addItem(ToQString(part.name));
+  area_->setCurrentIndex(1);
+  connect(kind_, &QComboBox::currentIndexChanged, this, [this](int kind) {
+    using E = SProjection::EKind;
+    const auto chosen = static_cast<E>(kind);
+    axis_->setEnabled(chosen == E::kPlane || chosen == E::kCylinder || chosen == E::kSphere);
+    keeps_proportions_->setEnabled(chosen != E::kUnfold);
+  });
+  keeps_proportions_ = new QCheckBox(tr("&Keep proportions"));
+  keeps_proportions_->setObjectName("keepProportions");
+  auto* form = new QFormLayout;
+  form->addRow(tr("&How:"), kind_);
+  form->addRow(tr("A&xis:"), axis_);
+  form->addRow(tr("&Into:"), area_);
+  form->addRow(keeps_proportions_);
+  form->addRow(MakeButton(tr("Map Selected Faces"), "mapByGeometry", tr("From where their corners are in the model"),
+                          [this](CMappingSession&) { MapByGeometry(); }));
+  return Box(tr("From the model's shape"), form);
+}
+
+QWidget* CMappingToolsWidget::MakeIslandsBox() {
+  auto* gap = MakeField("packGap", 0, 32, 1, {});
+  gap->setToolTip(tr("Texels between two islands"));
+  auto* grid = new QGridLayout;
+  grid->addWidget(
+      MakeButton(tr("Weld"), "weld", tr("Selected corners of one vertex come to one place and hang together"),
+                 [](CMappingSession& s) { s.Weld(); }),
+      0, 0);
+  grid->addWidget(MakeButton(tr("Sew"), "sew",
+                             tr("Selected islands are put to the first one by the edges that they have in common"),
+                             [](CMappingSession& s) { s.Sew(); }),
+                  0, 1);
+  grid->addWidget(MakeButton(tr("Take Apart"), "takeApart", tr("What is selected no longer hangs on the rest"),
+                             [](CMappingSession& s) { s.TakeApart(); }),
+                  0, 2);
+  grid->addWidget(MakeButton(tr("Pack"), "pack", tr("Selected islands side by side into the part of the texture above"),
+                             [this, gap](CMappingSession& s) { s.Pack(ChosenArea(), gap->value()); }),
+                  1, 0);
+  grid->addWidget(new QLabel(tr("Gap:")), 1, 1, Qt::AlignRight);
+  grid->addWidget(gap, 1, 2);
+  return Box(tr("Islands"), grid);
+}
+
+STexelRect CMappingToolsWidget::ChosenArea() const {
+  const int width = session_.Faces().Width();
+  if (area_->currentIndex() > 0) return TextureParts(width)[static_cast<size_t>(area_->currentIndex()) - 1].area;
+  return session_.SelectedBounds().value_or(WholeTexture(width));
+}
+
+void CMappingToolsWidget::MapByGeometry() {
+  SProjection projection = {.kind = static_cast<SProjection::EKind>(kind_->currentIndex()),
+                            .axis = static_cast<EAxis>(axis_->currentIndex()),
+                            .keeps_proportions = keeps_proportions_->isChecked()};
+  if (View() != nullptr) projection.to_viewer = View()->ToViewer();
+  session_.MapByGeometry(projection, ChosenArea());
 }
 
 // --- Numbers ---------------------------------------------------------------------------------------------------------

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -33,6 +35,11 @@ class CMappingToolsWidget : public CToolWidget {
   QWidget* MakeTurnBox();
   QWidget* MakeScaleBox();
   QWidget* MakePlaceBox();
+  QWidget* MakeGeometryPage();
+  QWidget* MakeGeometryBox();
+  QWidget* MakeIslandsBox();
+  STexelRect ChosenArea() const;
+  void MapByGeometry();
   QWidget* MakeNumbersPage();
   QWidget* MakeGuidesPage();
   void AddGuide(bool is_upright);
@@ -53,6 +60,10 @@ class CMappingToolsWidget : public CToolWidget {
   QDoubleSpinBox* height_ = nullptr;
   QDoubleSpinBox* pivot_x_ = nullptr;
   QDoubleSpinBox* pivot_y_ = nullptr;
+  QComboBox* kind_ = nullptr;
+  QComboBox* axis_ = nullptr;
+  QComboBox* area_ = nullptr;
+  QCheckBox* keeps_proportions_ = nullptr;
   QListWidget* guides_ = nullptr;
   QDoubleSpinBox* guide_ = nullptr;
   QDoubleSpinBox* within_ = nullptr;

@@ -140,7 +140,7 @@ void CMTMPODFile::Clear() {
 
 const PODDirEntry* CMTMPODFile::Find(std::string_view name) const {
   if (by_name_.empty()) BuildIndex();
-  const auto found = by_name_.find(UpperCase(name));
+  const auto found = by_name_.find(FoldName(name));
   return found != by_name_.end() ? found->second : nullptr;
 }
 
@@ -154,7 +154,7 @@ int64_t CMTMPODFile::SizeOf(size_t index) const {
 void CMTMPODFile::BuildIndex() const {
   by_name_.reserve(entries_.size());
   for (const PODDirEntry& entry : entries_)
-    by_name_[UpperCase(entry.Name())] = &entry;
+    by_name_[FoldName(entry.Name())] = &entry;
 }
 
 }  // namespace veldra

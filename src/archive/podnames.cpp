@@ -86,13 +86,8 @@ SNameResult SafeRelativePath(std::string_view entry_name, bool folders) {
 }
 
 std::string NameKey(std::string_view relative_path) {
-  std::string key = UpperCase(ToUtf8(relative_path));
+  std::string key = FoldName(relative_path);
   std::replace(key.begin(), key.end(), '\\', '/');
-  // The accented letters of Latin-1, two bytes each; not the division sign among them.
-  for (size_t i = 0; i + 1 < key.size(); ++i) {
-    const auto low = static_cast<unsigned char>(key[i + 1]);
-    if (key[i] == '\xC3' && low >= 0xA0 && low <= 0xBE && low != 0xB7) key[i + 1] = static_cast<char>(low - 0x20);
-  }
   return key;
 }
 

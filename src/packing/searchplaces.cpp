@@ -40,13 +40,13 @@ const CPlaceSearch::Listing& CPlaceSearch::ListingOf(const std::string& folder) 
   const auto [row, is_new] = listings_.try_emplace(folder);
   if (is_new) {
     for (const std::string& name : ListDirectory(folder))
-      row->second.emplace(UpperCase(name), name);
+      row->second.emplace(FoldName(name), name);
   }
   return row->second;
 }
 
 std::optional<SPodSource> CPlaceSearch::FindInFolder(const std::string& folder, const std::string& file_name) {
-  const std::string key = UpperCase(file_name);
+  const std::string key = FoldName(file_name);
   const Listing& here = ListingOf(folder);
   const auto type_folder = here.find(FolderOfType(TypeOfFile(file_name)));
   const std::string below = type_folder != here.end() ? JoinPath(folder, type_folder->second) : "";

@@ -1,6 +1,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdarg>
@@ -91,13 +92,35 @@ std::string JsonEscapeOf(uint32_t code) {
   return Format("\\u%04x\\u%04x", 0xD7C0 + (code >> 10), 0xDC00 + (code & 0x3FF));
 }
 
-std::string FromLatin1(uint8_t code) {
+/// What the game's code page has from 0x80 on; from 0xA0 on it is Unicode's own order. The five that it leaves open are
+/// control characters, as Windows has them.
+constexpr std::array<uint16_t, 32> kCodePage = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                                0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+uint32_t CodeOfByte(uint8_t byte) {
+  return byte >= 0x80 && byte < 0xA0 ? kCodePage[byte - 0x80] : byte;
+}
+
+/// Of a character below 0x10000.
+std::string Utf8Of(uint32_t code) {
+  const auto tail = [&](int shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
   if (code < 0x80) return std::string(1, static_cast<char>(code));
-  return {static_cast<char>(0xC0 | (code >> 6)), static_cast<char>(0x80 | (code & 0x3F))};
+  if (code < 0x800) return {static_cast<char>(0xC0 | (code >> 6)), tail(0)};
+  return {static_cast<char>(0xE0 | (code >> 12)), tail(6), tail(0)};
+}
+
+/// The capital of a letter of the code page; other characters stay.
+uint32_t CapitalOf(uint32_t code) {
+  const bool is_latin = code >= 0xE0 && code <= 0xFE && code != 0xF7;
+  if (is_latin || (code >= 'a' && code <= 'z')) return code - 0x20;
+  if (code == 0xFF) return 0x178;
+  return code == 0x161 || code == 0x153 || code == 0x17E ? code - 1 : code;
 }
 
 /// TEXT with ESCAPE(code) for each hidden character that is not among KEPT. A byte that is no UTF-8 is taken as
-/// Latin-1.
+/// one of the game's code page.
 template <typename Escape>
 std::string EscapeHidden(std::string_view text, std::string_view kept, const Escape& escape) {
   std::string shown;
@@ -107,12 +130,12 @@ std::string EscapeHidden(std::string_view text, std::string_view kept, const Esc
     text.remove_prefix(plain);
     if (text.empty()) break;
     const size_t length = Utf8SequenceLength(text);
-    const uint32_t code = length > 0 ? CodeOf(text.substr(0, length)) : static_cast<uint8_t>(text[0]);
+    const uint32_t code = length > 0 ? CodeOf(text.substr(0, length)) : CodeOfByte(static_cast<uint8_t>(text[0]));
     const bool stays = !IsHidden(code) || (code < 0x80 && kept.find(static_cast<char>(code)) != std::string_view::npos);
     if (!stays) {
       shown += escape(code);
     } else {
-      shown += length > 0 ? std::string(text.substr(0, length)) : FromLatin1(static_cast<uint8_t>(code));
+      shown += length > 0 ? std::string(text.substr(0, length)) : Utf8Of(code);
     }
     text.remove_prefix(std::max(length, size_t{1}));
   }
@@ -204,8 +227,36 @@ std::string ToUtf8(std::string_view text) {
   std::string utf8;
   utf8.reserve(text.size() * 2);
   for (const char c : text)
-    utf8 += FromLatin1(static_cast<uint8_t>(c));
+    utf8 += Utf8Of(CodeOfByte(static_cast<uint8_t>(c)));
   return utf8;
+}
+
+std::optional<std::string> ToCodePage(std::string_view utf8) {
+  std::string bytes;
+  while (!utf8.empty()) {
+    const size_t length = Utf8SequenceLength(utf8);
+    const uint32_t code = length > 0 ? CodeOf(utf8.substr(0, length)) : 0;
+    const auto* const in_page = std::ranges::find(kCodePage, code);
+    const bool is_in_page = in_page != kCodePage.end();
+    if (length == 0 || (!is_in_page && (code > 0xFF || (code >= 0x80 && code < 0xA0)))) return std::nullopt;
+    bytes += static_cast<char>(is_in_page ? 0x80 + (in_page - kCodePage.begin()) : code);
+    utf8.remove_prefix(length);
+  }
+  return bytes;
+}
+
+std::string FoldName(std::string_view name) {
+  if (std::ranges::all_of(name, IsPlain)) return UpperCase(name);
+  const std::string utf8 = ToUtf8(name);
+  std::string folded;
+  for (std::string_view left = utf8; !left.empty();) {
+    const size_t length = Utf8SequenceLength(left);
+    const uint32_t code = CodeOf(left.substr(0, length));
+    const uint32_t capital = CapitalOf(code);
+    folded += capital == code ? std::string(left.substr(0, length)) : Utf8Of(capital);
+    left.remove_prefix(length);
+  }
+  return folded;
 }
 
 std::string DisplayName(std::string_view name) {

@@ -35,8 +35,14 @@ std::string_view Trim(std::string_view text);
 std::optional<int32_t> ParseInteger(std::string_view text);
 std::optional<double> ParseNumber(std::string_view text);
 
-/// TEXT as valid UTF-8: unchanged when it is, else its bytes taken as Latin-1, as the game's tools wrote names.
+/// TEXT as valid UTF-8: unchanged when it is, else its bytes taken as characters of the game's code page, Windows-1252,
+/// as its tools wrote names.
 std::string ToUtf8(std::string_view text);
+/// The UTF-8 text in the game's code page, a byte a character; nothing when it has a character that is not there.
+std::optional<std::string> ToCodePage(std::string_view utf8);
+/// One spelling for all that the game takes for one name: ToUtf8 in capitals, the letters with accents of its code page
+/// among them.
+std::string FoldName(std::string_view name);
 
 /// FNV-1a, 64 bits: the same in every version of the program, which std::hash does not promise.
 uint64_t HashText(std::string_view text);
@@ -47,7 +53,7 @@ uint64_t HashText(std::string_view text);
 /// A name, on one line: ToUtf8, with "\x1B" for such a character, "\u202E" beyond the first 256.
 std::string DisplayName(std::string_view name);
 /// The same for a text of several lines: its line feeds and tabs stay, and only its bytes that are no UTF-8 are taken
-/// as Latin-1.
+/// as characters of the game's code page.
 std::string DisplayText(std::string_view text);
 /// The same for JSON that is printed: characters become JSON's own escapes, so that it says what it said.
 std::string DisplayJson(std::string json);

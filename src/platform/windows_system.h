@@ -17,7 +17,7 @@
 
 namespace veldra {
 
-/// UTF-8 to UTF-16; bytes that are no UTF-8 are taken as Latin-1.
+/// UTF-8 to UTF-16; bytes that are no UTF-8 are taken as the game's code page.
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 

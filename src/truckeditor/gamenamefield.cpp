@@ -15,11 +15,11 @@ namespace {
 
 /// The game's files have a byte a letter.
 std::string ToGameText(const QString& text) {
-  return text.toLatin1().toStdString();
+  return ToCodePage(text.toStdString()).value_or("");
 }
 
 bool IsGameText(const QString& text) {
-  return QString::fromLatin1(text.toLatin1()) == text;
+  return ToCodePage(text.toStdString()).has_value();
 }
 
 std::string FolderOf(const CSettings& settings, int type) {

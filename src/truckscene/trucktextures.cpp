@@ -58,7 +58,7 @@ std::unique_ptr<STextureImage> CTruckTextures::Read(const std::string& name) {
 }
 
 const STextureImage* CTruckTextures::Known(const std::string& name) {
-  const auto [row, is_new] = images_.try_emplace(UpperCase(TruckFileName(name, kTypeRaw)));
+  const auto [row, is_new] = images_.try_emplace(FoldName(TruckFileName(name, kTypeRaw)));
   if (is_new) row->second = Read(name);
   return row->second.get();
 }

@@ -55,27 +55,36 @@ TEST(Text, BecomesUtf8) {
       {"plain", "plain"},
       {"\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x9A\x9A", "\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x9A\x9A"},
       {"M\xFCller", "M\xC3\xBCller"},
-      {"\xC3", "\xC3\x83"},                                      // cut short
-      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                          // longer than needed
-      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"},              // half a surrogate pair
-      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xC2\x80\xC2\x80"},  // beyond the last character
+      {"\x80\x9F\x81", "\xE2\x82\xAC\xC5\xB8\xC2\x81"},                  // the code page's own, one that it leaves open
+      {"\xC3", "\xC3\x83"},                                              // cut short
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                                  // longer than needed
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},                  // half a surrogate pair
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"},  // beyond the last character
   };
   for (const auto& [bytes, utf8] : kCases)
     EXPECT_EQ(ToUtf8(bytes), utf8) << utf8;
+  for (int byte = 1; byte < 0x100; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    EXPECT_EQ(ToCodePage(ToUtf8(text)), text);
+    EXPECT_EQ(FoldName(FoldName(text)), FoldName(text));
+  }
+  EXPECT_EQ(ToCodePage("\xF0\x9F\x9A\x9A"), std::nullopt);
+  EXPECT_EQ(FoldName("\x9A\x9C\x9E\xFF\xF7z\xE9\x80"), FoldName("\x8A\x8C\x8E\x9F\xF7Z\xC9\x80"));
+  EXPECT_NE(FoldName("\xD7"), FoldName("\xF7")) << "times and divided by are no letters";
 }
 
 TEST(Text, ShowsWhatNobodySees) {
   const std::pair<std::string, const char*> kCases[] = {
       {"plain \xC3\xA4", "plain \xC3\xA4"},
       {"a\x1B[2J\n\t\x7F", "a\\x1B[2J\\x0A\\x09\\x7F"},
-      {"\x9B"
-       "31m\xE9",
-       "\\x9B"
-       "31m\xC3\xA9"},  // Latin-1
+      {"\x8F"
+       "31m\x80\xE9",
+       "\\x8F"
+       "31m\xE2\x82\xAC\xC3\xA9"},  // a byte a letter
       {"\xC2\x9B"
        "31m\xC2\xA0",
        "\\x9B"
-       "31m\xC2\xA0"},  // the same in UTF-8
+       "31m\xC2\xA0"},  // in UTF-8
       {"\xE2\x80\xAE"
        "WAR.A\xE2\x81\xA6",
        "\\u202EWAR.A\\u2066"},

@@ -10,6 +10,7 @@
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "settings/preferencesdlg.h"
 #include "ui/qstrings.h"
 
@@ -33,16 +34,20 @@ void CFileCommands::New() {
 }
 
 void CFileCommands::AskAndOpen() {
-  const auto files = app_.Questions().AskOpenFiles(
-      {.title = "Open",
-       .filters = {{.label = "MTM Model *.bin", .pattern = "*.bin"}, {.label = "All Files *.*", .pattern = "*.*"}},
-       .directory = app_.ModelDirectory(),
-       .name = {},
-       .default_extension = "bin",
-       .offers_read_only = true});
+  const auto files =
+      app_.Questions().AskOpenFiles({.title = "Open",
+                                     .filters = {{.label = "MTM Model *.bin", .pattern = "*.bin"},
+                                                 {.label = "Models in an archive *.pod", .pattern = "*.pod"},
+                                                 {.label = "All Files *.*", .pattern = "*.*"}},
+                                     .directory = app_.ModelDirectory(),
+                                     .name = {},
+                                     .default_extension = "bin",
+                                     .offers_read_only = true});
   if (!files) return;
-  for (const std::string& path : files->paths)
-    OpenFile(path, files->read_only);
+  for (const std::string& path : files->paths) {
+    const bool is_archive = EqualNoCase(ExtensionPart(path), "POD");
+    is_archive ? tools_.OpenModelsOf(path) : OpenFile(path, files->read_only);
+  }
 }
 
 bool CFileCommands::OpenFile(const std::string& path, bool read_only) {
@@ -149,8 +154,14 @@ void CFileCommands::Recover() {
     app_.Questions().Message({.text = "There are no unsaved documents to recover."});
 }
 
+void CFileCommands::EditInArchive() {
+  Active().EditInArchive();
+  app_.Say(Active().Title() + " can be changed now; Save gives the archive what it becomes");
+}
+
 void CFileCommands::ReportSaved(bool saved) {
   if (!saved) return;
+  if (Active().ArchivePlace() != nullptr) return app_.Say("Saved " + Active().Title());
   app_.RecentFiles().Add(Active().Path());
   app_.Say("Saved " + Active().Path());
 }

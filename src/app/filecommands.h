@@ -22,6 +22,7 @@ class CFileCommands {
   void Save();
   void SaveAs();
   void Reload();
+  void EditInArchive();
   void EarlierStates();
   void Recover();
   void Preferences();

@@ -119,11 +119,11 @@ void CMainFrame::WatchFiles() {
                                     }},
                                this);
   connect(windows_.get(), &CDocumentWindows::DocumentsChanged, watch, &CFileWatch::Follow);
-  connect(tools_.get(), &CToolCommands::TrucksChanged, watch, &CFileWatch::Follow);
+  connect(tools_.get(), &CToolCommands::FilesChanged, watch, &CFileWatch::Follow);
 }
 
 QList<CFileDocument*> CMainFrame::Documents() const {
-  QList<CFileDocument*> documents = tools_->Trucks();
+  QList<CFileDocument*> documents = tools_->Documents();
   for (CTarnDoc* document : windows_->Documents())
     documents.append(document);
   return documents;
@@ -293,7 +293,7 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 }
 
 bool CMainFrame::MayCloseAll() {
-  return MayCloseModels() && tools_->MayCloseTrucks();
+  return MayCloseModels() && tools_->MayCloseDocuments();
 }
 
 bool CMainFrame::MayCloseModels() {

@@ -29,7 +29,14 @@ void RecoverModel(CTarn2App& app, CDocumentWindows& windows, const SLeftover& le
 }
 
 void Recover(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, const SLeftover& leftover) {
-  leftover.label.kind == ECopyKind::kTruck ? tools.RecoverTruck(leftover) : RecoverModel(app, windows, leftover);
+  switch (leftover.label.kind) {
+    case ECopyKind::kModel:
+      return RecoverModel(app, windows, leftover);
+    case ECopyKind::kTruck:
+      return tools.RecoverTruck(leftover);
+    case ECopyKind::kArchive:
+      return tools.RecoverArchive(leftover);
+  }
 }
 
 /// False when one of them cannot be deleted.

@@ -31,6 +31,14 @@ std::shared_ptr<CTarnDoc> CTarn2App::FindDocument(const std::string& path) {
   return nullptr;
 }
 
+std::shared_ptr<CTarnDoc> CTarn2App::FindDocument(const SArchivePlace& place) {
+  for (const auto& document : OpenDocuments()) {
+    const SArchivePlace* const other = document->ArchivePlace();
+    if (other != nullptr && other->IsSame(place)) return document;
+  }
+  return nullptr;
+}
+
 std::shared_ptr<CTarnDoc> CTarn2App::MakeDocument() {
   return std::make_shared<CTarnDoc>(Services());
 }
@@ -50,6 +58,11 @@ std::shared_ptr<CTarnDoc> CTarn2App::OpenDocument(const std::string& path, bool 
   if (!document->OnOpenDocument(AbsolutePath(path), read_only)) return nullptr;
   recent_files_.Add(document->Path());
   return Take(std::move(document));
+}
+
+std::shared_ptr<CTarnDoc> CTarn2App::OpenFromArchive(const SArchivePlace& place) {
+  auto document = MakeDocument();
+  return document->OpenFromArchive(place) ? Take(std::move(document)) : nullptr;
 }
 
 std::shared_ptr<CTarnDoc> CTarn2App::OpenEarlierState(const CTarnDoc& document, uint64_t id) {
@@ -137,6 +150,10 @@ SDocumentServices CTarn2App::Services() {
                                             const std::string& path) { return IsOpenReadOnlyElsewhere(asking, path); },
       .earlier_states = &earlier_states_,
       .make_picture = [this](const CTarnDoc& document) { return make_picture_ ? make_picture_(document) : SImage(); },
+      .save_into_archive =
+          [this](const SArchivePlace& place, std::span<const uint8_t> bytes) {
+            return save_into_archive_ && save_into_archive_(place, bytes);
+          },
       .say = [this](const std::string& text) { Say(text); }};
 }
 

@@ -49,12 +49,21 @@ class CTarn2App {
   /// Who makes the small pictures of the earlier states.
   void SetPictureMaker(PictureMaker make_picture) { make_picture_ = std::move(make_picture); }
 
+  /// Who saves into archives, which may be open in a window.
+  void SetArchiveSaver(std::function<bool(const SArchivePlace& place, std::span<const uint8_t> bytes)> save) {
+    save_into_archive_ = std::move(save);
+  }
+
   /// The open document of PATH, or null.
   std::shared_ptr<CTarnDoc> FindDocument(const std::string& path);
   /// An empty one without a path.
   std::shared_ptr<CTarnDoc> NewDocument();
   /// Loads PATH into a new document. Null when that fails; the user has been told then.
   std::shared_ptr<CTarnDoc> OpenDocument(const std::string& path, bool read_only = false);
+  /// The model of PLACE. Null when it cannot be opened; the user has been told then.
+  std::shared_ptr<CTarnDoc> OpenFromArchive(const SArchivePlace& place);
+  /// The open document of PLACE, or null.
+  std::shared_ptr<CTarnDoc> FindDocument(const SArchivePlace& place);
   /// The earlier state ID of DOCUMENT as a document without a path. Null when that fails; the user has been told then.
   std::shared_ptr<CTarnDoc> OpenEarlierState(const CTarnDoc& document, uint64_t id);
   /// What an earlier program left unsaved as a document. Null when that fails; the user has been told then.
@@ -90,6 +99,7 @@ class CTarn2App {
   CRecoveryKeeper recovery_;
   PictureMaker make_picture_;
   std::function<void(const std::string& text)> say_;
+  std::function<bool(const SArchivePlace& place, std::span<const uint8_t> bytes)> save_into_archive_;
   std::vector<std::weak_ptr<CTarnDoc>> documents_;
 };
 

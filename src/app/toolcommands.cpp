@@ -2,12 +2,16 @@
 
 #include <algorithm>
 
+#include "archive/filetypes.h"
+#include "archive/podedit.h"
 #include "archive/stockbuilder.h"
 #include "interchange/importmeshesdlg.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "podtools/podcreatordlg.h"
 #include "podtools/podextractordlg.h"
+#include "podtools/podmodelsdlg.h"
 #include "truckeditor/truckeditordlg.h"
 
 namespace veldra {
@@ -23,10 +27,14 @@ void BringToFront(QWidget& window) {
 }  // namespace
 
 CToolCommands::CToolCommands(CTarn2App& app, CDocumentWindows& windows, QWidget& window)
-    : app_(app), windows_(windows), window_(window), stock_(DirectoryPart(app_.SettingsPath())) {}
+    : app_(app), windows_(windows), window_(window), stock_(DirectoryPart(app_.SettingsPath())) {
+  app_.SetArchiveSaver(
+      [this](const SArchivePlace& place, std::span<const uint8_t> bytes) { return SaveIntoArchive(place, bytes); });
+}
 
 /// Before the settings and the stock files that they look at.
 CToolCommands::~CToolCommands() {
+  app_.SetArchiveSaver({});
   delete extractor_;
   delete creator_;
   qDeleteAll(TruckEditors());
@@ -40,13 +48,80 @@ SToolServices CToolCommands::Services() {
           .stock = stock_,
           .default_colors = app_.DefaultColors(),
           .game_folder = app_.InstallationDirectory(),
-          .show_archive = [this](const std::string& path) { OpenArchive(path); }};
+          .show_archive = [this](const std::string& path) { OpenArchive(path); },
+          .open_entry = [this](const CPodDocument& archive, size_t entry) { OpenEntry(archive, entry); },
+          .save_into_archive =
+              [this](const std::string& path, const std::string& name, std::span<const uint8_t> bytes) {
+                return SaveIntoArchive({path, name}, bytes);
+              }};
+}
+
+void CToolCommands::OpenEntry(const CPodDocument& archive, size_t entry) {
+  const SArchivePlace place = {archive.Path(), std::string(archive.Entries()[entry].Name())};
+  TypeOfFile(place.entry) == kTypeTrk ? OpenTruck(place) : OpenModel(place);
+}
+
+void CToolCommands::OpenModel(const SArchivePlace& place) {
+  const auto open = app_.FindDocument(place);
+  const auto document = open != nullptr ? open : app_.OpenFromArchive(place);
+  if (document == nullptr) return;
+  if (open != nullptr)
+    windows_.Activate(*open);
+  else
+    windows_.AddView(document, true);
+  window_.activateWindow();
+  const std::string& note = document->TextureNote();
+  app_.Say("Opened " + document->Title() + " read-only" + (note.empty() ? "" : ": " + note));
+}
+
+void CToolCommands::OpenTruck(const SArchivePlace& place) {
+  for (CTruckEditorDlg* editor : TruckEditors()) {
+    const SArchivePlace* const other = editor->Document().ArchivePlace();
+    if (other != nullptr && other->IsSame(place)) return BringToFront(*editor);
+  }
+  TruckEditor().OpenFromArchive(place);
+}
+
+bool CToolCommands::OpenModelsOf(const std::string& path) {
+  CPodModelsDlg dialog(Services(), &window_);
+  if (!dialog.LoadArchive(path)) return false;
+  if (dialog.exec() != QDialog::Accepted) return true;
+  if (dialog.WantsArchive()) return OpenArchive(path);
+  for (const size_t entry : dialog.Chosen())
+    OpenEntry(dialog.Archive(), entry);
+  return true;
+}
+
+/// What is unsaved in the archive's own window is saved with it or stays there, as the user likes.
+bool CToolCommands::SaveIntoArchive(const SArchivePlace& place, std::span<const uint8_t> bytes) {
+  CQuestions& questions = app_.Questions();
+  CArchiveDocument* const open = extractor_ != nullptr && IsSameFile(extractor_->Document().Path(), place.archive)
+                                     ? &extractor_->Document()
+                                     : nullptr;
+  if (open != nullptr && open->IsModified()) {
+    const SMessage question = {.text = Format("%s has unsaved changes in the POD Extractor.\nSave them too?",
+                                              FileNamePart(place.archive).c_str()),
+                               .icon = EIcon::kQuestion};
+    if (questions.AskYesNo(question) != EAnswer::kYes || !open->Save(open->Path())) return false;
+  }
+  CPodDocument archive;
+  SError error;
+  if (!archive.Load(place.archive, &error)) return questions.Fail(kFailedToLoadPod, error.what);
+  const auto found = archive.FindAll(place.entry);
+  if (found.empty())
+    return questions.Fail(Format("\"%s\" is not in the archive any more.", DisplayName(place.entry).c_str()),
+                          place.archive);
+  if (!ReplaceInPod(questions, archive, found.back(), bytes)) return false;
+  if (open != nullptr) open->Reload();
+  return true;
 }
 
 CPodExtractorDialog& CToolCommands::Extractor() {
   if (extractor_ == nullptr) {
     extractor_ = new CPodExtractorDialog(Services(), &window_);
     extractor_->setAttribute(Qt::WA_DeleteOnClose);
+    app_.Recovery().Watch(extractor_->Document());
+    connect(&extractor_->Document(), &CArchiveDocument::Loaded, this, &CToolCommands::FilesChanged);
   }
   BringToFront(*extractor_);
   return *extractor_;
@@ -62,6 +137,11 @@ void CToolCommands::ShowExtractor() {
 
 bool CToolCommands::OpenArchive(const std::string& path) {
   return Extractor().LoadArchive(path);
+}
+
+void CToolCommands::RecoverArchive(const SLeftover& leftover) {
+  CPodExtractorDialog& extractor = Extractor();
+  if (extractor.MayLeave()) app_.Recovery().TakeOver(leftover, extractor.Document());
 }
 
 void CToolCommands::ShowCreator() {
@@ -108,7 +188,7 @@ CTruckEditorDlg& CToolCommands::NewTruckEditor() {
   editor->setAttribute(Qt::WA_DeleteOnClose);
   truck_editors_.append(editor);
   app_.Recovery().Watch(editor->Document());
-  connect(&editor->Document(), &CTruckDocument::FileChanged, this, &CToolCommands::TrucksChanged);
+  connect(&editor->Document(), &CTruckDocument::FileChanged, this, &CToolCommands::FilesChanged);
   return *editor;
 }
 
@@ -124,7 +204,7 @@ void CToolCommands::ShowTruckEditor() {
 }
 
 bool CToolCommands::OpenTruck(const std::string& path) {
-  for (CFileDocument* truck : Trucks()) {
+  for (CFileDocument* truck : Documents()) {
     if (!IsSameFile(truck->Path(), path)) continue;
     Activate(*truck);
     return true;
@@ -142,23 +222,30 @@ void CToolCommands::RecoverTruck(const SLeftover& leftover) {
   if (app_.Recovery().TakeOver(leftover, editor.Document())) BringToFront(editor);
 }
 
-QList<CFileDocument*> CToolCommands::Trucks() const {
-  QList<CFileDocument*> trucks;
+QList<CFileDocument*> CToolCommands::Documents() const {
+  QList<CFileDocument*> documents;
   for (CTruckEditorDlg* editor : TruckEditors())
-    trucks.append(&editor->Document());
-  return trucks;
+    documents.append(&editor->Document());
+  if (extractor_ != nullptr && !extractor_->Document().Path().empty()) documents.append(&extractor_->Document());
+  return documents;
 }
 
 void CToolCommands::Activate(const CFileDocument& document) {
   for (CTruckEditorDlg* editor : TruckEditors())
     if (&editor->Document() == &document) BringToFront(*editor);
+  if (extractor_ != nullptr && &extractor_->Document() == &document) BringToFront(*extractor_);
 }
 
-bool CToolCommands::MayCloseTrucks() {
-  return std::ranges::all_of(TruckEditors(), [](CTruckEditorDlg* editor) {
-    if (editor->Document().IsModified()) BringToFront(*editor);
-    return editor->MayLeave();
-  });
+bool CToolCommands::MayCloseDocuments() {
+  const auto may_close_archive = [this] {
+    if (extractor_ == nullptr || !extractor_->Document().IsModified()) return true;
+    BringToFront(*extractor_);
+    return extractor_->MayLeave();
+  };
+  return may_close_archive() && std::ranges::all_of(TruckEditors(), [](CTruckEditorDlg* editor) {
+           if (editor->Document().IsModified()) BringToFront(*editor);
+           return editor->MayLeave();
+         });
 }
 
 // --- Imports -------------------------------------------------------------------------------------------------------

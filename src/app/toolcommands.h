@@ -43,14 +43,20 @@ class CToolCommands : public QObject {
   // Each opens a file in its window. False when it could not be opened; the user has been told then.
   bool OpenArchive(const std::string& path);
   bool OpenTruck(const std::string& path);
+  /// A model or a truck of ARCHIVE, which is as it is on the disk.
+  void OpenEntry(const CPodDocument& archive, size_t entry);
+  /// Lets the user choose among the models of the archive, and opens them read-only. False when it cannot be loaded.
+  bool OpenModelsOf(const std::string& path);
   /// What an earlier program left unsaved, in a window of its own unless that of the editor is free.
   void RecoverTruck(const SLeftover& leftover);
-  /// Those that are open.
-  QList<CFileDocument*> Trucks() const;
-  /// The window of DOCUMENT, if it is a truck, comes to the front.
+  /// Into the extractor, after asking about what is unsaved in it.
+  void RecoverArchive(const SLeftover& leftover);
+  /// The trucks and the archive that are open.
+  QList<CFileDocument*> Documents() const;
+  /// The window of DOCUMENT, if it is one of those, comes to the front.
   void Activate(const CFileDocument& document);
-  /// Asks about each truck with unsaved changes, and saves where the user wants it. False: one stays open.
-  bool MayCloseTrucks();
+  /// Asks about each of them with unsaved changes, and saves where the user wants it. False: one stays open.
+  bool MayCloseDocuments();
   // For files that are dropped or named on the command line; always true, as what fails is told.
   bool Import3dsFile(const std::string& path);
   bool ImportWavefrontFile(const std::string& path);
@@ -59,11 +65,14 @@ class CToolCommands : public QObject {
   bool CloseWindows();
 
  signals:
-  /// Which are open, or where their files are.
-  void TrucksChanged();
+  /// Which documents are open, or where their files are.
+  void FilesChanged();
 
  private:
   SToolServices Services();
+  void OpenModel(const SArchivePlace& place);
+  void OpenTruck(const SArchivePlace& place);
+  bool SaveIntoArchive(const SArchivePlace& place, std::span<const uint8_t> bytes);
   SImportServices ImportServices();
   CPodExtractorDialog& Extractor();
   QList<CTruckEditorDlg*> TruckEditors() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <functional>
 #include <memory>
 #include <new>
 
@@ -36,9 +37,9 @@ SPodEntry MakeEntry(const SPodRecord& record, uint64_t data_start, uint64_t arch
           .fault = FaultOf(record, data_start, archive_length)};
 }
 
-/// One spelling for all that mean one name: as it is shown, upper-cased, with the archive's separator.
+/// One spelling for all that mean one name, with the archive's separator.
 std::string LookUpName(std::string_view name) {
-  std::string wanted = UpperCase(ToUtf8(name));
+  std::string wanted = FoldName(name);
   std::replace(wanted.begin(), wanted.end(), '/', '\\');
   return wanted;
 }
@@ -137,6 +138,47 @@ bool CPodDocument::Parse(CFileBytes head, uint64_t archive_length, SDiagnosis& d
   return false;
 }
 
+SFilePart CPodDocument::PartOf(const SPodEntry& entry) const {
+  if (entry.fault != EPodFault::kNone) return {};
+  if (entry.file > 0) return files_[entry.file - 1];
+  return {path_, entry.offset, entry.length};
+}
+
+bool CPodDocument::IsChanged(const SPodEntry& entry) const {
+  if (entry.file > 0) return true;
+  const auto* const field = reinterpret_cast<const uint8_t*>(entry.name_field);
+  const auto head = head_.View();
+  return std::less<>()(field, head.data()) || !std::less<>()(field, head.data() + head.size());
+}
+
+SPodEntry CPodDocument::Renamed(SPodEntry entry, std::string_view name) {
+  auto& field = new_names_.emplace_back();
+  std::copy_n(name.begin(), std::min(name.size(), kPodNameSize - 1), field.begin());
+  entry.name_field = field.data();
+  return entry;
+}
+
+SPodEntry CPodDocument::NewEntry(std::string_view name, const SFilePart& bytes, uint32_t length) {
+  files_.push_back(bytes);
+  return Renamed({.length = length, .file = static_cast<uint32_t>(files_.size())}, name);
+}
+
+void CPodDocument::SetEntries(std::vector<SPodEntry> entries) {
+  entries_ = std::move(entries);
+  by_file_name_.clear();
+}
+
+std::optional<size_t> CPodDocument::MeasureFiles() {
+  for (size_t i = 0; i < entries_.size(); ++i) {
+    if (entries_[i].file == 0 || PartOf(entries_[i]).length) continue;
+    const std::string& path = files_[entries_[i].file - 1].path;
+    const auto length = IsFile(path) ? FileLength(path) : std::nullopt;
+    if (!length || *length > UINT32_MAX) return i;
+    entries_[i].length = static_cast<uint32_t>(*length);
+  }
+  return std::nullopt;
+}
+
 std::string CPodDocument::Comment() const {
   CByteReader reader(head_.View());
   reader.Seek(kCommentOffset);
@@ -188,7 +230,7 @@ std::optional<size_t> CPodDocument::FindFile(std::string_view file_name) const {
 
 std::optional<CFileBytes> CPodDocument::ReadEntry(size_t entry, SError* error, size_t limit) const {
   const SPodEntry& wanted = entries_.at(entry);
-  if (wanted.fault == EPodFault::kNone) return ReadFilePart({path_, wanted.offset, wanted.length}, error, limit);
+  if (wanted.fault == EPodFault::kNone) return ReadFilePart(PartOf(wanted), error, limit);
   Fail(error, PodFaultText(wanted.fault));
   return std::nullopt;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
 #include <string>
@@ -43,6 +45,7 @@ struct SPodEntry {
   uint32_t length = 0;               ///< in bytes: the stored size
   EPodFault fault = EPodFault::kNone;
   bool extracted = false;  ///< has been written out since the archive was loaded
+  uint32_t file = 0;       ///< 0: its bytes are in the archive; else in another file, see CPodDocument::PartOf
 
   /// Whole, as stored: "ART\SKY.RAW".
   std::string_view Name() const;
@@ -53,7 +56,8 @@ struct SPodEntry {
 };
 
 /// An archive as the extractor and the creator see it: its directory with every entry checked against the archive's
-/// length. Only the directory is kept in memory. Can be moved.
+/// length. Only the directory is kept in memory. Can be moved. The list of entries can be changed (podchanges.h does
+/// so) without anything being written: it is then the archive that SavePod would make.
 class CPodDocument {
  public:
   CPodDocument() = default;
@@ -77,6 +81,14 @@ class CPodDocument {
   std::span<const SPodEntry> Entries() const { return entries_; }
   void MarkExtracted(size_t entry) { entries_[entry].extracted = true; }
 
+  /// Where the bytes of ENTRY are: in the archive, or in the file that it is to be taken from (without a length: all of
+  /// it). No path for a faulty entry.
+  SFilePart PartOf(const SPodEntry& entry) const;
+  /// ENTRY is not as the archive on the disk has it.
+  bool IsChanged(const SPodEntry& entry) const;
+  /// The header and the directory as they are on the disk.
+  std::span<const uint8_t> Head() const { return head_.View(); }
+
   /// The positions of the entries that NAME means, in any letter case and with either separator, in directory order: a
   /// name with a folder is the whole name, one without is that of a file in any folder.
   std::vector<size_t> FindAll(std::string_view name) const;
@@ -89,6 +101,18 @@ class CPodDocument {
   /// The bytes of one entry, read now; refused when there are more than LIMIT.
   std::optional<CFileBytes> ReadEntry(size_t entry, SError* error = nullptr, size_t limit = kLargestFilePart) const;
 
+  // --- For who changes the list --------------------------------------------------------------------------------------
+  /// An entry NAME (cut off behind 31 bytes) that is in no list yet: LENGTH bytes, at BYTES, which is no part of this
+  /// archive.
+  SPodEntry NewEntry(std::string_view name, const SFilePart& bytes, uint32_t length);
+  /// ENTRY under another name.
+  SPodEntry Renamed(SPodEntry entry, std::string_view name);
+  /// ENTRIES come from this document.
+  void SetEntries(std::vector<SPodEntry> entries);
+  /// Asks the files that whole entries are to be taken from how long they are now. The position of the first entry
+  /// whose file cannot be read, or is too long for an archive.
+  std::optional<size_t> MeasureFiles();
+
  private:
   void BuildIndex() const;
 
@@ -97,6 +121,8 @@ class CPodDocument {
   uint64_t archive_length_ = 0;
   int64_t modified_ = 0;
   std::vector<SPodEntry> entries_;
+  std::deque<std::array<char, kPodNameSize>> new_names_;  ///< that the directory on the disk does not have
+  std::vector<SFilePart> files_;                          ///< of entries that are not in the archive on the disk
   /// By upper-cased file name, positions in directory order; made at the first look-up.
   mutable std::unordered_map<std::string, std::vector<uint32_t>> by_file_name_;
 };

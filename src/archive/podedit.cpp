@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -14,11 +15,14 @@ namespace veldra {
 
 namespace {
 
+constexpr const char* kChangedSourceText = "It has changed while the archive was written.";
+
 /// An entry of the archive to be.
 struct SPart {
   std::array<char, kPodNameSize> name_field = {};
   SFilePart bytes;
   uint64_t length = 0;
+  const uint8_t* memory = nullptr;  ///< the bytes themselves, in place of where they are
 };
 
 void SetName(SPart& part, const std::string& name) {
@@ -27,36 +31,38 @@ void SetName(SPart& part, const std::string& name) {
 }
 
 SPart PartOf(const CPodDocument& archive, const SPodEntry& entry) {
-  SPart part{.bytes = {archive.Path(), entry.offset, entry.length}, .length = entry.length};
+  SPart part{.bytes = archive.PartOf(entry), .length = entry.length};
   std::copy_n(entry.name_field, kPodNameSize, part.name_field.begin());
   return part;
 }
 
 std::vector<SPart> PartsOf(const CPodDocument& archive) {
   std::vector<SPart> parts;
+  parts.reserve(archive.Entries().size() + 1);
   for (const SPodEntry& entry : archive.Entries())
     parts.push_back(PartOf(archive, entry));
   return parts;
 }
 
-/// Writes PARTS in place of ARCHIVE.
+/// Writes PARTS, with the comment of ARCHIVE, to PATH.
 class CPodRewriter {
  public:
-  CPodRewriter(CQuestions& questions, const CPodDocument& archive, const std::vector<SPart>& parts)
-      : questions_(questions), archive_(archive), parts_(parts), file_(archive.Path()) {}
+  CPodRewriter(CQuestions& questions, const CPodDocument& archive, const std::vector<SPart>& parts,
+               const std::string& path)
+      : questions_(questions), archive_(archive), parts_(parts), path_(path), file_(path) {
+    total_ = kPodHeaderSize + kPodRecordSize * parts_.size();
+    for (const SPart& part : parts_)
+      total_ += part.length;
+  }
 
   bool Write() {
-    uint64_t total = kPodHeaderSize + kPodRecordSize * parts_.size();
-    for (const SPart& part : parts_)
-      total += part.length;
-    if (total > kLongestArchive)
+    if (total_ > kLongestArchive)
       return questions_.Fail("The archive would be longer than 4 GB, which its offsets cannot tell.");
-    const auto progress = questions_.BeginWork("Writing the archive", true);
-    if (!WriteHead()) return false;
-    uint64_t done = 0;
-    for (const SPart& part : parts_) {
-      done += part.length;
-      if (!Copy(part) || !progress->Step(done, total)) return false;
+    progress_ = questions_.BeginWork("Writing the archive", true);
+    if (!(file_.Open(&error_) && file_.Write(Directory(), &error_))) return FailToWrite();
+    for (size_t i = 0, end = 0; i < parts_.size(); i = end) {
+      end = EndOfRun(i);
+      if (!Copy(i, end)) return false;
     }
     // Some systems replace no file that is open.
     input_.Close();
@@ -64,18 +70,12 @@ class CPodRewriter {
   }
 
  private:
-  bool FailToWrite() {
-    return questions_.Fail(Format("\"%s\" could not be written.", archive_.Path().c_str()), error_.what);
-  }
+  bool FailToWrite() { return questions_.Fail(Format("\"%s\" could not be written.", path_.c_str()), error_.what); }
 
-  bool WriteHead() {
-    std::array<uint8_t, kPodCommentSize> comment = {};
-    if (!input_.Open(archive_.Path(), &error_) || !input_.ReadAt(kPodHeaderSize - kPodCommentSize, comment, &error_))
-      return FailToWrite();
-    input_path_ = archive_.Path();
+  std::vector<uint8_t> Directory() const {
     CByteWriter writer;
     writer.WriteU32(static_cast<uint32_t>(parts_.size()));
-    writer.WriteBytes(comment);
+    writer.WriteBytes(archive_.Head().subspan(kPodHeaderSize - kPodCommentSize, kPodCommentSize));
     uint64_t offset = kPodHeaderSize + kPodRecordSize * parts_.size();
     for (const SPart& part : parts_) {
       writer.WriteBytes({reinterpret_cast<const uint8_t*>(part.name_field.data()), part.name_field.size()});
@@ -83,35 +83,68 @@ class CPodRewriter {
       writer.WriteU32(static_cast<uint32_t>(offset));
       offset += part.length;
     }
-    return (file_.Open(&error_) && file_.Write(writer.Bytes(), &error_)) || FailToWrite();
+    return {writer.Bytes().begin(), writer.Bytes().end()};
   }
 
-  bool Copy(const SPart& part) {
-    if (input_path_ != part.bytes.path && !input_.Open(part.bytes.path, &error_)) return FailToWrite();
-    input_path_ = part.bytes.path;
-    return file_.CopyFrom(input_, part.bytes.offset, part.length, {}, &error_) || FailToWrite();
+  /// Of the parts from BEGIN on those that lie one behind the other in one file are copied as one.
+  size_t EndOfRun(size_t begin) const {
+    const SFilePart& first = parts_[begin].bytes;
+    uint64_t offset = first.offset + parts_[begin].length;
+    size_t end = begin + 1;
+    if (!first.length || parts_[begin].memory != nullptr) return end;
+    for (; end < parts_.size(); ++end) {
+      const SFilePart& next = parts_[end].bytes;
+      if (!next.length || parts_[end].memory != nullptr || next.offset != offset || next.path != first.path) break;
+      offset += parts_[end].length;
+    }
+    return end;
+  }
+
+  bool Copy(size_t begin, size_t end) {
+    const SFilePart& part = parts_[begin].bytes;
+    uint64_t length = 0;
+    for (size_t i = begin; i < end; ++i)
+      length += parts_[i].length;
+    if (parts_[begin].memory != nullptr)
+      return file_.Write({parts_[begin].memory, static_cast<size_t>(length)}, &error_) || FailToWrite();
+    if (input_path_ != part.path && !input_.Open(part.path, &error_)) return FailToWrite();
+    input_path_ = part.path;
+    bool stopped = false;
+    const auto step = [&](uint64_t count) {
+      done_ += count;
+      stopped = !progress_->Step(done_, total_);
+      return !stopped;
+    };
+    if (!file_.CopyFrom(input_, part.offset, length, step, &error_)) return stopped ? false : FailToWrite();
+    if (part.length || input_.LengthNow() == length) return true;
+    return questions_.Fail(Format("\"%s\" could not be read.", part.path.c_str()), kChangedSourceText);
   }
 
   CQuestions& questions_;
   const CPodDocument& archive_;
   const std::vector<SPart>& parts_;
+  const std::string& path_;
   CReplacement file_;
+  std::unique_ptr<CProgress> progress_;
   CInputFile input_;
   std::string input_path_;
+  uint64_t total_ = 0;
+  uint64_t done_ = 0;
   SError error_;
 };
+
+bool CheckKept(CQuestions& questions, const SPodEntry& entry) {
+  if (entry.fault == EPodFault::kNone) return true;
+  return questions.Fail(
+      Format("\"%s\" is damaged: %s.", DisplayName(entry.Name()).c_str(), PodFaultText(entry.fault).c_str()),
+      "The archive cannot be written anew while it is in it.");
+}
 
 /// KEPT: the entries among PARTS that a change is not about.
 bool Rewrite(CQuestions& questions, const CPodDocument& archive, const std::vector<SPart>& parts,
              const std::vector<size_t>& kept) {
-  for (const size_t i : kept) {
-    const SPodEntry& entry = archive.Entries()[i];
-    if (entry.fault != EPodFault::kNone)
-      return questions.Fail(
-          Format("\"%s\" is damaged: %s.", DisplayName(entry.Name()).c_str(), PodFaultText(entry.fault).c_str()),
-          "The archive cannot be written anew while it is in it.");
-  }
-  return CPodRewriter(questions, archive, parts).Write();
+  const bool are_good = std::ranges::all_of(kept, [&](size_t i) { return CheckKept(questions, archive.Entries()[i]); });
+  return are_good && CPodRewriter(questions, archive, parts, archive.Path()).Write();
 }
 
 std::vector<size_t> AllBut(const CPodDocument& archive, const std::set<size_t>& without) {
@@ -152,6 +185,12 @@ std::optional<size_t> FindOneEntry(CQuestions& questions, const CPodDocument& ar
     list += DisplayName(archive.Entries()[entry].Name()) + "\n";
   questions.Fail(Format("\"%s\" means %zu entries of the archive.", name.c_str(), found.size()), list);
   return std::nullopt;
+}
+
+bool SavePod(CQuestions& questions, const CPodDocument& archive, const std::string& path) {
+  const auto is_good = [&](const SPodEntry& entry) { return CheckKept(questions, entry); };
+  const std::vector<SPart> parts = PartsOf(archive);
+  return std::ranges::all_of(archive.Entries(), is_good) && CPodRewriter(questions, archive, parts, path).Write();
 }
 
 bool AddToPod(CQuestions& questions, const CPodDocument& archive, const std::vector<SPodSource>& sources) {
@@ -208,6 +247,14 @@ bool ReplaceInPod(CQuestions& questions, const CPodDocument& archive, const std:
   parts[*entry].bytes = {path};
   parts[*entry].length = *length;
   return Rewrite(questions, archive, parts, AllBut(archive, {*entry}));
+}
+
+bool ReplaceInPod(CQuestions& questions, const CPodDocument& archive, size_t entry, std::span<const uint8_t> bytes) {
+  std::vector<SPart> parts = PartsOf(archive);
+  static constexpr uint8_t kNothing = 0;
+  parts[entry].memory = bytes.empty() ? &kNothing : bytes.data();
+  parts[entry].length = bytes.size();
+  return Rewrite(questions, archive, parts, AllBut(archive, {entry}));
 }
 
 }  // namespace veldra

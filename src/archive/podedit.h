@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "archive/poddocument.h"
@@ -22,6 +24,12 @@ bool RenameInPod(CQuestions& questions, const CPodDocument& archive, const std::
                  const std::string& new_name);
 /// NAME means one entry, which gets the bytes of the file at PATH.
 bool ReplaceInPod(CQuestions& questions, const CPodDocument& archive, const std::string& name, const std::string& path);
+/// The same for a position and BYTES.
+bool ReplaceInPod(CQuestions& questions, const CPodDocument& archive, size_t entry, std::span<const uint8_t> bytes);
+
+/// Writes ARCHIVE with its entries as they are now (see podchanges.h) to PATH, which may be its own: the archive that
+/// it stands for is then another one, and has to be loaded again.
+bool SavePod(CQuestions& questions, const CPodDocument& archive, const std::string& path);
 
 /// The one entry that NAME means: of several with the very same name the last, which is the one that the game finds.
 /// Nothing after a message.
@@ -35,5 +43,9 @@ struct SPodFinding {
 };
 /// In directory order.
 std::vector<SPodFinding> TestPod(const CPodDocument& archive);
+
+/// Entries of ENTRIES (positions) that have bytes in common with the one before them in the archive, as pairs, the one
+/// that begins first the first. Those without bytes, or that are to be taken from other files, share none.
+std::vector<std::pair<size_t, size_t>> FindSharedBytes(const CPodDocument& archive, std::vector<size_t> entries);
 
 }  // namespace veldra

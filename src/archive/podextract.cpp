@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "archive/extractplan.h"
+#include "archive/podedit.h"
 #include "platform/files.h"
 #include "platform/inputfile.h"
 #include "platform/outputfolder.h"
@@ -43,6 +44,7 @@ class CExtraction {
   bool OpenArchive();
   std::vector<size_t> WorkList() const;
   void ShowRefused(const std::vector<SRefusedEntry>& refused);
+  void ShowShared(const std::vector<SExtractStep>& steps);
   /// The steps to be taken, or nothing when Cancel was answered.
   std::optional<std::vector<SExtractStep>> Confirm(const std::vector<SExtractStep>& steps);
   /// What all of them will hold, in bytes.
@@ -86,6 +88,7 @@ SExtractResult CExtraction::Run() {
   }
   result_.refused = plan.Refused().size();
   if (!plan.Refused().empty()) ShowRefused(plan.Refused());
+  ShowShared(plan.Steps());
   const auto steps = Confirm(plan.Steps());
   result_.done = steps && CheckSum(*steps) && CheckSpace(*steps) && WriteAll(*steps);
   return result_;
@@ -130,6 +133,21 @@ void CExtraction::ShowRefused(const std::vector<SRefusedEntry>& refused) {
   }
   if (!details.empty()) text += "\n...";
   Warn(std::move(text), std::move(details));
+}
+
+/// Nothing is wrong with that, but each of them is not a file of its own in the archive.
+void CExtraction::ShowShared(const std::vector<SExtractStep>& steps) {
+  std::vector<size_t> entries;
+  for (const SExtractStep& step : steps)
+    entries.push_back(step.entry);
+  const auto pairs = FindSharedBytes(archive_, std::move(entries));
+  if (pairs.empty()) return;
+  std::string details;
+  const auto name = [&](size_t entry) { return DisplayName(archive_.Entries()[entry].Name()); };
+  for (const auto& [holder, entry] : pairs)
+    details += (details.empty() ? "" : "\n") + name(entry) + " with " + name(holder);
+  Warn(Counted(static_cast<int64_t>(pairs.size()), "file has", "files have") + " bytes in common with another one.",
+       std::move(details));
 }
 
 std::optional<std::vector<SExtractStep>> CExtraction::Confirm(const std::vector<SExtractStep>& steps) {
@@ -183,7 +201,7 @@ bool CExtraction::WriteAll(const std::vector<SExtractStep>& steps) {
   for (size_t i = 0; i < steps.size() && !stopped; ++i) {
     const EWritten written = Write(steps[i], *progress);
     if (written == EWritten::kYes) {
-      archive_.MarkExtracted(steps[i].entry);
+      if (request_.marks) archive_.MarkExtracted(steps[i].entry);
       ++result_.extracted;
     }
     stopped = written == EWritten::kStop || !progress->Step(++done_, all_);
@@ -209,9 +227,12 @@ EWritten CExtraction::Copy(COutputFile& file, const SExtractStep& step, CProgres
     stopped = !progress.Step(done_, all_);
     return !stopped;
   };
-  if (file.CopyFrom(input_, entry.offset, entry.length, tell, &error) && file.Commit(&error)) {
-    return EWritten::kYes;
-  }
+  const SFilePart part = archive_.PartOf(entry);
+  CInputFile other;
+  if (entry.file > 0 && !other.Open(part.path, &error)) return Skip(step, error.what);
+  const CInputFile& input = entry.file > 0 ? other : input_;
+  const uint64_t length = part.length.value_or(input.Length());
+  if (file.CopyFrom(input, part.offset, length, tell, &error) && file.Commit(&error)) return EWritten::kYes;
   // A full disk or a broken archive will not get better with the next file.
   if (!stopped) {
     ++result_.refused;

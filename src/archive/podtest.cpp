@@ -53,21 +53,11 @@ class CPodTest {
   }
 
   void TestOverlaps() {
-    std::vector<size_t> order(archive_.Entries().size());
-    std::iota(order.begin(), order.end(), size_t{0});
-    std::erase_if(order, [&](size_t i) { return Entry(i).length == 0 || Entry(i).fault == EPodFault::kOutside; });
-    std::ranges::stable_sort(order, {}, [&](size_t i) { return Entry(i).offset; });
-    uint64_t end = 0;
-    size_t holder = 0;
-    for (const size_t i : order) {
-      if (Entry(i).offset < end)
-        Add("overlap", Format("%s and %s have bytes in common", Name(holder).c_str(), Name(i).c_str()),
-            {std::min(holder, i), std::max(holder, i)});
-      const uint64_t own_end = uint64_t{Entry(i).offset} + Entry(i).length;
-      if (own_end <= end) continue;
-      end = own_end;
-      holder = i;
-    }
+    std::vector<size_t> all(archive_.Entries().size());
+    std::iota(all.begin(), all.end(), size_t{0});
+    for (const auto& [holder, i] : FindSharedBytes(archive_, std::move(all)))
+      Add("overlap", Format("%s and %s have bytes in common", Name(holder).c_str(), Name(i).c_str()),
+          {std::min(holder, i), std::max(holder, i)});
   }
 
   const CPodDocument& archive_;
@@ -76,6 +66,24 @@ class CPodTest {
 };
 
 }  // namespace
+
+std::vector<std::pair<size_t, size_t>> FindSharedBytes(const CPodDocument& archive, std::vector<size_t> entries) {
+  const auto at = [&](size_t i) -> const SPodEntry& { return archive.Entries()[i]; };
+  std::erase_if(entries,
+                [&](size_t i) { return at(i).length == 0 || at(i).file > 0 || at(i).fault == EPodFault::kOutside; });
+  std::ranges::stable_sort(entries, {}, [&](size_t i) { return at(i).offset; });
+  std::vector<std::pair<size_t, size_t>> pairs;
+  uint64_t end = 0;
+  size_t holder = 0;
+  for (const size_t i : entries) {
+    if (at(i).offset < end) pairs.emplace_back(holder, i);
+    const uint64_t own_end = uint64_t{at(i).offset} + at(i).length;
+    if (own_end <= end) continue;
+    end = own_end;
+    holder = i;
+  }
+  return pairs;
+}
 
 std::vector<SPodFinding> TestPod(const CPodDocument& archive) {
   return CPodTest(archive).Run();

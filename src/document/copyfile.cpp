@@ -16,7 +16,7 @@ namespace {
 // The file: the kind's magic, u32 kVersion, u32 checksum of all that follows, u32 length of the label, the label, u64
 // length of the content, the content packed.
 constexpr size_t kMagicSize = 8;
-constexpr std::string_view kMagics[] = {"VELDCOPY", "VELDTRCK"};  ///< in the order of ECopyKind
+constexpr std::string_view kMagics[] = {"VELDCOPY", "VELDTRCK", "VELDPODS"};  ///< in the order of ECopyKind
 constexpr uint32_t kVersion = 1;
 constexpr size_t kHeaderSize = 8 + 4 + 4;
 constexpr size_t kLargestPicture = size_t{4} * kLargestCopyPicture * kLargestCopyPicture;

@@ -16,7 +16,7 @@
 namespace veldra {
 
 /// What a copy holds.
-enum class ECopyKind { kModel, kTruck };
+enum class ECopyKind { kModel, kTruck, kArchive };
 
 struct SCopyLabel {
   std::string title = {};       ///< the document's title, or the command that led to this state

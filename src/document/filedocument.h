@@ -62,6 +62,8 @@ class CFileDocument {
   virtual bool OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) = 0;
   /// No file holds the document any more.
   virtual void OnFileGone() { SetModified(true); }
+  /// All that its file holds is in memory too, so that it can be written anew when it is gone.
+  virtual bool IsWhole() const { return true; }
 
   /// The files that a document with this path lies in, its own first; none for "".
   std::vector<std::string> FilesOf(const std::string& path) const;

@@ -15,6 +15,9 @@ constexpr const char* kReloadText = "Load \"%s\" again and lose the changes sinc
 constexpr const char* kGoneText =
     "\"%s\" is no longer on the disk.\nThe document stays open and counts as modified: saving it writes the file anew.";
 
+constexpr const char* kGoneForGoodText =
+    "\"%s\" is no longer on the disk.\nNothing of it can be shown or saved until it is there again.";
+
 bool IsLoadingWanted(const CFileDocument& document, const char* text) {
   const SMessage question = {
       .text = Format(text, document.Path().c_str()), .icon = EIcon::kQuestion, .usual = EAnswer::kNo};
@@ -35,7 +38,8 @@ bool IsSettledQuietly(const CFileDocument& document, EFileNews news) {
 
 void SettleFileNews(CFileDocument& document, EFileNews news) {
   if (news == EFileNews::kGone) {
-    const std::string text = Format(kGoneText, document.FileStamp().Gone().c_str());
+    const std::string text =
+        Format(document.IsWhole() ? kGoneText : kGoneForGoodText, document.FileStamp().Gone().c_str());
     document.Questions().Message({.text = text, .icon = EIcon::kWarning});
   } else if (news == EFileNews::kChanged) {
     const char* text = document.IsModified() ? kChangedModifiedText : kChangedText;

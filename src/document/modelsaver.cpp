@@ -27,6 +27,8 @@ constexpr const char* kOverwriteText = "\"%s\" is there already.\nReplace it?";
 constexpr const char* kOverwriteDetails = "All models are saved to this folder, as the preferences say.";
 constexpr const char* kNoFolderText =
     "The folder in which all models are to be saved is not there:\n\"%s\"\n\nSave to \"%s\" instead?";
+constexpr const char* kEntryChangedText =
+    "\"%s\" in \"%s\" has been changed since it was opened.\nSave anyway and lose those changes?";
 constexpr const char* kOtherVariantText = "\"%s\" was last saved as %s.\nSave makes an MTM model of it. Go on?";
 
 constexpr uint32_t kLastHellbenderFaceType = 41;
@@ -76,6 +78,7 @@ class CQuietQuestions : public CUnattendedQuestions {
 // --- The commands ----------------------------------------------------------------------------------------------------
 
 bool CModelSaver::Save() {
+  if (document_.ArchivePlace() != nullptr && !document_.IsReadOnly()) return SaveIntoArchive();
   if (document_.IsReadOnly() || document_.Path().empty()) return SaveAs();
   const CQuestions::CAbout about(document_.Services().questions, document_.Path());
   const auto path = RealPath(document_.Path());
@@ -133,6 +136,23 @@ std::optional<std::string> CModelSaver::RealPath(const std::string& path) {
   if (!IsConfirmed({.text = text, .icon = EIcon::kWarning})) return std::nullopt;
   missed_folder_ = settings.bin_dir;
   return path;
+}
+
+bool CModelSaver::SaveIntoArchive() {
+  const SArchivePlace place = *document_.ArchivePlace();
+  const SDocumentServices& services = document_.Services();
+  const CQuestions::CAbout about(services.questions, document_.Title());
+  if (!services.save_into_archive) return SaveAs();
+  const std::string text = Format(kEntryChangedText, DisplayName(place.entry).c_str(), place.archive.c_str());
+  if (document_.IsEntryChanged() && !IsConfirmed(CarefulQuestion(text))) return false;
+  if (!CheckVariantKept() || !CheckModel()) return false;
+  const std::string name_fault = NameFault(document_.Model());
+  if (!name_fault.empty()) return Fail(kNotSavedText, name_fault);
+  CByteWriter bytes;
+  SaveBin(document_.Model(), {.vertex_normals = document_.Model().HasFaceType(kFaceShiny)}, bytes);
+  if (!services.save_into_archive(place, bytes.Bytes())) return false;
+  document_.TakeSavedEntry(bytes.Bytes());
+  return true;
 }
 
 // --- Questions before the writing ------------------------------------------------------------------------------------

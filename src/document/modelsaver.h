@@ -33,7 +33,8 @@ class CModelSaver {
   CModelSaver& operator=(const CModelSaver&) = delete;
 
   /// The Save command: an MTM model, to the document's path or to the file of its name in the folder where the settings
-  /// want all models. Save as, for a document that is read-only or has no path.
+  /// want all models, or into the archive that it is edited in. Save as, for a document that is read-only or has no
+  /// path.
   bool Save();
   /// The Save as command: checks, then asks for path and variant.
   bool SaveAs();
@@ -52,6 +53,7 @@ class CModelSaver {
   bool WriteHellbender(const std::string& path);
 
  private:
+  bool SaveIntoArchive();
   std::optional<std::string> RealPath(const std::string& path);
   bool CheckModel();
   bool CheckOverwritten(const std::string& path, const std::string& wanted);

@@ -22,6 +22,10 @@ namespace {
 constexpr SModelChange kEverything = {
     .positions = true, .topology = true, .faces = true, .textures = true, .groups = true, .selection = true};
 
+uint64_t HashOf(std::span<const uint8_t> bytes) {
+  return HashText({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
+
 }  // namespace
 
 CTarnDoc::CTarnDoc(const SDocumentServices& services)
@@ -82,6 +86,42 @@ bool CTarnDoc::Load(CBinModel& model, const std::string& path, SDiagnosis* diagn
   if (!LoadBinFile(model, path, context, diagnosis)) return false;
   texture_note_ = finder.Note();
   return true;
+}
+
+bool CTarnDoc::OpenFromArchive(const SArchivePlace& place) {
+  VELDRA_ASSERT(Path().empty() && model_.VertexCount() == 0);
+  const std::string name = DisplayName(FileNamePart(place.entry));
+  const CQuestions::CAbout about(services_.questions, name);
+  SError error;
+  const auto bytes = ReadPlace(place, &error);
+  if (!bytes) return ShowError(Format("\"%s\" could not be opened.", name.c_str()), error.what);
+  auto finder =
+      CModelTextureFinder::InArchive(services_.textures, services_.questions, services_.settings, place.archive);
+  const auto work = services_.questions.BeginWork("Opening " + name, true);
+  const SLoadContext context{finder, services_.questions, services_.settings.texture_size_msg != 0, work.get()};
+  model_.SetObserver(nullptr);
+  const bool loaded = LoadBin(model_, bytes->View(), {}, context);
+  model_.SetObserver(this);
+  if (!loaded) return false;
+  place_ = place;
+  TakeSavedEntry(bytes->View());
+  SetCopyTitle(place.Title());
+  offered_name_ = name;
+  texture_note_ = finder.Note();
+  saver_.TakeLoaded();
+  NotifyChange(kEverything);
+  SetState("", false, true);
+  return true;
+}
+
+void CTarnDoc::TakeSavedEntry(std::span<const uint8_t> bytes) {
+  entry_hash_ = HashOf(bytes);
+  SetModified(false);
+}
+
+bool CTarnDoc::IsEntryChanged() const {
+  const auto bytes = ReadPlace(place_, nullptr);
+  return bytes && HashOf(bytes->View()) != entry_hash_;
 }
 
 bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "document/archiveplace.h"
 #include "document/filedocument.h"
 #include "document/history.h"
 #include "document/modelsaver.h"
@@ -52,6 +53,9 @@ struct SDocumentServices {
   /// A small picture of the document for the list of its earlier states. May be empty, and give an image without
   /// pixels.
   std::function<SImage(const CTarnDoc& document)> make_picture = {};
+  /// Gives the entry of PLACE these bytes, after asking what is to be asked. False when the user has been told why not.
+  /// Empty: nothing can be saved into archives.
+  std::function<bool(const SArchivePlace& place, std::span<const uint8_t> bytes)> save_into_archive = {};
   /// Shows what a command has done where one can look without being stopped. May be empty.
   std::function<void(const std::string& text)> say = {};
 };
@@ -83,6 +87,14 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
   /// failure the user has been told (or has stopped it) and the document is empty; DIAGNOSIS (may be null) says more.
   bool OnOpenDocument(const std::string& path, SDiagnosis* diagnosis = nullptr);
   bool OnOpenDocument(const std::string& path, bool read_only, SDiagnosis* diagnosis = nullptr);
+  /// Fills the new document from the entry of an archive: read-only, with its textures from that archive where they are
+  /// in it. On failure as OnOpenDocument.
+  bool OpenFromArchive(const SArchivePlace& place);
+  /// Where it was opened from and has not been saved elsewhere since; null for any other document.
+  const SArchivePlace* ArchivePlace() const { return place_.archive.empty() ? nullptr : &place_; }
+  bool CanEditInArchive() const { return ArchivePlace() != nullptr && IsReadOnly(); }
+  /// From here on it can be changed, and Save gives the archive what it has become.
+  void EditInArchive() { SetReadOnly(false); }
   bool OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) override;
   bool Reload() override;
   bool IsBusy() const override { return model_.IsBusy(); }
@@ -103,6 +115,10 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
 
   /// For the saver: the model lies at PATH now.
   void TakeSavedPath(const std::string& path);
+  /// Likewise: its entry of the archive is BYTES now.
+  void TakeSavedEntry(std::span<const uint8_t> bytes);
+  /// The entry holds something else than when it was read or written here.
+  bool IsEntryChanged() const;
 
   // --- Enabling rules ----------------------------------------------------------------------------------------------
   bool CanSave() const { return IsModified(); }
@@ -155,6 +171,8 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   CModelSaver saver_{*this};
   std::string texture_note_;
+  SArchivePlace place_;
+  uint64_t entry_hash_ = 0;       ///< of what the entry held
   std::string offered_name_;      ///< of the file when it is first saved; "" for the title
   bool wants_read_only_ = false;  ///< whatever the file allows
   std::vector<CDocumentObserver*> observers_;

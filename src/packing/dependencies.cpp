@@ -66,7 +66,7 @@ class CDependencyFinder {
   const CStockFiles& stock_;
   const EStockNeeds stock_needs_;
   std::vector<std::string>* complaints_;
-  std::unordered_map<std::string, size_t> own_by_name_;  ///< by upper-cased bare file name
+  std::unordered_map<std::string, size_t> own_by_name_;  ///< by folded bare file name
   std::set<std::string> met_;                            ///< likewise
   std::vector<SDependency> found_;
 };
@@ -76,7 +76,7 @@ void CDependencyFinder::Index(size_t own) {
   const SPodSource& source = own_[own];
   if (source.bytes.path.empty()) return;
   const std::string name = UpperCase(FileNamePart(source.name));
-  const auto [row, is_new] = own_by_name_.try_emplace(name, own);
+  const auto [row, is_new] = own_by_name_.try_emplace(FoldName(name), own);
   const auto is_placed = [&](const SPodSource& each) {
     return EqualNoCase(DirectoryPart(each.name), FolderOfType(TypeOfFile(name)));
   };
@@ -85,7 +85,7 @@ void CDependencyFinder::Index(size_t own) {
 
 std::vector<SDependency> CDependencyFinder::Find(const std::vector<size_t>& start) {
   for (const size_t i : start)
-    met_.insert(UpperCase(FileNamePart(own_.at(i).name)));
+    met_.insert(FoldName(FileNamePart(own_.at(i).name)));
   for (const size_t i : start)
     if (!own_[i].bytes.path.empty()) Visit(FileNamePart(own_[i].name), own_[i].bytes);
   for (size_t i = 0; i < found_.size(); ++i) {
@@ -127,7 +127,7 @@ std::vector<std::string> CDependencyFinder::NeedsOf(const std::string& file_name
 
 void CDependencyFinder::Want(const std::string& file_name, const std::string& needed_by,
                              const SFilePart& needed_by_bytes) {
-  if (!met_.insert(file_name).second) return;
+  if (!met_.insert(FoldName(file_name)).second) return;
   SDependency& wanted = found_.emplace_back();
   wanted.name = file_name;
   wanted.needed_by = UpperCase(needed_by);
@@ -137,7 +137,7 @@ void CDependencyFinder::Want(const std::string& file_name, const std::string& ne
 
 void CDependencyFinder::Locate(SDependency& wanted, const SFilePart& needed_by) {
   using EPlace = SDependency::EPlace;
-  const auto own = own_by_name_.find(wanted.name);
+  const auto own = own_by_name_.find(FoldName(wanted.name));
   if (own != own_by_name_.end()) {
     wanted.place = EPlace::kOwn;
     wanted.own = own->second;
@@ -193,10 +193,8 @@ std::vector<SDependency> FindDependencies(const std::vector<SPodSource>& own, co
 std::vector<SPodSource> SourcesOf(const CPodDocument& archive) {
   std::vector<SPodSource> sources;
   sources.reserve(archive.Entries().size());
-  for (const SPodEntry& entry : archive.Entries()) {
-    const bool is_good = entry.fault == EPodFault::kNone;
-    sources.push_back({std::string(entry.Name()), {is_good ? archive.Path() : "", entry.offset, entry.length}});
-  }
+  for (const SPodEntry& entry : archive.Entries())
+    sources.push_back({std::string(entry.Name()), archive.PartOf(entry)});
   return sources;
 }
 

@@ -81,19 +81,34 @@ std::optional<SPodSource> CTexturePlaces::FindColorsOf(const SPodSource& raw) {
 
 CModelTextureFinder::CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings,
                                          const std::string& model)
-    : CTextureFinder(store, questions, settings.art_dir), places_(settings, model) {}
+    : CModelTextureFinder(store, questions, settings, model, {}) {}
+
+CModelTextureFinder::CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings,
+                                         const std::string& model, SSearchPlaces first)
+    : CTextureFinder(store, questions, settings.art_dir), first_(std::move(first)), places_(settings, model) {}
+
+/// What is not in it is looked for near it.
+CModelTextureFinder CModelTextureFinder::InArchive(CTextureStore& store, CQuestions& questions,
+                                                   const CSettings& settings, const std::string& archive) {
+  return {store, questions, settings, archive, {.archives = {archive}, .folders = {}}};
+}
+
+const STextureImage* CModelTextureFinder::FindFirst(const std::string& name) {
+  const auto raw = IsBareName(name) ? first_search_.FindInArchives(name) : std::nullopt;
+  return raw ? Load(*raw, first_search_.FindInArchives(ChangeExtension(FileNamePart(raw->name), "ACT"))) : nullptr;
+}
 
 const STextureImage* CModelTextureFinder::FindElsewhere(const std::string& name) {
   const auto raw = places_.FindNear(name);
-  const STextureImage* const image = raw ? Load(*raw) : nullptr;
+  const STextureImage* const image = raw ? Load(*raw, places_.FindColorsOf(*raw)) : nullptr;
   if (image != nullptr) ++counts_[raw->bytes.length ? raw->bytes.path : DirectoryPart(raw->bytes.path)];
   return image;
 }
 
-const STextureImage* CModelTextureFinder::Load(const SPodSource& raw) {
+const STextureImage* CModelTextureFinder::Load(const SPodSource& raw, const std::optional<SPodSource>& colors) {
   if (!raw.bytes.length) return Store().GetTexture(raw.bytes.path);
   return Store().GetTexture(JoinPath(raw.bytes.path, raw.name),
-                            [bytes = raw.bytes, table = places_.FindColorsOf(raw)] { return ReadParts(bytes, table); });
+                            [bytes = raw.bytes, table = colors] { return ReadParts(bytes, table); });
 }
 
 std::string CModelTextureFinder::Note() const {

@@ -35,20 +35,30 @@ class CTexturePlaces {
   std::unique_ptr<SNear> near_;  ///< made when the first texture is not in the texture directory
 };
 
-/// The textures of one model, from those places and by asking.
+/// The textures of one model, from those places and by asking; of one in an archive first from that archive.
 class CModelTextureFinder : public CTextureFinder {
  public:
   CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings, const std::string& model);
+  /// Of a model in ARCHIVE.
+  static CModelTextureFinder InArchive(CTextureStore& store, CQuestions& questions, const CSettings& settings,
+                                       const std::string& archive);
+  CModelTextureFinder(const CModelTextureFinder&) = delete;
+  CModelTextureFinder& operator=(const CModelTextureFinder&) = delete;
 
   /// What the user may want to know: which places beside the texture directory the textures came from. "" for none.
   std::string Note() const;
 
  protected:
+  const STextureImage* FindFirst(const std::string& name) override;
   const STextureImage* FindElsewhere(const std::string& name) override;
 
  private:
-  const STextureImage* Load(const SPodSource& raw);
+  CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings, const std::string& model,
+                      SSearchPlaces first);
+  const STextureImage* Load(const SPodSource& raw, const std::optional<SPodSource>& colors);
 
+  SSearchPlaces first_;
+  CPlaceSearch first_search_{first_};
   CTexturePlaces places_;
   std::map<std::string, size_t> counts_;  ///< of textures by the folder or archive they came from
 };

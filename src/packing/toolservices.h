@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 
+#include "archive/poddocument.h"
 #include "archive/stockfiles.h"
 #include "platform/questions.h"
 #include "settings/settings.h"
@@ -19,6 +22,13 @@ struct SToolServices {
   std::string game_folder;           ///< where the game is installed; "" for nowhere
   /// Opens an archive that was just written in the extractor. May be empty.
   std::function<void(const std::string& path)> show_archive = {};
+  /// Opens the model or the truck ENTRY of ARCHIVE, which is as it is on the disk, in a window of its kind. May be
+  /// empty.
+  std::function<void(const CPodDocument& archive, size_t entry)> open_entry = {};
+  /// Gives the entry NAME of the archive at PATH these bytes, on the disk and in the window that shows it. False when
+  /// the user has been told why not, or does not want it. May be empty.
+  std::function<bool(const std::string& path, const std::string& name, std::span<const uint8_t> bytes)>
+      save_into_archive = {};
 };
 
 }  // namespace veldra

@@ -4,17 +4,21 @@
 #include <QDragEnterEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLocale>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QSplitter>
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "archive/filetypes.h"
 #include "archive/podextract.h"
 #include "packing/dependencies.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "platform/unattendedquestions.h"
+#include "podtools/podcomparedlg.h"
+#include "podtools/podviewerdlg.h"
 #include "ui/qstrings.h"
 #include "ui/scrolled.h"
 
@@ -25,12 +29,17 @@ namespace {
 constexpr QSize kUsualExtractorSize(860, 560);
 constexpr int kListShare = 3;
 constexpr int kPreviewShare = 2;
+const QList<int> kListAndProblems = {300, 100};
 
-QString PodFileIn(const QMimeData& data) {
+std::vector<std::string> LocalFilesIn(const QMimeData& data) {
+  std::vector<std::string> paths;
   for (const QUrl& url : data.urls())
-    if (url.isLocalFile() && url.fileName().endsWith(".pod", Qt::CaseInsensitive))
-      return QDir::toNativeSeparators(url.toLocalFile());
-  return {};
+    if (url.isLocalFile()) paths.push_back(ToNativePath(url.toLocalFile()));
+  return paths;
+}
+
+bool IsArchiveName(const std::string& path) {
+  return EqualNoCase(ExtensionPart(path), "POD");
 }
 
 }  // namespace
@@ -44,19 +53,9 @@ SFilePrompt PodFilePrompt(const std::string& title, const CSettings& settings) {
 }
 
 CPodExtractorDialog::CPodExtractorDialog(const SToolServices& services, QWidget* parent)
-    : QDialog(parent, kToolWindow), services_(services) {
+    : QDialog(parent, kToolWindow), services_(services), document_(services.questions, services.settings) {
   setObjectName("podExtractor");
-  setWindowTitle(tr("POD Extractor"));
   setAcceptDrops(true);
-  auto* load = new QPushButton(tr("&Load..."));
-  load->setObjectName("load");
-  load->setAutoDefault(false);
-  archive_text_ = new QLabel(tr("No archive is loaded."));
-  archive_text_->setTextFormat(Qt::PlainText);
-  auto* top = new QHBoxLayout;
-  top->addWidget(load);
-  top->addWidget(archive_text_, 1);
-
   preview_ = new CPodPreview(services_.settings);
   auto* middle = new QSplitter;
   middle->addWidget(MakeList());
@@ -64,60 +63,115 @@ CPodExtractorDialog::CPodExtractorDialog(const SToolServices& services, QWidget*
   middle->setStretchFactor(0, kListShare);
   middle->setStretchFactor(1, kPreviewShare);
   middle->setChildrenCollapsible(false);
+  actions_ = new CPodEditActions(document_, services_, *list_, *this);
 
   auto* content = new QWidget;
   auto* above = new QVBoxLayout(content);
   above->setContentsMargins({});
-  above->addLayout(top);
+  above->addLayout(MakeTop());
   above->addWidget(middle, 1);
   above->addWidget(MakeDestination());
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(new CScrolled(content, kAroundButtons), 1);
   layout->addWidget(MakeButtons());
-  connect(load, &QPushButton::clicked, this, &CPodExtractorDialog::AskAndLoad);
+  MakeMenus();
+  connect(&document_, &CArchiveDocument::Changed, this, &CPodExtractorDialog::OnEntriesChanged);
+  connect(&document_, &CArchiveDocument::StateChanged, this, &CPodExtractorDialog::OnStateChanged);
+  connect(&document_, &CArchiveDocument::Loaded, this, &CPodExtractorDialog::OnStateChanged);
+  connect(actions_, &CPodEditActions::Done, status_, &QLabel::setText);
   resize(kUsualExtractorSize);
   place_.emplace(*this, services_.settings.extractor_dialog);
+  OnStateChanged();
   OnSelectionChanged();
 }
 
+/// What the document still says on its way is for nobody here.
 CPodExtractorDialog::~CPodExtractorDialog() {
-  entries_->SetArchive(nullptr);
+  document_.disconnect(this);
+  list_->Entries().SetArchive(nullptr);
+}
+
+QLayout* CPodExtractorDialog::MakeTop() {
+  auto* load = new QPushButton(tr("&Load..."));
+  load->setObjectName("load");
+  load->setAutoDefault(false);
+  connect(load, &QPushButton::clicked, this, &CPodExtractorDialog::AskAndLoad);
+  archive_text_ = new QLabel(tr("No archive is loaded."));
+  archive_text_->setTextFormat(Qt::PlainText);
+  archive_text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  auto* bar = new QToolBar;
+  bar->setObjectName("entryBar");
+  actions_->FillToolBar(*bar);
+  auto* top = new QHBoxLayout;
+  top->addWidget(load);
+  top->addWidget(bar);
+  top->addWidget(archive_text_, 1);
+  return top;
+}
+
+void CPodExtractorDialog::MakeMenus() {
+  auto* bar = new QMenuBar;
+  auto* const open_entry = new QAction(tr("&Open"), this);
+  open_entry->setObjectName("openEntry");
+  open_entry->setShortcut(Qt::CTRL | Qt::Key_Return);
+  connect(open_entry, &QAction::triggered, this, &CPodExtractorDialog::OpenEntry);
+  // Whatever the desktop opens files by, and the Enter key.
+  connect(list_, &QTreeView::activated, this, &CPodExtractorDialog::OpenEntry);
+  QMenu* const archive = bar->addMenu(tr("&Archive"));
+  QAction* const open = archive->addAction(tr("&Load..."), QKeySequence::Open, this, [this] { AskAndLoad(); });
+  open->setObjectName("openArchive");
+  actions_->FillArchiveMenu(*archive);
+  archive->addSeparator();
+  QAction* const problems = archive->addAction(tr("Show &Problems"));
+  problems->setObjectName("showProblems");
+  problems->setShortcut(Qt::CTRL | Qt::Key_T);
+  problems->setCheckable(true);
+  connect(problems, &QAction::toggled, problems_, &QWidget::setVisible);
+  archive->addAction(tr("&Compare With..."), Qt::CTRL | Qt::Key_D, this, [this] { AskAndCompare(); })
+      ->setObjectName("compareArchive");
+  archive->addSeparator();
+  archive->addAction(tr("E&xtract"), Qt::CTRL | Qt::Key_E, this, [this] { Extract(); });
+  archive->addSeparator();
+  archive->addAction(tr("&Close"), QKeySequence::Close, this, [this] { close(); });
+  QMenu* const edit = bar->addMenu(tr("&Edit"));
+  edit->addAction(open_entry);
+  edit->addSeparator();
+  actions_->FillEditMenu(*edit);
+  layout()->setMenuBar(bar);
+  connect(list_, &QWidget::customContextMenuRequested, this, [this, open_entry](const QPoint& at) {
+    QMenu menu;
+    menu.addAction(open_entry);
+    menu.addSeparator();
+    actions_->FillContextMenu(menu);
+    menu.exec(list_->viewport()->mapToGlobal(at));
+  });
 }
 
 QWidget* CPodExtractorDialog::MakeList() {
-  CSettings& settings = services_.settings;
-  entries_ = new CPodListModel(this);
-  entries_->SetExporter([this](const std::vector<size_t>& entries) { return ExportForDrag(entries); });
-  filter_ = new CPodListFilter(this);
-  filter_->setSourceModel(entries_);
+  list_ = new CPodListView(services_.settings);
+  list_->Entries().SetExporter([this](const std::vector<size_t>& entries) { return ExportForDrag(entries); });
   search_ = new QLineEdit;
   search_->setObjectName("search");
   search_->setPlaceholderText(tr("Search files and folders"));
   search_->setClearButtonEnabled(true);
-  list_ = new QTreeView;
-  list_->setObjectName("entries");
-  list_->setModel(filter_);
-  list_->setRootIsDecorated(false);
-  list_->setUniformRowHeights(true);
-  list_->setAllColumnsShowFocus(true);
-  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list_->setDragEnabled(true);
-  list_->setDragDropMode(QAbstractItemView::DragOnly);
-  // No column: the archive's own order until the user wants another.
-  list_->header()->setSortIndicator(-1, Qt::AscendingOrder);
-  list_->setSortingEnabled(true);
-  list_->header()->setStretchLastSection(false);
-  KeepColumnWidths(*list_->header(), {&settings.extractor_name_width, &settings.extractor_folder_width,
-                                      &settings.extractor_size_width, &settings.extractor_date_width});
-  connect(search_, &QLineEdit::textChanged, filter_, &CPodListFilter::Search);
+  connect(search_, &QLineEdit::textChanged, &list_->Filter(), &CPodListFilter::Search);
   connect(search_, &QLineEdit::textChanged, this, &CPodExtractorDialog::Refresh);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &CPodExtractorDialog::OnSelectionChanged);
   auto* box = new QWidget;
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins({});
+  problems_ = new CPodProblemsWidget;
+  problems_->hide();
+  connect(problems_, &CPodProblemsWidget::EntriesWanted, list_, &CPodListView::Select);
+  auto* split = new QSplitter(Qt::Vertical);
+  split->addWidget(list_);
+  split->addWidget(problems_);
+  split->setStretchFactor(0, 1);
+  split->setSizes(kListAndProblems);
+  split->setChildrenCollapsible(false);
   layout->addWidget(search_);
-  layout->addWidget(list_, 1);
+  layout->addWidget(split, 1);
   return box;
 }
 
@@ -152,10 +206,10 @@ QWidget* CPodExtractorDialog::MakeButtons() {
   all->setObjectName("selectAll");
   extract_ = new QPushButton(tr("E&xtract"));
   extract_->setObjectName("extract");
-  extract_->setDefault(true);
   auto* close = new QPushButton(tr("Close"));
   close->setObjectName("close");
-  for (QPushButton* button : {all, close})
+  // The Enter key opens what is selected.
+  for (QPushButton* button : {all, extract_, close})
     button->setAutoDefault(false);
   connect(all, &QPushButton::clicked, list_, &QTreeView::selectAll);
   connect(extract_, &QPushButton::clicked, this, &CPodExtractorDialog::Extract);
@@ -170,33 +224,47 @@ QWidget* CPodExtractorDialog::MakeButtons() {
 }
 
 bool CPodExtractorDialog::LoadArchive(const std::string& path) {
-  CPodDocument loaded;
-  SError error;
-  if (!loaded.Load(path, &error)) {
-    services_.questions.Message(
-        {.text = kFailedToLoadPod, .caption = kErrorCaption, .icon = EIcon::kError, .details = error.what});
-    return false;
-  }
-  entries_->SetArchive(nullptr);
-  archive_ = std::move(loaded);
-  entries_->SetArchive(&archive_);
-  setWindowTitle(tr("POD Extractor - %1").arg(NameToQString(FileNamePart(path))));
-  const QString comment = NameToQString(archive_.Comment());
-  archive_text_->setText(comment.isEmpty() ? NameToQString(path) : NameToQString(path) + "   \"" + comment + '"');
+  if (!MayLeave() || !document_.Load(path)) return false;
   list_->setFocus();
-  OnSelectionChanged();
   return true;
+}
+
+void CPodExtractorDialog::OnEntriesChanged() {
+  list_->Show(&document_.Archive());
+  list_->Select(document_.Changes().Touched());
+  problems_->Show(document_.Archive());
+  OnSelectionChanged();
+}
+
+void CPodExtractorDialog::AskAndCompare() {
+  if (document_.Path().empty()) return;
+  SFilePrompt prompt = PodFilePrompt("Compare With", services_.settings);
+  prompt.directory = DirectoryPart(document_.Path());
+  const auto path = services_.questions.AskOpenFile(prompt);
+  if (!path) return;
+  const auto take = [this](const std::vector<SPodSource>& sources) {
+    return document_.Change([&](CPodChanges& changes) { return changes.Add(services_.questions, sources); });
+  };
+  CPodCompareDlg dialog(services_, Archive(), take, this);
+  if (dialog.CompareWith(*path)) dialog.exec();
+}
+
+void CPodExtractorDialog::OnStateChanged() {
+  const std::string& path = document_.Path();
+  setWindowTitle(path.empty() ? tr("POD Extractor")
+                              : tr("POD Extractor - %1[*]").arg(NameToQString(FileNamePart(path))));
+  setWindowModified(document_.IsModified());
+  const QString comment = NameToQString(Archive().Comment());
+  if (!path.empty())
+    archive_text_->setText(comment.isEmpty() ? NameToQString(path) : NameToQString(path) + "   \"" + comment + '"');
+  Refresh();
 }
 
 void CPodExtractorDialog::AskAndLoad() {
   SFilePrompt prompt = PodFilePrompt("Load POD File", services_.settings);
-  if (!archive_.Path().empty()) prompt.directory = DirectoryPart(archive_.Path());
+  if (!document_.Path().empty()) prompt.directory = DirectoryPart(document_.Path());
   const auto path = services_.questions.AskOpenFile(prompt);
   if (path) LoadArchive(*path);
-}
-
-std::vector<size_t> CPodExtractorDialog::Selected() const {
-  return filter_->Entries(list_->selectionModel()->selectedRows());
 }
 
 void CPodExtractorDialog::TakeDefaultColors() {
@@ -207,28 +275,29 @@ void CPodExtractorDialog::TakeDefaultColors() {
 void CPodExtractorDialog::OnSelectionChanged() {
   const QModelIndex current = list_->currentIndex();
   const auto selected = list_->selectionModel()->selectedRows();
-  if (archive_.Path().empty()) {
+  if (document_.Path().empty()) {
     preview_->ShowNothing(tr("Load an archive, or drop one here."));
   } else if (selected.isEmpty()) {
     preview_->ShowNothing(tr("Select a file to see what is in it."));
   } else {
     const QModelIndex shown = selected.size() == 1 || !current.isValid() ? selected.first() : current;
-    preview_->ShowEntry(archive_, filter_->Entries({shown}).front());
+    preview_->ShowEntry(Archive(), list_->Filter().Entries({shown}).front());
   }
   Refresh();
 }
 
 void CPodExtractorDialog::Refresh() {
-  const auto selected = Selected();
+  const auto selected = list_->Selected();
   uint64_t bytes = 0;
   for (const size_t entry : selected)
-    bytes += archive_.Entries()[entry].length;
+    bytes += Archive().Entries()[entry].length;
   extract_->setEnabled(!selected.empty());
-  status_->setText(archive_.Path().empty() ? QString()
-                                           : tr("%1 of %2 files selected, %3 bytes")
-                                                 .arg(QLocale().toString(static_cast<qulonglong>(selected.size())))
-                                                 .arg(QLocale().toString(filter_->rowCount()))
-                                                 .arg(QLocale().toString(static_cast<qulonglong>(bytes))));
+  actions_->Refresh();
+  status_->setText(document_.Path().empty() ? QString()
+                                            : tr("%1 of %2 files selected, %3 bytes")
+                                                  .arg(QLocale().toString(static_cast<qulonglong>(selected.size())))
+                                                  .arg(QLocale().toString(list_->Filter().rowCount()))
+                                                  .arg(QLocale().toString(static_cast<qulonglong>(bytes))));
 }
 
 /// Step one of the extraction: what stands in the fields becomes the settings.
@@ -242,17 +311,17 @@ void CPodExtractorDialog::Extract() {
   TakeFields();
   SExtractRequest request{.destination = NativePath(services_.settings.pod_dest_dir),
                           .folders = services_.settings.recreate_dir_structure != 0,
-                          .entries = Selected(),
+                          .entries = list_->Selected(),
                           .add_dependencies = {}};
   std::vector<std::string> missing;
   if (services_.settings.extract_deps != 0) {
     request.add_dependencies = [&](std::vector<size_t>& entries) {
-      const SSearchPlaces places = PlacesBeside(archive_.Path(), services_.settings, services_.game_folder);
-      missing = AddOwnDependencies(archive_, places, services_.stock, entries);
+      const SSearchPlaces places = PlacesBeside(document_.Path(), services_.settings, services_.game_folder);
+      missing = AddOwnDependencies(Archive(), places, services_.stock, entries);
     };
   }
-  const SExtractResult result = ExtractPod(services_.questions, archive_, request);
-  entries_->RefreshMarks();
+  const SExtractResult result = ExtractPod(services_.questions, document_.Archive(), request);
+  list_->Entries().RefreshMarks();
   if (!result.started) return;
   std::string details;
   for (const std::string& line : missing)
@@ -261,33 +330,90 @@ void CPodExtractorDialog::Extract() {
   status_->setText(ToQString(result.Text()));
 }
 
+void CPodExtractorDialog::OpenEntry() {
+  const auto selected = list_->Selected();
+  if (selected.size() != 1) return;
+  const size_t entry = selected.front();
+  switch (TypeOfFile(Archive().Entries()[entry].FileName())) {
+    case kTypeBin:
+    case kTypeTrk:
+      return OpenWhereEdited(entry);
+    case kTypeWav:
+      return Play(entry);
+    default:
+      break;
+  }
+  auto* const viewer = new CPodViewerDlg(services_.settings, this);
+  viewer->setAttribute(Qt::WA_DeleteOnClose);
+  viewer->ShowEntry(Archive(), entry);
+}
+
+/// From the file itself, which has to hold what the list shows.
+void CPodExtractorDialog::OpenWhereEdited(size_t entry) {
+  if (!services_.open_entry) return;
+  const SMessage question = {
+      .text = Format("\"%s\" is not in the archive on the disk yet.\nSave the archive now, and open it?",
+                     DisplayName(Archive().Entries()[entry].FileName()).c_str()),
+      .icon = EIcon::kQuestion};
+  const bool is_new = Archive().IsChanged(Archive().Entries()[entry]);
+  if (is_new && (services_.questions.AskYesNo(question) != EAnswer::kYes || !actions_->Save())) return;
+  services_.open_entry(Archive(), entry);
+}
+
+void CPodExtractorDialog::Play(size_t entry) {
+  SError error;
+  const auto bytes = Archive().ReadEntry(entry, &error);
+  const std::string copy = ToNativePath(sound_folder_.filePath("sound.wav"));
+  if (bytes && ReplaceFile(copy, bytes->View(), &error) && player_.Play(copy, &error)) {
+    status_->setText(tr("Playing %1").arg(NameToQString(Archive().Entries()[entry].FileName())));
+    return;
+  }
+  services_.questions.Fail("The sound cannot be played.", error.what);
+}
+
 /// The files of a drag stay until the next one or the window's end: who takes them may copy them later.
 QStringList CPodExtractorDialog::ExportForDrag(const std::vector<size_t>& entries) {
   drag_folder_ = std::make_unique<QTemporaryDir>();
   if (!drag_folder_->isValid()) return {};
-  // Another reader of the same archive: a drag does not count as extraction.
-  CPodDocument source;
-  if (!source.Load(archive_.Path())) return {};
   CUnattendedQuestions nobody;
+  // A drag does not count as extraction.
   const SExtractRequest request{
-      .destination = drag_folder_->path().toStdString(), .folders = false, .entries = entries, .add_dependencies = {}};
-  ExtractPod(nobody, source, request);
+      .destination = drag_folder_->path().toStdString(), .folders = false, .entries = entries, .marks = false};
+  ExtractPod(nobody, document_.Archive(), request);
   QStringList files;
   for (const QString& name : QDir(drag_folder_->path()).entryList(QDir::Files))
     files.append(drag_folder_->filePath(name));
   return files;
 }
 
-void CPodExtractorDialog::dragEnterEvent(QDragEnterEvent* event) {
-  if (!PodFileIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+void CPodExtractorDialog::reject() {
+  if (!MayLeave()) return;
+  document_.LetGo();
+  QDialog::reject();
 }
 
+/// What comes from this very list is in the archive already.
+void CPodExtractorDialog::dragEnterEvent(QDragEnterEvent* event) {
+  const bool is_own = event->source() != nullptr && isAncestorOf(qobject_cast<QWidget*>(event->source()));
+  if (!is_own && !LocalFilesIn(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+/// One archive is opened; anything else goes into the one that is open.
 void CPodExtractorDialog::dropEvent(QDropEvent* event) {
-  event->acceptProposedAction();
-  const std::string path = PodFileIn(*event->mimeData()).toStdString();
-  // Loading may show a message; the program that the file came from must not wait for its end.
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  const auto paths = LocalFilesIn(*event->mimeData());
+  const bool opens = paths.size() == 1 && IsArchiveName(paths.front());
+  // Either may show a message; the program that the file came from must not wait for its end.
   QMetaObject::invokeMethod(
-      this, [this, path] { LoadArchive(path); }, Qt::QueuedConnection);
+      this,
+      [this, paths, opens] {
+        if (opens)
+          LoadArchive(paths.front());
+        else
+          actions_->Add(paths);
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace veldra

@@ -7,6 +7,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "platform/text.h"
 #include "ui/faultlabel.h"
 #include "ui/qstrings.h"
 
@@ -51,11 +52,23 @@ QString CPodListModel::Text(const SPodEntry& entry, int column) const {
   }
 }
 
+QString CPodListModel::ToolTip(const SPodEntry& entry, int column) const {
+  if (entry.fault != EPodFault::kNone)
+    return tr("This file cannot be extracted: %1.").arg(ToQString(PodFaultText(entry.fault)));
+  if (entry.file > 0) {
+    const QString path = NameToQString(archive_->PartOf(entry).path);
+    return ToolTipText(tr("Will be taken from %1 when the archive is saved").arg(path));
+  }
+  if (archive_->IsChanged(entry)) return tr("Will have this name when the archive is saved");
+  return entry.extracted && column == kName ? tr("Has been extracted") : QString();
+}
+
 QVariant CPodListModel::data(const QModelIndex& index, int role) const {
   const SPodEntry& entry = archive_->Entries()[static_cast<size_t>(index.row())];
   const QString fault = ToQString(PodFaultText(entry.fault));
   switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
       return Text(entry, index.column());
     case kSortRole:
       return index.column() == kSize ? QVariant(entry.length) : QVariant(Text(entry, index.column()).toUpper());
@@ -70,10 +83,15 @@ QVariant CPodListModel::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
       if (!fault.isEmpty()) return FaultColor(QApplication::palette());
       break;
+    case Qt::FontRole:
+      if (!archive_->IsChanged(entry)) break;
+      {
+        QFont font = QApplication::font("QAbstractItemView");
+        font.setBold(true);
+        return font;
+      }
     case Qt::ToolTipRole:
-      if (!fault.isEmpty()) return tr("This file cannot be extracted: %1.").arg(fault);
-      if (entry.extracted && index.column() == kName) return tr("Has been extracted");
-      break;
+      return ToolTip(entry, index.column());
     default:
       break;
   }
@@ -87,8 +105,17 @@ QVariant CPodListModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 Qt::ItemFlags CPodListModel::flags(const QModelIndex& index) const {
-  return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren
-                         : Qt::NoItemFlags;
+  if (!index.isValid()) return Qt::NoItemFlags;
+  const Qt::ItemFlags usual =
+      Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren;
+  return index.column() == kName ? usual | Qt::ItemIsEditable : usual;
+}
+
+/// The list is not the one that changes the archive.
+bool CPodListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || value.toString() == index.data(Qt::EditRole).toString()) return false;
+  emit RenameWanted(static_cast<size_t>(index.row()), value.toString());
+  return true;
 }
 
 QStringList CPodListModel::mimeTypes() const {
@@ -113,15 +140,23 @@ CPodListFilter::CPodListFilter(QObject* parent) : QSortFilterProxyModel(parent) 
 }
 
 void CPodListFilter::Search(const QString& text) {
-  wanted_ = text.trimmed();
-  wanted_.replace('/', '\\');
+  wanted_ = FoldName(text.trimmed().replace('/', '\\').toStdString());
   invalidateFilter();
 }
 
-bool CPodListFilter::filterAcceptsRow(int row, const QModelIndex& parent) const {
-  if (wanted_.isEmpty()) return true;
-  const auto text = [&](int column) { return sourceModel()->index(row, column, parent).data().toString(); };
-  return (text(CPodListModel::kFolder) + '\\' + text(CPodListModel::kName)).contains(wanted_, Qt::CaseInsensitive);
+void CPodListFilter::ShowOnly(const QString& extension) {
+  extension_ = extension.isEmpty() ? "" : FoldName('.' + extension.toStdString());
+  invalidateFilter();
+}
+
+bool CPodListFilter::filterAcceptsRow(int row, const QModelIndex&) const {
+  if (wanted_.empty() && extension_.empty()) return true;
+  return Accepts(static_cast<const CPodListModel*>(sourceModel())->Entry(row));
+}
+
+bool CPodListFilter::Accepts(const SPodEntry& entry) const {
+  const std::string name = FoldName(entry.Name());
+  return name.ends_with(extension_) && name.find(wanted_) != std::string::npos;
 }
 
 std::vector<size_t> CPodListFilter::Entries(const QModelIndexList& indexes) const {
@@ -129,6 +164,13 @@ std::vector<size_t> CPodListFilter::Entries(const QModelIndexList& indexes) cons
   for (const QModelIndex& index : indexes)
     entries.push_back(static_cast<size_t>(mapToSource(index).row()));
   std::sort(entries.begin(), entries.end());
+  return entries;
+}
+
+std::vector<size_t> CPodListFilter::Order() const {
+  std::vector<size_t> entries;
+  for (int row = 0; row < rowCount(); ++row)
+    entries.push_back(static_cast<size_t>(mapToSource(index(row, 0)).row()));
   return entries;
 }
 

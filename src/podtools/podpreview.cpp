@@ -101,7 +101,7 @@ void CPodPreview::ShowEntry(const CPodDocument& archive, size_t entry) {
 
 bool CPodPreview::ShowModel(const CPodDocument& archive, const CFileBytes& bytes) {
   document_->Model().Clear();
-  CPodTextureFinder finder(archive, default_colors_, textures_, nobody_);
+  CPodTextureFinder finder(archive, default_colors_, textures_, nobody_, document_->Settings().art_dir);
   const SLoadContext context{.textures = finder, .questions = nobody_, .ask_texture_size = false};
   const bool loaded = LoadBin(document_->Model(), bytes.View(), {}, context);
   images_ = finder.TakeImages();

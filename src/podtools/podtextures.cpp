@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -35,9 +36,16 @@ std::unique_ptr<STextureImage> ReadPodTexture(const CPodDocument& archive, const
 }
 
 const STextureImage* CPodTextureFinder::Find(const std::string& name) {
-  auto& image = images_[UpperCase(name)];
+  auto& image = images_[FoldName(name)];
   if (image == nullptr) image = ReadPodTexture(archive_, name, default_colors_);
-  return image != nullptr ? image.get() : store_.GetBlankTexture("not in the archive", kBlankWidth);
+  if (image != nullptr) return image.get();
+  const STextureImage* const other = FindInFolder(name);
+  return other != nullptr ? other : store_.GetBlankTexture("not in the archive", kBlankWidth);
+}
+
+const STextureImage* CPodTextureFinder::FindInFolder(const std::string& name) {
+  const std::string path = IsBareName(name) ? FindAnyCase(JoinPath(art_directory_, name)) : "";
+  return IsFile(path) ? store_.GetTexture(path) : nullptr;
 }
 
 }  // namespace veldra

@@ -35,7 +35,9 @@ const STextureImage* CTextureFinder::FindOrAsk(const std::string& name) {
 
 const STextureImage* CTextureFinder::FindUnasked(const std::string& name) {
   bool is_there = false;
-  const STextureImage* image = LoadFrom(art_directory_, name, is_there);
+  const STextureImage* image = FindFirst(name);
+  if (image != nullptr) return image;
+  image = LoadFrom(art_directory_, name, is_there);
   if (is_there) return image;
   if (!chosen_folder_.empty()) image = LoadFrom(chosen_folder_, name, is_there);
   return is_there ? image : FindElsewhere(name);

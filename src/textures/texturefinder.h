@@ -8,9 +8,9 @@
 
 namespace veldra {
 
-/// Finds the textures that one model names: in the texture directory, in any letter case, where else a derived finder
-/// looks, and by asking the user where a file is missing. The answer for a name holds for the finder's life, so each
-/// missing one is asked for once.
+/// Finds the textures that one model names: where a derived finder looks first, in the texture directory, in any letter
+/// case, where else a derived finder looks, and by asking the user where a file is missing. The answer for a name holds
+/// for the finder's life, so each missing one is asked for once.
 class CTextureFinder {
  public:
   CTextureFinder(CTextureStore& store, CQuestions& questions, std::string art_directory);
@@ -21,6 +21,8 @@ class CTextureFinder {
   virtual const STextureImage* Find(const std::string& name);
 
  protected:
+  /// Called before the texture directory is looked into. Null when NAME is not there.
+  virtual const STextureImage* FindFirst(const std::string&) { return nullptr; }
   /// Called where the texture directory has no file NAME. Null when there is none elsewhere either.
   virtual const STextureImage* FindElsewhere(const std::string&) { return nullptr; }
   CTextureStore& Store() { return store_; }

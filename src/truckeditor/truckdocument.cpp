@@ -30,6 +30,7 @@ CTruckDocument::~CTruckDocument() {
 /// Another truck, whose path and file have just been taken.
 void CTruckDocument::Begin(const CTruck& truck) {
   truck_ = truck;
+  place_ = {};
   undo_.clear();
   redo_.clear();
   last_key_.clear();
@@ -61,6 +62,31 @@ bool CTruckDocument::Load(const std::string& given_path) {
   if (is_of_unknown_file_)
     Questions().Message({.text = Format(kNothingKnownText, path.c_str()), .icon = EIcon::kWarning});
   return true;
+}
+
+bool CTruckDocument::LoadFromArchive(const SArchivePlace& place) {
+  const CQuestions::CAbout about(Questions(), place.Title());
+  SError error;
+  const auto bytes = ReadPlace(place, &error);
+  if (bytes && bytes->View().size() > kLargestFile) error.what = "It is longer than a truck file can be.";
+  if (!error.what.empty()) return Questions().Fail(kFailedToLoadTruck, place.Title() + ": " + error.what);
+  CTruck truck;
+  const int known = truck.Parse(bytes->Text());
+  Begin(truck);
+  place_ = place;
+  is_of_unknown_file_ = known == 0;
+  saved_ = truck_;
+  TakeCopyState({.title = place.Title()});
+  emit FileChanged();
+  emit Changed();
+  return true;
+}
+
+void CTruckDocument::TakeSavedEntry() {
+  saved_ = truck_;
+  last_key_.clear();
+  SetModified(false);
+  emit Changed();
 }
 
 bool CTruckDocument::ReadFile(CTruck& truck, const std::string& path, int& known) {
@@ -95,6 +121,7 @@ bool CTruckDocument::Save(const std::string& given_path) {
   const bool is_other = path != Path();
   saved_ = truck_;
   is_of_unknown_file_ = false;
+  place_ = {};
   last_key_.clear();
   TakeWrittenPath(path);
   if (is_other) emit FileChanged();

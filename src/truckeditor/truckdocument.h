@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "document/archiveplace.h"
 #include "document/filedocument.h"
 #include "truck/truck.h"
 
@@ -37,6 +38,12 @@ class CTruckDocument : public QObject, public CFileDocument {
   static constexpr uint64_t kLargestFile = uint64_t{16} << 20;
   /// False when it cannot be read, which the user has been told: the present truck stays.
   bool Load(const std::string& path);
+  /// The same for an entry of an archive.
+  bool LoadFromArchive(const SArchivePlace& place);
+  /// Where it was opened from and has not been saved elsewhere since; null for any other truck.
+  const SArchivePlace* ArchivePlace() const { return place_.archive.empty() ? nullptr : &place_; }
+  /// The entry holds the truck as it is now.
+  void TakeSavedEntry();
   /// False when it cannot be written, which the user has been told, or is not to be.
   bool Save(const std::string& path);
   bool Reload() override;
@@ -77,6 +84,7 @@ class CTruckDocument : public QObject, public CFileDocument {
   void Swap(std::vector<CTruck>& from, std::vector<CTruck>& to);
 
   CTruck truck_;
+  SArchivePlace place_;
   std::optional<CTruck> saved_ = CTruck();  ///< what the file holds; nothing when no file holds the truck
   bool is_of_unknown_file_ = false;         ///< of one without a line that is a truck's
   std::function<SImage()> make_picture_;

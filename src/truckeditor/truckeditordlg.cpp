@@ -159,7 +159,10 @@ void CTruckEditorDlg::MakePages() {
 /// The places to look in depend on where the truck is.
 void CTruckEditorDlg::OnFileChanged() {
   const std::string& path = document_.Path();
-  auto places = PlacesForTruck(path, services_.settings, services_.game_folder);
+  const SArchivePlace* const archive = document_.ArchivePlace();
+  auto places = PlacesForTruck(archive != nullptr ? archive->archive : path, services_.settings, services_.game_folder);
+  // What it needs is first of all beside it.
+  if (archive != nullptr) places.archives.insert(places.archives.begin(), archive->archive);
   auto files = std::make_unique<CTruckFiles>(path, std::move(places), services_.stock);
   auto textures = std::make_unique<CTruckTextures>(*files, services_.default_colors);
   context_.files = files.get();
@@ -209,7 +212,26 @@ bool CTruckEditorDlg::OpenFile(const std::string& path) {
   return MayLeave() && document_.Load(path);
 }
 
+/// Yes: the archive gets it. No: it becomes a file of its own.
+bool CTruckEditorDlg::SaveIntoArchive() {
+  const SArchivePlace place = *document_.ArchivePlace();
+  const std::string name = DisplayName(FileNamePart(place.entry));
+  const SMessage question = {.text = Format("Save %s back into %s?", name.c_str(), FileNamePart(place.archive).c_str()),
+                             .icon = EIcon::kQuestion,
+                             .yes = "Save into the &Archive",
+                             .no = "Save &Elsewhere..."};
+  const EAnswer answer = services_.questions.AskYesNoCancel(question);
+  if (answer != EAnswer::kYes) return answer == EAnswer::kNo && SaveAs();
+  const std::string text = document_.Truck().FileText();
+  const std::span bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
+  if (!document_.MayUseUnknownFile() || !services_.save_into_archive(place.archive, place.entry, bytes)) return false;
+  document_.TakeSavedEntry();
+  statusBar()->showMessage(tr("Saved %1").arg(NameToQString(place.Title())), kMessageMs);
+  return true;
+}
+
 bool CTruckEditorDlg::Save() {
+  if (document_.ArchivePlace() != nullptr && services_.save_into_archive) return SaveIntoArchive();
   return document_.Path().empty() ? SaveAs() : document_.Save(document_.Path());
 }
 
@@ -239,7 +261,8 @@ void CTruckEditorDlg::PackTruck() {
   if (document_.IsModified() || document_.Path().empty()) {
     const SMessage question = {.text = tr("The truck is packed as its file is. Save it now?").toStdString(),
                                .icon = EIcon::kQuestion};
-    if (services_.questions.AskYesNo(question) != EAnswer::kYes || !Save()) return;
+    if (services_.questions.AskYesNo(question) != EAnswer::kYes) return;
+    if (!(document_.Path().empty() ? SaveAs() : Save())) return;
   }
   if (!document_.MayUseUnknownFile()) return;
   const SSearchPlaces places = PlacesForTruck(document_.Path(), services_.settings, services_.game_folder);

@@ -32,6 +32,8 @@ class CTruckEditorDlg : public QMainWindow {
   /// Opens PATH after asking about unsaved changes. False when the user kept the old truck, or after "Failed to load
   /// truck".
   bool OpenFile(const std::string& path);
+  /// The same for an entry of an archive.
+  bool OpenFromArchive(const SArchivePlace& place) { return MayLeave() && document_.LoadFromArchive(place); }
   void New();
   void Open();
   bool Save();
@@ -59,6 +61,7 @@ class CTruckEditorDlg : public QMainWindow {
   void MakeToolBar(const QList<QList<QAction*>>& groups);
   void AddPage(QWidget* page, const QString& title);
   void MakePages();
+  bool SaveIntoArchive();
   bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
   void OnFileChanged();
   void OnChanged();

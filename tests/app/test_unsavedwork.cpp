@@ -46,9 +46,9 @@ void LeaveCopy(const std::string& title, int32_t vertices, const std::string& pa
 /// With a truck too.
 class CUnsavedWorkTest : public CEditorTest {
  protected:
-  CTruckDocument& Truck() { return dynamic_cast<CTruckDocument&>(*frame->Tools().Trucks().at(0)); }
+  CTruckDocument& Truck() { return dynamic_cast<CTruckDocument&>(*frame->Tools().Documents().at(0)); }
   void ChangeTruck(const std::string& name) {
-    if (frame->Tools().Trucks().isEmpty()) frame->Tools().ShowTruckEditor();
+    if (frame->Tools().Documents().isEmpty()) frame->Tools().ShowTruckEditor();
     Truck().Change("", [&](CTruck& truck) { truck.name = name; });
   }
   std::string WriteTruck(const std::string& name) const {
@@ -291,7 +291,7 @@ class CKilledEditorTest : public CUnsavedWorkTest {
       const SPoint last = document->Model().Vertex(document->Model().VertexCount() - 1).Position();
       edits.emplace_back(last.y, last.x);
     }
-    for (CFileDocument* document : frame->Tools().Trucks()) {
+    for (CFileDocument* document : frame->Tools().Documents()) {
       const std::string name = dynamic_cast<CTruckDocument&>(*document).Truck().name;
       edits.emplace_back(std::stoi(name.substr(name.find(' '))), std::stoi(name));
       EXPECT_EQ(document->Title(), "t.trk");

@@ -133,11 +133,14 @@ TEST(CPodDocument, FindsFilesByNameWithAndWithoutFolder) {
                                                       {"Art\\Sky.Raw", "3"},
                                                       {"UI\\\xC9T\xC9.BMP", "4"},
                                                       {"DATA\\B.TXT", "", 9},
-                                                      {"\xC9\\\xC3\x89.BMP", "6"}}))));
+                                                      {"\xC9\\\xC3\x89.BMP", "6"},
+                                                      {"ART\\\x80\x9A.RAW", "7"}}))));
   EXPECT_EQ(pod.FindAll("sky.RAW"), (std::vector<size_t>{0, 1, 2}));
   EXPECT_EQ(pod.FindAll("art/sky.raw"), (std::vector<size_t>{0, 2}));
   EXPECT_EQ(pod.FindAll("\xC3\x89T\xC3\x89.bmp"), std::vector<size_t>{3}) << "as the user types a name of old";
   EXPECT_TRUE(pod.FindAll("KY.RAW").empty());
+  EXPECT_EQ(pod.FindAll("\xE2\x82\xAC\xC5\xA0.raw"), std::vector<size_t>{6})
+      << "the euro sign and a capital S with caron";
   EXPECT_EQ(pod.FindAll(pod.Entries()[5].Name()), std::vector<size_t>{5}) << "in two encodings";
   EXPECT_EQ(pod.FindFile("SKY.RAW"), 2u) << "the last in the folder of its type";
   EXPECT_FALSE(pod.FindFile("B.TXT")) << "faulty";

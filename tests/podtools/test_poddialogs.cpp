@@ -10,6 +10,7 @@
 #include "model/binfile.h"
 #include "podtools/podcreatordlg.h"
 #include "podtools/podextractordlg.h"
+#include "podtools/podviewerdlg.h"
 #include "support/dialogdriver.h"
 #include "support/modelparts.h"
 #include "support/scriptedquestions.h"
@@ -130,6 +131,132 @@ TEST_F(CPodDialogTest, SearchesSortsAndExtractsWhatIsSelected) {
   EXPECT_EQ(questions.TakeMessageTexts(), std::vector<std::string>{"Extracted 1 of 2 files"});
   EXPECT_TRUE(dialog.Archive().Entries()[2].extracted);
   EXPECT_FALSE(dialog.Archive().Entries()[1].extracted);
+}
+
+TEST_F(CPodDialogTest, ChangesTheArchiveAndGoesBack) {
+  CPodExtractorDialog dialog(services, nullptr);
+  Show(dialog);
+  const std::string pod = WriteArchive();
+  const std::string before = ReadTestFile(pod);
+  ASSERT_TRUE(dialog.LoadArchive(pod));
+  auto* list = Child<QTreeView>(dialog, "entries");
+  const auto name = [&](size_t entry) { return std::string(dialog.Archive().Entries()[entry].Name()); };
+
+  SelectRow(*list, 0);
+  QTest::keyClick(&dialog, Qt::Key_F2);
+  auto* editor = list->findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr);
+  editor->setText("news.txt");
+  QTest::keyClick(editor, Qt::Key_Return);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return name(0) == "DATA\\NEWS.TXT"; }));
+  SelectRow(*list, 4);
+  QTest::keyClick(&dialog, Qt::Key_Delete);
+  EXPECT_EQ(dialog.Archive().Entries().size(), 4u);
+  SelectRow(*list, 1);
+  QTest::keyClick(&dialog, Qt::Key_Up, Qt::AltModifier);
+  EXPECT_EQ(name(0), "ART\\SKY.RAW");
+
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder.Write("in/SKY.RAW", std::string(64 * 64, '\1')))),
+                 QUrl::fromLocalFile(QString::fromStdString(folder.Write("in/HORN.WAV", "wave")))});
+  questions.OnReplace("ART\\SKY.RAW", EReplaceAnswer::kYes);
+  QDragEnterEvent enter({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&dialog, &enter);
+  QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&dialog, &drop);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.Archive().Entries().size() == 5; }));
+  EXPECT_TRUE(dialog.isWindowModified());
+  EXPECT_EQ(ReadTestFile(pod), before) << "nothing is written before it is saved";
+
+  // What a crash would leave is the same list.
+  SError error;
+  const SCopyLabel label{.title = "TEST.POD", .path = pod, .kind = ECopyKind::kArchive};
+  const auto packed = dialog.Document().Pack(label, &error);
+  const SCopyFile copy =
+      ReadCopyFile(folder.Write("in/copy", {reinterpret_cast<const char*>(packed.data()), packed.size()}));
+  CArchiveDocument recovered(questions, settings);
+  const SDocumentCopy of_copy{.title = label.title, .path = pod, .modified = true};
+  ASSERT_TRUE(recovered.OpenCopy(of_copy, copy));
+  EXPECT_TRUE(recovered.IsModified());
+  ASSERT_EQ(recovered.Archive().Entries().size(), 5u);
+  const auto contents = [](const CPodDocument& archive) {
+    std::vector<std::pair<std::string, std::string>> rows;
+    for (size_t i = 0; i < archive.Entries().size(); ++i)
+      rows.emplace_back(archive.Entries()[i].Name(), archive.ReadEntry(i)->Text());
+    return rows;
+  };
+  const auto wanted = contents(recovered.Archive());
+
+  questions.OnYesNoCancel("Save changes to TEST.POD?", EAnswer::kCancel);
+  EXPECT_FALSE(dialog.LoadArchive(pod));
+  QTest::keyClick(&dialog, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_FALSE(dialog.isWindowModified());
+  CPodDocument saved;
+  ASSERT_TRUE(saved.Load(pod));
+  EXPECT_EQ(contents(saved), wanted);
+
+  EXPECT_FALSE(recovered.Save(pod)) << "it would take bytes from where they are no more";
+  EXPECT_FALSE(CArchiveDocument(questions, settings).OpenCopy(of_copy, copy));
+  questions.TakeMessageTexts();
+  SelectRow(*list, 0);
+  QTest::keyClick(&dialog, Qt::Key_Delete);
+  QTest::keyClick(&dialog, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_FALSE(dialog.isWindowModified());
+  QTest::keyClick(&dialog, Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(dialog.Archive().Entries().size(), 4u);
+  questions.OnYesNoCancel("Save changes", EAnswer::kCancel).OnYesNoCancel("Save changes", EAnswer::kNo);
+  QTest::keyClick(&dialog, Qt::Key_Escape);
+  EXPECT_TRUE(dialog.isVisible());
+  Press(dialog, "close");
+  EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(CPodDialogTest, ComparesTestsAndShowsEntriesInTheirOwnWindows) {
+  CPodExtractorDialog dialog(services, nullptr);
+  Show(dialog);
+  ASSERT_TRUE(dialog.LoadArchive(WriteArchive()));
+  auto* list = Child<QTreeView>(dialog, "entries");
+  const std::string other =
+      folder.Write("OTHER.POD", MakePod({{.name = "data\\readme.txt", .data = "first lime"},
+                                         {.name = "ART\\SKY.ACT", .data = std::string(768, '\x40')},
+                                         {.name = "SOUND\\NEW.WAV", .data = "new"}}));
+  CDialogDriver driver;
+  driver.On("podCompare", [](QWidget& compare) {
+    auto* rows = Child<QTreeWidget>(compare, "compared");
+    QStringList states;
+    for (int i = 0; i < rows->topLevelItemCount(); ++i)
+      states.append(rows->topLevelItem(i)->text(3));
+    EXPECT_EQ(states.join(','), "differs,only here,only here,only here,only there");
+    rows->selectAll();
+    Press(compare, "takeOver");
+    EXPECT_EQ(rows->topLevelItemCount(), 3);
+    compare.close();
+  });
+  questions.OnOpenFile("Compare With", other).OnReplace("DATA\\README.TXT", EReplaceAnswer::kYes);
+  QTest::keyClick(&dialog, Qt::Key_D, Qt::ControlModifier);
+  ASSERT_EQ(dialog.Archive().Entries().size(), 6u);
+  EXPECT_EQ(dialog.Archive().ReadEntry(0)->Text(), "first lime");
+
+  Show(dialog);
+  QTest::keyClick(&dialog, Qt::Key_T, Qt::ControlModifier);
+  auto* problems = Child<QTreeWidget>(dialog, "problems");
+  ASSERT_EQ(problems->topLevelItemCount(), 1);
+  EXPECT_EQ(problems->topLevelItem(0)->text(1), "Nothing is wrong with the archive.");
+  const std::string bad = folder.Write("BAD.POD", MakePod({{.name = "ART\\A.RAW", .data = "1234"},
+                                                           {.name = "..\\B.RAW", .data = "x"},
+                                                           {.name = "art\\a.raw", .data = "x"}}));
+  questions.OnYesNoCancel("Save changes", EAnswer::kNo);
+  ASSERT_TRUE(dialog.LoadArchive(bad));
+  ASSERT_EQ(problems->topLevelItemCount(), 2);
+  problems->setCurrentItem(problems->topLevelItem(1));
+  EXPECT_EQ(list->selectionModel()->selectedRows().size(), 2) << "both of the name";
+
+  ASSERT_TRUE(dialog.LoadArchive(WriteArchive()));
+  SelectRow(*list, 0);
+  QTest::keyClick(list, Qt::Key_Return);
+  auto* viewer = dialog.findChild<CPodViewerDlg*>();
+  ASSERT_NE(viewer, nullptr);
+  EXPECT_EQ(qobject_cast<QPlainTextEdit*>(viewer->Preview().Shown())->toPlainText(), "first line");
 }
 
 TEST_F(CPodDialogTest, CreatorCollectsOrdersAndWrites) {

@@ -14,6 +14,7 @@ enum class ECommand : int32_t {
   kFileClose,
   kFileSave,
   kFileSaveAs,
+  kFileEditInArchive,
   kFileReload,
   kFileEarlierStates,
   kFileRecover,

@@ -6,15 +6,25 @@ namespace {
 
 constexpr auto kSeparator = ECommand::kNone;
 
-constexpr ECommand kFileMenu[] = {ECommand::kFileNew,         ECommand::kFileOpen,
-                                  ECommand::kFileClose,       kSeparator,
-                                  ECommand::kFileSave,        ECommand::kFileSaveAs,
-                                  ECommand::kFileReload,      ECommand::kFileEarlierStates,
-                                  ECommand::kFileRecover,     kSeparator,
-                                  ECommand::kMenuImport,      ECommand::kMenuExport,
-                                  ECommand::kFileTextureList, kSeparator,
-                                  ECommand::kFileRecent,      kSeparator,
-                                  ECommand::kFilePreferences, ECommand::kFileExit};
+constexpr ECommand kFileMenu[] = {ECommand::kFileNew,
+                                  ECommand::kFileOpen,
+                                  ECommand::kFileClose,
+                                  kSeparator,
+                                  ECommand::kFileSave,
+                                  ECommand::kFileSaveAs,
+                                  ECommand::kFileEditInArchive,
+                                  ECommand::kFileReload,
+                                  ECommand::kFileEarlierStates,
+                                  ECommand::kFileRecover,
+                                  kSeparator,
+                                  ECommand::kMenuImport,
+                                  ECommand::kMenuExport,
+                                  ECommand::kFileTextureList,
+                                  kSeparator,
+                                  ECommand::kFileRecent,
+                                  kSeparator,
+                                  ECommand::kFilePreferences,
+                                  ECommand::kFileExit};
 constexpr ECommand kImportMenu[] = {ECommand::kImport3ds, ECommand::kImportWavefront, ECommand::kImportMeshes};
 constexpr ECommand kExportMenu[] = {ECommand::kExportWavefront, ECommand::kExport3ds, ECommand::kExportVrml};
 constexpr ECommand kEditMenu[] = {ECommand::kEditUndo, ECommand::kEditRedo};

@@ -16,6 +16,7 @@ struct STopic {
 
 constexpr const char* kEditing = "guide-editing.md";
 constexpr const char* kTrucks = "guide-trucks.md";
+constexpr const char* kArchives = "guide-archives.md";
 
 constexpr STopic kTopics[] = {
     {"setUp", kGuidePage, "where-things-are"},
@@ -33,7 +34,10 @@ constexpr STopic kTopics[] = {
     {"recovery", kGuidePage, "what-protects-your-work"},
     {"earlierStates", kGuidePage, "what-protects-your-work"},
     {"importOptions", kGuidePage, "bringing-meshes-in"},
-    {"podExtractor", kGuidePage, "archives"},
+    {"podExtractor", kArchives, "the-window"},
+    {"podViewer", kArchives, "opening-what-is-inside"},
+    {"podModels", kArchives, "opening-what-is-inside"},
+    {"podCompare", kArchives, "comparing-and-checking"},
     {"podCreator", kGuidePage, "archives"},
     {"selectByFacing", kEditing, "faces"},
     {"addFace", kEditing, "faces"},
@@ -89,6 +93,7 @@ QList<SHelpPage> HelpPages() {
   return {{kGuidePage, "Guide"},
           {kEditing, "Editing a model"},
           {kTrucks, "From a mesh to a truck"},
+          {kArchives, "Working in archives"},
           {kCommandLinePage, "The command line"},
           {"file-formats.md", "File formats"},
           {kNewsPage, "What is new"}};

@@ -1,0 +1,219 @@
+#include "podtools/podeditactions.h"
+
+#include <QHeaderView>
+
+#include "document/filenews.h"
+#include "packing/podbuild.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "podtools/podprompt.h"
+#include "ui/commandicons.h"
+#include "ui/qstrings.h"
+
+namespace veldra {
+
+CPodEditActions::CPodEditActions(CArchiveDocument& document, const SToolServices& services, CPodListView& list,
+                                 QWidget& window)
+    : QObject(&window), document_(document), services_(services), list_(list), window_(window) {
+  MakeFileActions();
+  MakeEntryActions();
+  MakeOrderActions();
+  // The list's editor is still open when it says so.
+  connect(&list_.Entries(), &CPodListModel::RenameWanted, this, &CPodEditActions::Rename, Qt::QueuedConnection);
+  connect(list_.header(), &QHeaderView::sortIndicatorChanged, this, &CPodEditActions::Refresh);
+}
+
+QAction* CPodEditActions::Make(const QString& text, const char* name, const QKeySequence& key,
+                               std::function<void()> action) {
+  auto* const made = new QAction(CommandIcon(name), text, &window_);
+  made->setObjectName(QString(name) + "Entry");
+  made->setShortcut(key);
+  connect(made, &QAction::triggered, this, [action = std::move(action)] { action(); });
+  window_.addAction(made);
+  return made;
+}
+
+void CPodEditActions::MakeFileActions() {
+  save_ = Make(tr("&Save"), "save", QKeySequence::Save, [this] { Save(); });
+  save_as_ = Make(tr("Save &As..."), "saveAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); });
+  reload_ = Make(tr("&Reload"), "refresh", Qt::Key_F5, [this] { Reload(); });
+  back_ = Make(tr("Step &Back"), "undo", QKeySequence::Undo, [this] { document_.StepBack(); });
+  forward_ = Make(tr("Step &Forward"), "redo", QKeySequence::Redo, [this] { document_.StepForward(); });
+  forward_->setShortcuts({QKeySequence(QKeySequence::Redo), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+}
+
+void CPodEditActions::MakeEntryActions() {
+  adding_ = {Make(tr("A&dd Files..."), "add", Qt::Key_Insert, [this] { AskAndAdd(); }),
+             Make(tr("Add F&older..."), "addFolder", Qt::CTRL | Qt::Key_Insert, [this] { AskAndAddFolder(); })};
+  replace_ = Make(tr("Re&place..."), "replace", Qt::CTRL | Qt::Key_R, [this] { AskAndReplace(); });
+  rename_ = Make(tr("Rena&me"), "rename", Qt::Key_F2, [this] { list_.EditName(); });
+  remove_ = Make(tr("Remo&ve"), "remove", QKeySequence::Delete, [this] { Remove(); });
+}
+
+void CPodEditActions::MakeOrderActions() {
+  moving_ = {Make(tr("Move &Up"), "up", Qt::ALT | Qt::Key_Up, [this] { MoveBy(-1); }),
+             Make(tr("Move Do&wn"), "down", Qt::ALT | Qt::Key_Down, [this] { MoveBy(1); }),
+             Make(tr("Move to the &Beginning"), "first", Qt::ALT | Qt::Key_Home, [this] { MoveTo(0); }),
+             Make(tr("Move to the &End"), "last", Qt::ALT | Qt::Key_End, [this] { MoveTo(SIZE_MAX); })};
+  arrange_ = Make(tr("Give the Archive the &List's Order"), "arrange", {}, [this] {
+    const auto order = list_.Filter().Order();
+    if (document_.Change([&](CPodChanges& changes) { return changes.Arrange(order); })) list_.ShowOwnOrder();
+  });
+  own_order_ = Make(tr("Show the A&rchive's Order"), "ownOrder", {}, [this] { list_.ShowOwnOrder(); });
+}
+
+void CPodEditActions::FillArchiveMenu(QMenu& menu) const {
+  menu.addActions({save_, save_as_, reload_});
+}
+
+void CPodEditActions::FillEditMenu(QMenu& menu) const {
+  menu.addActions({back_, forward_});
+  menu.addSeparator();
+  menu.addActions(adding_);
+  menu.addActions({replace_, rename_, remove_});
+  menu.addSeparator();
+  menu.addActions(moving_);
+  menu.addActions({arrange_, own_order_});
+}
+
+void CPodEditActions::FillToolBar(QToolBar& bar) const {
+  bar.addAction(save_);
+  bar.addActions({back_, forward_});
+  bar.addSeparator();
+  bar.addActions({adding_.first(), replace_, rename_, remove_});
+}
+
+void CPodEditActions::FillContextMenu(QMenu& menu) const {
+  menu.addActions({replace_, rename_, remove_});
+  menu.addSeparator();
+  menu.addActions(moving_);
+  menu.addSeparator();
+  menu.addActions(adding_);
+}
+
+void CPodEditActions::Refresh() {
+  const bool has_archive = !document_.Path().empty();
+  const size_t selected = list_.Selected().size();
+  const CPodChanges& changes = document_.Changes();
+  save_->setEnabled(document_.IsModified());
+  for (QAction* action : {save_as_, reload_})
+    action->setEnabled(has_archive);
+  for (QAction* action : adding_)
+    action->setEnabled(has_archive);
+  back_->setEnabled(changes.CanStepBack());
+  forward_->setEnabled(changes.CanStepForward());
+  back_->setText(tr("Step &Back: %1").arg(NameToQString(changes.BackName()).replace('&', "&&")));
+  forward_->setText(tr("Step &Forward: %1").arg(NameToQString(changes.ForwardName()).replace('&', "&&")));
+  if (!changes.CanStepBack()) back_->setText(tr("Step &Back"));
+  if (!changes.CanStepForward()) forward_->setText(tr("Step &Forward"));
+  for (QAction* action : {replace_, rename_})
+    action->setEnabled(selected == 1);
+  remove_->setEnabled(selected > 0);
+  for (QAction* action : moving_)
+    action->setEnabled(selected > 0);
+  const bool shows_all = list_.Filter().rowCount() == list_.Entries().rowCount();
+  arrange_->setEnabled(has_archive && !list_.HasOwnOrder() && shows_all);
+  own_order_->setEnabled(!list_.HasOwnOrder());
+}
+
+// --- Entries ---------------------------------------------------------------------------------------------------------
+
+/// What is refused is told by who collects the files.
+void CPodEditActions::Add(const std::vector<std::string>& paths) {
+  if (document_.Path().empty()) return;
+  CPodBuild files(services_.questions, services_.stock);
+  if (files.AddAny(paths, false) == 0) return;
+  document_.Change([&](CPodChanges& changes) { return changes.Add(services_.questions, files.Sources(false)); });
+}
+
+void CPodEditActions::AskAndAdd() {
+  const auto files = services_.questions.AskOpenFiles({.title = "Add Files",
+                                                       .filters = {{"All Files *.*", "*.*"}},
+                                                       .directory = DirectoryPart(document_.Path()),
+                                                       .name = {},
+                                                       .default_extension = {}});
+  if (files) Add(files->paths);
+}
+
+void CPodEditActions::AskAndAddFolder() {
+  const auto folder = services_.questions.AskFolder("Add Folder", DirectoryPart(document_.Path()));
+  if (folder) Add({*folder});
+}
+
+void CPodEditActions::AskAndReplace() {
+  const auto selected = list_.Selected();
+  if (selected.size() != 1) return;
+  const std::string name(document_.Archive().Entries()[selected.front()].FileName());
+  const std::string pattern = "*." + LowerCase(ExtensionPart(name));
+  const auto path = services_.questions.AskOpenFile({.title = "Replace " + DisplayName(name),
+                                                     .filters = {{pattern, pattern}, {"All Files *.*", "*.*"}},
+                                                     .directory = services_.settings.art_dir,
+                                                     .name = {},
+                                                     .default_extension = {}});
+  if (!path) return;
+  document_.Change([&](CPodChanges& changes) { return changes.Replace(services_.questions, selected.front(), *path); });
+}
+
+void CPodEditActions::Rename(size_t entry, const QString& name) {
+  if (entry >= document_.Archive().Entries().size()) return;
+  document_.Change(
+      [&](CPodChanges& changes) { return changes.Rename(services_.questions, entry, name.trimmed().toStdString()); });
+}
+
+void CPodEditActions::Remove() {
+  const auto selected = list_.Selected();
+  if (!document_.Change([&](CPodChanges& changes) { return changes.Remove(selected); })) return;
+  // Where they were, so that the next one can go by the same key.
+  const size_t left = document_.Archive().Entries().size();
+  if (left > 0) list_.Select({std::min(selected.front(), left - 1)});
+}
+
+void CPodEditActions::MoveTo(size_t to) {
+  const auto selected = list_.Selected();
+  const size_t most = document_.Archive().Entries().size() - selected.size();
+  if (selected.empty()) return;
+  list_.ShowOwnOrder();
+  document_.Change([&](CPodChanges& changes) { return changes.Move(selected, std::min(to, most)); });
+}
+
+void CPodEditActions::MoveBy(int by) {
+  const auto selected = list_.Selected();
+  if (selected.empty()) return;
+  const size_t first = selected.front();
+  MoveTo(by > 0 ? first + 1 : first - std::min<size_t>(first, 1));
+}
+
+// --- The archive's file ----------------------------------------------------------------------------------------------
+
+bool CPodEditActions::Save() {
+  if (!document_.Save(document_.Path())) return false;
+  emit Done(tr("Saved %1").arg(NameToQString(document_.Path())));
+  return true;
+}
+
+bool CPodEditActions::SaveAs() {
+  SFilePrompt prompt = PodFilePrompt("Save POD File As", services_.settings);
+  prompt.directory = DirectoryPart(document_.Path());
+  prompt.name = document_.Title();
+  const auto chosen = services_.questions.AskSaveFile(prompt);
+  if (!chosen || !document_.Save(chosen->path)) return false;
+  emit Done(tr("Saved %1").arg(NameToQString(document_.Path())));
+  return true;
+}
+
+void CPodEditActions::Reload() {
+  if (AskAndReload(document_)) emit Done(tr("Reloaded %1").arg(NameToQString(document_.Path())));
+}
+
+bool CPodEditActions::MayLeave() {
+  if (!document_.IsModified()) return true;
+  const SMessage question = {.text = Format("Save changes to %s?", document_.Title().c_str()),
+                             .icon = EIcon::kQuestion,
+                             .yes = "&Save",
+                             .no = "Do&n't Save"};
+  const EAnswer answer = services_.questions.AskYesNoCancel(question);
+  return answer == EAnswer::kNo || (answer == EAnswer::kYes && Save());
+}
+
+}  // namespace veldra

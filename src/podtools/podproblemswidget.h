@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QTreeWidget>
+#include <vector>
+
+#include "archive/podedit.h"
+
+namespace veldra {
+
+/// What is wrong with the archive that is open, a line each. Looks while it is shown only.
+class CPodProblemsWidget : public QTreeWidget {
+  Q_OBJECT
+
+ public:
+  explicit CPodProblemsWidget(QWidget* parent = nullptr);
+
+  /// ARCHIVE, which outlives it, or its entries are others.
+  void Show(const CPodDocument& archive);
+
+ signals:
+  /// The user wants to see what a line is about.
+  void EntriesWanted(const std::vector<size_t>& entries);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void Test();
+
+  const CPodDocument* archive_ = nullptr;
+  std::vector<SPodFinding> findings_;
+  bool is_due_ = false;
+};
+
+}  // namespace veldra

@@ -1,4 +1,5 @@
 #include <array>
+#include <bit>
 #include <cstdio>
 
 #include "archive/poddocument.h"
@@ -164,6 +165,46 @@ bool Write(const std::string& folder, const char* name, std::span<const uint8_t>
   return false;
 }
 
+constexpr std::string_view kGltfText =
+    R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"children":[1,2],"translation":[1,2,3]},
+{"mesh":0,"name":"a","rotation":[0,0,1,0],"scale":[1,1,-1]},{"mesh":0,"matrix":[1,0,0,0,0,1,0,0,0,0,1,0,5,5,5,1]}],
+"buffers":[{"uri":"b"},{"uri":"data:;base64,AAABAAIAAwAEAAUA"}],"bufferViews":[{"buffer":0,"byteLength":400},
+{"buffer":0,"byteOffset":8,"byteLength":200,"byteStride":12},{"buffer":1,"byteLength":12}],"accessors":[
+{"bufferView":0,"componentType":5126,"type":"VEC3","count":9},{"bufferView":1,"componentType":5121,"type":"VEC2",
+"count":9,"normalized":true},{"bufferView":2,"componentType":5123,"type":"SCALAR","count":6}],
+"images":[{"bufferView":2,"mimeType":"image/png"},{"uri":"a%20b.png"}],"textures":[{"source":0},{"source":1}],
+"materials":[{"name":"m_0x18","pbrMetallicRoughness":{"baseColorTexture":{"index":0,"texCoord":0,"extensions":{
+"KHR_texture_transform":{"offset":[1,2],"rotation":1,"scale":[2,2]}}}}},{"pbrMetallicRoughness":{"baseColorFactor":
+[1,0.5,0,1]}}],"meshes":[{"primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"indices":2,"material":0},
+{"attributes":{"POSITION":0},"mode":5,"material":1},{"attributes":{"POSITION":0},"mode":6}]}]})";
+constexpr std::string_view kPlyParts =
+    "comment TextureFile a.png\nelement vertex 3\nproperty float x\nproperty float y\nproperty double z\nproperty "
+    "uchar "
+    "s\nproperty short t\nelement face 1\nproperty list uchar int vertex_indices\nproperty list uchar float texcoord\n"
+    "property int texnumber\nend_header\n";
+constexpr std::string_view kStlText =
+    "solid a b\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1e0 0 0\nvertex 0 2 "
+    "0\nendloop\nendfacet\nendsolid\n";
+
+bool WriteMeshes(const std::string& folder) {
+  const std::string parts(kPlyParts);
+  CByteWriter stl;
+  stl.WriteFixedText("title", 80);
+  stl.WriteU32(1);
+  for (const float part : {0.F, 0.F, 1.F, 0.F, 0.F, 0.F, 1.F, 0.F, 0.F, 0.F, 2.F, 0.F})
+    stl.WriteU32(std::bit_cast<uint32_t>(part));
+  stl.WriteU16(0);
+  const auto write = [&](const char* name, const std::string& text) {
+    return Write(folder, name, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+  };
+  return write("gltf", std::string(kGltfText)) && write("stl_text", std::string(kStlText)) &&
+         write("ply_text",
+               "ply\nformat ascii 1.0\n" + parts + "0 0 0 0 0\n1 0 0 1 0\n0 1 0 0 1\n3 0 1 2 6 0 0 1 0 0 1 0\n") &&
+         write("ply_little", "ply\nformat binary_little_endian 1.0\n" + parts + std::string(110, '\0')) &&
+         write("ply_big", "ply\nformat binary_big_endian 1.0\n" + parts + std::string(110, '\3')) &&
+         Write(folder, "stl", stl.Bytes());
+}
+
 /// One of each kind but PNG, behind the byte that the target looks at.
 bool WriteOtherPictures(const std::string& folder) {
   std::vector<uint8_t> pixels;
@@ -213,7 +254,7 @@ int main(int argc, char** argv) {
       Write(models, "full", full.Bytes()) && Write(models, "backdrop", backdrop.Bytes()) &&
       Write(models, "empty", empty.Bytes()) && Write(JoinPath(argv[1], "info"), "full", info.Bytes()) &&
       Write(JoinPath(argv[1], "3ds"), "full", StudioBytes()) && Write(JoinPath(argv[1], "obj"), "full", wave.Bytes()) &&
-      Write(JoinPath(argv[1], "obj"), "export", exported.Bytes()) &&
+      Write(JoinPath(argv[1], "obj"), "export", exported.Bytes()) && WriteMeshes(JoinPath(argv[1], "mesh")) &&
       Write(JoinPath(argv[1], "pod"), "full", PodBytes()) &&
       Write(JoinPath(argv[1], "pod"), "stock", PodZipFilesResource()) &&
       Write(JoinPath(argv[1], "stock"), "full", WriteStringList({{{"A", "BC"}, {}, {"D"}}})) &&

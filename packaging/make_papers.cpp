@@ -41,13 +41,13 @@ bool WritePapers(const std::string& folder) {
   const SCommandRow cli = Program(options);
   const SCommandRow editor = Editor();
   const std::string pages[] = {
-      ManualPage(
-          editor, VELDRA_VERSION,
-          {.summary = "editor for the 3D models of Monster Truck Madness 2",
-           .description = "Opens models (.BIN), trucks (.TRK) and archives (.POD), and imports meshes (.3ds, .obj). "
-                          "Help > Guide in the program leads through it.",
-           .files = kSettingsText,
-           .see_also = "veldra-cli(1)"}),
+      ManualPage(editor, VELDRA_VERSION,
+                 {.summary = "editor for the 3D models of Monster Truck Madness 2",
+                  .description = "Opens models (.BIN), trucks (.TRK) and archives (.POD), and imports meshes (.obj, "
+                                 ".3ds, .gltf, .glb, .ply, .stl). "
+                                 "Help > Guide in the program leads through it.",
+                  .files = kSettingsText,
+                  .see_also = "veldra-cli(1)"}),
       ManualPage(
           cli, VELDRA_VERSION,
           {.summary = "reads, changes, converts and draws models of Monster Truck Madness 2",

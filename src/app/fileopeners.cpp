@@ -10,6 +10,10 @@ namespace veldra {
 
 namespace {
 
+bool OpenMesh(CFileCommands&, CToolCommands& tools, const std::string& path, bool) {
+  return tools.ImportMeshFile(path);
+}
+
 constexpr SFileOpener kOpeners[] = {
     {"bin", [](CFileCommands& files, CToolCommands&, const std::string& path,
                bool read_only) { return files.OpenModel(path, read_only); }},
@@ -18,6 +22,10 @@ constexpr SFileOpener kOpeners[] = {
      [](CFileCommands&, CToolCommands& tools, const std::string& path, bool) { return tools.OpenArchive(path); }},
     {"3ds",
      [](CFileCommands&, CToolCommands& tools, const std::string& path, bool) { return tools.Import3dsFile(path); }},
+    {"gltf", OpenMesh},
+    {"glb", OpenMesh},
+    {"ply", OpenMesh},
+    {"stl", OpenMesh},
     {"obj", [](CFileCommands&, CToolCommands& tools, const std::string& path,
                bool) { return tools.ImportWavefrontFile(path); }},
 };

@@ -288,6 +288,11 @@ bool CToolCommands::Import3dsFile(const std::string& path) {
   return true;
 }
 
+bool CToolCommands::ImportMeshFile(const std::string& path) {
+  ImportMeshFiles(ImportServices(), {path});
+  return true;
+}
+
 bool CToolCommands::ImportWavefrontFile(const std::string& path) {
   ImportWavefrontFiles(ImportServices(), {path});
   return true;

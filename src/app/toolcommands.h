@@ -59,6 +59,7 @@ class CToolCommands : public QObject {
   bool MayCloseDocuments();
   // For files that are dropped or named on the command line; always true, as what fails is told.
   bool Import3dsFile(const std::string& path);
+  bool ImportMeshFile(const std::string& path);
   bool ImportWavefrontFile(const std::string& path);
 
   /// Closes the windows, which ask about what is not saved. False: one stays open.

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <memory>
 
@@ -7,10 +6,9 @@
 #include "cli/session.h"
 #include "cli/values.h"
 #include "interchange/import3ds.h"
-#include "interchange/studiomesh.h"
+#include "interchange/meshformats.h"
 #include "interchange/waveimport.h"
 #include "platform/files.h"
-#include "platform/inputfile.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -32,22 +30,6 @@ struct SImportOptions {
   bool IsPlain() const { return !WithMaterials() && !texture.empty() && wave.fit == 0; }
 };
 
-enum class EImportKind { kNone, k3ds, kWavefront };
-
-EImportKind KindOf(const std::string& path) {
-  const std::string extension = LowerCase(ExtensionPart(path));
-  if (extension == "3ds") return EImportKind::k3ds;
-  return extension == "obj" ? EImportKind::kWavefront : EImportKind::kNone;
-}
-
-/// Of what comes without a name: a 3D Studio file begins with its main chunk's number.
-EImportKind KindOfContent(const std::string& path) {
-  std::array<uint8_t, 2> start = {};
-  CInputFile file;
-  const bool is_3ds = file.Open(path) && file.ReadAt(0, start) && start[0] == 'M' && start[1] == 'M';
-  return is_3ds ? EImportKind::k3ds : EImportKind::kWavefront;
-}
-
 /// What could be lost without being missed.
 void TellVanished(CSession& session, const SWavePoint& size, const CBinModel& model) {
   const std::string text = VanishedText(size, model.Bounds());
@@ -63,16 +45,16 @@ void TellVanished(CSession& session, const SWavePoint& size, const CBinModel& mo
 
 bool ImportInto(CSession& session, const SImportOptions& options, const std::string& path, CBinModel& model,
                 SImportOutcome& outcome, SImportFault& fault) {
-  const EImportKind kind = options.file == kStandardStream ? KindOfContent(path) : KindOf(path);
-  const bool is_3ds = kind == EImportKind::k3ds;
+  const SMeshFormat& format =
+      options.file == kStandardStream ? MeshFormatOfContent(path) : *FindMeshFormat(options.file);
+  const bool is_3ds = format.format == EMeshFormat::k3ds;
   const uint32_t face_type = options.face_type.value_or(static_cast<uint32_t>(session.Settings().def_face_type));
   const SImportContext context = {session.Textures(), session.Questions(), session.Settings().art_dir, face_type};
   if (is_3ds && options.IsPlain()) return ImportFrom3ds(model, path, options.texture, context, &fault);
-  const auto mesh = is_3ds ? Read3dsMesh(path, options.WithMaterials(), session.Questions(), fault)
-                           : ReadWavefront(path, session.Questions(), fault);
+  const auto mesh = ReadMesh(path, format.format, options.WithMaterials(), session.Questions(), fault);
   if (!mesh) return false;
   SWaveOptions wave = options.wave;
-  if (is_3ds) wave.scale = kStudioScale;
+  if (is_3ds) wave.scale = format.scale;
   const SWaveFiles files = {path, options.texture, options.pictures};
   if (!ImportWaveMesh(model, *mesh, files, wave, context, fault, &outcome)) return false;
   TellVanished(session, {mesh->max[0] - mesh->min[0], mesh->max[1] - mesh->min[1], mesh->max[2] - mesh->min[2]}, model);
@@ -109,11 +91,12 @@ int Import(CSession& session, const SImportOptions& options) {
 /// "" or what is wrong.
 std::string CheckKind(const SImportOptions& options) {
   if (options.file == kStandardStream) return "";
-  const EImportKind kind = KindOf(options.file);
-  if (kind == EImportKind::kNone) return "FILE: \"" + options.file + "\" is neither a .3ds nor an .obj file";
+  const SMeshFormat* const format = FindMeshFormat(options.file);
+  if (format == nullptr) return "FILE: \"" + options.file + "\" is no mesh file (" + MeshPatterns() + ")";
   const SWaveOptions& wave = options.wave;
   const bool has_wave_options = wave.scale != 1.0 || wave.swap_yz || wave.center;
-  return kind == EImportKind::k3ds && has_wave_options ? "--scale, --swap-yz, --center: only for .obj files" : "";
+  return format->format == EMeshFormat::k3ds && has_wave_options ? "--scale, --swap-yz, --center: not for .3ds files"
+                                                                 : "";
 }
 
 std::optional<double> ParseScale(const std::string& text) {
@@ -125,11 +108,11 @@ std::optional<double> ParseScale(const std::string& text) {
 
 SCommandRow ImportCommand() {
   const auto options = std::make_shared<SImportOptions>();
-  const char* const wave = "For .obj files";
+  const char* const wave = "For all but .3ds files";
   const auto parse_type = [](const std::string& text) { return ParseFaceType(text, false); };
   return {
       .name = "import",
-      .help = "Make a model of a .3ds or .obj file",
+      .help = "Make a model of a mesh: .obj, .3ds, .gltf, .glb, .ply or .stl",
       .options = {Argument("FILE", "File to read", options->file), Output("OUT", "Model file to write", options->out),
                   Option("--texture", "RAW", "Texture of the faces whose material gives none", options->texture),
                   Option("--pictures", "DIR", "Make textures of the materials' pictures, in this folder",

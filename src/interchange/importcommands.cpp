@@ -4,7 +4,7 @@
 
 #include "interchange/3dstudiofile.h"
 #include "interchange/import3ds.h"
-#include "interchange/studiomesh.h"
+#include "interchange/meshformats.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -114,15 +114,21 @@ class CMeshJobs {
 /// Nothing, after a message, when the file cannot be read.
 std::optional<SMeshJob> ReadJob(const std::string& path, CQuestions& questions) {
   const CQuestions::CAbout about(questions, path);
-  const bool is_3ds = EqualNoCase(ExtensionPart(path), "3ds");
+  const SMeshFormat* const by_name = FindMeshFormat(path);
+  const SMeshFormat& format = by_name != nullptr ? *by_name : MeshFormatOfContent(path);
   SImportFault fault;
-  auto mesh = is_3ds ? Read3dsMesh(path, true, questions, fault) : ReadWavefront(path, questions, fault);
+  auto mesh = ReadMesh(path, format.format, true, questions, fault);
   if (!mesh) {
     ShowImportFault(path, fault, questions);
     return std::nullopt;
   }
-  const SWaveOptions options = {.scale = is_3ds ? kStudioScale : 1.0};
-  return SMeshJob{.path = path, .mesh = std::move(*mesh), .texture = "", .options = options, .plan = {}};
+  const SWaveOptions options = {.scale = format.scale, .swap_yz = format.is_z_up};
+  return SMeshJob{.path = path,
+                  .mesh = std::move(*mesh),
+                  .texture = "",
+                  .options = options,
+                  .plan = {},
+                  .has_own_axes = format.format != EMeshFormat::kWavefront && format.format != EMeshFormat::k3ds};
 }
 
 }  // namespace
@@ -167,14 +173,17 @@ void RunImportWavefront(const SImportServices& services) {
 
 void RunImportMeshes(const SImportServices& services) {
   const SFilePrompt prompt = {.title = "Import Meshes with Materials",
-                              .filters = {{"Wavefront, Autodesk 3D Studio *.obj *.3ds", "*.obj *.3ds"}, kAllFiles},
+                              .filters = {{"Meshes " + MeshPatterns(), MeshPatterns()}, kAllFiles},
                               .directory = services.directory,
                               .name = "",
                               .default_extension = "obj"};
   const auto files = services.context.questions.AskOpenFiles(prompt);
-  if (!files) return;
+  if (files) ImportMeshFiles(services, files->paths);
+}
+
+void ImportMeshFiles(const SImportServices& services, const std::vector<std::string>& paths) {
   CMeshJobs jobs(services);
-  for (const std::string& path : files->paths)
+  for (const std::string& path : paths)
     if (auto job = ReadJob(path, services.context.questions)) jobs.Add(std::move(*job));
   jobs.Run();
 }

@@ -16,8 +16,9 @@ struct SMeshJob {
   std::string path;
   SWaveMesh mesh;
   std::string texture;   ///< a RAW file, of faces whose material gives none; "" for none
-  SWaveOptions options;  ///< the scale of a 3D Studio file is what it is always multiplied by
+  SWaveOptions options;  ///< at first what the format says of itself
   SMaterialPlan plan;
+  bool has_own_axes = false;  ///< which one is up does not go by what was chosen for other files
   bool is_wanted = true;
 };
 
@@ -41,7 +42,9 @@ void ImportWavefrontFiles(const SImportServices& services, const std::vector<std
 void RunImport3ds(const SImportServices& services);
 /// "Import WaveFront Model": asks for the files, then ImportWavefrontFiles.
 void RunImportWavefront(const SImportServices& services);
-/// Wavefront and 3D Studio files with their materials: asks for the files, then for all else at once.
+/// Mesh files of all kinds with their materials; what becomes of all of them is asked at once.
+void ImportMeshFiles(const SImportServices& services, const std::vector<std::string>& paths);
+/// Asks for the files, then ImportMeshFiles.
 void RunImportMeshes(const SImportServices& services);
 
 }  // namespace veldra

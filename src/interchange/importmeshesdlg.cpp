@@ -299,14 +299,14 @@ bool AskMeshJobs(std::vector<SMeshJob>& jobs, SWaveOptions& last, CTextureStore&
                  QWidget* parent) {
   for (SMeshJob& job : jobs) {
     if (job.mesh.is_own_export) continue;
-    const double scale = job.options.scale;
-    job.options = last;
-    if (scale != 1) job.options.scale = scale;
+    const SWaveOptions own = std::exchange(job.options, last);
+    if (own.scale != 1) job.options.scale = own.scale;
+    if (job.has_own_axes) job.options.swap_yz = own.swap_yz;
   }
   CImportMeshesDialog dialog(jobs, textures, questions, parent);
   if (dialog.exec() != QDialog::Accepted) return false;
   for (const SMeshJob& job : jobs)
-    if (!job.mesh.is_own_export && job.is_wanted) last = job.options;
+    if (!job.mesh.is_own_export && job.is_wanted && !job.has_own_axes) last = job.options;
   return true;
 }
 

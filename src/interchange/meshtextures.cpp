@@ -66,6 +66,7 @@ class CMaterialPlanner {
   void PlanOne(SMaterialUse& use, const SWaveMap& map);
   std::string FindRaw(std::string_view name);
   std::string MakeTexture(const std::string& picture, std::string& fault);
+  std::optional<SIndexedTexture> TexelsOf(const std::string& picture, SError* error) const;
   std::string FreePath(const std::string& picture, const SIndexedTexture& texels);
   bool IsFree(const std::string& path, const SIndexedTexture& texels);
   void Load(const std::string& folder, std::map<std::string, std::string>& names) const;
@@ -114,7 +115,11 @@ void CMaterialPlanner::PlanOne(SMaterialUse& use, const SWaveMap& map) {
   if (use.is_untextured) return;
   if (!map.picture.empty()) {
     use.raw = FindRaw(map.picture);
-    if (!pictures_.empty() && plan_.uses.size() <= kMostPictures) use.picture = FindPicture(path_, map);
+    const bool is_held = mesh_.held_pictures.contains(map.picture);
+    if (is_held)
+      use.picture = map.picture;
+    else if (!pictures_.empty() && plan_.uses.size() <= kMostPictures)
+      use.picture = FindPicture(path_, map);
     if (use.picture.empty()) use.fault = Format("there is no picture %s", DisplayName(map.picture).c_str());
   }
   if (use.raw.empty()) use.raw = FindRaw(name.texture);
@@ -137,13 +142,21 @@ std::string CMaterialPlanner::FindRaw(std::string_view name) {
   return "";
 }
 
+std::optional<SIndexedTexture> CMaterialPlanner::TexelsOf(const std::string& picture, SError* error) const {
+  const auto held = mesh_.held_pictures.find(picture);
+  const bool is_held = held != mesh_.held_pictures.end();
+  const bool is_tga = is_held && EqualNoCase(ExtensionPart(picture), "tga");
+  const auto size = is_held ? DecodePictureSize(held->second, is_tga, error) : ReadPictureSize(picture, error);
+  if (!size) return std::nullopt;
+  const STextureOptions options = {.size = GameTextureSize(size->width, size->height)};
+  return is_held ? TextureOfPicture(held->second, is_tga, options, error) : TextureOfPicture(picture, options, error);
+}
+
 std::string CMaterialPlanner::MakeTexture(const std::string& picture, std::string& fault) {
   const auto known = by_picture_.find(picture);
   if (known != by_picture_.end()) return known->second;
   SError error;
-  const auto size = ReadPictureSize(picture, &error);
-  auto texels =
-      size ? TextureOfPicture(picture, {.size = GameTextureSize(size->width, size->height)}, &error) : std::nullopt;
+  auto texels = TexelsOf(picture, &error);
   std::string raw;
   if (texels) {
     raw = FreePath(picture, *texels);

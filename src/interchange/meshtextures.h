@@ -29,7 +29,7 @@ struct SMaterialUse {
   std::optional<uint32_t> type;  ///< of its faces, where its name says one
   bool is_untextured = false;    ///< it says that its faces have no texture
   std::string raw;      ///< its texture's file, which is there or in SMaterialPlan::made; "" for none of its own
-  std::string picture;  ///< the picture's file; "" where there is none
+  std::string picture;  ///< its file, or its name in the mesh's held_pictures; "" where there is none
   std::string fault;    ///< why the picture does not serve; ""
 };
 

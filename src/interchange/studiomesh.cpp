@@ -66,9 +66,7 @@ class CMeshMaker {
   void Enter(int32_t material) {
     std::vector<int32_t> groups;
     if (object_ > 0) groups.push_back(static_cast<int32_t>(object_ - 1));
-    const bool is_same =
-        !mesh_.sections.empty() && mesh_.sections.back().material == material && mesh_.sections.back().groups == groups;
-    if (!is_same) mesh_.sections.push_back({mesh_.FaceCount(), std::move(groups), material});
+    mesh_.BeginSection(std::move(groups), material);
   }
   void AddFace(const StudioFace& face) {
     for (const int32_t vertex : face.vertices) {

@@ -197,8 +197,9 @@ void CWaveBuilder::AddGroups() {
     // Those of a model, which its export declares, may have none.
     if (members_[i].empty() && !mesh_.is_own_export) continue;
     std::string name = ToUtf8(mesh_.group_names[i]);
+    // Neither can stand in a name of the sidecar file, which has a line for each.
     std::ranges::replace_if(
-        name, [](char c) { return c == ' ' || c == '\t'; }, '_');
+        name, [](char c) { return static_cast<unsigned char>(c) <= ' '; }, '_');
     groups.emplace_back(std::move(name), EGroupKind::kFaces, std::move(members_[i]));
   }
   builder_.Model().AddGroups(EGroupKind::kFaces, std::move(groups));

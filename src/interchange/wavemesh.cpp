@@ -31,4 +31,20 @@ uint32_t SWaveMesh::LineOfVertex(size_t vertex) const {
   return run.line + static_cast<uint32_t>(vertex - run.first);
 }
 
+int32_t SWaveMesh::AddVertex(const SWavePoint& point) {
+  if (vertices.empty()) min = max = point;
+  for (size_t axis = 0; axis < point.size(); ++axis) {
+    min[axis] = std::min(min[axis], point[axis]);
+    max[axis] = std::max(max[axis], point[axis]);
+  }
+  vertices.push_back(point);
+  return static_cast<int32_t>(vertices.size() - 1);
+}
+
+void SWaveMesh::BeginSection(std::vector<int32_t> section_groups, int32_t material) {
+  if (!sections.empty() && sections.back().material == material && sections.back().groups == section_groups) return;
+  if (!sections.empty() && sections.back().first_face == FaceCount()) sections.pop_back();
+  sections.push_back({FaceCount(), std::move(section_groups), material});
+}
+
 }  // namespace veldra

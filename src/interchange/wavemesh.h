@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,7 +34,8 @@ class CRemarks {
   size_t count_ = 0;
 };
 
-/// What a Wavefront file holds that a model can take. Polygons are as written but for corners that come again.
+/// What a mesh file, first of all a Wavefront one, holds that a model can take. Polygons are as written but for corners
+/// that come again.
 struct SWaveMesh {
   /// What the faces from FIRST_FACE on belong to, up to the next section.
   struct SSection {
@@ -53,6 +55,10 @@ struct SWaveMesh {
     return std::span(corners).subspan(FirstCorner(face), face_ends[face] - FirstCorner(face));
   }
   uint32_t LineOfVertex(size_t vertex) const;
+  /// Its position in VERTICES. The bounds grow with it.
+  int32_t AddVertex(const SWavePoint& point);
+  /// The faces that follow have GROUPS and MATERIAL.
+  void BeginSection(std::vector<int32_t> section_groups, int32_t material);
 
   std::vector<SWavePoint> vertices;
   SWavePoint min = {};  ///< of all vertices; zero without any
@@ -67,6 +73,8 @@ struct SWaveMesh {
   std::vector<std::string> material_files;
   /// Of each material the picture that it names, where the mesh file says that itself; "" for none.
   std::vector<std::string> material_pictures;
+  /// Pictures that the mesh file itself holds, by the names that MATERIAL_PICTURES have for them.
+  std::map<std::string, std::vector<uint8_t>> held_pictures;
   std::vector<SLineRun> vertex_lines;
   bool is_own_export = false;  ///< written by ExportWavefront or ExportWithMaterials
   double own_scale = 1;        ///< what that multiplied the coordinates by; finite, above 0

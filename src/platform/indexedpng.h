@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,8 @@ struct SIndexedImage {
 /// A PNG with a table of colours as it is, of any depth; the entries that its table lacks are black. Nothing, ERROR
 /// empty, for a PNG without one.
 std::optional<SIndexedImage> ReadIndexedPng(std::string_view path, SError* error = nullptr);
+/// The same from the bytes of a file.
+std::optional<SIndexedImage> DecodeIndexedPng(std::span<const uint8_t> png, SError* error = nullptr);
 /// Replaces PATH by the picture, all or nothing: 8 bits a pixel, and all 256 entries of the table in their order.
 bool WriteIndexedPng(std::string_view path, const SIndexedImage& image, SError* error = nullptr);
 /// The same into PNG.

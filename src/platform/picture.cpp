@@ -202,7 +202,11 @@ std::optional<SImage> ReadPictureSize(std::string_view path, SError* error) {
   if (auto size = ReadPngSize(path, &ignored)) return size;
   const auto file = ReadBytes(path, error);
   if (!file) return std::nullopt;
-  return IsPng(file->View()) ? DecodePng(file->View(), error) : CheckedSize(file->View(), IsTga(path), error);
+  return DecodePictureSize(file->View(), IsTga(path), error);
+}
+
+std::optional<SImage> DecodePictureSize(std::span<const uint8_t> bytes, bool is_tga, SError* error) {
+  return IsPng(bytes) ? DecodePngSize(bytes, error) : CheckedSize(bytes, is_tga, error);
 }
 
 }  // namespace veldra

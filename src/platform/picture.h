@@ -16,6 +16,7 @@ std::optional<SImage> ReadPicture(std::string_view path, SError* error = nullptr
 std::optional<SImage> DecodePicture(std::span<const uint8_t> bytes, bool is_tga, SError* error = nullptr);
 /// Only the sides; RGBA stays empty.
 std::optional<SImage> ReadPictureSize(std::string_view path, SError* error = nullptr);
+std::optional<SImage> DecodePictureSize(std::span<const uint8_t> bytes, bool is_tga, SError* error = nullptr);
 
 inline constexpr uint64_t kLargestPicture = uint64_t{64} << 20;
 

@@ -229,6 +229,12 @@ std::optional<SImage> ReadPngSize(std::string_view path, SError* error) {
   return SImage{static_cast<int>(header.width), static_cast<int>(header.height), {}};
 }
 
+std::optional<SImage> DecodePngSize(std::span<const uint8_t> png, SError* error) {
+  SHeader header;
+  if (!CheckHeader(png, header, error)) return std::nullopt;
+  return SImage{static_cast<int>(header.width), static_cast<int>(header.height), {}};
+}
+
 std::optional<SImage> DecodePng(std::span<const uint8_t> png, SError* error) try {
   SHeader header;
   if (!CheckStructure(png, header, error)) return std::nullopt;
@@ -243,10 +249,14 @@ std::optional<SImage> DecodePng(std::span<const uint8_t> png, SError* error) try
   return std::nullopt;
 }
 
-std::optional<SIndexedImage> ReadIndexedPng(std::string_view path, SError* error) try {
+std::optional<SIndexedImage> ReadIndexedPng(std::string_view path, SError* error) {
   const auto file = ReadWholeFile(path, error);
+  return file ? DecodeIndexedPng(file->View(), error) : std::nullopt;
+}
+
+std::optional<SIndexedImage> DecodeIndexedPng(std::span<const uint8_t> png, SError* error) try {
   SHeader header;
-  if (!file || !CheckStructure(file->View(), header, error)) return std::nullopt;
+  if (!CheckStructure(png, header, error)) return std::nullopt;
   SIndexedImage image;
   image.width = static_cast<int>(header.width);
   image.height = static_cast<int>(header.height);
@@ -255,7 +265,7 @@ std::optional<SIndexedImage> ReadIndexedPng(std::string_view path, SError* error
     return std::nullopt;
   }
   image.indices.resize(size_t{header.width} * header.height);
-  if (!png_codec::Decode(file->View(), image, error)) return std::nullopt;
+  if (!png_codec::Decode(png, image, error)) return std::nullopt;
   return image;
 } catch (const std::bad_alloc&) {
   Refuse(error, "not enough memory");

@@ -26,6 +26,7 @@ std::optional<SImage> ReadPng(std::string_view path, SError* error = nullptr);
 std::optional<SImage> DecodePng(std::span<const uint8_t> png, SError* error = nullptr);
 /// Only the sides, of which the header tells; RGBA stays empty.
 std::optional<SImage> ReadPngSize(std::string_view path, SError* error = nullptr);
+std::optional<SImage> DecodePngSize(std::span<const uint8_t> png, SError* error = nullptr);
 /// Replaces PATH by the picture, all or nothing.
 bool WritePng(std::string_view path, const SImage& image, SError* error = nullptr);
 

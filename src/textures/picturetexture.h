@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 
 #include "textures/quantize.h"
@@ -19,6 +20,10 @@ struct STextureOptions {
 /// where nothing else is wanted; any other becomes what QuantizeTexture makes of it. Nothing with ERROR when it cannot
 /// be read or, with no size wanted, no texture has its sides.
 std::optional<SIndexedTexture> TextureOfPicture(const std::string& path, const STextureOptions& options, SError* error);
+
+/// The same of a picture that a file holds among other things; IS_TGA is what its name says.
+std::optional<SIndexedTexture> TextureOfPicture(std::span<const uint8_t> bytes, bool is_tga,
+                                                const STextureOptions& options, SError* error);
 
 /// The width that a picture of WIDTH × HEIGHT pixels gets where any is free: the nearer one to its longer side of those
 /// that the game takes.

@@ -1,4 +1,7 @@
+#include <bit>
+
 #include "cli/clifixture.h"
+#include "platform/bytes.h"
 #include "platform/files.h"
 #include "platform/png.h"
 #include "platform/text.h"
@@ -62,6 +65,46 @@ TEST_F(CliImport, MaterialsBecomeTextures) {
   EXPECT_EQ(model["faces"][2]["v"], (json{1.0, 1.0, 127 / 255.0}));
 }
 
+TEST_F(CliImport, MaterialsOfGltfBringTheirPictures) {
+  // A square of three triangles' materials: a picture beside it, one within, and a colour.
+  CByteWriter packed;
+  for (const float part : {0.F, 0.F, 0.F, 2.F, 0.F, 0.F, 2.F, 1.F, 0.F, 0.F, 0.F, 1.F, 0.F, 1.F, 1.F})
+    packed.WriteU32(std::bit_cast<uint32_t>(part));
+  ASSERT_TRUE(WritePng(folder.File("My Wood.png"), {64, 64, std::vector<uint8_t>(size_t{64} * 64 * 4, 200)}));
+  const std::string picture = ReadTestFile(folder.File("My Wood.png"));
+  packed.WriteText(picture);
+  const std::string text = Format(
+      R"({"asset":{"version":"2.0"},"nodes":[{"mesh":0,"name":"Body"}],"buffers":[{"uri":"a%%20b.bin"}],
+"bufferViews":[{"buffer":0,"byteLength":60},{"buffer":0,"byteOffset":60,"byteLength":%zu}],
+"accessors":[{"bufferView":0,"componentType":5126,"type":"VEC3","count":3},
+{"bufferView":0,"byteOffset":36,"componentType":5126,"type":"VEC2","count":3}],
+"images":[{"uri":"../../my%%20wood.PNG"},{"name":"Skin","bufferView":1}],"textures":[{"source":0},{"source":1}],
+"materials":[{"name":"a","pbrMetallicRoughness":{"baseColorTexture":{"index":0}}},
+{"name":"b_0x33","pbrMetallicRoughness":{"baseColorTexture":{"index":1}}},
+{"name":"Red","pbrMetallicRoughness":{"baseColorFactor":[1,0,0,1]}}],"meshes":[{"primitives":[
+{"attributes":{"POSITION":0,"TEXCOORD_0":1},"material":0},{"attributes":{"POSITION":0,"TEXCOORD_0":1},"material":1},
+{"attributes":{"POSITION":0},"material":2}]}]})",
+      picture.size());
+  folder.Write("A B.BIN", std::vector<uint8_t>(packed.Bytes().begin(), packed.Bytes().end()));
+  folder.Write("car.gltf", text);
+  Expect({{"import $/car.gltf $/out.bin --pictures $/made --fit 100", 0, "", ""}});
+  EXPECT_EQ(ListDirectory(folder.File("made")),
+            (std::vector<std::string>{"MYWOOD.ACT", "MYWOOD.RAW", "RED.ACT", "RED.RAW", "SKIN.ACT", "SKIN.RAW"}));
+  EXPECT_EQ(ReadTestFile(folder.File("made/RED.ACT")).substr(0, 3), std::string("\xFF\0\0", 3));
+  for (const std::string name : {"MYWOOD", "RED", "SKIN"})
+    folder.Write(name + ".RAW", ReadTestFile(folder.File("made/" + name + ".RAW")));
+  const json model = JsonOf("out.bin");
+  EXPECT_EQ(model["vertices"], (json{{0, 0, 0}, {100, 0, 0}, {100, 50, 0}}));
+  EXPECT_EQ(model["textures"][1]["name"], "SKIN.RAW");
+  EXPECT_EQ(model["faces"][1]["type"], 0x33);
+  EXPECT_EQ(model["faces"][0]["v"], (json{0.0, 0.0, 1.0})) << "counted from the picture's first row, as here";
+  EXPECT_EQ(model["faceGroups"][0]["name"], "Body");
+
+  ASSERT_TRUE(RemoveFile(folder.File("A B.BIN")));
+  Expect({{"import $/car.gltf $/new.bin", 1, "", "its buffer a%20b.bin: there is no such file beside it"}});
+  EXPECT_FALSE(FileExists(folder.File("new.bin")));
+}
+
 TEST_F(CliImport, ASizeThatVanishesIsSaid) {
   folder.Write("small.obj", "v 0 0 0\nv .5 0 0\nv .5 .2 3\nf 1 2 3\n");
   Expect({{"import $/small.obj $/s.bin", 0, "",
@@ -118,8 +161,8 @@ TEST_F(CliImport, FailuresLeaveTheOldFile) {
       {"$/large.obj $/Old.bin --texture road.raw", 1, "line 1: (1e+10, 0, 0) does not fit into 32 bits"},
       {"$/large.obj $/Old.bin --texture none.raw --scale .1", 1, "Texture none.raw not found."},
       {"$/large.obj $/Old.bin --texture ABCDEFGHI.RAW --scale .1", 1, "too long for a model file: 12 characters fit."},
-      {"$/x.txt $/Old.bin --texture road.raw", 2, "is neither a .3ds nor an .obj file"},
-      {"$/bad.3ds $/Old.bin --texture road.raw --center", 2, "only for .obj files"},
+      {"$/x.txt $/Old.bin --texture road.raw", 2, "is no mesh file (*.obj *.3ds *.gltf *.glb *.ply *.stl)"},
+      {"$/bad.3ds $/Old.bin --texture road.raw --center", 2, "not for .3ds files"},
       {"$/bad.obj $/Old.bin --texture road.raw --scale 0", 2, "\"0\" is not a number above 0"},
       {"$/bad.obj $/Old.bin --fit 0", 2, "\"0\" is not a number above 0"},
       {"$/point.obj $/Old.bin --fit 10", 1, "it has no extent that could be scaled"},

@@ -11,6 +11,7 @@
 #include "interchange/wavefront.h"
 #include "model/binfile.h"
 #include "model/geometry.h"
+#include "model/modelstep.h"
 #include "model/seeds.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -197,6 +198,35 @@ double AssignByAllPairs(size_t count) {
   });
 }
 
+/// A change of the model of SIDE quads a side, with what it takes to go back over it later where one RECORDS that.
+template <typename Change>
+double ChangeModel(int side, bool records, const Change& change) {
+  CWavyModel wavy(side, kSpacing, false);
+  std::unique_ptr<CStepRecorder> recorder;
+  if (records) recorder = std::make_unique<CStepRecorder>(wavy.model);
+  return Seconds([&] {
+    change(wavy.model);
+    if (records) Require(recorder->Take() != nullptr, "recording");
+  });
+}
+
+template <typename Change>
+double GoBack(int side, const Change& change) {
+  CWavyModel wavy(side, kSpacing, false);
+  CStepRecorder recorder(wavy.model);
+  change(wavy.model);
+  const std::unique_ptr<CModelStep> step = recorder.Take();
+  return Seconds([&] { step->Swap(wavy.model); });
+}
+
+/// Recording a change, and going back over it, beside the change itself.
+template <typename Change>
+void AddStepComparisons(const char* label, int side, const Change& change) {
+  const auto plainly = [=] { return ChangeModel(side, false, change); };
+  Compare(Format("step: %s", label), [=] { return ChangeModel(side, true, change); }, {{"the change", plainly}});
+  Compare(Format("step back: %s", label), [=] { return GoBack(side, change); }, {{"the change", plainly}});
+}
+
 struct SSize {
   const char* label;
   int side;
@@ -230,6 +260,18 @@ void AddModelComparisons() {
   const auto wild = [](size_t count) { return [=] { return AssignWild(count); }; };
   Compare("seeds 50k wild", wild(50000), {{"all pairs", [] { return AssignByAllPairs(50000); }}});
   CompareWith("seeds 200k wild", wild(200000), "seeds 50k wild", 0);
+  const auto move_one = [](CBinModel& model) { model.SetVertexPosition(7, {1, 2, 3}); };
+  const auto move_all = [](CBinModel& model) { Translate(model, {}, 1, 2, 3); };
+  const auto remove_one = [](CBinModel& model) { model.RemoveFaces(7, 1); };
+  const auto merge_some = [](CBinModel& model) {
+    model.SetVertexPosition(7, model.Vertex(8).Position());
+    MergeVertices(model, 0);
+  };
+  AddStepComparisons("move one of 1M", 1000, move_one);
+  AddStepComparisons("move all of 1M", 1000, move_all);
+  AddStepComparisons("delete one face of 1M", 1000, remove_one);
+  AddStepComparisons("merge two of 1M", 1000, merge_some);
+  AddStepComparisons("move all of 1k", 32, move_all);
 }
 
 }  // namespace veldra::bench

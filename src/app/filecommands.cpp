@@ -139,13 +139,18 @@ void CFileCommands::Reload() {
 }
 
 void CFileCommands::EarlierStates() {
-  const CTarnDoc& document = Active();
+  CTarnDoc& document = Active();
   const std::string key = document.StatesKey();
   const QString title = NameToQString(document.Title());
   CEarlierStatesDialog dialog(title, app_.EarlierStates().List(key), ECopyKind::kModel, &window_);
+  dialog.SetReadOnly(document.IsReadOnly());
   dialog.exec();
   const auto chosen = dialog.Chosen();
   if (!chosen) return;
+  if (dialog.GoesBack()) {
+    document.GoBackTo(app_.EarlierStates().Read(key, *chosen));
+    return;
+  }
   if (const auto opened = app_.OpenEarlierState(document, *chosen)) windows_.AddView(opened, false);
 }
 

@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QUrl>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "app/fileopeners.h"
@@ -149,6 +150,9 @@ void CMainFrame::Run(const SCommandRow& row) {
   const SCommandTarget target = CommandTarget();
   NoteForCrash(row.name);
   try {
+    // What the command changes is one step of the document, whatever else it opens meanwhile.
+    std::optional<CStep> step;
+    if (target.document != nullptr) step.emplace(*target.document, CommandName(row));
     if (row.run != nullptr && IsEnabled(row, target)) row.run(target);
   } catch (const std::bad_alloc&) {
     TellOutOfMemory();

@@ -262,6 +262,7 @@ SImportServices CToolCommands::ImportServices() {
                 const auto document = app_.NewDocument();
                 document->SetTitle(title);
                 if (!fill(document->Model())) return app_.LetGo(*document);
+                document->Steps().Clear();  // what it starts from
                 document->SetModified(true);
                 windows_.AddView(document, false);
               },

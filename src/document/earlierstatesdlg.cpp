@@ -29,7 +29,7 @@ bool IsSound(const QTreeWidgetItem* item) {
 
 CEarlierStatesDialog::CEarlierStatesDialog(const QString& title, const std::vector<SEarlierState>& states,
                                            ECopyKind kind, QWidget* parent)
-    : QDialog(parent), list_(new QTreeWidget) {
+    : QDialog(parent), list_(new QTreeWidget), buttons_(new QDialogButtonBox(QDialogButtonBox::Cancel)) {
   setObjectName("earlierStates");
   setWindowTitle(tr("Earlier States"));
   list_->setObjectName("states");
@@ -48,24 +48,41 @@ CEarlierStatesDialog::CEarlierStatesDialog(const QString& title, const std::vect
   for (const EColumn column : {kVertices, kFaces})
     list_->setColumnHidden(column, kind != ECopyKind::kModel);
 
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-  const QString choice = kind == ECopyKind::kModel ? tr("&Open as a new document") : tr("&Go back to this state");
-  open_ = buttons->addButton(choice, QDialogButtonBox::AcceptRole);
-  const auto refresh = [this] { open_->setEnabled(IsSound(list_->currentItem())); };
+  back_ = MakeChoice(tr("&Go back to this state"), "goBack", true);
+  open_ = kind == ECopyKind::kModel ? MakeChoice(tr("&Open as a new document"), "open", false) : nullptr;
+  back_->setDefault(true);
+  const auto refresh = [this] {
+    for (QPushButton* button : {back_, open_})
+      if (button != nullptr) button->setEnabled(IsSound(list_->currentItem()) && (button == open_ || !is_read_only_));
+  };
   connect(list_, &QTreeWidget::currentItemChanged, this, refresh);
-  connect(list_, &QTreeWidget::itemActivated, open_, &QPushButton::click);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(list_, &QTreeWidget::itemActivated, this, [this] { (is_read_only_ ? open_ : back_)->click(); });
+  connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* text = new QLabel(states.empty() ? tr("No earlier state of %1 is kept yet.").arg(title)
                                          : tr("States that %1 had, the newest first:").arg(title));
   text->setTextFormat(Qt::PlainText);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(text);
   layout->addWidget(list_, 1);
-  layout->addWidget(buttons);
+  layout->addWidget(buttons_);
   list_->setFocus();
   resize(kUsualSize);
   refresh();
+}
+
+QPushButton* CEarlierStatesDialog::MakeChoice(const QString& text, const QString& name, bool goes_back) {
+  QPushButton* const button = buttons_->addButton(text, QDialogButtonBox::ActionRole);
+  button->setObjectName(name);
+  connect(button, &QPushButton::clicked, this, [this, goes_back] {
+    goes_back_ = goes_back;
+    accept();
+  });
+  return button;
+}
+
+void CEarlierStatesDialog::SetReadOnly(bool is_read_only) {
+  is_read_only_ = is_read_only;
+  back_->setEnabled(!is_read_only && IsSound(list_->currentItem()));
 }
 
 void CEarlierStatesDialog::AddState(const SEarlierState& state) {

@@ -1,9 +1,11 @@
+#include "document/modelcopy.h"
 #include "document/statebefore.h"
 #include "document/tarn2doc.h"
+#include "packing/modeltextures.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
-// What saving may have to do first, and the history's commands.
+// What saving may have to do first, the history's commands, and going back.
 
 namespace veldra {
 
@@ -59,6 +61,36 @@ void CTarnDoc::Undo() {
 
 void CTarnDoc::Redo() {
   if (history_.CanRedo()) history_.Redo();
+}
+
+void CTarnDoc::StepBack() {
+  if (!CanStepBack()) return;
+  Say("Stepped back over: " + steps_->BackName());
+  steps_->Back();
+}
+
+void CTarnDoc::StepForward() {
+  if (!CanStepForward()) return;
+  Say("Stepped forward over: " + steps_->ForwardName());
+  steps_->Forward();
+}
+
+void CTarnDoc::OnFileGone() {
+  steps_->ForgetSaved();
+  CFileDocument::OnFileGone();
+}
+
+bool CTarnDoc::GoBackTo(const SCopyFile& file) {
+  SDiagnosis diagnosis = {0, file.fault};
+  CModelTextureFinder finder(services_.textures, services_.questions, services_.settings, Path());
+  CBinModel earlier;
+  if (!file.fault.empty() || !ReadModelCopy(file.bytes.View(), earlier, finder, &diagnosis))
+    return ShowError(Format("The earlier state of \"%s\" could not be opened.", Title().c_str()), diagnosis.Text());
+  const CStep step(*this, "Earlier State");
+  const CStateBefore before(*this, "Earlier State");
+  model_.TakeContents(earlier);
+  Say("Went back to an earlier state");
+  return true;
 }
 
 }  // namespace veldra

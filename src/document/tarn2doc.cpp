@@ -29,7 +29,9 @@ uint64_t HashOf(std::span<const uint8_t> bytes) {
 }  // namespace
 
 CTarnDoc::CTarnDoc(const SDocumentServices& services)
-    : CFileDocument(services.questions, services.settings, services.earlier_states), services_(services) {
+    : CFileDocument(services.questions, services.settings, services.earlier_states),
+      services_(services),
+      steps_(std::make_shared<CSteps>(*this, model_)) {
   model_.SetObserver(this);
 }
 
@@ -67,6 +69,8 @@ bool CTarnDoc::OnOpenDocument(const std::string& path, bool read_only, SDiagnosi
   wants_read_only_ = loaded && read_only;
   TakeStamp(std::move(stamp));
   saver_.TakeLoaded();
+  steps_->Clear();
+  if (loaded) steps_->NoteSaved();
   NotifyChange(kEverything);
   SetState(loaded ? path : "", false, loaded && (read_only || !IsWritable(path)));
   return loaded;
@@ -133,12 +137,15 @@ bool CTarnDoc::OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) {
     const auto work = services_.questions.BeginWork(Format("Opening %s", copy.title.c_str()), false);
     CModelTextureFinder finder(services_.textures, services_.questions, services_.settings, copy.path);
     model_.SetObserver(nullptr);
+    steps_->StopNoting();
     is_read = ReadModelCopy(file.bytes.View(), model_, finder, &diagnosis);
     model_.SetObserver(this);
   }
+  steps_->Clear();
   if (!is_read) {
     return ShowError(Format("The copy of \"%s\" could not be opened.", copy.title.c_str()), diagnosis.Text());
   }
+  if (!copy.modified) steps_->NoteSaved();
   NotifyChange(kEverything);
   TakeCopyState(copy);
   return true;
@@ -154,6 +161,8 @@ bool CTarnDoc::Reload() {
   KeepState("Reload");
   history_.Clear();  // its actions hold vertices that go
   TakeModel(loaded);
+  steps_->Clear();
+  steps_->NoteSaved();
   TakeStamp(std::move(stamp));
   saver_.TakeLoaded();
   SetState(Path(), false, wants_read_only_ || !IsWritable(Path()));
@@ -163,7 +172,9 @@ bool CTarnDoc::Reload() {
 /// Takes all that MODEL holds, which is then empty, as something that is no change by the user.
 void CTarnDoc::TakeModel(CBinModel& model) {
   model_.SetObserver(nullptr);
+  steps_->StopNoting();
   model_.TakeContents(model);
+  steps_->DropUnderWay();
   model_.SetObserver(this);
   NotifyChange(kEverything);
 }
@@ -185,8 +196,9 @@ std::vector<std::string> CTarnDoc::FilesBeside(const std::string& path) const {
 // --- Telling others --------------------------------------------------------------------------------------------------
 
 void CTarnDoc::OnModelChanged(const CBinModel&, const SModelChange& change) {
+  if (change.Any()) steps_->OnModelChanged();
   NotifyChange(change);
-  if (change.Any()) SetModified(true);
+  if (change.Any() && !steps_->IsGoing()) SetModified(true);
 }
 
 // What the history itself does to the model is no news to it.

@@ -12,6 +12,7 @@
 #include "document/filedocument.h"
 #include "document/history.h"
 #include "document/modelsaver.h"
+#include "document/steps.h"
 #include "model/binfile.h"
 #include "model/binmodel.h"
 #include "model/geometry.h"
@@ -98,6 +99,7 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
   bool OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) override;
   bool Reload() override;
   bool IsBusy() const override { return model_.IsBusy(); }
+  void OnFileGone() override;
 
   // The writers. True when PATH holds the model: it is then the document's path, and the document, which must not be
   // read-only, is not modified. On failure the user has been told and the old file at PATH is untouched.
@@ -138,6 +140,18 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
   void Undo();
   void Redo();
 
+  // --- Steps back ----------------------------------------------------------------------------------------------------
+  CSteps& Steps() { return *steps_; }
+  const CSteps& Steps() const { return *steps_; }
+  /// For who lives as long as a step does, which may be longer than the document.
+  std::weak_ptr<CSteps> SharedSteps() const { return steps_; }
+  bool CanStepBack() const { return !IsReadOnly() && steps_->CanGoBack(); }
+  bool CanStepForward() const { return !IsReadOnly() && steps_->CanGoForward(); }
+  void StepBack();
+  void StepForward();
+  /// The document becomes what FILE, one of its copies, holds, as a step. False when the user has been told why not.
+  bool GoBackTo(const SCopyFile& file);
+
   // --- For the commands --------------------------------------------------------------------------------------------
   /// Where dialogs for model files open.
   std::string ModelDirectory() const;
@@ -168,6 +182,7 @@ class CTarnDoc : public CFileDocument, private CModelObserver {
 
   SDocumentServices services_;
   CBinModel model_;
+  std::shared_ptr<CSteps> steps_;           ///< after the model, which it watches
   CHistory history_{*this, kHistoryDepth};  ///< after the model, whose vertices its actions may hold
   CModelSaver saver_{*this};
   std::string texture_note_;

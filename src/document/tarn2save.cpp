@@ -42,6 +42,7 @@ bool CTarnDoc::SaveMTM(const std::string& path) {
 void CTarnDoc::TakeSavedPath(const std::string& path) {
   wants_read_only_ = false;
   place_ = {};
+  steps_->NoteSaved();
   TakeWrittenPath(path);
 }
 

@@ -10,6 +10,7 @@ std::string CreateGroup(CTarnDoc& document, EGroupKind kind, const std::string& 
     return kind == EGroupKind::kFaces ? "Please select the faces of the group first."
                                       : "Please select the vertices of the group first.";
   std::string fault = model.GroupNameFault(kind, name);
+  const CStep step(document, "Create Group");
   if (fault.empty()) model.AddGroup(kind, name, selected);
   return fault;
 }
@@ -17,11 +18,13 @@ std::string CreateGroup(CTarnDoc& document, EGroupKind kind, const std::string& 
 std::string RenameGroup(CTarnDoc& document, EGroupKind kind, const std::string& name, const std::string& new_name) {
   if (document.IsReadOnly() || name == new_name) return "";
   std::string fault = document.Model().GroupNameFault(kind, new_name);
+  const CStep step(document, "Rename Group");
   if (fault.empty()) document.Model().RenameGroup(kind, name, new_name);
   return fault;
 }
 
 void DeleteGroup(CTarnDoc& document, EGroupKind kind, const std::string& name) {
+  const CStep step(document, "Delete Group");
   if (!document.IsReadOnly()) document.Model().DeleteGroup(kind, name);
 }
 

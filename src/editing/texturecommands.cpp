@@ -150,6 +150,8 @@ void RotateTexture(CEditCursor& cursor) {
 void OffsetCorner(CEditCursor& cursor, ETextureAxis axis, bool forward) {
   if (!CanOffsetCorner(cursor)) return;
   CBinFace& face = *cursor.FaceObject();
+  const CStep one_step(cursor.Document(), "Offset Corner");
+  cursor.Document().Steps().Join(Format("offset corner %d of face %d", cursor.Corner(), cursor.Face()));
   const double step = cursor.Document().Settings().offset_step / TexelsOf(face);
   STexCoord coord = face.TexCoord(cursor.Corner());
   Along(coord, axis) += forward ? step : -step;

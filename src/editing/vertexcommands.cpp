@@ -18,7 +18,11 @@ bool Delete(CEditCursor& cursor, const std::vector<int32_t>& vertices, const cha
   return true;
 }
 
-void Move(CEditCursor& cursor, const std::vector<int32_t>& vertices, EAxis axis, bool forward) {
+/// JOIN: what a run of keys has in common that becomes one step.
+void Move(CEditCursor& cursor, const std::vector<int32_t>& vertices, EAxis axis, bool forward,
+          const std::string& join) {
+  const CStep one_step(cursor.Document(), "Move Vertices");
+  cursor.Document().Steps().Join(join);
   SPoint step;
   Coordinate(step, axis) = cursor.Document().Settings().move_step;
   TranslateVertices(cursor.Document().Model(), vertices, step.x, step.y, step.z, forward);
@@ -122,11 +126,14 @@ void SetToPlane(CEditCursor& cursor, const SPlaneInput& input) {
 }
 
 void MoveCurrentVertex(CEditCursor& cursor, EAxis axis, bool forward) {
-  if (CanEditVertex(cursor)) Move(cursor, {cursor.Vertex()}, axis, forward);
+  if (CanEditVertex(cursor)) Move(cursor, {cursor.Vertex()}, axis, forward, Format("move vertex %d", cursor.Vertex()));
 }
 
 void MoveSelectedVertices(CEditCursor& cursor, EAxis axis, bool forward) {
-  if (CanEditSelectedVertices(cursor)) Move(cursor, cursor.Model().Selected(EGroupKind::kVertices), axis, forward);
+  if (!CanEditSelectedVertices(cursor)) return;
+  const CBinModel& model = cursor.Model();
+  const auto selection = static_cast<unsigned long long>(model.SelectionRevision());
+  Move(cursor, model.Selected(EGroupKind::kVertices), axis, forward, Format("move selection %llu", selection));
 }
 
 }  // namespace veldra

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "model/modelstep.h"
 #include "platform/assert.h"
 #include "platform/text.h"
 
@@ -65,6 +66,10 @@ CBinModel::CBusy::~CBusy() {
   const SModelChange change = changing_->pending_;
   changing_->pending_ = {};
   if (change.Any() || change.selection) changing_->Report(change);
+}
+
+void CBinFace::NoteChange() const {
+  if (owner_->recorder_ != nullptr) owner_->recorder_->BeforeFace(*this);
 }
 
 void CBinModel::Report(const SModelChange& change) {

@@ -14,6 +14,7 @@ namespace veldra {
 
 class CBinModel;
 class CQuestions;
+class CStepRecorder;
 
 /// What an operation changed.
 struct SModelChange {
@@ -211,6 +212,13 @@ class CBinModel {
   };
 
  private:
+  friend class CBinFace;
+  friend class CModelStep;
+  friend class CStepRecorder;
+
+  void MoveContentsTo(CBinModel& empty);
+  void NoteGroups();
+  void NoteCame(std::span<CBinVertex* const> vertices);
   void Attach(CBinFace& face);
   void RegisterCorners(CBinFace& face);
   void UnregisterCorners(CBinFace& face);
@@ -239,6 +247,7 @@ class CBinModel {
   SBounds bounds_;
   int32_t scale_word_ = 0x10000;
   CModelObserver* observer_ = nullptr;
+  CStepRecorder* recorder_ = nullptr;  ///< told before anything changes
   uint64_t identity_;
   uint64_t revision_ = 0;
   uint64_t selection_revision_ = 0;

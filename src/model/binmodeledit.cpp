@@ -3,6 +3,7 @@
 
 #include "model/arrayedits.h"
 #include "model/binmodel.h"
+#include "model/modelstep.h"
 #include "model/normals.h"
 #include "platform/assert.h"
 #include "platform/questions.h"
@@ -22,6 +23,7 @@ SMessage Refusal(std::string text) {
 }  // namespace
 
 void CBinModel::Clear() {
+  if (recorder_ != nullptr) recorder_->Lose();
   SModelChange change;
   change.topology = !vertices_.empty() || !faces_.empty();
   change.textures = !textures_.empty();
@@ -39,24 +41,30 @@ void CBinModel::Clear() {
 void CBinModel::TakeContents(CBinModel& other) {
   VELDRA_ASSERT(&other != this && !other.busy_);
   const CBusy busy(*this);
-  vertices_ = std::exchange(other.vertices_, {});
-  faces_ = std::exchange(other.faces_, {});
-  textures_ = std::exchange(other.textures_, {});
-  face_groups_ = std::exchange(other.face_groups_, {});
-  vertex_groups_ = std::exchange(other.vertex_groups_, {});
-  bounds_ = other.bounds_;
-  scale_word_ = other.scale_word_;
-  for (const auto& vertex : vertices_)
-    vertex->owner_ = this;
-  for (const auto& face : faces_)
-    face->owner_ = this;
-  for (const auto& entry : textures_)
-    entry->owner_ = this;
+  if (CBinModel* const old = recorder_ == nullptr ? nullptr : recorder_->ForOldContents()) MoveContentsTo(*old);
+  other.MoveContentsTo(*this);
   const SModelChange everything = {
       .positions = true, .topology = true, .faces = true, .textures = true, .groups = true, .selection = true};
   other.Clear();
   other.Report(everything);
   Report(everything);
+}
+
+/// EMPTY becomes what this model is, which keeps nothing but its bounds and its scale word.
+void CBinModel::MoveContentsTo(CBinModel& empty) {
+  empty.vertices_ = std::exchange(vertices_, {});
+  empty.faces_ = std::exchange(faces_, {});
+  empty.textures_ = std::exchange(textures_, {});
+  empty.face_groups_ = std::exchange(face_groups_, {});
+  empty.vertex_groups_ = std::exchange(vertex_groups_, {});
+  empty.bounds_ = bounds_;
+  empty.scale_word_ = scale_word_;
+  for (const auto& vertex : empty.vertices_)
+    vertex->owner_ = &empty;
+  for (const auto& face : empty.faces_)
+    face->owner_ = &empty;
+  for (const auto& entry : empty.textures_)
+    entry->owner_ = &empty;
 }
 
 void CBinModel::Reserve(size_t vertices, size_t faces) {
@@ -65,10 +73,12 @@ void CBinModel::Reserve(size_t vertices, size_t faces) {
 }
 
 CBinVertex& CBinModel::AddVertex(const SPoint& position) {
+  if (recorder_ != nullptr) recorder_->BeforeVerticesCome();
   Widen(position, vertices_.empty());
   vertices_.push_back(std::make_unique<CBinVertex>(*this, position));
   CBinVertex* const vertex = vertices_.back().get();
   vertex->index_ = VertexCount() - 1;
+  if (recorder_ != nullptr) recorder_->AfterVerticesCame({&vertex->index_, 1});
   if (observer_ != nullptr) observer_->OnVerticesAdded({&vertex, 1});
   Report({.topology = true});
   return *vertex;
@@ -79,6 +89,7 @@ CBinFace& CBinModel::AddFace(std::unique_ptr<CBinFace> face) {
   face->index_ = FaceCount();
   Attach(*face);
   faces_.push_back(std::move(face));
+  if (recorder_ != nullptr) recorder_->AfterFacesCame(FaceCount() - 1, 1);
   Report({.topology = true});
   return *faces_.back();
 }
@@ -86,6 +97,7 @@ CBinFace& CBinModel::AddFace(std::unique_ptr<CBinFace> face) {
 CBinTexture& CBinModel::AddTexture(std::unique_ptr<CBinTexture> entry) {
   VELDRA_ASSERT(entry != nullptr && entry->owner_ == this);
   textures_.push_back(std::move(entry));
+  if (recorder_ != nullptr) recorder_->AfterTextureCame(TextureCount() - 1);
   Report({.textures = true});
   return *textures_.back();
 }
@@ -97,6 +109,7 @@ bool CBinModel::DeleteTexture(CBinTexture& entry, CQuestions& questions) {
     questions.Message(Refusal(Format(kAnimationInUseText, entry.name_.c_str())));
     return false;
   }
+  if (recorder_ != nullptr) recorder_->BeforeTextureGoes(index);
   textures_.erase(textures_.begin() + std::ptrdiff_t{index});
   Report({.textures = true});
   return true;
@@ -153,15 +166,20 @@ void CBinModel::InsertFaces(Faces faces, int32_t position) {
     const SPoint normal = CalcFaceNormal(*face);
     face->SetStored(normal, CalcMagic(*face, normal));
   }
-  ShiftMembers(face_groups_, position, static_cast<int32_t>(faces.size()));
+  const auto count = static_cast<int32_t>(faces.size());
+  if (!face_groups_.empty() && position < FaceCount()) NoteGroups();
+  ShiftMembers(face_groups_, position, count);
   MoveIn(faces_, std::move(faces), position);
   RenumberFaces(static_cast<size_t>(position));
+  if (recorder_ != nullptr) recorder_->AfterFacesCame(position, count);
   Report({.topology = true, .groups = !face_groups_.empty()});
 }
 
 void CBinModel::RemoveFaces(std::span<const int32_t> indices) {
   VELDRA_ASSERT(IsAscendingBelow(indices, faces_.size()));
   if (indices.empty()) return;
+  if (recorder_ != nullptr) recorder_->BeforeFacesGo(indices);
+  if (!face_groups_.empty()) NoteGroups();
   RemapMembers(face_groups_, MapWithout(indices, faces_.size()));
   const Faces removed = MoveOut(faces_, indices);
   std::vector<CBinVertex*> corners;
@@ -185,6 +203,7 @@ void CBinModel::RemoveFaces(int32_t position, int32_t count) {
 
 void CBinModel::SetFaceCorners(int32_t index, std::span<CBinVertex* const> corners) {
   CBinFace& face = Face(index);
+  face.NoteChange();
   UnregisterCorners(face);
   face.index_ = -1;
   face.SetCorners(corners);
@@ -197,6 +216,7 @@ void CBinModel::SetFaceTexture(int32_t index, CBinTexture* texture) {
   CBinFace& face = Face(index);
   VELDRA_ASSERT(texture == nullptr || TextureIndex(texture) >= 0);
   if (face.texture_ == texture) return;
+  face.NoteChange();
   if (face.texture_ != nullptr) --face.texture_->use_count_;
   if (texture != nullptr) ++texture->use_count_;
   face.texture_ = texture;
@@ -206,6 +226,7 @@ void CBinModel::SetFaceTexture(int32_t index, CBinTexture* texture) {
 void CBinModel::TurnFacesRound(std::span<const int32_t> indices) {
   for (const int32_t index : indices) {
     CBinFace& face = Face(index);
+    face.NoteChange();
     const std::ptrdiff_t count = face.CornerCount();
     std::reverse(face.corners_.begin() + 1, face.corners_.begin() + count);
     std::reverse(face.tex_coords_.begin() + 1, face.tex_coords_.begin() + count);
@@ -217,6 +238,7 @@ int32_t CBinModel::ReplaceFaceType(uint32_t from, uint32_t to) {
   int32_t count = 0;
   for (const auto& face : faces_) {
     if (face->type_ != from) continue;
+    face->NoteChange();
     face->type_ = to;
     ++count;
   }
@@ -228,6 +250,7 @@ int32_t CBinModel::ReplaceFaceTypesAbove(uint32_t limit, uint32_t to) {
   int32_t count = 0;
   for (const auto& face : faces_) {
     if (face->type_ <= limit) continue;
+    face->NoteChange();
     face->type_ = to;
     ++count;
   }
@@ -244,6 +267,8 @@ void CBinModel::ReportFacesChanged() {
 void CBinModel::InsertVertices(Vertices vertices, int32_t position) {
   VELDRA_ASSERT(position >= -1 && position <= VertexCount());
   if (vertices.empty()) return;
+  if (recorder_ != nullptr) recorder_->BeforeVerticesCome();
+  if (!vertex_groups_.empty() && position < VertexCount()) NoteGroups();
   bool first = vertices_.empty();
   std::vector<CBinVertex*> added;
   for (const auto& vertex : vertices) {
@@ -259,8 +284,16 @@ void CBinModel::InsertVertices(Vertices vertices, int32_t position) {
     MoveIn(vertices_, std::move(vertices), position);
   }
   RenumberVertices(0);
+  if (recorder_ != nullptr) NoteCame(added);
   if (observer_ != nullptr) observer_->OnVerticesAdded(added);
   Report({.topology = true, .groups = !vertex_groups_.empty()});
+}
+
+void CBinModel::NoteCame(std::span<CBinVertex* const> vertices) {
+  std::vector<int32_t> indices;
+  for (const CBinVertex* vertex : vertices)
+    indices.push_back(vertex->index_);
+  recorder_->AfterVerticesCame(indices);
 }
 
 void CBinModel::PutBack(Vertices vertices) {
@@ -290,6 +323,8 @@ CBinModel::Vertices CBinModel::TakeVertices(std::span<const int32_t> indices) {
   VELDRA_ASSERT(IsAscendingBelow(indices, vertices_.size()));
   VELDRA_ASSERT(AreUnused(indices));
   if (indices.empty()) return {};
+  if (recorder_ != nullptr) recorder_->BeforeVerticesGo(indices);
+  if (!vertex_groups_.empty()) NoteGroups();
   RemapMembers(vertex_groups_, MapWithout(indices, vertices_.size()));
   Vertices taken = MoveOut(vertices_, indices);
   NotePlaces(taken, indices);
@@ -338,6 +373,7 @@ void CBinModel::SetVertexPosition(int32_t index, const SPoint& position) {
 
 void CBinModel::SetVertexPositions(std::span<const int32_t> indices, std::span<const SPoint> positions) {
   VELDRA_ASSERT(indices.size() == positions.size());
+  if (recorder_ != nullptr && !indices.empty()) recorder_->BeforePositions(indices);
   for (size_t i = 0; i < indices.size(); ++i)
     Vertex(indices[i]).position_ = positions[i];
   if (indices.empty()) return;
@@ -348,6 +384,7 @@ void CBinModel::SetVertexPositions(std::span<const int32_t> indices, std::span<c
 // --- Whole-model rebuilding ------------------------------------------------------------------------------------------
 
 std::pair<CBinModel::Vertices, CBinModel::Faces> CBinModel::TakeAll() {
+  if (recorder_ != nullptr) recorder_->BeforeRebuild();
   for (const auto& entry : textures_)
     entry->use_count_ = 0;
   Report({.topology = true});
@@ -395,6 +432,7 @@ void CBinModel::Rebuild(Vertices vertices, Faces faces, std::span<const int32_t>
   }
   if (!vertex_map.empty()) RemapMembers(vertex_groups_, vertex_map);
   if (!face_map.empty()) RemapMembers(face_groups_, face_map);
+  if (recorder_ != nullptr) recorder_->AfterRebuild(vertex_map, face_map);
   Report({.topology = true, .groups = !face_groups_.empty() || !vertex_groups_.empty()});
 }
 

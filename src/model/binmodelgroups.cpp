@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "model/binmodel.h"
+#include "model/modelstep.h"
 #include "platform/assert.h"
 #include "platform/text.h"
 
@@ -70,6 +71,7 @@ std::string CBinModel::GroupNameFault(EGroupKind kind, std::string_view name) co
 void CBinModel::AddGroup(EGroupKind kind, const std::string& name, std::span<const int32_t> members) {
   VELDRA_ASSERT(GroupNameFault(kind, name).empty());
   const int32_t count = kind == EGroupKind::kFaces ? FaceCount() : VertexCount();
+  NoteGroups();
   MutableGroups(kind).emplace_back(name, kind, EachOnce(members, count));
   Report({.groups = true});
 }
@@ -78,6 +80,7 @@ std::vector<std::string> CBinModel::AddGroups(EGroupKind kind, Groups groups) {
   const int32_t count = kind == EGroupKind::kFaces ? FaceCount() : VertexCount();
   CNameChooser chooser(GroupsOf(kind));
   std::vector<std::string> names;
+  if (!groups.empty()) NoteGroups();
   for (CBinGroup& group : groups) {
     VELDRA_ASSERT(group.kind_ == kind);
     names.push_back(chooser.Choose(group.name_));
@@ -89,6 +92,7 @@ std::vector<std::string> CBinModel::AddGroups(EGroupKind kind, Groups groups) {
 
 void CBinModel::DeleteGroup(EGroupKind kind, std::string_view name) {
   const CBinGroup& group = GroupNamed(kind, name);
+  NoteGroups();
   Groups& groups = MutableGroups(kind);
   groups.erase(groups.begin() + (&group - groups.data()));
   Report({.groups = true});
@@ -97,8 +101,13 @@ void CBinModel::DeleteGroup(EGroupKind kind, std::string_view name) {
 void CBinModel::RenameGroup(EGroupKind kind, std::string_view name, const std::string& new_name) {
   if (name == new_name) return;
   VELDRA_ASSERT(GroupNameFault(kind, new_name).empty());
+  NoteGroups();
   GroupNamed(kind, name).name_ = new_name;
   Report({.groups = true});
+}
+
+void CBinModel::NoteGroups() {
+  if (recorder_ != nullptr) recorder_->BeforeGroups();
 }
 
 void CBinModel::ShiftMembers(Groups& groups, int32_t position, int32_t count) {

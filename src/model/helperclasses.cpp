@@ -112,6 +112,7 @@ void CBinFace::SetTexture(CBinTexture* texture) {
 }
 
 void CBinFace::SetStored(const SPoint& normal, int32_t magic) {
+  if (index_ >= 0) NoteChange();
   stored_normal_ = normal;
   stored_magic_ = magic;
 }

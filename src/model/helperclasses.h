@@ -93,6 +93,7 @@ class CBinVertex {
 
  private:
   friend class CBinModel;
+  friend class CModelStep;
   CBinModel* owner_;
   SPoint position_;
   bool selected_ = false;  ///< here rather than in a list of indices, so that it goes where the vertex goes
@@ -129,6 +130,7 @@ class CBinTexture {
 
  private:
   friend class CBinModel;
+  friend class CModelStep;
   CBinModel* owner_;
   ETextureKind kind_;
   std::string name_;
@@ -176,13 +178,21 @@ class CBinFace {
   void SetCorners(std::span<CBinVertex* const> corners);  ///< 3 or 4 distinct vertices of the same model
   void SetTexture(CBinTexture* texture);
   // At any time; the model learns of it through its own operations.
-  void SetType(uint32_t type) { type_ = type; }
-  void SetTexCoord(int k, const STexCoord& coord) { tex_coords_[static_cast<size_t>(k)] = coord; }
+  void SetType(uint32_t type) {
+    if (index_ >= 0) NoteChange();
+    type_ = type;
+  }
+  void SetTexCoord(int k, const STexCoord& coord) {
+    if (index_ >= 0) NoteChange();
+    tex_coords_[static_cast<size_t>(k)] = coord;
+  }
   void SetStored(const SPoint& normal, int32_t magic);
   void SetUnitNormal(const SUnitNormal& normal) const { unit_normal_ = normal; }
 
  private:
   friend class CBinModel;
+  friend class CModelStep;
+  void NoteChange() const;
   // What ties the face to its model comes first, so that walks over large models fetch one cache line a face.
   CBinModel* owner_;
   int32_t index_ = -1;

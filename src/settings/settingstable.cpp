@@ -287,6 +287,8 @@ void AddEditing(Rows& rows) {
                                            "New views show the model without perspective."),
           Switch<&CSettings::vertex_numbers>("VERTEXNUMBERS", false, Page::kView,
                                              "New views show the numbers of the vertices."),
+          Number<&CSettings::step_memory>("STEPMEMORY", "256", 1, 16384, Page::kSaving,
+                                          "How many MB the steps that can be taken back may use, a model."),
           Switch<&CSettings::reload_unmodified>(
               "RELOADUNMODIFIED", false, Page::kWindows,
               "Load models that change on the disk again without asking, unless there are unsaved changes."),

@@ -41,6 +41,7 @@ void CBandHold::Drop(Qt::KeyboardModifiers modifiers) {
 void CVertexHold::MoveTo(const QPointF& to) {
   to_ = to;
   if (drag_ == nullptr) {
+    step_ = std::make_unique<CStep>(view_.Document(), "Move Vertices");
     drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), vertex_);
     was_modified_ = view_.Document().IsModified();
   }

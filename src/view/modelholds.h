@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "document/steps.h"
 #include "view/vertexdrag.h"
 #include "view/viewmouse.h"
 
@@ -44,6 +45,7 @@ class CVertexHold : public CViewHold {
   QPointF from_;
   QPointF to_;
   int32_t vertex_;
+  std::unique_ptr<CStep> step_;        ///< the whole drag is one
   std::unique_ptr<CVertexDrag> drag_;  ///< from the first movement on
   std::optional<EAxis> axis_;          ///< whose key is held
   bool was_modified_ = false;

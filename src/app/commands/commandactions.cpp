@@ -5,6 +5,7 @@
 #include <QToolBar>
 
 #include "ui/commandicons.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -13,8 +14,9 @@ namespace {
 constexpr int kIconSide = 22;
 
 /// A key of the 3D view is no shortcut of the action: text behind a tab stands where a menu shows keys.
-QString MenuText(const SCommandRow& row) {
-  const QString text = QString::fromUtf8(row.text);
+QString MenuText(const SCommandRow& row, const std::string& object = {}) {
+  QString text = QString::fromUtf8(row.text);
+  if (!object.empty()) text += ": " + NameToQString(object).replace('&', "&&");
   return *row.view_key == '\0' ? text : text + '\t' + QString::fromUtf8(row.view_key);
 }
 
@@ -106,6 +108,7 @@ void CCommandActions::Refresh(const SCommandTarget& target) {
     const SCommandRow& row = CommandRow(id);
     action->setEnabled(IsEnabled(row, target));
     if (row.checked != nullptr) action->setChecked(row.checked(target));
+    if (row.object != nullptr) action->setText(MenuText(row, row.object(target)));
   }
 }
 

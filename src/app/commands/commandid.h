@@ -33,6 +33,9 @@ enum class ECommand : int32_t {
   // --- Edit
   kEditUndo,
   kEditRedo,
+  kEditStepBack,
+  kEditStepForward,
+  kEditEarlierStates,
   // --- View
   kViewVertices,
   kViewWireframe,

@@ -27,7 +27,8 @@ constexpr ECommand kFileMenu[] = {ECommand::kFileNew,
                                   ECommand::kFileExit};
 constexpr ECommand kImportMenu[] = {ECommand::kImport3ds, ECommand::kImportWavefront, ECommand::kImportMeshes};
 constexpr ECommand kExportMenu[] = {ECommand::kExportWavefront, ECommand::kExport3ds, ECommand::kExportVrml};
-constexpr ECommand kEditMenu[] = {ECommand::kEditUndo, ECommand::kEditRedo};
+constexpr ECommand kEditMenu[] = {ECommand::kEditUndo,     ECommand::kEditRedo,        kSeparator,
+                                  ECommand::kEditStepBack, ECommand::kEditStepForward, ECommand::kEditEarlierStates};
 constexpr ECommand kViewMenu[] = {ECommand::kViewVertices,
                                   ECommand::kViewWireframe,
                                   ECommand::kViewSolid,

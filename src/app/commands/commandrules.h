@@ -25,6 +25,10 @@ bool IfCursor(const SCommandTarget& on) {
   return on.view != nullptr && kRule(on.view->Cursor());
 }
 
+inline bool HasEarlierStates(const CTarnDoc& document) {
+  return !document.StatesKey().empty();
+}
+
 // --- Handlers: a function or member function of what its name says, with arguments that are always the same ----------
 
 template <auto kFunction, auto... kArguments>

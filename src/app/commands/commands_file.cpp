@@ -9,9 +9,6 @@ namespace {
 bool HasFile(const SCommandTarget& on) {
   return HasDocument(on) && !on.document->Path().empty();
 }
-bool HasEarlierStates(const SCommandTarget& on) {
-  return HasDocument(on) && !on.document->StatesKey().empty();
-}
 bool HasRecentFiles(const SCommandTarget& on) {
   return !on.app.RecentFiles().Paths().empty();
 }
@@ -76,7 +73,7 @@ const SCommandRow kFileRows[] = {
      .name = "earlierStates",
      .text = "&Earlier States...",
      .status = "Opens what the active document was before an earlier command",
-     .when = HasEarlierStates,
+     .when = IfDocument<&HasEarlierStates>,
      .run = WithFiles<&CFileCommands::EarlierStates>},
     {.id = ECommand::kFileRecover,
      .name = "recover",
@@ -123,21 +120,6 @@ const SCommandRow kFileRows[] = {
      .status = "Quit the application; prompts to save documents",
      .key = "Ctrl+Q",
      .run = Exit},
-    // --- Edit
-    {.id = ECommand::kEditUndo,
-     .name = "undo",
-     .text = "&Undo",
-     .status = "Undoes last action",
-     .key = "Ctrl+Z",
-     .when = IfDocument<&CTarnDoc::CanUndo>,
-     .run = WithDocument<&CTarnDoc::Undo>},
-    {.id = ECommand::kEditRedo,
-     .name = "redo",
-     .text = "&Redo",
-     .status = "Redoes last action",
-     .key = "Ctrl+Y",
-     .when = IfDocument<&CTarnDoc::CanRedo>,
-     .run = WithDocument<&CTarnDoc::Redo>},
 };
 
 }  // namespace

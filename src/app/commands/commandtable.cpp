@@ -10,8 +10,8 @@ namespace veldra {
 std::span<const SCommandRow> CommandRows() {
   static const std::vector<SCommandRow> rows = [] {
     std::vector<SCommandRow> all;
-    for (const auto part : {FileCommands(), ViewCommands(), ModelCommands(), FaceCommands(), VertexCommands(),
-                            TextureCommands(), ToolCommands(), WindowCommands(), DockCommands()})
+    for (const auto part : {FileCommands(), EditCommands(), ViewCommands(), ModelCommands(), FaceCommands(),
+                            VertexCommands(), TextureCommands(), ToolCommands(), WindowCommands(), DockCommands()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();
@@ -37,13 +37,17 @@ bool IsEnabled(const SCommandRow& row, const SCommandTarget& target) {
   return row.when == nullptr || row.when(target);
 }
 
+std::string CommandName(const SCommandRow& row) {
+  return QString::fromUtf8(row.text).remove('&').remove("...").toStdString();
+}
+
 QString StatusText(const SCommandRow& row) {
   return QString::fromUtf8(row.status).section('\n', 0, 0);
 }
 
 QString ToolTip(const SCommandRow& row) {
   const QString own = QString::fromUtf8(row.status).section('\n', 1);
-  return own.isEmpty() ? QString::fromUtf8(row.text).remove('&').remove("...") : own;
+  return own.isEmpty() ? QString::fromStdString(CommandName(row)) : own;
 }
 
 const SMenuRow* FindSubmenu(ECommand id) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "app/commands/commandid.h"
@@ -26,6 +27,8 @@ struct SCommandRow {
   bool (*when)(const SCommandTarget&) = nullptr;     ///< enabled; null: always
   bool (*checked)(const SCommandTarget&) = nullptr;  ///< null: not checkable
   bool is_choice = false;                            ///< one of several, shown as a radio button
+  /// Stands behind the text: what the command works on now. Null: nothing does.
+  std::string (*object)(const SCommandTarget&) = nullptr;
   /// Carries it out. Only called while the rule above allows it. Null: a list that is filled when it opens, or a
   /// command that is never enabled.
   void (*run)(const SCommandTarget&) = nullptr;
@@ -36,6 +39,8 @@ const SCommandRow& CommandRow(ECommand id);
 /// The row of that name; null when there is none.
 const SCommandRow* FindCommand(std::string_view name);
 bool IsEnabled(const SCommandRow& row, const SCommandTarget& target);
+/// The text without what belongs to menus only.
+std::string CommandName(const SCommandRow& row);
 QString StatusText(const SCommandRow& row);
 QString ToolTip(const SCommandRow& row);
 

@@ -34,7 +34,7 @@ void CMappingSession::Follow(bool has_other_items) {
   const bool is_other = has_other_items || model != model_ || (model != nullptr && model->Identity() != identity_);
   const bool is_changed = is_other || (model != nullptr && model->Revision() != revision_);
   const bool is_selected_anew = model != nullptr && model->SelectionRevision() != selection_revision_;
-  if (is_changed) moved_.clear();  // what was under way is over
+  if (is_changed) End();  // what was under way is over
   if (is_other) faces_.Clear();
   model_ = model;
   if (model == nullptr) {
@@ -234,6 +234,7 @@ bool CMappingSession::Begin(const char* name, bool whole_faces) {
   coords_ = faces_.Read(*model_, moved_);
   was_modified_ = cursor->Document().IsModified();
   is_written_ = false;
+  step_ = std::make_unique<CStep>(cursor->Document(), action_);
   return true;
 }
 
@@ -265,6 +266,11 @@ void CMappingSession::WriteMoved() {
   NoteRevisions();
 }
 
+void CMappingSession::End() {
+  moved_.clear();
+  step_.reset();
+}
+
 void CMappingSession::Finish() {
   if (!IsUnderWay() || Ready() == nullptr || !IsUnderWay()) return;
   CTarnDoc& document = cursor_()->Document();
@@ -273,7 +279,7 @@ void CMappingSession::Finish() {
     return;
   }
   if (settings_.preview == 0) WriteMoved();
-  moved_.clear();
+  End();
   faces_.Settle();
   if (Mode() != EMappingMode::kCorners) faces_.SelectFaces(faces_.SelectedFaces(), ESelect::kOnly);
   document.Say("Done: " + action_);
@@ -290,7 +296,7 @@ void CMappingSession::Cancel() {
     document.SetModified(was_modified_);
     NoteRevisions();
   }
-  moved_.clear();
+  End();
   Changed();
 }
 
@@ -386,6 +392,7 @@ void CMappingSession::MapByGeometry(const SProjection& projection, const STexelR
   action_ = "Map from Geometry";
   is_written_ = false;
   moved_ = faces_.SelectedPoints();
+  const CStep step(cursor->Document(), action_);
   WriteMoved();
   moved_.clear();
   cursor->Document().Say("Mapped " + Counted(static_cast<int64_t>(selected.size()), "face", "faces"));

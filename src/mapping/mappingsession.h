@@ -2,10 +2,12 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "document/steps.h"
 #include "editing/editcursor.h"
 #include "mapping/geometrymapping.h"
 #include "mapping/mappedfaces.h"
@@ -127,6 +129,7 @@ class CMappingSession {
   std::vector<int32_t> SelectedModelFaces() const;
   void NoteRevisions();
   void WriteMoved();
+  void End();
   void Changed() const;
 
   CSettings& settings_;
@@ -145,6 +148,7 @@ class CMappingSession {
   CMappedFaces faces_;
 
   std::string action_;
+  std::unique_ptr<CStep> step_;  ///< the whole action is one
   std::vector<int32_t> moved_;  ///< points of the action
   Texels start_;
   std::vector<STexCoord> coords_;  ///< of their corners in the model, when it began

@@ -78,6 +78,16 @@ TEST_F(CMappingSessionTest, AnActionIsOneChangeAndCanBeTakenBack) {
   EXPECT_EQ(At(0, 0), (STexel{0, 7})) << "it stops at the edge, as a whole";
   EXPECT_EQ(At(1, 1), (STexel{40, 7}));
   EXPECT_TRUE(document.IsModified());
+  const size_t steps = document.Steps().Count();
+  ASSERT_TRUE(session.Begin("Drag Mapping"));
+  for (const double right : {1, 2, 3})
+    session.Try(Moved(session.Start(), {right, 0}));
+  session.Finish();
+  EXPECT_EQ(document.Steps().Count(), steps + 1);
+  EXPECT_EQ(document.Steps().BackName(), "Drag Mapping");
+  document.StepBack();
+  EXPECT_EQ(At(0, 0), (STexel{0, 7}));
+  session.Follow(false);
   document.SetReadOnly(true);
   session.Move({0, 1});
   EXPECT_EQ(At(0, 0), (STexel{0, 7}));

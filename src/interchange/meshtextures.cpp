@@ -134,7 +134,7 @@ std::string CMaterialPlanner::FindRaw(std::string_view name) {
   const std::string raw = TextureNameOf(name);
   const auto found = art_.find(raw);
   if (found == art_.end()) return "";
-  const std::string path = JoinPath(context_.art_directory, found->second);
+  std::string path = JoinPath(context_.art_directory, found->second);
   if (!IsFile(path)) return "";
   const std::string fault = TextureNameFault(raw);
   if (fault.empty()) return path;

@@ -155,6 +155,7 @@ std::string VanishedText(const SWavePoint& size, const SBounds& bounds) {
 
 std::vector<std::vector<SNewFile>> FilesOf(const std::vector<SNewTexture>& textures) {
   std::vector<std::vector<SNewFile>> sets;
+  sets.reserve(textures.size());
   for (const SNewTexture& texture : textures)
     sets.push_back(TextureFileSet(texture.path, texture.texels));
   return sets;

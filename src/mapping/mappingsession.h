@@ -149,7 +149,7 @@ class CMappingSession {
 
   std::string action_;
   std::unique_ptr<CStep> step_;  ///< the whole action is one
-  std::vector<int32_t> moved_;  ///< points of the action
+  std::vector<int32_t> moved_;   ///< points of the action
   Texels start_;
   std::vector<STexCoord> coords_;  ///< of their corners in the model, when it began
   bool was_modified_ = false;

@@ -69,7 +69,7 @@ TEST(StartUp, AFirstStartFollowsFromWhereTheGameIs) {
   const CTempFolder folder;
   const CVariable data("VELDRA_DATA", folder.File("user"));
   const std::string settings_path = CopTools::SettingsPath(folder.Path());
-  EXPECT_EQ(settings_path, folder.File("user/Veldra.cfg"));
+  EXPECT_TRUE(IsSameFile(settings_path, folder.File("user/Veldra.cfg"))) << settings_path;
   CScriptedQuestions questions;
   folder.Write("game/models/A.BIN", "x");
   folder.Write("game/art/A.RAW", "x");
@@ -90,9 +90,9 @@ TEST(StartUp, AFirstStartFollowsFromWhereTheGameIs) {
   };
   const auto startup = StartUp(settings_path, questions, first_start);
   ASSERT_TRUE(startup);
-  EXPECT_EQ(startup->settings.bin_dir, folder.File("game/models"));
-  EXPECT_EQ(startup->settings.pod_dir, folder.File("game"));
-  EXPECT_EQ(startup->settings.defpal, folder.File("user/METALCR2.ACT"));
+  EXPECT_TRUE(IsSameFile(startup->settings.bin_dir, folder.File("game/models"))) << startup->settings.bin_dir;
+  EXPECT_TRUE(IsSameFile(startup->settings.pod_dir, folder.File("game"))) << startup->settings.pod_dir;
+  EXPECT_TRUE(IsSameFile(startup->settings.defpal, folder.File("user/METALCR2.ACT"))) << startup->settings.defpal;
   EXPECT_EQ(startup->default_colors[2], 255);
   folder.Write("sample/MODELS/TRUCK.BIN", "mine");
   EXPECT_EQ(WriteSample(folder.File("sample"), questions), startup->first_file);

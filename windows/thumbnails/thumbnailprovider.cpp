@@ -81,7 +81,7 @@ class CThumbnailProvider final : public CCounted<IInitializeWithStream, IThumbna
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     *object = nullptr;
     if (id == IID_IUnknown || id == IID_IInitializeWithStream) *object = static_cast<IInitializeWithStream*>(this);
-    if (id == IID_IThumbnailProvider) *object = static_cast<IThumbnailProvider*>(this);
+    if (id == __uuidof(IThumbnailProvider)) *object = static_cast<IThumbnailProvider*>(this);
     if (*object == nullptr) return E_NOINTERFACE;
     AddRef();
     return S_OK;

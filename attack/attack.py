@@ -43,6 +43,10 @@ class World:
         self.picture = self.keep("p.png", gamefiles.png(64))
         self.other_picture = self.keep("q.png", gamefiles.png(128))
         self.mesh = self.keep("w.obj", gamefiles.wave_mesh())
+        self.rich_mesh = self.keep("rich.obj", gamefiles.wave_materials())
+        self.keep("wood.mtl", gamefiles.materials())
+        self.keep("wood.png", gamefiles.png(100))
+        self.gltf = self.keep("g.glb", gamefiles.gltf_binary())
         self.crowded = self.keep("crowded.pod", gamefiles.archive(
             [(b"DATA\\F%05d.TXT" % i, b"%d" % i) for i in range(400)]))
         # Two models that tell by their groups' names whose groups they are.

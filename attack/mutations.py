@@ -48,13 +48,19 @@ def commands(samples):
     trucks = [p.read_bytes() for p in samples.rglob("*.TRK")]
     infos = [p.read_bytes() for p in samples.rglob("*.info")]
     archives = [gamefiles.archive([(b"ART\\A.RAW", b"a" * 64), (b"DATA\\B.TXT", b"b"), (b"C.BIN", models[0][:500])])]
+    pictures = ["--pictures", "{o}/pictures", "--fit", "450"]
+    mesh = [["import", "{f}", "{o}/o.bin", "--texture", "{r}", "--swap-yz", "--center"], ["import", "{f}", "{o}/o.bin", *pictures]]
     lenient = ["--blank-texture", "64", "--unknown-face", "0x18", "--no"]
     return {
         "m.BIN": (models, [[*lenient, "info", "{f}"], [*lenient, "dump", "{f}"], [*lenient, "json", "{f}"],
                            [*lenient, "textures", "{f}"], [*lenient, "convert", "{f}", "{o}/o.obj", "--to", "obj"],
                            [*lenient, "convert", "{f}", "{o}/o.bin", "--to", "hellbender", "--scale", "2"],
                            [*lenient, "edit", "{f}", "{o}/o.bin", "--merge", "5", "--center", "--delete-unused"],
-                           [*lenient, "render", "{f}", "{o}/o.png", "--size", "64x64"]]),
+                           [*lenient, "convert", "{f}", "{o}/o.obj", "--to", "obj", "--materials"],
+                           [*lenient, "edit", "{f}", "{o}/o.bin", "--fit", "300", "--mirror", "x", "--rotate", "y,30", "--map", "box"],
+                           [*lenient, "edit", "{f}", "{o}/o.bin", "--face-type", "0x18,0x29", "--append", "{m}", "--translate", "1,2,3"],
+                           [*lenient, "shape", "sphere", "{o}/o.bin", "--into", "{f}", "--texture", "{r}"],
+                           [*lenient, "check", "{f}"], [*lenient, "render", "{f}", "{o}/o.png", "--size", "64x64"]]),
         "s.BIN.info": (infos, [[*lenient, "edit", "{m}", "{o}/o.bin", "--scale", "2,2,2"], [*lenient, "json", "{m}"]]),
         "t.RAW": ([p.read_bytes() for p in raws], [["texture", "export", "{f}", "{o}/o.png"]]),
         "t.ACT": (acts, [["texture", "import", "{p}", "{o}/o.raw", "--palette", "{f}"],
@@ -65,8 +71,16 @@ def commands(samples):
                              ["pod", "create", "{o}/o.pod", "{f}"]]),
         "t.TRK": (trucks, [["truck", "show", "{f}"], ["truck", "show", "{f}", "--json"], ["--yes", "truck", "rewrite", "{f}", "{o}/o.trk"],
                            ["truck", "deps", "{f}"]]),
-        "w.obj": ([gamefiles.wave_mesh()], [["import", "{f}", "{o}/o.bin", "--texture", "{r}"]]),
-        "d.3ds": ([gamefiles.studio_mesh()], [["import", "{f}", "{o}/o.bin", "--texture", "{r}"]]),
+        "w.obj": ([gamefiles.wave_mesh(), gamefiles.wave_materials()],
+                  [["import", "{f}", "{o}/o.bin", "--texture", "{r}"], ["import", "{f}", "{o}/o.bin", *pictures]]),
+        "wood.mtl": ([gamefiles.materials()], [["import", "{w}", "{o}/o.bin", *pictures]]),
+        "wood.png": ([gamefiles.png(64), gamefiles.png(100, 4)], [["import", "{w}", "{o}/o.bin", *pictures]]),
+        "d.3ds": ([gamefiles.studio_mesh()], [["import", "{f}", "{o}/o.bin", "--texture", "{r}"],
+                                              ["import", "{f}", "{o}/o.bin", "--materials"], ["import", "{f}", "{o}/o.bin", *pictures]]),
+        "g.gltf": ([gamefiles.gltf_text()], mesh),
+        "g.glb": ([gamefiles.gltf_binary()], mesh),
+        "p.ply": ([gamefiles.ply(form) for form in ("ascii", "binary_little_endian", "binary_big_endian")], mesh),
+        "t.stl": ([gamefiles.stl(True), gamefiles.stl(False)], mesh),
         "v.cfg": ([p.read_bytes() for p in samples.glob("*.cfg")], [["--cfg", "{f}", "--blank-texture", "64", "info", "{m}"]]),
     }
 
@@ -116,11 +130,12 @@ class Mutations:
         return runs
 
     def one(self, folder, name, data, arguments, releases):
-        fill(folder, {"in/" + name: data, "in/s.BIN": self.world.model, "outside/keep": b"mine"})
+        fill(folder, {"in/s.BIN": self.world.model, "in/wood.obj": gamefiles.wave_materials(), "in/wood.mtl": gamefiles.materials(),
+                      "in/wood.png": gamefiles.png(64), "outside/keep": b"mine"} | {"in/" + name: data})
         (folder / "in/o").mkdir()
         file = folder / "in" / name
         # An output folder two levels below, so that "..\.." of a name still ends in this folder.
-        words = {"{f}": file, "{m}": folder / "in/s.BIN", "{o}": folder / "in/o", "{p}": self.world.picture,
+        words = {"{f}": file, "{w}": folder / "in/wood.obj", "{m}": folder / "in/s.BIN", "{o}": folder / "in/o", "{p}": self.world.picture,
                  "{r}": self.world.texture}
         args = [self.fill_in(argument, words) for argument in arguments]
         usual_peak = None

@@ -127,6 +127,10 @@ Section "File types" SectionTypes
   !insertmacro OfferToOpen "bin"
   !insertmacro OfferToOpen "3ds"
   !insertmacro OfferToOpen "obj"
+  !insertmacro OfferToOpen "gltf"
+  !insertmacro OfferToOpen "glb"
+  !insertmacro OfferToOpen "ply"
+  !insertmacro OfferToOpen "stl"
   System::Call 'shell32::SHChangeNotify(i ${ASSOCIATIONS_CHANGED}, i 0, p 0, p 0)'
 SectionEnd
 
@@ -175,6 +179,10 @@ Section "Uninstall"
   !insertmacro OfferNoMore "bin"
   !insertmacro OfferNoMore "3ds"
   !insertmacro OfferNoMore "obj"
+  !insertmacro OfferNoMore "gltf"
+  !insertmacro OfferNoMore "glb"
+  !insertmacro OfferNoMore "ply"
+  !insertmacro OfferNoMore "stl"
   !insertmacro DrawThumbnailsNoMore "bin"
   !insertmacro DrawThumbnailsNoMore "pod"
   !insertmacro DrawThumbnailsNoMore "trk"

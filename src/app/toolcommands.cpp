@@ -255,7 +255,8 @@ SImportServices CToolCommands::ImportServices() {
   return {.context = {.textures = app_.Textures(),
                       .questions = app_.Questions(),
                       .art_directory = settings.art_dir,
-                      .face_type = static_cast<uint32_t>(settings.def_face_type)},
+                      .face_type = static_cast<uint32_t>(settings.def_face_type),
+                      .settings = &settings},
           .directory = app_.ModelDirectory(),
           .fill_new_document =
               [this](const std::string& title, const std::function<bool(CBinModel & model)>& fill) {

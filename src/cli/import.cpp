@@ -49,7 +49,8 @@ bool ImportInto(CSession& session, const SImportOptions& options, const std::str
       options.file == kStandardStream ? MeshFormatOfContent(path) : *FindMeshFormat(options.file);
   const bool is_3ds = format.format == EMeshFormat::k3ds;
   const uint32_t face_type = options.face_type.value_or(static_cast<uint32_t>(session.Settings().def_face_type));
-  const SImportContext context = {session.Textures(), session.Questions(), session.Settings().art_dir, face_type};
+  const SImportContext context = {session.Textures(), session.Questions(), session.Settings().art_dir, face_type,
+                                  &session.Settings()};
   if (is_3ds && options.IsPlain()) return ImportFrom3ds(model, path, options.texture, context, &fault);
   const auto mesh = ReadMesh(path, format.format, options.WithMaterials(), session.Questions(), fault);
   if (!mesh) return false;

@@ -14,9 +14,12 @@ std::string TextureFile(const CSession& session, const std::string& raw) {
 }
 
 CBinTexture* ModelTexture(CSession& session, CBinModel& model, const std::string& raw) {
-  const SImportContext context = {session.Textures(), session.Questions(), session.Settings().art_dir};
+  const SImportContext context = {.textures = session.Textures(),
+                                  .questions = session.Questions(),
+                                  .art_directory = session.Settings().art_dir,
+                                  .settings = &session.Settings()};
   SImportFault fault;
-  const STextureImage* const image = FindImportTexture(raw, context, fault);
+  const STextureImage* const image = FindImportTexture(raw, "", context, fault);
   if (image == nullptr) {
     if (!fault.is_told) session.Fail(fault.what);
     return nullptr;

@@ -44,6 +44,7 @@ bool C3DStudioFile::ReadBytes(std::span<const uint8_t> bytes, CQuestions& questi
   SImportFault found;
   if (ReadAll(reader, found)) {
     scale_factor_ = kScaleFactor;
+    size_ = bytes.size();
     return true;
   }
   *this = C3DStudioFile(path_, wants_extras_);

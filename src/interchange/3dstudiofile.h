@@ -41,7 +41,8 @@ struct SStudioExtras {
   std::vector<SMaterial> materials;
   std::vector<SObject> objects;              ///< those with a mesh
   std::vector<std::array<float, 2>> coords;  ///< u and v of each vertex, v upwards; not a number for none
-  std::vector<std::pair<std::string, uint32_t>> face_materials;  ///< material's name and face, as in the file
+  std::vector<std::string> face_list_names;  ///< of each list of faces its material's
+  std::vector<std::pair<uint32_t, uint32_t>> face_materials;  ///< position in those and face, as in the file
 };
 
 struct SStudioBox {
@@ -69,6 +70,7 @@ class C3DStudioFile {
   /// Empty unless wanted. Damage in it is no damage of the mesh: it ends what is taken.
   const SStudioExtras& Extras() const { return extras_; }
   const SStudioBox& BoundingBox() const { return box_; }  ///< of all vertices; zero without any
+  uint64_t Size() const { return size_; }                 ///< in bytes
   /// What turns the file's units into those of a model. The file's own unit is not consulted.
   float ScaleFactor() const { return scale_factor_; }
 
@@ -80,6 +82,7 @@ class C3DStudioFile {
   std::vector<StudioVertex> vertices_;
   std::vector<StudioFace> faces_;
   SStudioBox box_;
+  uint64_t size_ = 0;
   float scale_factor_ = 0;
 };
 

@@ -208,10 +208,12 @@ void CStudioReader::ReadFaceMaterials(const SStudioChunk& chunk) {
   const size_t left = chunk.end - reader_.Position();
   if (left < 2) return;
   const size_t count = std::min<size_t>(reader_.ReadU16(), (left - 2) / 2);
+  const auto list = static_cast<uint32_t>(file_.extras_.face_list_names.size());
+  file_.extras_.face_list_names.push_back(name);
   for (size_t i = 0; i < count; ++i) {
     const size_t face = reader_.ReadU16();
     if (face < mesh_.face_count)
-      file_.extras_.face_materials.emplace_back(name, static_cast<uint32_t>(mesh_.first_face + face));
+      file_.extras_.face_materials.emplace_back(list, static_cast<uint32_t>(mesh_.first_face + face));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "interchange/gltfmaterials.h"
+#include "interchange/importmodel.h"
 #include "interchange/meshsteps.h"
 #include "interchange/vertexwelder.h"
 #include "platform/bytes.h"
@@ -72,7 +73,8 @@ class CGltfReader {
   CGltfReader(const Json& root, const CBuffers& buffers, CMeshSteps steps, SImportFault& fault)
       : root_(root), buffers_(buffers), steps_(steps), fault_(fault) {}
 
-  bool Read();
+  /// FILE_SIZE counts the buffers, too.
+  bool Read(uint64_t file_size);
   SWaveMesh Take() { return std::move(mesh_); }
 
  private:
@@ -139,7 +141,8 @@ bool CGltfReader::CheckVersion() {
   return true;
 }
 
-bool CGltfReader::Read() {
+bool CGltfReader::Read(uint64_t file_size) {
+  mesh_.file_size = file_size;
   if (!CheckVersion()) return false;
   constexpr size_t kMostMaterials = 65'536;
   if (CountOf(&root_, "materials") > kMostMaterials) return Fail("it has too many materials");
@@ -278,11 +281,7 @@ bool CGltfReader::AddTriangles(SPart& part, size_t mode, const Placement& placem
 
 bool CGltfReader::AddTriangle(SPart& part, std::array<size_t, 3> corners, const Placement& placement) {
   // Nodes can show the same triangles any number of times.
-  constexpr uint64_t kFree = 250'000;
-  constexpr uint64_t kBytesOfTriangle = 6;
-  if (triangles_ > kFree + buffers_.Size() / kBytesOfTriangle)
-    return Fail(Format("it makes more than %zu triangles of %llu bytes", triangles_,
-                       static_cast<unsigned long long>(buffers_.Size())));
+  if (triangles_ > MostFaces(mesh_.file_size)) return Fail(TooManyFaces(mesh_.file_size));
   if (!steps_.Step(triangles_++, nodes_done_, CountOf(&root_, "nodes"))) {
     fault_ = {"", true};
     return false;
@@ -370,7 +369,7 @@ static std::optional<SWaveMesh> Parse(std::span<const uint8_t> bytes, const File
   CBuffers buffers(*root, chunks->packed, read_file);
   if (!buffers.Load(fault.what)) return std::nullopt;
   CGltfReader reader(*root, buffers, CMeshSteps(progress), fault);
-  return reader.Read() ? std::optional(reader.Take()) : std::nullopt;
+  return reader.Read(chunks->json.size() + buffers.Size()) ? std::optional(reader.Take()) : std::nullopt;
 }
 
 }  // namespace veldra::gltf

@@ -58,7 +58,11 @@ bool AddFaces(const C3DStudioFile& file, CImportBuilder& builder, CBinTexture* t
 
 bool Build(const C3DStudioFile& file, const std::string& texture, const SImportContext& context,
            CImportBuilder& builder, SImportFault& fault) {
-  const STextureImage* const image = FindImportTexture(texture, context, fault);
+  if (file.Faces().size() > MostFaces(file.Size())) {
+    fault.what = TooManyFaces(file.Size());
+    return false;
+  }
+  const STextureImage* const image = FindImportTexture(texture, file.Path(), context, fault);
   if (image == nullptr) return false;
   CImportProgress progress(context.questions, file.Path());
   builder.Model().Reserve(file.Vertices().size(), file.Faces().size());

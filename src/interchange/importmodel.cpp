@@ -11,19 +11,28 @@
 
 namespace veldra {
 
-const STextureImage* FindImportTexture(const std::string& path, const SImportContext& context, SImportFault& fault) {
+const STextureImage* FindImportTexture(const std::string& path, const std::string& mesh, const SImportContext& context,
+                                       SImportFault& fault) {
   fault = {TextureNameFault(TextureNameOf(path)), false};
   if (!fault.what.empty()) return nullptr;
   const std::string there = FindAnyCase(path);
   const STextureImage* image = nullptr;
   if (IsFile(there)) {
     image = context.textures.GetTexture(there);
+  } else if (context.settings != nullptr) {
+    CModelTextureFinder finder(context.textures, context.questions, *context.settings, mesh);
+    image = finder.Find(FileNamePart(path));
   } else {
     CTextureFinder finder(context.textures, context.questions, context.art_directory);
     image = finder.Find(FileNamePart(path));
   }
   if (image == nullptr) fault = {Format("the texture %s could not be loaded", DisplayName(path).c_str()), false};
   return image;
+}
+
+std::string TooManyFaces(uint64_t size) {
+  return Format("it makes more than %llu faces of %llu bytes, which no mesh does",
+                static_cast<unsigned long long>(MostFaces(size)), static_cast<unsigned long long>(size));
 }
 
 void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions) {

@@ -8,6 +8,7 @@
 
 #include "interchange/importfault.h"
 #include "model/binmodel.h"
+#include "packing/modeltextures.h"
 #include "platform/questions.h"
 #include "textures/texturestore.h"
 
@@ -19,16 +20,30 @@ struct SImportContext {
   CQuestions& questions;
   std::string art_directory;           ///< where textures are looked for by name
   uint32_t face_type = kFaceTextured;  ///< of the new faces: the setting DEFFACETYPE
+  const CSettings* settings =
+      nullptr;  ///< textures are also looked for near the mesh, and in archives; null: they are not
 };
 
-/// The texture at PATH; when no file is there, the one of that name in the texture directory, and when that is missing
-/// too, what the user picks. Null with FAULT filled when none can be loaded or a model cannot name it.
-const STextureImage* FindImportTexture(const std::string& path, const SImportContext& context, SImportFault& fault);
+/// The texture at PATH; when no file is there, the one of that name in the texture directory, near the file MESH or in
+/// an archive, as those of models are found, and when that is missing too, what the user picks. Null with FAULT filled
+/// when none can be loaded or a model cannot name it.
+const STextureImage* FindImportTexture(const std::string& path, const std::string& mesh, const SImportContext& context,
+                                       SImportFault& fault);
 /// Tells the user that the file PATH could not be imported, and why, unless he knows.
 void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions);
 
 /// Where the corners of a face lie in its texture when nothing else is known.
 inline constexpr std::array<STexCoord, 4> kWholeTexture = {{{0, 0}, {1, 0}, {1, 1}, {0, 1}}};
+
+/// How many faces a mesh file of SIZE bytes may make. A face of a model takes some 290 bytes on its way into a file;
+/// one of a mesh that somebody made stands on 14 bytes and more, once there are more than these.
+constexpr uint64_t MostFaces(uint64_t size) {
+  constexpr uint64_t kAlways = 200'000;
+  constexpr uint64_t kBytesOfFace = 15;
+  return kAlways + size / kBytesOfFace;
+}
+/// What is said of more.
+std::string TooManyFaces(uint64_t size);
 
 /// Collects what an import makes beside the model that it is for, which changes once, at the end, or not at all.
 class CImportBuilder {

@@ -65,6 +65,7 @@ class CMaterialPlanner {
   SWaveMap MapOf(size_t material) const;
   void PlanOne(SMaterialUse& use, const SWaveMap& map);
   std::string FindRaw(std::string_view name);
+  std::string FindNear(std::string_view name);
   std::string MakeTexture(const std::string& picture, std::string& fault);
   std::optional<SIndexedTexture> TexelsOf(const std::string& picture, SError* error) const;
   std::string FreePath(const std::string& picture, const SIndexedTexture& texels);
@@ -81,6 +82,7 @@ class CMaterialPlanner {
   std::map<std::string, std::string> art_;    ///< upper-cased names in the texture directory, and as they are there
   std::map<std::string, std::string> there_;  ///< the same of the folder for the new ones
   std::map<std::string, std::string> by_picture_;  ///< RAW files by the pictures that they are made of
+  std::optional<CTexturePlaces> places_;           ///< where else they may be
   SMaterialPlan plan_;
 };
 
@@ -94,6 +96,7 @@ SMaterialPlan CMaterialPlanner::Plan() {
   maps_ = ReadMaterials(path_, mesh_.material_files, remarks_);
   Load(context_.art_directory, art_);
   if (!pictures_.empty()) Load(pictures_, there_);
+  if (context_.settings != nullptr) places_.emplace(*context_.settings, path_);
   for (size_t i = 0; i < mesh_.material_names.size(); ++i) {
     SMaterialUse& use = plan_.uses.emplace_back();
     use.material = mesh_.material_names[i];
@@ -125,6 +128,9 @@ void CMaterialPlanner::PlanOne(SMaterialUse& use, const SWaveMap& map) {
   if (use.raw.empty()) use.raw = FindRaw(name.texture);
   if (use.raw.empty()) use.raw = FindRaw(use.material);
   if (use.raw.empty() && !use.picture.empty() && !pictures_.empty()) use.raw = MakeTexture(use.picture, use.fault);
+  // A picture that the file brings goes before what only has its name.
+  for (const std::string_view near : {std::string_view(map.picture), name.texture, std::string_view(use.material)})
+    if (use.raw.empty() && !near.empty()) use.raw = FindNear(near);
   if (use.raw.empty() && !use.fault.empty() && !pictures_.empty())
     remarks_.Add(Format("material %s: %s", DisplayName(use.material).c_str(), use.fault.c_str()));
 }
@@ -140,6 +146,12 @@ std::string CMaterialPlanner::FindRaw(std::string_view name) {
   if (fault.empty()) return path;
   if (pictures_.empty()) remarks_.Add(fault);
   return "";
+}
+
+std::string CMaterialPlanner::FindNear(std::string_view name) {
+  const std::string raw = TextureNameOf(name);
+  const auto found = places_ && TextureNameFault(raw).empty() ? places_->FindNear(raw) : std::nullopt;
+  return found && places_->Load(*found, context_.textures) != nullptr ? CTexturePlaces::PathOf(*found) : "";
 }
 
 std::optional<SIndexedTexture> CMaterialPlanner::TexelsOf(const std::string& picture, SError* error) const {

@@ -28,7 +28,8 @@ struct SMaterialUse {
   std::string material;          ///< its name in the file
   std::optional<uint32_t> type;  ///< of its faces, where its name says one
   bool is_untextured = false;    ///< it says that its faces have no texture
-  std::string raw;      ///< its texture's file, which is there or in SMaterialPlan::made; "" for none of its own
+  std::string raw;  ///< its texture's path in the store, a file's, an archive's or of SMaterialPlan::made; "" for none
+                    ///< of its own
   std::string picture;  ///< its file, or its name in the mesh's held_pictures; "" where there is none
   std::string fault;    ///< why the picture does not serve; ""
 };
@@ -41,7 +42,7 @@ struct SMaterialPlan {
 /// What the materials of MESH, read from PATH, become: the RAW file in the texture directory that is named like the
 /// picture, else like the material. With PICTURES, a folder, pictures that have none are made into textures in it,
 /// under names that the game takes and nothing there has, nor EARLIER, what other plans make, unless that is the same
-/// texture.
+/// texture. What then has none gets the RAW of those names that lies near the mesh or in an archive.
 SMaterialPlan PlanMaterials(const SWaveMesh& mesh, const std::string& path, const std::string& pictures,
                             const SImportContext& context, CRemarks& remarks,
                             std::span<const SNewTexture> earlier = {});

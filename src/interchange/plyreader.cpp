@@ -287,7 +287,10 @@ std::optional<SWaveMesh> ParsePly(std::span<const uint8_t> bytes, CProgress* pro
   const auto header = ParsePlyHeader({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, fault.what);
   if (!header) return std::nullopt;
   CPlyReader reader(*header, bytes.subspan(header->length), CMeshSteps(progress), fault);
-  return reader.Read() ? std::optional(reader.Take()) : std::nullopt;
+  if (!reader.Read()) return std::nullopt;
+  SWaveMesh mesh = reader.Take();
+  mesh.file_size = bytes.size();
+  return mesh;
 } catch (const std::bad_alloc&) {
   fault = {"there is not enough memory for it", false};
   return std::nullopt;

@@ -145,6 +145,7 @@ std::optional<SWaveMesh> ParseStl(std::span<const uint8_t> bytes, CProgress* pro
   const CMeshSteps steps(progress);
   if (!(IsText(bytes) ? reader.ReadText(text, steps) : reader.ReadBinary(bytes, steps))) return std::nullopt;
   SWaveMesh mesh = reader.Take();
+  mesh.file_size = bytes.size();
   if (mesh.FaceCount() > 0) return mesh;
   fault = {"it has no triangles", false};
   return std::nullopt;

@@ -19,9 +19,14 @@ std::vector<int32_t> MaterialsOfFaces(const C3DStudioFile& file) {
   std::unordered_map<std::string, int32_t> numbers;
   for (const SStudioExtras::SMaterial& material : extras.materials)
     numbers.try_emplace(material.name, static_cast<int32_t>(numbers.size()));
+  std::vector<int32_t> of_lists;
+  for (const std::string& name : extras.face_list_names) {
+    const auto number = numbers.find(name);
+    of_lists.push_back(number != numbers.end() ? number->second : -1);
+  }
   std::vector<int32_t> materials(file.Faces().size(), -1);
-  for (const auto& [name, face] : extras.face_materials)
-    if (const auto number = numbers.find(name); number != numbers.end()) materials[face] = number->second;
+  for (const auto& [list, face] : extras.face_materials)
+    if (of_lists[list] >= 0) materials[face] = of_lists[list];
   return materials;
 }
 
@@ -30,6 +35,7 @@ class CMeshMaker {
   explicit CMeshMaker(const C3DStudioFile& file) : file_(file), extras_(file.Extras()) {}
 
   SWaveMesh Make() {
+    mesh_.file_size = file_.Size();
     AddVertices();
     AddMaterials();
     const std::vector<int32_t> materials = MaterialsOfFaces(file_);

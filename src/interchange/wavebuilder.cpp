@@ -110,11 +110,16 @@ CWaveBuilder::CWaveBuilder(const SWaveMesh& mesh, const SWaveOptions& options, C
       members_(mesh.group_names.size()) {}
 
 bool CWaveBuilder::Build(CImportProgress& progress, SImportFault& fault) {
-  builder_.Model().Reserve(mesh_.vertices.size(), mesh_.FaceCount());
+  const uint64_t faces = std::min<uint64_t>(mesh_.FaceCount(), MostFaces(mesh_.file_size));
+  builder_.Model().Reserve(mesh_.vertices.size(), static_cast<size_t>(faces));
   if (!AddVertices(fault)) return false;
   for (size_t face = 0; face < mesh_.FaceCount(); ++face) {
     if (!progress.Step(face, mesh_.FaceCount())) {
       fault = {"", true};
+      return false;
+    }
+    if (static_cast<uint64_t>(builder_.Model().FaceCount()) > MostFaces(mesh_.file_size)) {
+      fault = {TooManyFaces(mesh_.file_size), false};
       return false;
     }
     if (section_ < mesh_.sections.size() && mesh_.sections[section_].first_face == face) ++section_;

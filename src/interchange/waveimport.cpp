@@ -71,7 +71,7 @@ bool CWaveImport::Build() {
   }
   CMeshTextures::STexture chosen;
   if (!files_.texture.empty()) {
-    chosen = {TextureNameOf(files_.texture), FindImportTexture(files_.texture, context_, fault_)};
+    chosen = {TextureNameOf(files_.texture), FindImportTexture(files_.texture, files_.path, context_, fault_)};
     if (chosen.image == nullptr) return false;
   }
   CRemarks remarks = mesh_.remarks;

@@ -76,6 +76,7 @@ struct SWaveMesh {
   /// Pictures that the mesh file itself holds, by the names that MATERIAL_PICTURES have for them.
   std::map<std::string, std::vector<uint8_t>> held_pictures;
   std::vector<SLineRun> vertex_lines;
+  uint64_t file_size = 0;      ///< in bytes, with the buffers that it names
   bool is_own_export = false;  ///< written by ExportWavefront or ExportWithMaterials
   double own_scale = 1;        ///< what that multiplied the coordinates by; finite, above 0
   CRemarks remarks;

@@ -345,6 +345,7 @@ void CWaveParser::TakeMaterial() {
 std::optional<SWaveMesh> ParseWavefront(std::string_view text, CProgress* progress, SImportFault& fault) {
   try {
     SWaveMesh mesh;
+    mesh.file_size = text.size();
     CWaveParser parser(text, mesh);
     if (parser.Parse(progress)) return mesh;
     fault = parser.Fault();

@@ -79,6 +79,16 @@ std::optional<SPodSource> CTexturePlaces::FindColorsOf(const SPodSource& raw) {
   return Near().search.FindInArchives(ChangeExtension(FileNamePart(raw.name), "ACT"));
 }
 
+std::string CTexturePlaces::PathOf(const SPodSource& raw) {
+  return raw.bytes.length ? JoinPath(raw.bytes.path, raw.name) : raw.bytes.path;
+}
+
+const STextureImage* CTexturePlaces::Load(const SPodSource& raw, const std::optional<SPodSource>& colors,
+                                          CTextureStore& store) {
+  if (!raw.bytes.length) return store.GetTexture(raw.bytes.path);
+  return store.GetTexture(PathOf(raw), [bytes = raw.bytes, table = colors] { return ReadParts(bytes, table); });
+}
+
 CModelTextureFinder::CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings,
                                          const std::string& model)
     : CModelTextureFinder(store, questions, settings, model, {}) {}
@@ -95,20 +105,16 @@ CModelTextureFinder CModelTextureFinder::InArchive(CTextureStore& store, CQuesti
 
 const STextureImage* CModelTextureFinder::FindFirst(const std::string& name) {
   const auto raw = IsBareName(name) ? first_search_.FindInArchives(name) : std::nullopt;
-  return raw ? Load(*raw, first_search_.FindInArchives(ChangeExtension(FileNamePart(raw->name), "ACT"))) : nullptr;
+  if (!raw) return nullptr;
+  return CTexturePlaces::Load(*raw, first_search_.FindInArchives(ChangeExtension(FileNamePart(raw->name), "ACT")),
+                              Store());
 }
 
 const STextureImage* CModelTextureFinder::FindElsewhere(const std::string& name) {
   const auto raw = places_.FindNear(name);
-  const STextureImage* const image = raw ? Load(*raw, places_.FindColorsOf(*raw)) : nullptr;
+  const STextureImage* const image = raw ? places_.Load(*raw, Store()) : nullptr;
   if (image != nullptr) ++counts_[raw->bytes.length ? raw->bytes.path : DirectoryPart(raw->bytes.path)];
   return image;
-}
-
-const STextureImage* CModelTextureFinder::Load(const SPodSource& raw, const std::optional<SPodSource>& colors) {
-  if (!raw.bytes.length) return Store().GetTexture(raw.bytes.path);
-  return Store().GetTexture(JoinPath(raw.bytes.path, raw.name),
-                            [bytes = raw.bytes, table = colors] { return ReadParts(bytes, table); });
 }
 
 std::string CModelTextureFinder::Note() const {

@@ -25,6 +25,15 @@ class CTexturePlaces {
   std::optional<SPodSource> FindNear(const std::string& name);
   /// The colour table for what was found as RAW in an archive.
   std::optional<SPodSource> FindColorsOf(const SPodSource& raw);
+  /// What was found as RAW, loaded into STORE, where it is stored under PathOf(RAW). Null when it cannot be.
+  const STextureImage* Load(const SPodSource& raw, CTextureStore& store) {
+    return Load(raw, raw.bytes.length ? FindColorsOf(raw) : std::nullopt, store);
+  }
+  /// The same with its colour table from COLORS, where it is in an archive.
+  static const STextureImage* Load(const SPodSource& raw, const std::optional<SPodSource>& colors,
+                                   CTextureStore& store);
+  /// Its file, or its name behind its archive's.
+  static std::string PathOf(const SPodSource& raw);
 
  private:
   struct SNear;
@@ -55,7 +64,6 @@ class CModelTextureFinder : public CTextureFinder {
  private:
   CModelTextureFinder(CTextureStore& store, CQuestions& questions, const CSettings& settings, const std::string& model,
                       SSearchPlaces first);
-  const STextureImage* Load(const SPodSource& raw, const std::optional<SPodSource>& colors);
 
   SSearchPlaces first_;
   CPlaceSearch first_search_{first_};

@@ -105,6 +105,24 @@ TEST_F(CliImport, MaterialsOfGltfBringTheirPictures) {
   EXPECT_FALSE(FileExists(folder.File("new.bin")));
 }
 
+TEST_F(CliImport, TexturesAreFoundWhereThoseOfModelsAre) {
+  const std::string texture(4096, 'x');
+  folder.Write(
+      "game/MESHES/wall.obj",
+      "mtllib wall.mtl\nv 0 0 0\nv 9 0 0\nv 9 9 0\nusemtl beside\nf 1 2 3\nusemtl art\nf 1 2 3\nusemtl packed\n"
+      "f 1 2 3\n");
+  folder.Write("game/MESHES/wall.mtl", "newmtl beside\nmap_Kd Brick.png\n");
+  folder.Write("game/MESHES/brick.raw", texture);
+  folder.Write("game/Art/ART.RAW", texture);
+  folder.Write("packed.raw", texture);
+  folder.Write("chosen.raw", texture);
+  Expect({{"pod create $/game/MESHES/x.pod $/packed.raw $/chosen.raw", 0}});
+  ASSERT_TRUE(RemoveFile(folder.File("packed.raw")) && RemoveFile(folder.File("chosen.raw")));
+  Expect({{"import $/game/MESHES/wall.obj $/out.bin --texture CHOSEN.RAW", 0, "", ""},
+          {"textures $/out.bin --blank-texture 64", 0, "BRICK.RAW\nART.RAW\nPACKED.RAW\n", "BRICK.RAW not found"},
+          {"import $/game/MESHES/wall.obj $/out.bin --texture NOWHERE.RAW", 1, "", "Texture NOWHERE.RAW not found."}});
+}
+
 TEST_F(CliImport, ASizeThatVanishesIsSaid) {
   folder.Write("small.obj", "v 0 0 0\nv .5 0 0\nv .5 .2 3\nf 1 2 3\n");
   Expect({{"import $/small.obj $/s.bin", 0, "",

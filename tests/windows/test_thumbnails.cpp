@@ -27,8 +27,9 @@ class CThumbnailTest : public ::testing::Test {
     ASSERT_NE(get, nullptr);
     CComObject<IClassFactory> factory;
     ASSERT_EQ(get(kProviderClass, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive())), S_OK);
-    ASSERT_EQ(factory->CreateInstance(nullptr, __uuidof(IThumbnailProvider), reinterpret_cast<void**>(provider_.Receive())),
-              S_OK);
+    ASSERT_EQ(
+        factory->CreateInstance(nullptr, __uuidof(IThumbnailProvider), reinterpret_cast<void**>(provider_.Receive())),
+        S_OK);
   }
   void Open(const std::string& path) {
     CComObject<IInitializeWithStream> side;

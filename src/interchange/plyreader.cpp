@@ -262,7 +262,6 @@ void CPlyReader::FinishFace(double picture) {
   if (has_coords && mesh_.corner_coords.empty()) mesh_.corner_coords.resize(first, -1);
   for (size_t k = 0; k < corners_.size(); ++k) {
     const auto vertex = static_cast<int32_t>(corners_[k]);
-    if (mesh_.corners.size() > first && (mesh_.corners.back() == vertex || mesh_.corners[first] == vertex)) continue;
     mesh_.corners.push_back(vertex);
     if (!has_coords) continue;
     if (has_own) mesh_.coords.push_back({FiniteOrZero(coords_[2 * k]), FiniteOrZero(coords_[2 * k + 1])});
@@ -270,15 +269,9 @@ void CPlyReader::FinishFace(double picture) {
                                   : has_vertex_coords_ ? static_cast<int32_t>(first_coord_) + vertex
                                                        : -1);
   }
-  if (mesh_.corners.size() - first < 3) {
-    mesh_.corners.resize(first);
-    if (!mesh_.corner_coords.empty()) mesh_.corner_coords.resize(first);
-    ++left_out_;
-    return;
-  }
   const bool is_known = picture >= 0 && picture < static_cast<double>(header_.pictures.size());
   mesh_.BeginSection({}, is_known ? static_cast<int32_t>(picture) : -1);
-  mesh_.face_ends.push_back(static_cast<uint32_t>(mesh_.corners.size()));
+  if (mesh_.FinishFace(first) < 3) ++left_out_;
 }
 
 }  // namespace

@@ -66,11 +66,8 @@ void CStlReader::AddFace(std::span<const SWavePoint> points) {
   if (is_new_solid_) BeginSolid();
   const size_t first = mesh_.corners.size();
   for (const SWavePoint& point : points)
-    if (const int32_t vertex = welder_.Add(point);
-        mesh_.corners.size() == first || (mesh_.corners.back() != vertex && mesh_.corners[first] != vertex))
-      mesh_.corners.push_back(vertex);
-  if (mesh_.corners.size() - first < 3) return mesh_.corners.resize(first);
-  mesh_.face_ends.push_back(static_cast<uint32_t>(mesh_.corners.size()));
+    mesh_.corners.push_back(welder_.Add(point));
+  mesh_.FinishFace(first);
 }
 
 bool CStlReader::ReadBinary(std::span<const uint8_t> bytes, CMeshSteps steps) {

@@ -1,5 +1,6 @@
 #include "interchange/wavemesh.h"
 
+#include "interchange/polygoncorners.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -39,6 +40,23 @@ int32_t SWaveMesh::AddVertex(const SWavePoint& point) {
   }
   vertices.push_back(point);
   return static_cast<int32_t>(vertices.size() - 1);
+}
+
+size_t SWaveMesh::FinishFace(size_t first) {
+  const std::span<const int32_t> written = std::span(corners).subspan(first);
+  size_t count = written.size();
+  if (!AreDistinct(written)) {
+    const std::vector<size_t> kept = CornersToKeep(written);
+    for (size_t k = 0; k < kept.size(); ++k) {
+      corners[first + k] = corners[first + kept[k]];
+      if (!corner_coords.empty()) corner_coords[first + k] = corner_coords[first + kept[k]];
+    }
+    count = kept.size();
+  }
+  corners.resize(first + (count >= 3 ? count : 0));
+  if (!corner_coords.empty()) corner_coords.resize(corners.size());
+  if (count >= 3) face_ends.push_back(static_cast<uint32_t>(corners.size()));
+  return count;
 }
 
 void SWaveMesh::BeginSection(std::vector<int32_t> section_groups, int32_t material) {

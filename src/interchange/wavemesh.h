@@ -57,6 +57,9 @@ struct SWaveMesh {
   uint32_t LineOfVertex(size_t vertex) const;
   /// Its position in VERTICES. The bounds grow with it.
   int32_t AddVertex(const SWavePoint& point);
+  /// The corners from FIRST on become a face, without those that come again, if three of them are left; else they go
+  /// away. Returns how many are left.
+  size_t FinishFace(size_t first);
   /// The faces that follow have GROUPS and MATERIAL.
   void BeginSection(std::vector<int32_t> section_groups, int32_t material);
 

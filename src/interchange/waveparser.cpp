@@ -5,7 +5,6 @@
 #include <new>
 #include <unordered_map>
 
-#include "interchange/polygoncorners.h"
 #include "interchange/wavescanner.h"
 #include "platform/text.h"
 
@@ -69,8 +68,6 @@ class CWaveParser {
   void TakeMaterial();
   void TakeMaterialFile();
   bool Resolve(int64_t number, size_t count, const char* thing, SNamed& named, int32_t& index);
-  void FinishFace(size_t first);
-  void DropRepeatedCorners(size_t first);
   void SetGroups(const std::vector<int32_t>& groups);
   SWaveMesh::SSection& Section();
   bool Fail(const std::string& what) { return FailAt(scanner_.Line(), what); }
@@ -194,7 +191,8 @@ bool CWaveParser::ParseFace() {
   while (scanner_.ToWord()) {
     if (!ParseCorner()) return false;
   }
-  FinishFace(first);
+  const size_t count = mesh_.FinishFace(first);
+  if (count < 3) mesh_.remarks.Add(Format("line %u: a face of %zu corners was left out", scanner_.Line(), count));
   return true;
 }
 
@@ -257,31 +255,6 @@ bool CWaveParser::CheckNamed() {
   if (!mesh_.vertices.empty() || mesh_.is_own_export) return true;
   fault_ = {"it has no vertices", false};
   return false;
-}
-
-/// The corners from FIRST on become a face, if three of them are left.
-void CWaveParser::FinishFace(size_t first) {
-  DropRepeatedCorners(first);
-  const size_t count = mesh_.corners.size() - first;
-  if (count >= 3) {
-    mesh_.face_ends.push_back(static_cast<uint32_t>(mesh_.corners.size()));
-    return;
-  }
-  mesh_.remarks.Add(Format("line %u: a face of %zu corners was left out", scanner_.Line(), count));
-  mesh_.corners.resize(first);
-  if (!mesh_.corner_coords.empty()) mesh_.corner_coords.resize(first);
-}
-
-void CWaveParser::DropRepeatedCorners(size_t first) {
-  const std::span<const int32_t> corners = std::span(mesh_.corners).subspan(first);
-  if (AreDistinct(corners)) return;
-  const std::vector<size_t> kept = CornersToKeep(corners);
-  for (size_t k = 0; k < kept.size(); ++k) {
-    mesh_.corners[first + k] = mesh_.corners[first + kept[k]];
-    if (!mesh_.corner_coords.empty()) mesh_.corner_coords[first + k] = mesh_.corner_coords[first + kept[k]];
-  }
-  mesh_.corners.resize(first + kept.size());
-  if (!mesh_.corner_coords.empty()) mesh_.corner_coords.resize(first + kept.size());
 }
 
 // --- Groups and materials --------------------------------------------------------------------------------------------

@@ -59,10 +59,11 @@ TEST(MeshFormats, PlyFilesGiveTheirPolygons) {
     std::string expected;
   } rows[] = {
       {BytesOf("ply\r\nformat ascii 1.0\r\nelement vertex 4\r\nproperty float x\r\nproperty float y\r\n"
-               "property float z\r\nproperty float nx\r\nproperty float s\r\nproperty float t\r\nelement face 2\r\n"
+               "property float z\r\nproperty float nx\r\nproperty float s\r\nproperty float t\r\nelement face 3\r\n"
                "property list uchar int vertex_index\r\nproperty uchar red\r\nend_header\r\n"
-               "0 0 0 nan 0 0\r\n1 0 0 0 1 0\r\n1 1 0 0 1 1\r\n0 1 0 0 0 1\r\n4 0 1 2 3 255\r\n3 0 0 1 9\r\n"),
-       "0 0 0, 1 0 0, 1 1 0, 0 1 0 | 0(0 0) 1(1 0) 2(1 1) 3(0 1)1 face left out\n"},
+               "0 0 0 nan 0 0\r\n1 0 0 0 1 0\r\n1 1 0 0 1 1\r\n0 1 0 0 0 1\r\n4 0 1 2 3 255\r\n3 0 0 1 9\r\n4 1 0 2 0 "
+               "9\r\n"),
+       "0 0 0, 1 0 0, 1 1 0, 0 1 0 | 0(0 0) 1(1 0) 2(1 1) 3(0 1), 1(1 0) 0(0 0) 2(1 1)1 face left out\n"},
       {Join({BytesOf("ply\nformat binary_little_endian 1.0\n" + parts), FloatBytes(points), corners}), triangle},
       {Join({BytesOf("ply\nformat binary_big_endian 1.0\n" + parts), FloatBytes(points, true), corners}), triangle},
       {BytesOf("ply\nformat ascii 1.0\nelement face 1\nproperty list uchar int vertex_index\n"

@@ -23,7 +23,7 @@ class CMappingToolsWidget : public CToolWidget {
  public:
   explicit CMappingToolsWidget(CMappingWidget& editor);
 
-  QSize sizeHint() const override { return {300, 410}; }
+  QSize sizeHint() const override { return {350, 410}; }
 
  private:
   using Tool = std::function<void(CMappingSession&)>;

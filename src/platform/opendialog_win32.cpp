@@ -3,6 +3,7 @@
 #include "platform/paths.h"
 // Needs the ones above.
 #include <shlobj.h>
+#include <algorithm>
 
 namespace veldra {
 
@@ -17,7 +18,9 @@ HRESULT SetFilters(const CDialog& dialog, const SFilePrompt& prompt) {
   std::vector<std::wstring> texts;
   for (const SFileFilter& filter : prompt.filters) {
     texts.push_back(ToWide(filter.label));
-    texts.push_back(ToWide(filter.pattern));
+    std::string patterns = filter.pattern;
+    std::ranges::replace(patterns, ' ', ';');  // between several
+    texts.push_back(ToWide(patterns));
   }
   std::vector<COMDLG_FILTERSPEC> filters;
   for (size_t i = 0; i < texts.size(); i += 2)

@@ -35,7 +35,7 @@ struct SMessage {
 
 struct SFileFilter {
   std::string label;    ///< "MTM Texture *.raw"
-  std::string pattern;  ///< "*.raw"
+  std::string pattern;  ///< "*.raw", or several: "*.png *.jpg"
 };
 
 struct SFilePrompt {

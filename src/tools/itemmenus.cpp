@@ -4,6 +4,7 @@
 #include "editing/modelcommands.h"
 #include "editing/replacetexturedlg.h"
 #include "editing/texturecommands.h"
+#include "editing/texturetransfer.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
@@ -35,6 +36,8 @@ void AddTextureItems(QMenu& menu, CToolWidget& tool, int32_t texture) {
     const CBinTexture& entry = document.Model().Texture(texture);
     add(QObject::tr("&Select Faces That Use It"), entry.UseCount() > 0,
         [&view, texture] { SelectFacesOfTexture(view, texture); });
+    add(QObject::tr("&Assign to Selected Faces"), CanAssignTexture(view.Cursor()),
+        [&view, texture] { AssignTexture(view.Cursor(), view.Document().Model().Texture(texture)); });
     add(QObject::tr("&Replace..."), CanReplaceTexture(document), [&view, texture] { AskAndReplace(view, texture); });
     menu.addSeparator();
   }

@@ -1,11 +1,13 @@
 #include "tools/texturelistwidget.h"
 
+#include <QDropEvent>
 #include <QFont>
 #include <QHeaderView>
 #include <QMenu>
 #include <QPalette>
 #include <QVBoxLayout>
 
+#include "editing/texturetransfer.h"
 #include "model/texturepicture.h"
 #include "platform/text.h"
 #include "tools/itemmenus.h"
@@ -80,6 +82,8 @@ CTextureListWidget::CTextureListWidget() : CToolWidget("textureListTool"), rows_
   list_->setRootIsDecorated(false);
   list_->setUniformRowHeights(true);
   list_->setIconSize({CTextureRows::kPictureSide, CTextureRows::kPictureSide});
+  list_->setDragDropMode(QAbstractItemView::DragOnly);
+  list_->setToolTip(tr("A double click gives a texture to the selected faces; it can also be dragged onto faces."));
   list_->setContextMenuPolicy(Qt::CustomContextMenu);
   list_->header()->setStretchLastSection(false);
   list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -87,13 +91,49 @@ CTextureListWidget::CTextureListWidget() : CToolWidget("textureListTool"), rows_
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(list_);
-  connect(list_, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
-    if (rows_.Texture(index.row()) != nullptr) SelectFacesOfTexture(*View(), index.row());
-  });
+  connect(list_, &QAbstractItemView::doubleClicked, this,
+          [this](const QModelIndex& index) { TakeDoubleClick(index.row()); });
   connect(list_, &QWidget::customContextMenuRequested, this, &CTextureListWidget::ShowMenu);
 }
 
+void CTextureListWidget::TakeDoubleClick(int row) {
+  if (rows_.Texture(row) == nullptr) return;
+  CBinModel& model = View()->Document().Model();
+  if (Cursor()->SelectedCount(EGroupKind::kFaces) > 0)
+    AssignTexture(*Cursor(), model.Texture(row));
+  else
+    SelectFacesOfTexture(*View(), row);
+}
+
+// --- Dragged into the view -------------------------------------------------------------------------------------------
+
+bool CTextureListWidget::eventFilter(QObject* watched, QEvent* event) {
+  const bool is_drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
+  if (watched != View() || !(is_drag || event->type() == QEvent::Drop)) return CToolWidget::eventFilter(watched, event);
+  auto& drop = static_cast<QDropEvent&>(*event);
+  if (drop.source() != list_ || View()->Document().IsReadOnly()) return CToolWidget::eventFilter(watched, event);
+  drop.setDropAction(Qt::CopyAction);
+  drop.accept();
+  if (!is_drag) Drop(drop.position());
+  return true;
+}
+
+void CTextureListWidget::Drop(const QPointF& at) {
+  const int row = list_->currentIndex().row();
+  const std::optional<SPick> pick = View()->PickAt(at);
+  if (rows_.Texture(row) == nullptr || !pick || pick->kind != EGroupKind::kFaces) return;
+  CBinModel& model = View()->Document().Model();
+  const bool is_selected = model.Face(pick->index).IsSelected();
+  const std::vector<int32_t> faces =
+      is_selected ? model.Selected(EGroupKind::kFaces) : std::vector<int32_t>{pick->index};
+  AssignTexture(View()->Document(), faces, model.Texture(row));
+}
+
 void CTextureListWidget::Refresh(const SNews& news) {
+  if (news.view && View() != nullptr) {
+    View()->setAcceptDrops(true);
+    View()->installEventFilter(this);
+  }
   const SModelChange& change = news.model;
   // Use counts follow the faces.
   if (news.view || change.textures || change.topology || change.faces) rows_.Sync(news.view || change.textures);

@@ -24,6 +24,9 @@ class CTextureRows : public QAbstractTableModel {
   const CBinTexture* Texture(int row) const;
 
   int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : count_; }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+  }
   int columnCount(const QModelIndex&) const override { return kColumnCount; }
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -37,7 +40,8 @@ class CTextureRows : public QAbstractTableModel {
   mutable std::map<uint64_t, QPixmap> pictures_;  ///< by the number of the image
 };
 
-/// The textures of the model. A double click selects the faces that use one.
+/// The textures of the model. A double click gives one to the selected faces; where none is selected, it selects those
+/// that use it. One is also dragged onto a face in the view: a selected face gets it with all that are selected.
 class CTextureListWidget : public CToolWidget {
   Q_OBJECT
 
@@ -47,6 +51,9 @@ class CTextureListWidget : public CToolWidget {
  private:
   void Refresh(const SNews& news) override;
   void ShowMenu(const QPoint& at);
+  void TakeDoubleClick(int row);
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void Drop(const QPointF& at);
 
   CTextureRows rows_;
   QTreeView* list_;

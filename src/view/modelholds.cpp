@@ -1,5 +1,8 @@
 #include "view/modelholds.h"
 
+#include <QGuiApplication>
+
+#include "platform/text.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
@@ -36,6 +39,24 @@ void CBandHold::Drop(Qt::KeyboardModifiers modifiers) {
   CBinModel& model = view_.Document().Model();
   if (!modifiers.testFlag(Qt::ControlModifier)) model.SelectAll(kind, false);
   model.Select(kind, found, true);
+}
+
+CTextureHold::CTextureHold(CTarnView& view, int32_t face) : view_(view), transfer_(view.Document(), face) {}
+
+void CTextureHold::MoveTo(const QPointF& to) {
+  using EWay = CTextureTransfer::EWay;
+  const std::optional<SPick> pick = view_.PickAt(to);
+  if (!pick || pick->kind != EGroupKind::kFaces) return;
+  const Qt::KeyboardModifiers held = QGuiApplication::keyboardModifiers();
+  const bool projects = held.testFlag(Qt::ControlModifier);
+  transfer_.GiveTo(pick->index, projects                           ? EWay::kProject
+                                : held.testFlag(Qt::ShiftModifier) ? EWay::kPlane
+                                                                   : EWay::kFold);
+}
+
+void CTextureHold::Drop(Qt::KeyboardModifiers) {
+  const auto count = static_cast<int64_t>(transfer_.GivenCount());
+  if (count > 0) view_.Document().Say("Texture given to " + Counted(count, "face", "faces"));
 }
 
 void CVertexHold::MoveTo(const QPointF& to) {

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "document/steps.h"
+#include "editing/texturetransfer.h"
 #include "view/vertexdrag.h"
 #include "view/viewmouse.h"
 
@@ -26,6 +27,20 @@ class CBandHold : public CViewHold {
   CTarnView& view_;
   QPointF from_;
   QPointF to_;
+};
+
+/// The texture of a face, given to the faces under the pointer. Shift: to all in their plane; Ctrl: without folding.
+class CTextureHold : public CViewHold {
+ public:
+  CTextureHold(CTarnView& view, int32_t face);
+
+  void MoveTo(const QPointF& to) override;
+  void Drop(Qt::KeyboardModifiers modifiers) override;
+  void Cancel() override { transfer_.Cancel(); }
+
+ private:
+  CTarnView& view_;
+  CTextureTransfer transfer_;
 };
 
 /// The selected vertices of a model, taken hold of at one of them. While X, Y or Z is held they move along that axis.

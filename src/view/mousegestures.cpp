@@ -63,7 +63,9 @@ constexpr std::pair<const char*, const char*> kCommonGestures[] = {
     {"Ctrl+Click", "Makes it current, and takes it into the selection or out of it"},
     {"Drag a selected vertex", "Moves the selected vertices in the plane of the screen"},
     {"X, Y or Z while vertices are dragged", "Moves them along that axis only"},
-    {"Esc while dragging", "Gives up the rectangle, or puts the vertices back"},
+    {"Alt+Drag from a face", "Gives its texture to the faces under the pointer, round their edges"},
+    {"Shift or Ctrl meanwhile", "To all faces in their plane; or straight through, and not round edges"},
+    {"Esc while dragging", "Gives up the rectangle, or puts vertices and textures back"},
 };
 
 }  // namespace

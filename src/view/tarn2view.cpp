@@ -91,8 +91,19 @@ std::optional<int32_t> CTarnView::GrabbedVertex(const QMouseEvent& press) {
   return pick->index;
 }
 
+/// The face under a press with Alt, which lends its texture. Who turns with Alt has no other use for it.
+std::optional<int32_t> CTarnView::GrabbedTexture(const QMouseEvent& press) {
+  const bool is_alt = press.button() == Qt::LeftButton && press.modifiers().testFlag(Qt::AltModifier);
+  if (!is_alt || document_->IsReadOnly() || MouseScheme(Settings().mouse_scheme) == EMouseScheme::kAltTurns)
+    return std::nullopt;
+  const std::optional<SPick> pick = PickAt(press.position());
+  if (!pick || pick->kind != EGroupKind::kFaces) return std::nullopt;
+  return CTextureTransfer::CanTake(document_->Model().Face(pick->index)) ? std::optional(pick->index) : std::nullopt;
+}
+
 std::unique_ptr<CViewHold> CTarnView::Grab(const QMouseEvent& press, EMouseDrag drag) {
   if (const auto vertex = GrabbedVertex(press)) return std::make_unique<CVertexHold>(*this, press.position(), *vertex);
+  if (const auto face = GrabbedTexture(press)) return std::make_unique<CTextureHold>(*this, *face);
   if (drag == EMouseDrag::kBand) return std::make_unique<CBandHold>(*this, press.position());
   return nullptr;
 }

@@ -85,6 +85,7 @@ class CTarnView : public C3DView, private CDocumentObserver {
 
   void OnCursorChanged();
   std::optional<int32_t> GrabbedVertex(const QMouseEvent& press);
+  std::optional<int32_t> GrabbedTexture(const QMouseEvent& press);
   void KeepInSight();
 
   std::shared_ptr<CTarnDoc> document_;

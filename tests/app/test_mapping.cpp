@@ -188,4 +188,79 @@ TEST_F(CMappingTest, ToolsTakeNumbersAndKeepTheirPlaces) {
   EXPECT_EQ(Child<QLabel>(*frame, "mappingCounts")->text(), "No model is open.");
 }
 
+TEST_F(CMappingTest, PicturesAreSeenAsTexturesBeforeTheyAreMade) {
+  CTarnView& view = StartWith(WriteModel("a.bin"));
+  QImage picture(300, 200, QImage::Format_RGB32);
+  picture.fill(QColor(10, 20, 200));
+  const QString path = QString::fromStdString(folder.File("sky.png"));
+  ASSERT_TRUE(picture.save(path));
+  questions.OnOpenFiles("Import Picture", SOpenFiles{{path.toStdString()}});
+  questions.OnSaveFile("Save Texture", SSavePath{folder.File("SKY.RAW")});
+  CDialogDriver driver;
+  driver.On("importPicture", [&](QWidget& dialog) {
+    EXPECT_EQ(Child<QComboBox>(dialog, "size")->currentText(), "256 x 256");
+    Child<QComboBox>(dialog, "size")->setCurrentIndex(0);
+    auto* original = Child<QWidget>(dialog, "original");
+    QTest::mousePress(original, Qt::LeftButton, {}, {20, 20});
+    QMouseEvent move(QEvent::MouseMove, QPointF(120, 90), original->mapToGlobal(QPointF(120, 90)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QCoreApplication::sendEvent(original, &move);
+    QTest::mouseRelease(original, Qt::LeftButton, {}, {120, 90});
+    EXPECT_TRUE(Child<QLabel>(dialog, "counts")->text().contains("0 texels transparent"));
+    Child<QComboBox>(dialog, "palette")->setCurrentIndex(2);
+    EXPECT_FALSE(IsOkEnabled(dialog));
+    Child<QComboBox>(dialog, "palette")->setCurrentIndex(0);
+    ClickButton(dialog, "OK");
+  });
+  Do(ECommand::kTextureImport);
+  const CBinTexture* const made = view.Document().Model().FindTexture("SKY.RAW", ETextureKind::kPlain);
+  ASSERT_NE(made, nullptr);
+  EXPECT_EQ(made->Width(), 64);
+}
+
+// --- Giving textures to faces ----------------------------------------------------------------------------------------
+
+TEST_F(CMappingTest, TexturesAreGivenToFaces) {
+  CTarnView& view = StartWith(WriteModel("a.bin"));
+  WaitUntilDrawn(view);
+  CBinModel& model = view.Document().Model();
+  CBinTexture& other = model.AddTexture(
+      std::make_unique<CBinTexture>(model, "OTHER.RAW", app->Textures().GetBlankTexture("OTHER.RAW", 64)));
+  std::map<int32_t, QPoint> places;
+  for (int x = 5; x < view.width(); x += 10)
+    for (int y = 5; y < view.height(); y += 10)
+      if (const auto pick = view.PickAt(QPointF(x, y)); pick && pick->kind == kFaces) places[pick->index] = {x, y};
+  ASSERT_GE(places.size(), 2u);
+  const int32_t first = places.begin()->first;
+  const int32_t second = std::next(places.begin())->first;
+
+  frame->Docks().Dock(EToolDock::kTextureList).raise();
+  Settle();
+  auto* list = Child<QTreeView>(*frame, "textures");
+  const QPoint row = list->visualRect(list->model()->index(1, 0)).center();
+  model.Select(kFaces, Numbers{first}, true);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row);
+  Settle();
+  EXPECT_EQ(model.Face(first).Texture(), &other);
+  EXPECT_EQ(other.UseCount(), 1);
+
+  const auto drag = [&](bool gives_up) {
+    const QPoint from = places[first];
+    const QPoint to = places[second];
+    QTest::mousePress(&view, Qt::LeftButton, Qt::AltModifier, from);
+    for (const QPoint& at : {(from + to) / 2, to}) {
+      QMouseEvent move(QEvent::MouseMove, at, view.mapToGlobal(at), Qt::NoButton, Qt::LeftButton, Qt::AltModifier);
+      QCoreApplication::sendEvent(&view, &move);
+    }
+    if (gives_up) QTest::keyClick(&view, Qt::Key_Escape);
+    QTest::mouseRelease(&view, Qt::LeftButton, Qt::AltModifier, to);
+    Settle();
+  };
+  drag(true);
+  EXPECT_EQ(other.UseCount(), 1);
+  drag(false);
+  EXPECT_EQ(model.Face(second).Texture(), &other);
+}
+
 }  // namespace veldra::testing

@@ -157,7 +157,9 @@ enum class ECommand : int32_t {
   kTextureOffsetV,
   kTextureReverseOffsetU,
   kTextureReverseOffsetV,
+  kTextureAssign,
   kTextureLoad,
+  kTextureImport,
   kTextureAnimation,
   // --- Tools
   kToolsTruckEditor,

@@ -140,7 +140,9 @@ constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,
                                      ECommand::kTextureRotate,
                                      ECommand::kMenuOffset,
                                      kSeparator,
+                                     ECommand::kTextureAssign,
                                      ECommand::kTextureLoad,
+                                     ECommand::kTextureImport,
                                      ECommand::kTextureAnimation};
 constexpr ECommand kOffsetMenu[] = {ECommand::kTextureOffsetU, ECommand::kTextureReverseOffsetU, kSeparator,
                                     ECommand::kTextureOffsetV, ECommand::kTextureReverseOffsetV};

@@ -1,10 +1,13 @@
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
 #include "editing/animationdlg.h"
+#include "editing/assigntexturedlg.h"
 #include "editing/binmapperdlg.h"
 #include "editing/facecommands.h"
+#include "editing/importpicturedlg.h"
 #include "editing/normalizedlg.h"
 #include "editing/texturecommands.h"
+#include "editing/texturetransfer.h"
 
 namespace veldra {
 
@@ -19,6 +22,18 @@ bool CanShowMapping(const SCommandTarget& on) {
 
 void ShowBinMapper(const SCommandTarget& on) {
   CBinMapperDialog(on.Cursor(), &on.window).exec();
+}
+
+void AskAssign(const SCommandTarget& on) {
+  CAssignTextureDialog dialog(on.Cursor(), &on.window);
+  if (dialog.exec() == QDialog::Accepted) AssignTexture(on.Cursor(), on.Model().Texture(dialog.Texture()));
+}
+
+void ImportPicture(const SCommandTarget& on) {
+  const auto picture = AskPicture(*on.document);
+  if (!picture) return;
+  CImportPictureDialog dialog(*picture, on.app.Textures().DefaultColors(), &on.window);
+  if (dialog.exec() == QDialog::Accepted) SaveTextureOfPicture(*on.document, picture->path, dialog.Texture());
 }
 
 void AskNormalize(const SCommandTarget& on) {
@@ -104,12 +119,25 @@ const SCommandRow kTextureRows[] = {
      .needs = kNeedsCorner,
      .when = IfCursor<CanOffsetCorner>,
      .run = WithCursor<&OffsetCorner, ETextureAxis::kV, false>},
+    {.id = ECommand::kTextureAssign,
+     .name = "assignTexture",
+     .text = "Assi&gn to Selected Faces...",
+     .status = "Gives the selected faces, or the current one, another texture\nAssign Texture",
+     .view_key = "Ctrl+Shift+T",
+     .when = IfCursor<CanAssignTexture>,
+     .run = AskAssign},
     {.id = ECommand::kTextureLoad,
      .name = "loadTexture",
      .text = "&Load Texture...",
      .status = "Load a new texture into the texture pool",
      .when = IfCursor<CanDefineAnimation>,
      .run = WithDocument<&LoadTextures>},
+    {.id = ECommand::kTextureImport,
+     .name = "importPicture",
+     .text = "&Import Picture...",
+     .status = "Makes a texture of a PNG, JPEG, BMP or TGA picture\nImport Picture",
+     .when = IfCursor<CanDefineAnimation>,
+     .run = ImportPicture},
     {.id = ECommand::kTextureAnimation,
      .name = "defineAnimation",
      .text = "Define &Animation...",

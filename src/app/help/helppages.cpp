@@ -15,6 +15,7 @@ struct STopic {
 };
 
 constexpr const char* kEditing = "guide-editing.md";
+constexpr const char* kTextures = "guide-textures.md";
 constexpr const char* kTrucks = "guide-trucks.md";
 constexpr const char* kArchives = "guide-archives.md";
 
@@ -50,6 +51,8 @@ constexpr STopic kTopics[] = {
     {"setToPlane", kEditing, "vertices"},
     {"binMapper", kEditing, "textures"},
     {"normalizeTexture", kEditing, "textures"},
+    {"importPicture", kTextures, "textures-from-pictures"},
+    {"assignTexture", kTextures, "giving-faces-another-texture"},
     {"defineAnimation", kEditing, "textures"},
     {"truckEditor", kTrucks, "2-write-the-truck-file"},
 };

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "document/tarn2doc.h"
+#include "textures/picturetexture.h"
+
+/// A picture of another program made into a texture of the model.
+namespace veldra {
+
+/// A part of a picture, in pixels.
+struct SPictureCrop {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const SPictureCrop&) const = default;
+};
+
+struct SPictureInput {
+  enum class ETransparent {
+    kPicture,  ///< what is transparent in the picture; dark pixels stay opaque
+    kDark,     ///< that, and near-black pixels
+    kNothing
+  };
+  std::optional<SPictureCrop> crop = {};  ///< within the picture; nothing: all of it
+  int size = 256;
+  EScaling scaling = EScaling::kSmooth;
+  std::optional<ColorTable> colors = {};  ///< nothing: made for the picture
+  ETransparent transparent = ETransparent::kPicture;
+};
+
+/// PICTURE, read from PATH, as INPUT wants it. Where all of it is wanted as it is, it is what the command line makes of
+/// the file: a table of colours stays.
+SIndexedTexture TextureFrom(const std::string& path, const SImage& picture, const SPictureInput& input);
+
+struct STextureCounts {
+  int colors = 0;       ///< different indices in use
+  int transparent = 0;  ///< texels of near-black colours
+};
+STextureCounts CountTexels(const SIndexedTexture& texture);
+
+/// Asks for a picture; nothing when the user cancelled or has been told that it cannot be read.
+struct SOpenPicture {
+  std::string path;
+  SImage image;
+};
+std::optional<SOpenPicture> AskPicture(CTarnDoc& document);
+std::optional<SOpenPicture> OpenPicture(CTarnDoc& document, const std::string& path);
+
+/// Asks where TEXTURE, made of the picture at PATH, goes, writes its RAW and ACT files and puts it among the model's
+/// textures; where it is there already, it is shown with the new texels. False when that came to nothing, which the
+/// user knows.
+bool SaveTextureOfPicture(CTarnDoc& document, const std::string& path, const SIndexedTexture& texture);
+
+}  // namespace veldra

@@ -5,6 +5,7 @@
 
 #include "editing/commandinputs.h"
 #include "editing/facecommands.h"
+#include "editing/shapecommands.h"
 #include "editing/vertexcommands.h"
 #include "settings/settings.h"
 
@@ -28,6 +29,8 @@ class CEditDialogs {
   std::optional<SFacingInput> AskFacing(const CBinModel& model, const SUnitNormal& to_viewer, QWidget* parent);
   /// Vertices are selected.
   std::optional<SPlaneInput> AskPlane(const CEditCursor& cursor, QWidget* parent);
+  /// What was inserted last, for who asks for a shape.
+  std::optional<SInsertShapeInput>& Shape() { return shape_; }
   /// The face or vertex that the user names becomes the current one.
   void JumpTo(CEditCursor& cursor, QWidget* parent);
 
@@ -43,6 +46,7 @@ class CEditDialogs {
   SReplaceTextureInput replace_texture_;
   SFacingInput facing_;
   SPlaneInput plane_;
+  std::optional<SInsertShapeInput> shape_;
   EGroupKind jump_ = EGroupKind::kFaces;
 };
 

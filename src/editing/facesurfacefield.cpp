@@ -2,6 +2,7 @@
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QSignalBlocker>
 
 #include "model/texturepicture.h"
 
@@ -17,9 +18,7 @@ CFaceSurfaceField::CFaceSurfaceField(const CBinModel& model, uint32_t type, int3
     types_->addItem(tr("%1, 0x%2").arg(FaceTypeLabel(type)).arg(type, 2, 16, QChar('0')), type);
   types_->setCurrentIndex(types_->findData(type));
   textures_->setObjectName("textures");
-  FillWithTextures(*textures_, model);
-  textures_->addItem(tr("None"), -1);
-  textures_->setCurrentIndex(textures_->findData(texture));
+  ShowTextures(model, texture);
   for (QComboBox* choice : {types_, textures_})
     connect(choice, &QComboBox::currentIndexChanged, this, &CFaceSurfaceField::Changed);
   auto* form = new QFormLayout;
@@ -28,6 +27,14 @@ CFaceSurfaceField::CFaceSurfaceField(const CBinModel& model, uint32_t type, int3
   auto* line = new QHBoxLayout(this);
   line->addLayout(form, 1);
   line->addWidget(picture);
+}
+
+void CFaceSurfaceField::ShowTextures(const CBinModel& model, int32_t texture) {
+  const QSignalBlocker quiet(textures_);
+  textures_->clear();
+  FillWithTextures(*textures_, model);
+  textures_->addItem(tr("None"), -1);
+  textures_->setCurrentIndex(textures_->findData(texture));
 }
 
 }  // namespace veldra

@@ -17,6 +17,8 @@ class CFaceSurfaceField : public QGroupBox {
   CFaceSurfaceField(const CBinModel& model, uint32_t type, int32_t texture, QWidget* picture,
                     QWidget* parent = nullptr);
   uint32_t Type() const { return types_->currentData().toUInt(); }
+  /// Offers MODEL's textures anew, of which some have come, and chooses TEXTURE.
+  void ShowTextures(const CBinModel& model, int32_t texture);
   int32_t Texture() const { return textures_->currentData().toInt(); }
 
  signals:

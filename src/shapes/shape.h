@@ -61,6 +61,7 @@ struct SShape {
   int solid = 20;                 ///< of a polyhedron: one of kPolyhedronSides
   double hole = 0.5;              ///< of a tube, an arch or a torus
   bool two_sided = false;         ///< a flat shape can be seen from below too
+  Vector3 tilt = {};              ///< degrees about X, then Y, then Z, through the middle; `size` is that before it
 };
 
 /// Vertices and faces, not in a model yet. Each face is a triangle or a quad whose corners lie exactly in one plane,

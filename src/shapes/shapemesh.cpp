@@ -2,11 +2,13 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <numbers>
 #include <optional>
 #include <tuple>
 
 #include "interchange/polygonsplit.h"
 #include "model/exactgeometry.h"
+#include "platform/numbers.h"
 #include "platform/text.h"
 #include "shapes/outline.h"
 
@@ -35,6 +37,17 @@ std::array<SRange, 3> RangesOf(const std::vector<Vector3>& points) {
     }
   }
   return ranges;
+}
+
+/// Counter-clockwise for who looks against the axis.
+Vector3 TurnedAbout(Vector3 point, size_t axis, double degrees) {
+  const double angle = degrees * std::numbers::pi / 180;
+  const size_t a = (axis + 1) % 3;
+  const size_t b = (axis + 2) % 3;
+  const double first = point[a] * std::cos(angle) - point[b] * std::sin(angle);
+  point[b] = point[a] * std::sin(angle) + point[b] * std::cos(angle);
+  point[a] = first;
+  return point;
 }
 
 class CMeshBuilder {
@@ -68,7 +81,29 @@ class CMeshBuilder {
     return static_cast<int32_t>(place);
   }
 
+  bool PlaceTilted() {
+    const Vector3 size = ToVector(shape_.size);
+    const bool is_flat = KindOf(shape_.kind).is_flat;
+    for (const Vector3& point : outline_.points) {
+      Vector3 at = {};
+      for (size_t axis = 0; axis < 3; ++axis)
+        at[axis] = (axis == 1 && is_flat) ? 0.0 : (ranges_[axis].Part(point[axis]) - 0.5) * size[axis];
+      for (size_t axis = 0; axis < 3; ++axis)
+        at = TurnedAbout(at, axis, shape_.tilt[axis]);
+      at = at + ToVector(shape_.middle);
+      std::array<int32_t, 3> place = {};
+      for (size_t axis = 0; axis < 3; ++axis) {
+        const auto whole = TryTruncate(std::floor(at[axis] + 0.5 + kSameUnit));
+        if (!whole) return false;
+        place[axis] = *whole;
+      }
+      mesh_.points.push_back({place[0], place[1], place[2]});
+    }
+    return true;
+  }
+
   bool PlacePoints() {
+    if (shape_.tilt != Vector3{}) return PlaceTilted();
     const bool is_flat = KindOf(shape_.kind).is_flat;
     for (const Vector3& point : outline_.points) {
       const auto x = Place(ranges_[0].Part(point[0]), shape_.size.x, shape_.middle.x);

@@ -61,7 +61,10 @@ CNumberField::CNumberField(const SNumberRule& rule, EFaultPlace place, QWidget* 
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(2);
   layout->addLayout(line_);
-  if (place == EFaultPlace::kBelow) {
+  if (place == EFaultPlace::kElsewhere) {
+    fault_->setParent(this);
+    fault_->hide();
+  } else if (place == EFaultPlace::kBelow) {
     line_->addStretch();
     layout->addWidget(fault_);
   } else {
@@ -119,6 +122,7 @@ void CNumberField::Check() {
 
 /// For the longest text that the rule can lead to.
 void CNumberField::ReserveFaultRoom() {
+  if (place_ == EFaultPlace::kElsewhere) return;
   const std::string beyond = NumberText(rule_.largest * 2 + 1);
   const QString longest = ToQString(NumberFault(beyond, rule_));
   const QFontMetrics metrics(fault_->font());

@@ -20,7 +20,8 @@ class CNumberField : public QWidget {
   Q_OBJECT
 
  public:
-  enum class EFaultPlace { kBeside, kBelow };
+  /// kElsewhere: whoever holds the field says what is wrong.
+  enum class EFaultPlace { kBeside, kBelow, kElsewhere };
   explicit CNumberField(const SNumberRule& rule, EFaultPlace place = EFaultPlace::kBeside, QWidget* parent = nullptr);
 
   void SetRule(const SNumberRule& rule);

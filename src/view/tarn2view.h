@@ -33,6 +33,8 @@ class CTarnView : public C3DView, private CDocumentObserver {
   // --- Finding things; positions are the widget's -----------------------------------------------------------------
   /// From the middle of what is seen, of length 1.
   SUnitNormal ToViewer() const;
+  /// The model point in the middle of the window, as deep as what the view turns about.
+  SPoint MiddleOfView() const;
   std::optional<SPick> PickAt(const QPointF& position);
   /// All of KIND that can be seen in RECTANGLE, ascending.
   std::vector<int32_t> PickIn(const QRectF& rectangle, EGroupKind kind);
@@ -48,6 +50,8 @@ class CTarnView : public C3DView, private CDocumentObserver {
   const std::optional<QRectF>& Band() const { return band_; }
 
   // The view's commands; each redraws.
+  /// What is selected, or else the current face, as large as it goes.
+  void ZoomToSelection();
   void ShowVerticesOnly() { SetMode(ERenderMode::kVertices); }
   void ShowWireframe() { SetMode(ERenderMode::kWireframe); }
   void ShowSolid() { SetMode(ERenderMode::kSolid); }

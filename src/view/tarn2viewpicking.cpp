@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cmath>
 
+#include "platform/numbers.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
@@ -13,6 +15,33 @@ SUnitNormal CTarnView::ToViewer() const {
       {middle(bounds.min.x, bounds.max.x), middle(bounds.min.y, bounds.max.y), middle(bounds.min.z, bounds.max.z)});
   const double length = Length({x, y, z});
   return length > 0.0 ? SUnitNormal{x / length, y / length, z / length} : SUnitNormal{0, 0, 1};
+}
+
+SPoint CTarnView::MiddleOfView() const {
+  const CViewCamera camera = Camera();
+  const double side = std::min(camera.Width(), camera.Height());
+  const Vector3& center = State().center;
+  const Vector3 middle = center + camera.Movement(center, -State().pan_x * side, State().pan_y * side);
+  return {Truncate(std::round(middle[0])), Truncate(std::round(middle[1])), Truncate(std::round(middle[2]))};
+}
+
+void CTarnView::ZoomToSelection() {
+  const CBinModel& model = document_->Model();
+  std::vector<int32_t> faces = model.Selected(EGroupKind::kFaces);
+  const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
+  if (faces.empty() && vertices.empty() && cursor_.Face() >= 0) faces.push_back(cursor_.Face());
+  auto bounds = model.BoundsOfFaces(faces);
+  if (const auto more = model.BoundsOfVertices(vertices); more && bounds) {
+    bounds->min = {std::min(bounds->min.x, more->min.x), std::min(bounds->min.y, more->min.y),
+                   std::min(bounds->min.z, more->min.z)};
+    bounds->max = {std::max(bounds->max.x, more->max.x), std::max(bounds->max.y, more->max.y),
+                   std::max(bounds->max.z, more->max.z)};
+  } else if (more) {
+    bounds = more;
+  }
+  if (!bounds) return;
+  MutableState().ZoomToFit(*bounds);
+  Redraw();
 }
 
 std::optional<SPick> CTarnView::PickAt(const QPointF& position) {

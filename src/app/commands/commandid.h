@@ -87,6 +87,7 @@ enum class ECommand : int32_t {
   kModelMerge,
   kModelReplaceTexture,
   kMenuInsert,  ///< submenu
+  kInsertShape,
   kInsertBin,
   kInsertGenericObject,
   // --- Face
@@ -145,6 +146,19 @@ enum class ECommand : int32_t {
   kVertexGroups,
   kVertexDelete,
   kVertexDeleteSelected,
+  // --- Select
+  kMenuSelectSame,  ///< submenu
+  kSelectLinked,
+  kSelectGrow,
+  kSelectShrink,
+  kSelectSameTexture,
+  kSelectSameType,
+  kSelectSameGroup,
+  kSelectSameFacing,
+  kSelectSameSize,
+  kSelectLoop,
+  kSelectLoopAcross,
+  kSelectZoom,
   // --- Texture
   kMenuOffset,  ///< submenu
   kTextureMapping,

@@ -60,6 +60,18 @@ constexpr ECommand kDocksMenu[] = {ECommand::kDockModelTree,    ECommand::kDockT
                                    ECommand::kDockMappingTools};
 constexpr ECommand kSidesMenu[] = {ECommand::kViewFront, ECommand::kViewBack, ECommand::kViewLeft,
                                    ECommand::kViewRight, ECommand::kViewTop,  ECommand::kViewBottom};
+constexpr ECommand kSelectMenu[] = {ECommand::kSelectLinked,
+                                    ECommand::kSelectGrow,
+                                    ECommand::kSelectShrink,
+                                    ECommand::kMenuSelectSame,
+                                    kSeparator,
+                                    ECommand::kSelectLoop,
+                                    ECommand::kSelectLoopAcross,
+                                    kSeparator,
+                                    ECommand::kSelectZoom};
+constexpr ECommand kSelectSameMenu[] = {ECommand::kSelectSameTexture, ECommand::kSelectSameType,
+                                        ECommand::kSelectSameGroup, ECommand::kSelectSameFacing,
+                                        ECommand::kSelectSameSize};
 constexpr ECommand kModelMenu[] = {ECommand::kModelInfo,
                                    ECommand::kModelJump,
                                    kSeparator,
@@ -81,7 +93,7 @@ constexpr ECommand kModelMenu[] = {ECommand::kModelInfo,
                                    kSeparator,
                                    ECommand::kMenuInsert,
                                    ECommand::kModelReplaceTexture};
-constexpr ECommand kInsertMenu[] = {ECommand::kInsertBin, ECommand::kInsertGenericObject};
+constexpr ECommand kInsertMenu[] = {ECommand::kInsertShape, ECommand::kInsertBin, ECommand::kInsertGenericObject};
 constexpr ECommand kFaceMenu[] = {ECommand::kFaceSelect,      ECommand::kFaceSelectAll,
                                   ECommand::kFaceDeselectAll, ECommand::kFaceInvert,
                                   ECommand::kFaceFacing,      kSeparator,
@@ -169,6 +181,8 @@ constexpr SMenuRow kMenus[] = {
     {"menuView", "&View", kViewMenu},
     {"menuSides", "Loo&k From", kSidesMenu, ECommand::kMenuSides},
     {"menuDocks", "Tool Win&dows", kDocksMenu, ECommand::kMenuDocks},
+    {"menuSelect", "&Select", kSelectMenu},
+    {"menuSelectSame", "Sa&me", kSelectSameMenu, ECommand::kMenuSelectSame},
     {"menuModel", "&Model", kModelMenu},
     {"menuInsert", "&Insert", kInsertMenu, ECommand::kMenuInsert},
     {"menuFace", "Fa&ce", kFaceMenu},

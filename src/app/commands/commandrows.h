@@ -7,6 +7,7 @@ namespace veldra {
 
 std::span<const SCommandRow> FileCommands();
 std::span<const SCommandRow> EditCommands();
+std::span<const SCommandRow> SelectCommands();
 std::span<const SCommandRow> ViewCommands();
 std::span<const SCommandRow> ModelCommands();
 std::span<const SCommandRow> FaceCommands();

@@ -1,7 +1,11 @@
+#include <algorithm>
+
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
+#include "app/insertshapedlg.h"
 #include "editing/infodlg.h"
 #include "editing/modelcommands.h"
+#include "editing/shapecommands.h"
 
 namespace veldra {
 
@@ -44,6 +48,30 @@ void AskAddVertex(const SCommandTarget& on) {
 
 void AskMerge(const SCommandTarget& on) {
   if (const auto input = on.dialogs.AskMerge(on.Model(), &on.window)) MergeCloseVertices(*on.document, *input);
+}
+
+/// About a quarter of what is there, in round numbers; as the command line has it where nothing is.
+SPoint UsualSize(const CBinModel& model) {
+  constexpr int32_t kUsual = 100;
+  const SBounds& bounds = model.Bounds();
+  const int64_t largest = std::max({int64_t{bounds.max.x} - bounds.min.x, int64_t{bounds.max.y} - bounds.min.y,
+                                    int64_t{bounds.max.z} - bounds.min.z});
+  const auto side = static_cast<int32_t>(std::max<int64_t>(kUsual, largest / 4 / kUsual * kUsual));
+  return model.VertexCount() == 0 ? SPoint{kUsual, kUsual, kUsual} : SPoint{side, side, side};
+}
+
+void AskInsertShape(const SCommandTarget& on) {
+  auto& last = on.dialogs.Shape();
+  SInsertShapeInput offered = last.value_or(SInsertShapeInput{
+      .shape = {.size = UsualSize(on.Model())}, .type = static_cast<uint32_t>(on.app.Settings().def_face_type)});
+  offered.texture = std::min(std::max(offered.texture, 0), on.Model().TextureCount() - 1);
+  offered.shape.middle = PlaceForShape(on.Model(), on.view->MiddleOfView());
+  const CStep step(*on.document, "Insert Shape");  // with the textures that are loaded for it
+  CInsertShapeDialog dialog(*on.document, offered, &on.window);
+  if (dialog.exec() != QDialog::Accepted) return;
+  last = dialog.Input();
+  const bool was_empty = on.Model().VertexCount() == 0;
+  if (InsertShape(*on.document, *last) && was_empty) on.view->ZoomToFit();
 }
 
 void ShowInfo(const SCommandTarget& on) {
@@ -147,6 +175,13 @@ const SCommandRow kModelRows[] = {
      .status = "Replace a currently loaded texture with another",
      .when = IfDocument<&CanReplaceTexture>,
      .run = AskReplaceTexture},
+    {.id = ECommand::kInsertShape,
+     .name = "insertShape",
+     .text = "&Shape...",
+     .status = "Inserts a generated shape into the active document\nInsert Shape",
+     .key = "Ctrl+Shift+I",
+     .when = IfDocument<&CanEditModel>,
+     .run = AskInsertShape},
     {.id = ECommand::kInsertBin,
      .name = "insertBin",
      .text = "&BIN Model...",

@@ -10,8 +10,9 @@ namespace veldra {
 std::span<const SCommandRow> CommandRows() {
   static const std::vector<SCommandRow> rows = [] {
     std::vector<SCommandRow> all;
-    for (const auto part : {FileCommands(), EditCommands(), ViewCommands(), ModelCommands(), FaceCommands(),
-                            VertexCommands(), TextureCommands(), ToolCommands(), WindowCommands(), DockCommands()})
+    for (const auto part :
+         {FileCommands(), EditCommands(), SelectCommands(), ViewCommands(), ModelCommands(), FaceCommands(),
+          VertexCommands(), TextureCommands(), ToolCommands(), WindowCommands(), DockCommands()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();

@@ -16,6 +16,7 @@ struct STopic {
 
 constexpr const char* kEditing = "guide-editing.md";
 constexpr const char* kTextures = "guide-textures.md";
+constexpr const char* kModelling = "guide-modelling.md";
 constexpr const char* kTrucks = "guide-trucks.md";
 constexpr const char* kArchives = "guide-archives.md";
 
@@ -54,6 +55,7 @@ constexpr STopic kTopics[] = {
     {"importPicture", kTextures, "textures-from-pictures"},
     {"assignTexture", kTextures, "giving-faces-another-texture"},
     {"defineAnimation", kEditing, "textures"},
+    {"insertShape", kModelling, "a-ramp-in-a-minute"},
     {"truckEditor", kTrucks, "2-write-the-truck-file"},
 };
 
@@ -95,6 +97,7 @@ bool HasAll(const QString& text, const QStringList& words) {
 QList<SHelpPage> HelpPages() {
   return {{kGuidePage, "Guide"},
           {kEditing, "Editing a model"},
+          {kModelling, "Making things"},
           {kTrucks, "From a mesh to a truck"},
           {kArchives, "Working in archives"},
           {kCommandLinePage, "The command line"},

@@ -1,5 +1,6 @@
 #include "document/steps.h"
 
+#include <new>
 #include <utility>
 
 #include "document/tarn2doc.h"

@@ -1,7 +1,7 @@
 #include "model/modelstep.h"
 
 #include <algorithm>
-#include <exception>
+#include <new>
 #include <utility>
 
 #include "model/arrayedits.h"

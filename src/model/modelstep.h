@@ -88,7 +88,6 @@ class CModelStep {
   static void ToggleTexture(CBinModel& model, SEdit& edit);
   static void SwapContents(CBinModel& model, SEdit& edit);
   SModelChange Change() const;
-  static bool ChangesCorners(const SEdit& edit);
 
   std::vector<SEdit> edits_;  ///< in the order in which they were made
   std::optional<SGroups> groups_;

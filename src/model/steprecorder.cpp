@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <exception>
+#include <new>
 #include <numeric>
 #include <utility>
 

@@ -141,6 +141,7 @@ bool CanAssignTexture(const CEditCursor& cursor) {
 
 void AssignTexture(CTarnDoc& document, std::span<const int32_t> faces, CBinTexture& entry) {
   if (document.IsReadOnly() || faces.empty()) return;
+  const CStep step(document, "Assign Texture");
   document.KeepState("Assign Texture");
   CBinModel& model = document.Model();
   {
@@ -168,7 +169,11 @@ bool CTextureTransfer::CanTake(const CBinFace& face) {
 }
 
 CTextureTransfer::CTextureTransfer(CTarnDoc& document, int32_t source)
-    : document_(document), model_(document.Model()), given_({source}), was_modified_(document.IsModified()) {}
+    : document_(document),
+      model_(document.Model()),
+      step_(document, "Give Texture"),
+      given_({source}),
+      was_modified_(document.IsModified()) {}
 
 bool CTextureTransfer::HasIt(int32_t face) const {
   return std::ranges::find(given_, face) != given_.end();

@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "document/steps.h"
 #include "editing/editcursor.h"
 
 namespace veldra {
@@ -47,6 +48,7 @@ class CTextureTransfer {
 
   CTarnDoc& document_;
   CBinModel& model_;
+  CStep step_;                  ///< all that is given is one
   std::vector<int32_t> given_;  ///< in order; the source first
   std::vector<SBefore> before_;
   bool was_modified_;

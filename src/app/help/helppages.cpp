@@ -98,6 +98,7 @@ QList<SHelpPage> HelpPages() {
   return {{kGuidePage, "Guide"},
           {kEditing, "Editing a model"},
           {kModelling, "Making things"},
+          {kTextures, "Textures and mapping"},
           {kTrucks, "From a mesh to a truck"},
           {kArchives, "Working in archives"},
           {kCommandLinePage, "The command line"},

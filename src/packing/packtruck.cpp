@@ -54,6 +54,29 @@ std::vector<const STruckPackRow*> STruckPackPlan::Lacking(bool leave_out_stock) 
   return lacking;
 }
 
+void STruckPackPlan::AddFiles(const std::vector<std::string>& paths) {
+  for (const std::string& path : paths) {
+    const std::string name = FileNamePart(path);
+    const auto is_same = [&](const STruckPackRow& row) { return FoldName(row.name) == FoldName(name); };
+    if (std::ranges::any_of(rows, is_same)) continue;
+    STruckPackRow row;
+    row.name = name;
+    row.where = DirectoryPart(path);
+    row.is_missing = !IsFile(path);
+    row.length = FileLength(path);
+    row.is_extra = true;
+    row.source = {name, {path}};
+    rows.push_back(std::move(row));
+  }
+}
+
+std::vector<std::string> STruckPackPlan::AddedFiles() const {
+  std::vector<std::string> paths;
+  for (const STruckPackRow& row : rows)
+    if (row.is_extra) paths.push_back(row.source.bytes.path);
+  return paths;
+}
+
 SSearchPlaces PlacesForTruck(const std::string& truck_path, const CSettings& settings, const std::string& game_folder) {
   SSearchPlaces places = PlacesBeside(truck_path, settings, game_folder);
   for (const std::string& folder : {settings.pod_dir, game_folder})
@@ -82,6 +105,7 @@ STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces&
 }
 
 std::string LackingText(const STruckPackRow& row) {
+  if (row.is_extra) return DisplayName(row.name);
   return Format("%s, needed by %s", DisplayName(row.name).c_str(), DisplayName(row.needed_by).c_str());
 }
 

@@ -20,6 +20,7 @@ struct STruckPackRow {
   bool is_missing = false;
   bool is_stock = false;      ///< every installation has it
   bool is_for_stock = false;  ///< only stock files need it
+  bool is_extra = false;      ///< nothing needs it, and the user wants it in the archive
   SPodSource source;          ///< unless it is missing
 };
 
@@ -28,6 +29,10 @@ struct STruckPackPlan {
   std::vector<std::string> complaints;  ///< files that could not be looked into
   std::string stock_note;               ///< CStockFiles::Note of the list that told which are stock files
 
+  /// Adds files that nothing needs; one that is there already is not added again.
+  void AddFiles(const std::vector<std::string>& paths);
+  /// Those that were added.
+  std::vector<std::string> AddedFiles() const;
   /// The one rule on what stays out, be it found or not: what every installation has, and what only that needs.
   static bool IsLeftOut(const STruckPackRow& row, bool leave_out_stock) {
     return leave_out_stock && (row.is_stock || row.is_for_stock);

@@ -141,7 +141,8 @@ CPodListFilter::CPodListFilter(QObject* parent) : QSortFilterProxyModel(parent) 
 
 void CPodListFilter::Search(const QString& text) {
   wanted_ = FoldName(text.trimmed().replace('/', '\\').toStdString());
-  invalidateFilter();
+  // In one go: to take thousands of rows out one by one would take longer than a key may.
+  invalidate();
 }
 
 void CPodListFilter::ShowOnly(const QString& extension) {

@@ -83,6 +83,34 @@ std::string TruckPointName(const STruckPointId& id) {
   return Format("Light %d", id.index);
 }
 
+std::optional<STruckPointId> MirroredPoint(const CTruck& truck, const STruckPointId& id) {
+  constexpr double kNearEnough = 0.01;
+  if (id.kind == ETruckPoint::kTire) return STruckPointId{id.kind, id.index ^ 1};
+  const TruckPoint* const point = FindTruckPoint(truck, id);
+  if (point == nullptr || std::abs((*point)[0]) <= kNearEnough) return std::nullopt;
+  for (const STruckPointId& other : TruckPoints(truck)) {
+    const TruckPoint& at = *FindTruckPoint(truck, other);
+    const bool is_mirrored = std::abs(at[0] + (*point)[0]) <= kNearEnough &&
+                             std::abs(at[1] - (*point)[1]) <= kNearEnough &&
+                             std::abs(at[2] - (*point)[2]) <= kNearEnough;
+    if (other.kind == id.kind && is_mirrored) return other;
+  }
+  return std::nullopt;
+}
+
+TruckPoint LightDirection(const TruckLight& light, double seconds) {
+  const double heading = light.heading + light.heading_speed * seconds;
+  return {std::sin(heading) * std::cos(light.pitch), std::sin(light.pitch), std::cos(heading) * std::cos(light.pitch)};
+}
+
+void AimLight(TruckLight& light, const TruckPoint& direction) {
+  const double level = std::hypot(direction[0], direction[2]);
+  // As many decimals as a truck file holds.
+  const auto round = [](double angle) { return std::round(angle * 1e6) / 1e6; };
+  light.heading = round(std::atan2(direction[0], direction[2]));
+  light.pitch = round(std::atan2(direction[1], level));
+}
+
 double GuessUnitsPerFoot(const CTruck& truck, double body_length) {
   const double feet = PointsLength(truck);
   if (!(feet > 0.1) || !(body_length > 1.0)) return kUnitsPerFoot;

@@ -37,7 +37,8 @@ QWidget* CTruck3dPage::MakeSide() {
   auto* layout = new QVBoxLayout(side);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* hint =
-      new QLabel(tr("Click a point to select it and drag it in the plane of the screen. Elsewhere the mouse turns and "
+      new QLabel(tr("Click a point to select it and drag it in the plane of the screen. Drag a light with Shift to aim "
+                    "it. Elsewhere the mouse turns and "
                     "moves the truck as in the editor's 3D view; the wheel zooms."));
   hint->setWordWrap(true);
   layout->addWidget(hint);
@@ -47,6 +48,10 @@ QWidget* CTruck3dPage::MakeSide() {
   auto* fault = new CFaultLabel;
   layout->addWidget(fault);
   AddPlaceNumbers(fault);
+  auto* mirrored =
+      AddOption(tr("&Mirror left and right"), "mirrored", false, [this](bool on) { view_->SetMirrored(on); });
+  mirrored->setToolTip(tr("What is dragged takes its counterpart on the other side along."));
+  layout->addWidget(mirrored);
   layout->addWidget(MakeOptions());
   units_->setObjectName("unitsPerFoot");
   units_->SetValue(view_->UnitsPerFoot());

@@ -12,6 +12,7 @@
 #include "document/filenews.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/trace.h"
 #include "truckeditor/truck3dpage.h"
 #include "truckeditor/trucklightspage.h"
 #include "truckeditor/trucknamespage.h"
@@ -104,7 +105,8 @@ void CTruckEditorDlg::MakeActions() {
   file->addActions(opening + saving);
   file->addActions({reload_, earlier});
   file->addSeparator();
-  file->addAction(pack);
+  pack_again_ = MakeAction(tr("Pack A&gain"), "packAgain", Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { PackAgain(); });
+  file->addActions({pack, pack_again_});
   file->addSeparator();
   file->addAction(MakeAction(tr("&Close"), "close", QKeySequence::Close, [this] { close(); }));
 
@@ -158,6 +160,7 @@ void CTruckEditorDlg::MakePages() {
 
 /// The places to look in depend on where the truck is.
 void CTruckEditorDlg::OnFileChanged() {
+  packed_ = ReadPackMemory(document_.Path());
   const std::string& path = document_.Path();
   const SArchivePlace* const archive = document_.ArchivePlace();
   auto places = PlacesForTruck(archive != nullptr ? archive->archive : path, services_.settings, services_.game_folder);
@@ -186,6 +189,8 @@ void CTruckEditorDlg::OnChanged() {
   undo_->setEnabled(document_.CanUndo());
   redo_->setEnabled(document_.CanRedo());
   reload_->setEnabled(!document_.Path().empty());
+  pack_again_->setEnabled(packed_.has_value());
+  pack_again_->setStatusTip(packed_ ? tr("Into %1").arg(NameToQString(packed_->archive)) : QString());
 }
 
 bool CTruckEditorDlg::MayLeave() {
@@ -257,37 +262,81 @@ void CTruckEditorDlg::EarlierStates() {
   if (const auto chosen = dialog.Chosen()) document_.GoBackTo(states_->Read(key, *chosen));
 }
 
-void CTruckEditorDlg::PackTruck() {
+/// Packing reads the truck's file. False when there is none that holds what is shown.
+bool CTruckEditorDlg::IsReadyToPack() {
   if (document_.IsModified() || document_.Path().empty()) {
     const SMessage question = {.text = tr("The truck is packed as its file is. Save it now?").toStdString(),
                                .icon = EIcon::kQuestion};
-    if (services_.questions.AskYesNo(question) != EAnswer::kYes) return;
-    if (!(document_.Path().empty() ? SaveAs() : Save())) return;
+    if (services_.questions.AskYesNo(question) != EAnswer::kYes) return false;
+    if (!(document_.Path().empty() ? SaveAs() : Save())) return false;
   }
-  if (!document_.MayUseUnknownFile()) return;
+  return document_.MayUseUnknownFile();
+}
+
+STruckPackPlan CTruckEditorDlg::PackPlan() const {
   const SSearchPlaces places = PlacesForTruck(document_.Path(), services_.settings, services_.game_folder);
-  const STruckPackPlan plan = PlanTruckPack(document_.Path(), places, services_.stock);
-  CTruckPackDialog dialog(plan, services_.settings.creator_pod_zip != 0, this);
+  STruckPackPlan plan = PlanTruckPack(document_.Path(), places, services_.stock);
+  if (packed_) plan.AddFiles(packed_->more_files);
+  return plan;
+}
+
+void CTruckEditorDlg::PackTruck() {
+  if (!IsReadyToPack()) return;
+  STruckPackPlan plan = PackPlan();
+  const bool leaves_out = packed_ ? packed_->leaves_out_stock : services_.settings.creator_pod_zip != 0;
+  CTruckPackDialog dialog(plan, leaves_out, services_.questions, this);
   if (dialog.exec() != QDialog::Accepted) return;
   services_.settings.creator_pod_zip = dialog.LeavesOutStock() ? 1 : 0;
   WritePod(plan, dialog.LeavesOutStock());
 }
 
+/// As it was packed the last time; asks only where something is missing.
+void CTruckEditorDlg::PackAgain() {
+  if (!packed_ || !IsReadyToPack()) return;
+  const STruckPackPlan plan = PackPlan();
+  const auto lacking = plan.Lacking(packed_->leaves_out_stock);
+  std::string details;
+  for (const STruckPackRow* row : lacking)
+    details += LackingText(*row) + "\n";
+  const SMessage question = {.text = Counted(static_cast<int64_t>(lacking.size()), "file was", "files were") +
+                                     " not found.\nPack without them?",
+                             .icon = EIcon::kWarning,
+                             .details = details,
+                             .usual = EAnswer::kNo};
+  if (!lacking.empty() && services_.questions.AskYesNo(question) != EAnswer::kYes) return;
+  const std::vector<SPodSource> sources = plan.Sources(packed_->leaves_out_stock);
+  if (!CreatePod(services_.questions, packed_->archive, sources)) return;
+  statusBar()->showMessage(tr("Packed %1 files into %2").arg(sources.size()).arg(NameToQString(packed_->archive)),
+                           kMessageMs);
+}
+
 bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock) {
-  const SFilePrompt prompt = {.title = tr("Write Archive").toStdString(),
-                              .filters = {{"POD files *.pod", "*.pod"}},
-                              .directory = FindAnyCase(services_.settings.pod_dir),
-                              .name = ChangeExtension(document_.Title(), "pod"),
-                              .default_extension = "pod"};
+  const std::string folder = packed_ ? DirectoryPart(packed_->archive) : FindAnyCase(services_.settings.pod_dir);
+  const SFilePrompt prompt = {
+      .title = tr("Write Archive").toStdString(),
+      .filters = {{"POD files *.pod", "*.pod"}},
+      .directory = folder,
+      .name = packed_ ? FileNamePart(packed_->archive) : ChangeExtension(document_.Title(), "pod"),
+      .default_extension = "pod"};
   const auto pod = services_.questions.AskSaveFile(prompt);
   const std::vector<SPodSource> sources = plan.Sources(leave_out_stock);
   if (!pod || !CreatePod(services_.questions, pod->path, sources)) return false;
+  RememberPacking({pod->path, leave_out_stock, plan.AddedFiles()});
   const SMessage question = {.text = Format("Packed %zu files into %s.\nShow the archive in the extractor?",
                                             sources.size(), FileNamePart(pod->path).c_str()),
                              .icon = EIcon::kQuestion};
   if (services_.show_archive && services_.questions.AskYesNo(question) == EAnswer::kYes)
     services_.show_archive(pod->path);
   return true;
+}
+
+/// Where it cannot be kept it holds until the truck is closed.
+void CTruckEditorDlg::RememberPacking(SPackMemory packed) {
+  packed_ = std::move(packed);
+  SError error;
+  if (!WritePackMemory(document_.Path(), *packed_, &error))
+    Trace(">> CTruckEditorDlg::RememberPacking(%s): %s\n", document_.Path().c_str(), error.what.c_str());
+  OnChanged();
 }
 
 void CTruckEditorDlg::closeEvent(QCloseEvent* event) {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "archive/stockfiles.h"
+#include "packing/packmemory.h"
 #include "packing/packtruck.h"
 #include "packing/toolservices.h"
 #include "truckeditor/gamenamefield.h"
@@ -41,6 +42,7 @@ class CTruckEditorDlg : public QMainWindow {
   void Reload();
   void EarlierStates();
   void PackTruck();
+  void PackAgain();
   /// Asks about unsaved changes. True when the truck may go: it is saved, or the user does not want it to be.
   bool MayLeave();
   /// Looks for models, textures and sounds again.
@@ -62,6 +64,9 @@ class CTruckEditorDlg : public QMainWindow {
   void AddPage(QWidget* page, const QString& title);
   void MakePages();
   bool SaveIntoArchive();
+  bool IsReadyToPack();
+  STruckPackPlan PackPlan() const;
+  void RememberPacking(SPackMemory packed);
   bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
   void OnFileChanged();
   void OnChanged();
@@ -80,6 +85,8 @@ class CTruckEditorDlg : public QMainWindow {
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
   QAction* reload_ = nullptr;
+  QAction* pack_again_ = nullptr;
+  std::optional<SPackMemory> packed_;  ///< the last time
 };
 
 }  // namespace veldra

@@ -3,7 +3,10 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLocale>
+#include <QShortcut>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <functional>
 
 #include "platform/text.h"
 #include "ui/faultlabel.h"
@@ -23,9 +26,10 @@ QString LeftOutText(const STruckPackRow& row) {
 
 }  // namespace
 
-CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_stock, QWidget* parent)
+CTruckPackDialog::CTruckPackDialog(STruckPackPlan& plan, bool leave_out_stock, CQuestions& questions, QWidget* parent)
     : QDialog(parent),
       plan_(plan),
+      questions_(questions),
       list_(new QTreeWidget),
       missing_(new CFaultLabel),
       total_(new QLabel),
@@ -43,6 +47,11 @@ CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_st
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
   auto* write = buttons->addButton(tr("&Write archive..."), QDialogButtonBox::AcceptRole);
   write->setObjectName("writeArchive");
+  auto* add = buttons->addButton(tr("&Add Files..."), QDialogButtonBox::ActionRole);
+  add->setObjectName("addFiles");
+  add->setAutoDefault(false);
+  connect(add, &QPushButton::clicked, this, &CTruckPackDialog::AskAndAdd);
+  connect(new QShortcut(QKeySequence::Delete, list_), &QShortcut::activated, this, &CTruckPackDialog::Remove);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* layout = new QVBoxLayout(this);
@@ -58,7 +67,32 @@ CTruckPackDialog::CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_st
   Refresh();
 }
 
+void CTruckPackDialog::AskAndAdd() {
+  const std::string folder = plan_.rows.empty() ? "" : plan_.rows.front().where;
+  const auto files = questions_.AskOpenFiles({.title = "Add Files to the Archive",
+                                              .filters = {{"All Files *.*", "*.*"}},
+                                              .directory = folder,
+                                              .name = {},
+                                              .default_extension = {}});
+  if (!files) return;
+  plan_.AddFiles(files->paths);
+  FillList();
+  Refresh();
+}
+
+void CTruckPackDialog::Remove() {
+  std::vector<qlonglong> rows;
+  for (const QTreeWidgetItem* item : list_->selectedItems())
+    rows.push_back(item->data(kName, Qt::UserRole).toLongLong());
+  std::ranges::sort(rows, std::greater());
+  for (const qlonglong row : rows)
+    if (plan_.rows[static_cast<size_t>(row)].is_extra) plan_.rows.erase(plan_.rows.begin() + row);
+  FillList();
+  Refresh();
+}
+
 void CTruckPackDialog::FillList() {
+  list_->clear();
   // What was not found comes first.
   for (const bool is_missing : {true, false}) {
     for (const STruckPackRow& row : plan_.rows) {
@@ -67,7 +101,7 @@ void CTruckPackDialog::FillList() {
       item->setText(kName, NameToQString(row.name));
       item->setText(kSize, row.length ? QLocale::c().toString(static_cast<qulonglong>(*row.length)) : QString());
       item->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
-      item->setText(kNeededBy, NameToQString(row.needed_by));
+      item->setText(kNeededBy, row.is_extra ? tr("added by you (Del removes it)") : NameToQString(row.needed_by));
       item->setToolTip(kWhere, ToolTipText(NameToQString(row.where)));
       item->setData(kName, Qt::UserRole, QVariant::fromValue(static_cast<qlonglong>(&row - plan_.rows.data())));
     }

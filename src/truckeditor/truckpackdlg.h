@@ -15,14 +15,19 @@ class CTruckPackDialog : public QDialog {
   Q_OBJECT
 
  public:
-  CTruckPackDialog(const STruckPackPlan& plan, bool leave_out_stock, QWidget* parent);
+  /// PLAN, which gets the files that the user adds, outlives it.
+  CTruckPackDialog(STruckPackPlan& plan, bool leave_out_stock, CQuestions& questions, QWidget* parent);
   bool LeavesOutStock() const { return leave_out_->isChecked(); }
 
  private:
   void FillList();
+  void AskAndAdd();
+  /// Of the selected files those that were added.
+  void Remove();
   void Refresh();
 
-  const STruckPackPlan& plan_;
+  STruckPackPlan& plan_;
+  CQuestions& questions_;
   QTreeWidget* list_;
   QLabel* missing_;
   QLabel* total_;

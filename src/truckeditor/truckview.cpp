@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QTimerEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "view/viewmouse.h"
@@ -13,47 +14,92 @@ namespace {
 constexpr double kPickDistance = 9.0;  ///< pixels
 constexpr int kAnimationMs = 16;
 constexpr double kUsualReach = 10;  ///< feet
+constexpr double kShortestAim = 3;  ///< feet: how far from a light without a cone the mouse holds it
 constexpr SRotation kFirstLook = {.x = 18, .y = -35, .z = 0};
 
-/// The selected point of a truck, dragged in the plane of the screen: one step of undoing.
-class CPointHold : public CViewHold {
+/// As many decimals as a truck file holds.
+double Rounded(double value) {
+  return std::round(value * 1e6) / 1e6;
+}
+
+/// A point of a truck that follows the mouse in the plane of the screen, and its counterpart on the other side where
+/// that is wanted: one step of undoing.
+class CTruckHold : public CViewHold {
  public:
-  CPointHold(CTruckView& view, CTruckDocument& document, const STruckPointId& id, const QPointF& from)
-      : view_(view), document_(document), camera_(view.Camera()), id_(id), from_(from) {
-    if (const TruckPoint* const point = FindTruckPoint(document.Truck(), id)) start_ = *point;
+  CTruckHold(CTruckView& view, CTruckDocument& document, const STruckPointId& id, const QPointF& from)
+      : view_(view), document_(document), camera_(view.Camera()), before_(document.Truck()), id_(id), from_(from) {
+    if (view.IsMirrored()) other_ = MirroredPoint(before_, id);
   }
 
-  void MoveTo(const QPointF& to) override;
+  void MoveTo(const QPointF& to) override {
+    const QPointF moved = (to - from_) * view_.devicePixelRatioF();
+    const double units = view_.UnitsPerFoot();
+    TruckPoint target = Start() + 1.0 / units * camera_.Movement(units * Start(), moved.x(), moved.y());
+    document_.Change("drag", [&](CTruck& truck) { Put(truck, target, id_, other_); });
+  }
   void Drop(Qt::KeyboardModifiers) override { document_.EndStep(); }
   void Cancel() override {
-    Put(start_);
+    document_.Change("drag", [this](CTruck& truck) { truck = before_; });
     document_.EndStep();
   }
 
+ protected:
+  const CTruck& Before() const { return before_; }
+  const STruckPointId& Id() const { return id_; }
+
  private:
-  void Put(const TruckPoint& at) {
-    document_.Change("drag", [&](CTruck& truck) {
-      if (TruckPoint* const point = FindTruckPoint(truck, id_)) *point = at;
-    });
-  }
+  /// Where what is dragged was.
+  virtual TruckPoint Start() const = 0;
+  virtual void Put(CTruck& truck, const TruckPoint& at, const STruckPointId& id,
+                   const std::optional<STruckPointId>& other) const = 0;
 
   CTruckView& view_;
   CTruckDocument& document_;
   CViewCamera camera_;
+  CTruck before_;
   STruckPointId id_;
+  std::optional<STruckPointId> other_;
   QPointF from_;
-  TruckPoint start_ = {};
 };
 
-void CPointHold::MoveTo(const QPointF& to) {
-  const QPointF moved = (to - from_) * view_.devicePixelRatioF();
-  const double units = view_.UnitsPerFoot();
-  TruckPoint target = start_ + 1.0 / units * camera_.Movement(units * start_, moved.x(), moved.y());
-  // As many decimals as a truck file holds.
-  for (double& value : target)
-    value = std::round(value * 1e6) / 1e6;
-  Put(target);
-}
+/// Moves it.
+class CPointHold : public CTruckHold {
+ public:
+  using CTruckHold::CTruckHold;
+
+ private:
+  TruckPoint Start() const override {
+    const TruckPoint* const point = FindTruckPoint(Before(), Id());
+    return point != nullptr ? *point : TruckPoint();
+  }
+  void Put(CTruck& truck, const TruckPoint& at, const STruckPointId& id,
+           const std::optional<STruckPointId>& other) const override {
+    TruckPoint* const point = FindTruckPoint(truck, id);
+    if (point == nullptr) return;
+    *point = {Rounded(at[0]), Rounded(at[1]), Rounded(at[2])};
+    if (other) *FindTruckPoint(truck, *other) = {0.0 - (*point)[0], (*point)[1], (*point)[2]};
+  }
+};
+
+/// Turns a light: the end of its cone follows the mouse.
+class CAimHold : public CTruckHold {
+ public:
+  using CTruckHold::CTruckHold;
+
+ private:
+  const TruckLight& Light() const { return Before().lights[static_cast<size_t>(Id().index)]; }
+  TruckPoint Start() const override {
+    return Light().position + std::max(Light().cone_length, kShortestAim) * LightDirection(Light(), 0);
+  }
+  void Put(CTruck& truck, const TruckPoint& at, const STruckPointId& id,
+           const std::optional<STruckPointId>& other) const override {
+    const TruckPoint direction = at - Light().position;
+    if (!(std::hypot(direction[0], direction[1], direction[2]) > 0)) return;
+    AimLight(truck.lights[static_cast<size_t>(id.index)], direction);
+    if (other)
+      AimLight(truck.lights[static_cast<size_t>(other->index)], {0.0 - direction[0], direction[1], direction[2]});
+  }
+};
 
 }  // namespace
 
@@ -174,10 +220,12 @@ std::optional<STruckPointId> CTruckView::PointAt(const QPointF& place) const {
 }
 
 std::unique_ptr<CViewHold> CTruckView::Grab(const QMouseEvent& press, EMouseDrag) {
-  const auto point = IsPlainPress(press) ? PointAt(press.position()) : std::nullopt;
-  if (!point) return nullptr;
+  const bool is_shifted = press.button() == Qt::LeftButton && press.modifiers() == Qt::ShiftModifier;
+  const auto point = is_shifted || IsPlainPress(press) ? PointAt(press.position()) : std::nullopt;
+  if (!point || (is_shifted && point->kind != ETruckPoint::kLight)) return nullptr;
   Select(point);
   context_.document.EndStep();
+  if (is_shifted) return std::make_unique<CAimHold>(*this, context_.document, *point, press.position());
   return std::make_unique<CPointHold>(*this, context_.document, *point, press.position());
 }
 

@@ -26,6 +26,9 @@ class CTruckView : public C3DView {
   const std::optional<STruckPointId>& Selected() const { return overlay_.selected; }
   void Select(const std::optional<STruckPointId>& id);
   SOverlay& Overlay() { return overlay_; }
+  /// What is dragged takes its counterpart on the other side along.
+  void SetMirrored(bool mirrored) { is_mirrored_ = mirrored; }
+  bool IsMirrored() const { return is_mirrored_; }
   /// Lights turn and blink.
   void SetAnimated(bool animated);
   const CTruckScene& Scene() const { return scene_; }
@@ -56,6 +59,7 @@ class CTruckView : public C3DView {
   double units_per_foot_ = kUnitsPerFoot;
   QBasicTimer timer_;
   QElapsedTimer time_;
+  bool is_mirrored_ = false;
   bool is_stale_ = true;  ///< the models are to be read before the next picture
 };
 

@@ -107,11 +107,6 @@ bool IsShown(const SOverlay& overlay, const STruckPointId& id) {
   return id.kind == ETruckPoint::kLight ? overlay.lights : overlay.positions;
 }
 
-TruckPoint LightDirection(const TruckLight& light, double seconds) {
-  const double heading = light.heading + light.heading_speed * seconds;
-  return {std::sin(heading) * std::cos(light.pitch), std::sin(light.pitch), std::cos(heading) * std::cos(light.pitch)};
-}
-
 bool IsLit(const TruckLight& light, double seconds) {
   const double period = (static_cast<double>(light.ms_on) + light.ms_off) / 1000.0;
   if (light.ms_on <= 0 || light.ms_off <= 0 || seconds <= 0) return true;

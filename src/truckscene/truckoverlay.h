@@ -25,10 +25,6 @@ bool IsShown(const SOverlay& overlay, const STruckPointId& id);
 /// matrices. HAS_TIRE: tires that have no model get a ring.
 void DrawTruckOverlay(const CTruck& truck, const SOverlay& overlay, const CViewCamera& camera, double units_per_foot,
                       CTruckTextures& textures, const std::array<bool, kTireCount>& has_tire);
-
-/// Where LIGHT looks after SECONDS: a heading of 0 is straight ahead (z), a quarter turn to the right (x); a pitch
-/// above 0 is upwards. Length 1.
-TruckPoint LightDirection(const TruckLight& light, double seconds);
 /// Whether a blinking light is on after SECONDS.
 bool IsLit(const TruckLight& light, double seconds);
 

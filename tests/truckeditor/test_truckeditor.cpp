@@ -210,6 +210,37 @@ TEST_F(CTruckEditorTest, PointsAreDraggedInThePicture) {
   editor->Document().Undo();
   EXPECT_EQ(Truck().tires[kFrontRightTire], before) << "a drag is one step";
 
+  const auto drag = [&](const STruckPointId& id, Qt::KeyboardModifiers modifiers) {
+    view->Picture();
+    const QPoint start = view->PlaceOf(id)->toPoint();
+    QTest::mousePress(view, Qt::LeftButton, modifiers, start);
+    QTest::mouseMove(view, start + QPoint(10, -10));
+    QTest::mouseMove(view, start + QPoint(30, -20));
+    QTest::mouseRelease(view, Qt::LeftButton, modifiers, start + QPoint(30, -20));
+  };
+  Child<QCheckBox>(*editor, "mirrored")->setChecked(true);
+  drag(tire, {});
+  const TruckPoint& right = Truck().tires[kFrontRightTire];
+  EXPECT_NE(right, before);
+  EXPECT_EQ(Truck().tires[kFrontLeftTire], (TruckPoint{0.0 - right[0], right[1], right[2]}));
+  editor->Document().Undo();
+  Child<QCheckBox>(*editor, "showLights")->setChecked(true);
+  Child<QCheckBox>(*editor, "showPositions")->setChecked(false);
+  const STruckPointId light = {ETruckPoint::kLight, 0};
+  const auto other = MirroredPoint(Truck(), light);
+  ASSERT_TRUE(other && view->PlaceOf(light));
+  const TruckLight old_light = Truck().lights[0];
+  drag(light, Qt::ShiftModifier);
+  const TruckLight& aimed = Truck().lights[0];
+  EXPECT_EQ(aimed.position, old_light.position);
+  EXPECT_GT(aimed.pitch, old_light.pitch);
+  EXPECT_NEAR(Truck().lights[static_cast<size_t>(other->index)].heading, -aimed.heading, 1e-5);
+  EXPECT_EQ(Truck().lights[static_cast<size_t>(other->index)].pitch, aimed.pitch);
+  editor->Document().Undo();
+  EXPECT_EQ(Truck().lights[0], old_light);
+  Child<QCheckBox>(*editor, "showPositions")->setChecked(true);
+  view->Select(tire);
+
   Type("selectedPoint1", "9");
   EXPECT_EQ(Truck().tires[kFrontRightTire][1], 9);
   const SRotation rotation = view->State().rotation;
@@ -339,6 +370,7 @@ TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
   const std::string pod = folder.File("out.pod");
   editor->Document().Change("", [](CTruck& truck) { truck.bar_texture = "NOWHERE.RAW"; });
   questions.OnYesNo("Save it now?", EAnswer::kYes);
+  questions.OnOpenFiles("Add Files to the Archive", SOpenFiles{{folder.Write("READ.TXT", "me")}});
   questions.OnSaveFile("Write Archive", SSavePath{pod});
   questions.OnYesNo("Show the archive in the extractor?", EAnswer::kYes);
   CDialogDriver dialogs;
@@ -350,6 +382,7 @@ TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
     EXPECT_EQ(list->topLevelItem(1)->text(0), "NOWHERE.ACT");
     EXPECT_EQ(list->topLevelItem(2)->text(0), "OTHER.TRK");
     Child<QCheckBox>(dialog, "leaveOutStock")->setChecked(false);
+    ClickButton(dialog, "Add Files...");
     ClickButton(dialog, "Write archive...");
   });
   editor->PackTruck();
@@ -359,6 +392,25 @@ TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
   EXPECT_EQ(archive.FindAll("TRUCK\\OTHER.TRK").size(), 1u);
   EXPECT_EQ(archive.FindAll("MODELS\\MKING16R.BIN").size(), 1u);
   EXPECT_EQ(archive.FindAll("NOWHERE.RAW").size(), 0u);
+  const auto written = ReadTestFile(pod);
+
+  // The same again, as the truck was packed the last time it was open.
+  ASSERT_TRUE(RemoveFile(pod) && editor->OpenFile(copy));
+  questions.OnYesNo("2 files were not found", EAnswer::kNo).OnYesNo("2 files were not found", EAnswer::kYes);
+  editor->PackAgain();
+  EXPECT_FALSE(FileExists(pod));
+  editor->PackAgain();
+  EXPECT_EQ(ReadTestFile(pod), written);
+  ASSERT_TRUE(archive.Load(pod));
+  EXPECT_EQ(archive.ReadEntry(archive.FindAll("READ.TXT").front())->Text(), "me");
+  folder.Write("T.TRK.pack", "archive out/A.POD\r\nstock in\nfile X.TXT\nnonsense");
+  const auto packed = ReadPackMemory(folder.File("T.TRK"));
+  ASSERT_TRUE(packed);
+  EXPECT_EQ(packed->archive, folder.File("out/A.POD"));
+  EXPECT_FALSE(packed->leaves_out_stock);
+  EXPECT_EQ(packed->more_files, std::vector<std::string>{folder.File("X.TXT")});
+  folder.Write("T.TRK.pack", "");
+  EXPECT_FALSE(ReadPackMemory(folder.File("T.TRK")));
 }
 
 }  // namespace

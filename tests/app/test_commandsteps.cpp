@@ -69,7 +69,7 @@ std::vector<uint8_t> ContentOf(const CBinModel& model) {
 std::vector<const SCommandRow*> EditingCommands() {
   // Those that ask for files are tried elsewhere, with the functions that they call.
   const std::set<ECommand> asking = {ECommand::kModelReplaceTexture, ECommand::kInsertBin, ECommand::kTextureLoad,
-                                     ECommand::kTextureAnimation};
+                                     ECommand::kTextureAnimation, ECommand::kTextureImport};
   const std::set<std::string> other_menus = {"menuFile",  "menuImport", "menuExport", "menuEdit",   "menuView",
                                              "menuSides", "menuDocks",  "menuTools",  "menuWindow", "menuHelp"};
   std::vector<const SCommandRow*> rows;

@@ -138,6 +138,7 @@ void CExtraction::ShowRefused(const std::vector<SRefusedEntry>& refused) {
 /// Nothing is wrong with that, but each of them is not a file of its own in the archive.
 void CExtraction::ShowShared(const std::vector<SExtractStep>& steps) {
   std::vector<size_t> entries;
+  entries.reserve(steps.size());
   for (const SExtractStep& step : steps)
     entries.push_back(step.entry);
   const auto pairs = FindSharedBytes(archive_, std::move(entries));

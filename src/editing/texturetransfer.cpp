@@ -113,6 +113,7 @@ std::vector<STexCoord> OnTexture(const std::vector<STexCoord>& coords) {
   BringBack(u);
   BringBack(v);
   std::vector<STexCoord> back;
+  back.reserve(coords.size());
   for (size_t k = 0; k < coords.size(); ++k)
     back.push_back({u[k], v[k]});
   return back;

@@ -129,8 +129,8 @@ void CMaterialPlanner::PlanOne(SMaterialUse& use, const SWaveMap& map) {
   if (use.raw.empty()) use.raw = FindRaw(use.material);
   if (use.raw.empty() && !use.picture.empty() && !pictures_.empty()) use.raw = MakeTexture(use.picture, use.fault);
   // A picture that the file brings goes before what only has its name.
-  for (const std::string_view near : {std::string_view(map.picture), name.texture, std::string_view(use.material)})
-    if (use.raw.empty() && !near.empty()) use.raw = FindNear(near);
+  for (const std::string_view name_of : {std::string_view(map.picture), name.texture, std::string_view(use.material)})
+    if (use.raw.empty() && !name_of.empty()) use.raw = FindNear(name_of);
   if (use.raw.empty() && !use.fault.empty() && !pictures_.empty())
     remarks_.Add(Format("material %s: %s", DisplayName(use.material).c_str(), use.fault.c_str()));
 }

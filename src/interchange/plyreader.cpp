@@ -37,7 +37,8 @@ class CPlyValues {
   }
   /// The same of COUNT values of TYPE.
   bool Holds(double count, EPlyType type) const {
-    return count >= 0 && count <= static_cast<double>((bytes_.size() - Position() + 1) / LeastOf(type));
+    const size_t most = (bytes_.size() - Position() + 1) / LeastOf(type);
+    return count >= 0 && count <= static_cast<double>(most);
   }
 
  private:
@@ -178,6 +179,7 @@ bool CPlyReader::ReadElement(const SPlyElement& element) {
   const bool is_vertex = element.name == "vertex";
   const bool is_face = element.name == "face";
   std::vector<EPart> parts;
+  parts.reserve(element.properties.size());
   for (const SPlyProperty& property : element.properties)
     parts.push_back(is_vertex ? PartOf(kVertexParts, property, false)
                     : is_face ? PartOf(kFaceParts, property, property.name != "texnumber")

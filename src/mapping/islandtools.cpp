@@ -177,6 +177,7 @@ Texels Packed(const CMappedFaces& faces, std::span<const int32_t> points, const 
     members[islands[static_cast<size_t>(point)]].push_back(faces.Points()[static_cast<size_t>(point)].at);
   std::map<int32_t, SPiece> pieces;
   std::vector<SPiece*> order;
+  order.reserve(members.size());
   for (const auto& [island, places] : members)
     order.push_back(&(pieces[island] = {BoundsOf(places), {}}));
   std::ranges::stable_sort(order, std::greater(), [](const SPiece* piece) { return piece->bounds.Height(); });

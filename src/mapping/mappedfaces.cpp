@@ -184,6 +184,7 @@ std::span<const CMappedFaces::SCorner> CMappedFaces::CornersOf(int32_t point) co
 
 std::vector<int32_t> CMappedFaces::FaceIndices() const {
   std::vector<int32_t> indices;
+  indices.reserve(faces_.size());
   for (const SMappedFace& face : faces_)
     indices.push_back(face.index);
   return indices;
@@ -196,12 +197,12 @@ std::vector<STexel> CMappedFaces::Outline(const SMappedFace& face) const {
 // --- Finding ---------------------------------------------------------------------------------------------------------
 
 std::vector<int32_t> CMappedFaces::PointsNear(const STexel& at, double reach) const {
-  std::vector<int32_t> near;
+  std::vector<int32_t> hits;
   for (size_t i = 0; i < points_.size(); ++i)
-    if (Distance(points_[i].at, at) <= reach) near.push_back(static_cast<int32_t>(i));
-  std::ranges::stable_sort(near, {},
+    if (Distance(points_[i].at, at) <= reach) hits.push_back(static_cast<int32_t>(i));
+  std::ranges::stable_sort(hits, {},
                            [&](int32_t point) { return Distance(points_[static_cast<size_t>(point)].at, at); });
-  return near;
+  return hits;
 }
 
 std::vector<int32_t> CMappedFaces::PointsIn(const STexelRect& area) const {

@@ -25,6 +25,7 @@ const QColor kGuide(0, 190, 255);
 
 std::vector<QLineF> Edges(const QPolygonF& outline) {
   std::vector<QLineF> edges;
+  edges.reserve(static_cast<size_t>(outline.size()));
   for (qsizetype i = 0; i < outline.size(); ++i)
     edges.emplace_back(outline[i], outline[(i + 1) % outline.size()]);
   return edges;

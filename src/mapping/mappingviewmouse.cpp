@@ -82,11 +82,11 @@ bool CMappingView::TakeSelected(const QMouseEvent& event) {
   const CMappedFaces& faces = session_.Faces();
   const STexel at = TexelAt(event.position());
   if (session_.Mode() == EMappingMode::kCorners) {
-    const std::vector<int32_t> near = faces.PointsNear(at, Reach());
+    const std::vector<int32_t> hits = faces.PointsNear(at, Reach());
     const auto point =
-        std::ranges::find_if(near, [&](int32_t i) { return faces.Points()[static_cast<size_t>(i)].is_selected; });
-    if (point != near.end()) grabbed_ = faces.Points()[static_cast<size_t>(*point)].at;
-    if (!near.empty()) return point != near.end();
+        std::ranges::find_if(hits, [&](int32_t i) { return faces.Points()[static_cast<size_t>(i)].is_selected; });
+    if (point != hits.end()) grabbed_ = faces.Points()[static_cast<size_t>(*point)].at;
+    if (!hits.empty()) return point != hits.end();
   }
   return std::ranges::any_of(faces.FacesAt(at),
                              [&](int32_t face) { return faces.Faces()[static_cast<size_t>(face)].is_selected; });
@@ -113,9 +113,9 @@ bool CMappingView::TakeGuide(const QPointF& place) {
 }
 
 bool CMappingView::TakePoint(const QPointF& place, ESelect how) {
-  const std::vector<int32_t> near = session_.Faces().PointsNear(TexelAt(place), Reach());
-  if (near.empty()) return false;
-  const int32_t point = near.front();
+  const std::vector<int32_t> hits = session_.Faces().PointsNear(TexelAt(place), Reach());
+  if (hits.empty()) return false;
+  const int32_t point = hits.front();
   grabbed_ = session_.Faces().Points()[static_cast<size_t>(point)].at;
   session_.Select([&](CMappedFaces& faces) { faces.SelectPoints(std::span(&point, 1), how); });
   return true;

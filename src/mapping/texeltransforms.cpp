@@ -158,7 +158,7 @@ STexel StoppedAtEdge(const STexelRect& bounds, const STexel& by, int width) {
 // --- Parts -----------------------------------------------------------------------------------------------------------
 
 STexelRect PartOf(int width, int parts, int column, int row) {
-  const auto edge = [&](int i) { return static_cast<double>(i * width / parts); };
+  const auto edge = [&](int i) { return std::floor(static_cast<double>(i) * width / parts); };
   return {{edge(column), edge(row)}, {edge(column + 1) - 1, edge(row + 1) - 1}};
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "archive/podcompare.h"
+#include "archive/podwriter.h"
 #include "packing/toolservices.h"
 
 namespace veldra {

@@ -8,6 +8,12 @@
 
 namespace veldra {
 
+namespace {
+
+constexpr int kFewestLetters = 24;
+
+}  // namespace
+
 CFaceSurfaceField::CFaceSurfaceField(const CBinModel& model, uint32_t type, int32_t texture, QWidget* picture,
                                      QWidget* parent)
     : QGroupBox(tr("Surface"), parent), types_(new QComboBox), textures_(new QComboBox) {
@@ -19,8 +25,12 @@ CFaceSurfaceField::CFaceSurfaceField(const CBinModel& model, uint32_t type, int3
   types_->setCurrentIndex(types_->findData(type));
   textures_->setObjectName("textures");
   ShowTextures(model, texture);
-  for (QComboBox* choice : {types_, textures_})
+  for (QComboBox* choice : {types_, textures_}) {
+    // The longest text need not be seen whole on a small screen.
+    choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    choice->setMinimumContentsLength(kFewestLetters);
     connect(choice, &QComboBox::currentIndexChanged, this, &CFaceSurfaceField::Changed);
+  }
   auto* form = new QFormLayout;
   form->addRow(tr("&Type:"), types_);
   form->addRow(tr("Te&xture:"), textures_);

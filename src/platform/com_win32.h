@@ -51,10 +51,10 @@ class CComUse {
 };
 
 /// Steps that are done one after the other until the first that fails.
-class CSteps {
+class CComSteps {
  public:
   template <typename Step>
-  CSteps& Then(Step step) {
+  CComSteps& Then(Step step) {
     if (SUCCEEDED(result_)) result_ = step();
     return *this;
   }

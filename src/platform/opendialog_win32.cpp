@@ -39,7 +39,7 @@ void SetFolder(const CDialog& dialog, const std::string& folder) {
 
 HRESULT AddControls(const CDialog& dialog, const SFilePrompt& prompt) {
   CComObject<IFileDialogCustomize> controls;
-  CSteps steps;
+  CComSteps steps;
   steps.Then([&] { return dialog.As(IID_IFileDialogCustomize, controls); });
   if (!prompt.note.empty()) steps.Then([&] { return controls->AddText(kNote, ToWide(prompt.note).c_str()); });
   if (prompt.offers_read_only)
@@ -86,7 +86,7 @@ std::optional<SOpenFiles> CSystemOpenDialog::Ask(bool several) const {
   CDialog dialog;
   FILEOPENDIALOGOPTIONS options = FOS_FORCEFILESYSTEM | FOS_FILEMUSTEXIST | FOS_NOCHANGEDIR;
   if (several) options |= FOS_ALLOWMULTISELECT;
-  CSteps steps;
+  CComSteps steps;
   steps.Then([&] { return dialog.Create(CLSID_FileOpenDialog, IID_IFileOpenDialog); })
       .Then([&] { return dialog->SetOptions(options); })
       .Then([&] { return dialog->SetTitle(ToWide(prompt_.title).c_str()); })

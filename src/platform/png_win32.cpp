@@ -14,7 +14,7 @@ namespace {
 constexpr UINT kPixelWidth = 4;
 
 /// Whether all STEPS were done.
-bool Well(const CSteps& steps, SError* error) {
+bool Well(const CComSteps& steps, SError* error) {
   if (FAILED(steps.Result()) && error != nullptr)
     error->what = Format("the system's PNG library refuses (error %08lx)", static_cast<unsigned long>(steps.Result()));
   return SUCCEEDED(steps.Result());
@@ -100,7 +100,7 @@ struct SReading {
   CComObject<IWICStream> stream = {};
   CComObject<IWICBitmapDecoder> decoder = {};
   CComObject<IWICBitmapFrameDecode> frame = {};
-  CSteps steps = {};
+  CComSteps steps = {};
 };
 
 SReading::SReading(std::span<const uint8_t> png) {
@@ -127,7 +127,7 @@ struct SWriting {
   CComObject<IStream> stream = {};
   CComObject<IWICBitmapEncoder> encoder = {};
   CComObject<IWICBitmapFrameEncode> frame = {};
-  CSteps steps = {};
+  CComSteps steps = {};
 };
 
 SWriting::SWriting(int width, int rows, const WICPixelFormatGUID& format) : height(static_cast<UINT>(rows)) {

@@ -24,7 +24,7 @@ HRESULT SetTitle(const CComObject<IShellLinkW>& link, std::wstring title) {
   PROPVARIANT value = {};
   value.vt = VT_LPWSTR;
   value.pwszVal = title.data();  // read only
-  CSteps steps;
+  CComSteps steps;
   steps.Then([&] { return link.As(IID_IPropertyStore, properties); })
       .Then([&] { return properties->SetValue(PKEY_Title, value); })
       .Then([&] { return properties->Commit(); });
@@ -54,7 +54,7 @@ HRESULT AddLink(const CComObject<IObjectCollection>& files, const std::string& p
   const std::wstring program = ProgramPath();
   const std::wstring arguments = Arguments(path);
   CComObject<IShellLinkW> link;
-  CSteps steps;
+  CComSteps steps;
   steps.Then([&] { return link.Create(CLSID_ShellLink, IID_IShellLinkW); })
       .Then([&] { return link->SetPath(program.c_str()); })
       .Then([&] { return link->SetArguments(arguments.c_str()); })
@@ -86,7 +86,7 @@ bool ListRecentInTaskbar(const std::vector<std::string>& paths) {
   CComObject<IObjectCollection> files;
   CComObject<IObjectArray> listed;
   UINT slots = 0;
-  CSteps steps;
+  CComSteps steps;
   steps.Then([&] { return menu.Create(CLSID_DestinationList, IID_ICustomDestinationList); })
       .Then([&] { return menu->BeginList(&slots, IID_IObjectArray, reinterpret_cast<void**>(removed.Receive())); })
       .Then([&] { return files.Create(CLSID_EnumerableObjectCollection, IID_IObjectCollection); });

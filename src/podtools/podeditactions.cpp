@@ -40,7 +40,10 @@ void CPodEditActions::MakeFileActions() {
   reload_ = Make(tr("&Reload"), "refresh", Qt::Key_F5, [this] { Reload(); });
   back_ = Make(tr("Step &Back"), "undo", QKeySequence::Undo, [this] { document_.StepBack(); });
   forward_ = Make(tr("Step &Forward"), "redo", QKeySequence::Redo, [this] { document_.StepForward(); });
-  forward_->setShortcuts({QKeySequence(QKeySequence::Redo), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+  // Where the system's own key is the same one, twice would be none.
+  QList<QKeySequence> forward_keys = QKeySequence::keyBindings(QKeySequence::Redo);
+  if (const QKeySequence other(Qt::CTRL | Qt::Key_Y); !forward_keys.contains(other)) forward_keys.append(other);
+  forward_->setShortcuts(forward_keys);
 }
 
 void CPodEditActions::MakeEntryActions() {

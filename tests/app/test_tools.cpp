@@ -105,7 +105,9 @@ TEST_F(CEditorTest, TrucksAndArchivesOpenInWindowsOfTheirOwn) {
   EXPECT_TRUE(frame->Children().isEmpty());
 
   // The truck inside it, which is saved back.
-  QTest::keyClick(extractor->findChild<QTreeView*>("entries"), Qt::Key_Down);
+  auto* entries = extractor->findChild<QTreeView*>("entries");
+  entries->selectionModel()->setCurrentIndex(entries->model()->index(0, 0),
+                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   extractor->findChild<QAction*>("openEntry")->trigger();
   EXPECT_EQ(editor->Document().Title(), "TEST.TRK (TEST.POD)");
   editor->Document().Change("", [](CTruck& changed) { changed.name = "Changed truck"; });

@@ -1,5 +1,6 @@
 #include "interchange/meshformats.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "interchange/gltfreader.h"

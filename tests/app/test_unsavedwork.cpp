@@ -209,7 +209,7 @@ class CVictim {
                    {"--gtest_filter=CVictimTest.DISABLED_WorksUntilItIsKilled", "--gtest_also_run_disabled_tests"});
   }
   bool WaitUntilItWorks() {
-    return QTest::qWaitFor([this] { return (said_ += process_.readAllStandardOutput()).contains("editing"); }, 30000);
+    return QTest::qWaitFor([this] { return (said_ += process_.readAllStandardOutput()).contains("editing"); }, 120000);
   }
   void Kill() {
     process_.kill();

@@ -20,9 +20,9 @@ class Case:
     args: list
     old_args: list = None  # what made the files that it replaces; without it they hold nothing of sense
     each_alone: bool = False  # its files do not belong together
-    several_sets: bool = False  # after a kill each file is an old or a new one
     reads_back: list = None  # what opens the result, and may finish or take back what was interrupted
     draws: bool = False  # with a driver of OpenGL, which does not live through a lack of memory
+    several_sets: bool = False  # after a kill each file is an old or a new one
     seconds: float = 0  # that it takes
     new: dict = field(default_factory=dict)
     old: dict = field(default_factory=dict)

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,8 @@ namespace veldra {
 
 namespace {
 
+/// As files say it.
+constexpr const char* kNotEnoughMemory = "not enough memory";
 constexpr const char* kGroupsDamagedText = "The groups beside this model could not all be read.";
 constexpr const char* kUnreadableText = "%s\ncould not be read.";
 constexpr size_t kComplaintsShown = 20;
@@ -73,6 +76,8 @@ SModelInfo ReadInfo(const std::string& path) {
   if (info_path.empty()) return {};
   SError error;
   const auto text = ReadTextFile(info_path, &error);
+  // Groups that only memory was missing for are no groups that cannot be read: a save would lose them.
+  if (!text && error.what == kNotEnoughMemory) throw std::bad_alloc();
   SModelInfo info = text ? ParseInfo(text->Text()) : SModelInfo{};
   if (!text) info.complaints.push_back(error.what);
   info.path = info_path;

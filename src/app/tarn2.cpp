@@ -79,21 +79,7 @@ std::shared_ptr<CTarnDoc> CTarn2App::OpenLeftover(const SLeftover& leftover) {
 }
 
 bool CTarn2App::MayClose(CTarnDoc& document) {
-  if (!document.IsModified()) return true;
-  const CQuestions::CAbout about(questions_, document.Path());
-  const SMessage question{.text = Format("Save changes to %s?", document.Title().c_str()),
-                          .icon = EIcon::kQuestion,
-                          .yes = "&Save",
-                          .no = "Do&n't Save"};
-  switch (questions_.AskYesNoCancel(question)) {
-    case EAnswer::kYes:
-      return document.Saver().Save();
-    case EAnswer::kNo:
-      return true;
-    case EAnswer::kCancel:
-      break;
-  }
-  return false;
+  return document.MayLeave([&] { return document.Saver().Save(); });
 }
 
 void CTarn2App::LetGo(CFileDocument& document, bool stays_open) {

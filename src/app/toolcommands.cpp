@@ -71,7 +71,8 @@ void CToolCommands::OpenModel(const SArchivePlace& place) {
     windows_.AddView(document, true);
   window_.activateWindow();
   const std::string& note = document->TextureNote();
-  app_.Say("Opened " + document->Title() + " read-only" + (note.empty() ? "" : ": " + note));
+  app_.Say("Opened " + document->Title() + (document->IsReadOnly() ? " read-only" : "") +
+           (note.empty() ? "" : ": " + note));
 }
 
 void CToolCommands::OpenTruck(const SArchivePlace& place) {

@@ -60,6 +60,8 @@ void CWindowPicture::RunCommands() {
 }
 
 void CWindowPicture::Take() {
+  // On a busy machine the layouts that follow from the last texts are still to come.
+  QCoreApplication::sendPostedEvents();
   QWidget* top = QApplication::activeModalWidget();
   if (top == nullptr) top = QApplication::activeWindow();
   QByteArray png;

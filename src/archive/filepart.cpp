@@ -31,7 +31,7 @@ std::optional<CFileBytes> ReadFilePart(const SFilePart& part, SError* error, siz
   if (!file.ReadAt(part.offset, {data.get(), size}, error)) return std::nullopt;
   return CFileBytes(std::move(data), size);
 } catch (const std::bad_alloc&) {
-  return Nothing(error, "not enough memory");
+  return Nothing(error, kNotEnoughMemory);
 }
 
 }  // namespace veldra

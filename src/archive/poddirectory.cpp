@@ -53,7 +53,7 @@ bool ReadPodHead(const CInputFile& file, CFileBytes& head, SError* error) try {
   head = CFileBytes(std::move(data), size);
   return true;
 } catch (const std::bad_alloc&) {
-  if (error != nullptr) error->what = "not enough memory";
+  if (error != nullptr) error->what = kNotEnoughMemory;
   return false;
 }
 

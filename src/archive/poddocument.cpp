@@ -134,7 +134,7 @@ bool CPodDocument::Parse(CFileBytes head, uint64_t archive_length, SDiagnosis& d
   archive_length_ = archive_length;
   return true;
 } catch (const std::bad_alloc&) {
-  diagnosis = {0, "not enough memory"};
+  diagnosis = {0, kNotEnoughMemory};
   return false;
 }
 

@@ -153,7 +153,7 @@ std::vector<uint8_t> WriteCopy(const SCopyLabel& label, std::span<const uint8_t>
 std::vector<uint8_t> PackCopy(const SCopyLabel& label, const CopyWriter& write, SError* error) try {
   return write(label);
 } catch (const std::bad_alloc&) {
-  Fail(error, "not enough memory");
+  Fail(error, kNotEnoughMemory);
   return {};
 }
 

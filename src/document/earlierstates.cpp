@@ -145,7 +145,7 @@ bool CEarlierStates::Keep(const std::string& key, std::span<const uint8_t> copy,
   DropOldestDocuments(key);
   return true;
 } catch (const std::bad_alloc&) {
-  return Fail(error, "not enough memory");
+  return Fail(error, kNotEnoughMemory);
 }
 
 void CEarlierStates::DropOldest(const std::string& folder) const {

@@ -19,6 +19,17 @@ std::string CFileDocument::Title() const {
   return Format("Untitled%d", UntitledNumber());
 }
 
+bool CFileDocument::MayLeave(const std::function<bool()>& save) const {
+  if (!modified_) return true;
+  const CQuestions::CAbout about(questions_, path_);
+  const SMessage question = {.text = Format("Save changes to %s?", Title().c_str()),
+                             .icon = EIcon::kQuestion,
+                             .yes = "&Save",
+                             .no = "Do&n't Save"};
+  const EAnswer answer = questions_.AskYesNoCancel(question);
+  return answer == EAnswer::kNo || (answer == EAnswer::kYes && save());
+}
+
 int CFileDocument::UntitledNumber() const {
   static int last_number = 0;
   if (untitled_number_ == 0) untitled_number_ = ++last_number;

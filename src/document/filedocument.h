@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -62,6 +63,8 @@ class CFileDocument {
   virtual bool OpenCopy(const SDocumentCopy& copy, const SCopyFile& file) = 0;
   /// No file holds the document any more.
   virtual void OnFileGone() { SetModified(true); }
+  /// It may be let go: nothing is unsaved, or SAVE has saved it, or the user does not want that.
+  bool MayLeave(const std::function<bool()>& save) const;
   /// All that its file holds is in memory too, so that it can be written anew when it is gone.
   virtual bool IsWhole() const { return true; }
 

@@ -13,7 +13,7 @@ bool ReadInto(CBinModel& model, std::span<const uint8_t> file, CTextureFinder& t
   const auto snapshot = ReadCopy(file, ECopyKind::kModel, fault);
   return snapshot && ReadSnapshot(model, *snapshot, textures, &fault);
 } catch (const std::bad_alloc&) {
-  fault = {0, "not enough memory"};
+  fault = {0, kNotEnoughMemory};
   return false;
 }
 

@@ -174,10 +174,13 @@ CTextureTransfer::CTextureTransfer(CTarnDoc& document, int32_t source)
       model_(document.Model()),
       step_(document, "Give Texture"),
       given_({source}),
-      was_modified_(document.IsModified()) {}
+      has_it_(static_cast<size_t>(model_.FaceCount())),
+      was_modified_(document.IsModified()) {
+  has_it_[static_cast<size_t>(source)] = true;
+}
 
 bool CTextureTransfer::HasIt(int32_t face) const {
-  return std::ranges::find(given_, face) != given_.end();
+  return has_it_[static_cast<size_t>(face)];
 }
 
 /// The face among those that have it, the last first, that has an edge in common with FACE; else the source.
@@ -212,6 +215,7 @@ void CTextureTransfer::Give(int32_t index, int32_t from, bool folds) {
   if (face.Type() == kFaceUntextured) face.SetType(giver.Type());
   SetCoords(face, OnTexture(coords));
   given_.push_back(index);
+  has_it_[static_cast<size_t>(index)] = true;
 }
 
 /// All that hangs together with FACE by edges and lies in its plane.
@@ -235,6 +239,8 @@ void CTextureTransfer::FillPlane(int32_t face) {
 void CTextureTransfer::Cancel() {
   if (before_.empty()) return;
   PutBack();
+  for (const SBefore& before : before_)
+    has_it_[static_cast<size_t>(before.face)] = false;
   before_.clear();
   given_.resize(1);
   document_.SetModified(was_modified_);

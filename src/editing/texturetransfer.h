@@ -50,6 +50,7 @@ class CTextureTransfer {
   CBinModel& model_;
   CStep step_;                  ///< all that is given is one
   std::vector<int32_t> given_;  ///< in order; the source first
+  std::vector<bool> has_it_;    ///< by face
   std::vector<SBefore> before_;
   bool was_modified_;
 };

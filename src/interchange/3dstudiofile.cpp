@@ -19,7 +19,7 @@ bool ReadAll(CStudioReader& reader, SImportFault& fault) {
     fault = reader.Fault();
     return is_read;
   } catch (const std::bad_alloc&) {
-    fault = {"there is not enough memory for it", false};
+    fault = kNoMemory;
     return false;
   }
 }

@@ -381,7 +381,7 @@ std::optional<SWaveMesh> ParseGltf(std::span<const uint8_t> bytes, const gltf::F
   fault = {};
   return gltf::Parse(bytes, read_file, progress, fault);
 } catch (const std::bad_alloc&) {
-  fault = {"there is not enough memory for it", false};
+  fault = kNoMemory;
   return std::nullopt;
 }
 

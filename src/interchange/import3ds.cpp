@@ -14,7 +14,6 @@ namespace veldra {
 namespace {
 
 const SImportFault kStopped = {"", true};
-const SImportFault kNoMemory = {"there is not enough memory for it", false};
 
 /// The product of two floats is exact as a double, so that what is cut off is the true fraction.
 std::optional<int32_t> Scaled(float value, float factor) {

@@ -68,7 +68,7 @@ std::optional<C3DStudioFile> Read3ds(const std::string& path, CQuestions& questi
     C3DStudioFile file(path);
     if (file.ReadFile(questions, &fault)) return file;
   } catch (const std::bad_alloc&) {
-    fault.what = "there is not enough memory for it";
+    fault.what = kNoMemory.what;
   }
   return std::nullopt;
 }

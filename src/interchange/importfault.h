@@ -10,4 +10,7 @@ struct SImportFault {
   bool is_told = false;  ///< the user knows already: from a message, or because he stopped it himself
 };
 
+/// Memory ran out.
+inline const SImportFault kNoMemory = {"there is not enough memory for it", false};
+
 }  // namespace veldra

@@ -287,7 +287,7 @@ std::optional<SWaveMesh> ParsePly(std::span<const uint8_t> bytes, CProgress* pro
   mesh.file_size = bytes.size();
   return mesh;
 } catch (const std::bad_alloc&) {
-  fault = {"there is not enough memory for it", false};
+  fault = kNoMemory;
   return std::nullopt;
 }
 

@@ -147,7 +147,7 @@ std::optional<SWaveMesh> ParseStl(std::span<const uint8_t> bytes, CProgress* pro
   fault = {"it has no triangles", false};
   return std::nullopt;
 } catch (const std::bad_alloc&) {
-  fault = {"there is not enough memory for it", false};
+  fault = kNoMemory;
   return std::nullopt;
 }
 

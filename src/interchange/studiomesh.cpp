@@ -104,7 +104,7 @@ std::optional<SWaveMesh> Read3dsMesh(const std::string& path, bool with_material
     C3DStudioFile file(path, with_materials);
     if (file.ReadFile(questions, &fault)) return MeshOf(file);
   } catch (const std::bad_alloc&) {
-    fault = {"there is not enough memory for it", false};
+    fault = kNoMemory;
   }
   return std::nullopt;
 }

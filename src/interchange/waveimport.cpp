@@ -166,7 +166,7 @@ bool ImportWaveMesh(CBinModel& model, const SWaveMesh& mesh, const SWaveFiles& f
   try {
     return CWaveImport(mesh, files, options, context, fault).Run(model, outcome);
   } catch (const std::bad_alloc&) {
-    fault = {"there is not enough memory for it", false};
+    fault = kNoMemory;
     return false;
   }
 }

@@ -323,7 +323,7 @@ std::optional<SWaveMesh> ParseWavefront(std::string_view text, CProgress* progre
     if (parser.Parse(progress)) return mesh;
     fault = parser.Fault();
   } catch (const std::bad_alloc&) {
-    fault = {"there is not enough memory for it", false};
+    fault = kNoMemory;
   }
   return std::nullopt;
 }

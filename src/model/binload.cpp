@@ -15,8 +15,6 @@ namespace veldra {
 
 namespace {
 
-/// As files say it.
-constexpr const char* kNotEnoughMemory = "not enough memory";
 constexpr const char* kGroupsDamagedText = "The groups beside this model could not all be read.";
 constexpr const char* kUnreadableText = "%s\ncould not be read.";
 constexpr size_t kComplaintsShown = 20;

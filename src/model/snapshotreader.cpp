@@ -322,7 +322,7 @@ bool ReadAll(CBinModel& model, std::span<const uint8_t> file, CTextureFinder& te
   fault = reader.Diagnosis();
   return is_read;
 } catch (const std::bad_alloc&) {
-  fault = {0, "not enough memory"};
+  fault = {0, kNotEnoughMemory};
   return false;
 }
 

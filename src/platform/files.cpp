@@ -101,7 +101,7 @@ std::optional<CFileBytes> ReadWholeFile(std::string_view path, SError* error, si
   if (!ReadInto(buffer, disk::SystemPath(path), limit, check, error)) return std::nullopt;
   return CFileBytes(std::move(buffer.data), buffer.size);
 } catch (const std::bad_alloc&) {
-  Fail(error, "not enough memory");
+  Fail(error, kNotEnoughMemory);
   return std::nullopt;
 }
 

@@ -23,6 +23,9 @@ struct SError {
   std::string what;
 };
 
+/// What SError says when that is the reason.
+inline constexpr const char* kNotEnoughMemory = "not enough memory";
+
 /// Says WHAT where ERROR is wanted; false, so that a function can end with it.
 inline bool Fail(SError* error, std::string what) {
   if (error != nullptr) error->what = std::move(what);

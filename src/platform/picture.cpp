@@ -185,7 +185,7 @@ std::optional<SImage> DecodePicture(std::span<const uint8_t> bytes, bool is_tga,
   if (channels == kRgba) DropUnusedAlpha(image->rgba);
   return image;
 } catch (const std::bad_alloc&) {
-  Fail(error, "not enough memory");
+  Fail(error, kNotEnoughMemory);
   return std::nullopt;
 }
 

@@ -208,7 +208,7 @@ bool EncodeTo(std::string_view path, const SImage& image, SError* error) try {
   std::vector<uint8_t> png;
   return png_codec::Encode(image, png, error) && ReplaceFile(path, png, error);
 } catch (const std::bad_alloc&) {
-  return Refuse(error, "not enough memory");
+  return Refuse(error, kNotEnoughMemory);
 }
 
 }  // namespace
@@ -218,7 +218,7 @@ std::optional<SImage> ReadPng(std::string_view path, SError* error) try {
   if (!collector.Collect(path, error)) return std::nullopt;
   return DecodePng(collector.Bytes(), error);
 } catch (const std::bad_alloc&) {
-  Refuse(error, "not enough memory");
+  Refuse(error, kNotEnoughMemory);
   return std::nullopt;
 }
 
@@ -245,7 +245,7 @@ std::optional<SImage> DecodePng(std::span<const uint8_t> png, SError* error) try
   if (!png_codec::Decode(png, image, error)) return std::nullopt;
   return image;
 } catch (const std::bad_alloc&) {
-  Refuse(error, "not enough memory");
+  Refuse(error, kNotEnoughMemory);
   return std::nullopt;
 }
 
@@ -268,7 +268,7 @@ std::optional<SIndexedImage> DecodeIndexedPng(std::span<const uint8_t> png, SErr
   if (!png_codec::Decode(png, image, error)) return std::nullopt;
   return image;
 } catch (const std::bad_alloc&) {
-  Refuse(error, "not enough memory");
+  Refuse(error, kNotEnoughMemory);
   return std::nullopt;
 }
 
@@ -282,7 +282,7 @@ bool EncodeIndexedPng(const SIndexedImage& image, std::vector<uint8_t>& png, SEr
   VELDRA_ASSERT(is_valid);
   return is_valid && png_codec::Encode(image, png, error);
 } catch (const std::bad_alloc&) {
-  return Refuse(error, "not enough memory");
+  return Refuse(error, kNotEnoughMemory);
 }
 
 bool WriteIndexedPng(std::string_view path, const SIndexedImage& image, SError* error) {

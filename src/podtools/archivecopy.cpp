@@ -114,7 +114,7 @@ bool ReadArchiveCopy(const SCopyFile& file, CPodDocument& archive, SDiagnosis& d
   archive.SetEntries(std::move(entries));
   return true;
 } catch (const std::bad_alloc&) {
-  diagnosis = {0, "not enough memory"};
+  diagnosis = {0, kNotEnoughMemory};
   return false;
 }
 

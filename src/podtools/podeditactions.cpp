@@ -210,13 +210,7 @@ void CPodEditActions::Reload() {
 }
 
 bool CPodEditActions::MayLeave() {
-  if (!document_.IsModified()) return true;
-  const SMessage question = {.text = Format("Save changes to %s?", document_.Title().c_str()),
-                             .icon = EIcon::kQuestion,
-                             .yes = "&Save",
-                             .no = "Do&n't Save"};
-  const EAnswer answer = services_.questions.AskYesNoCancel(question);
-  return answer == EAnswer::kNo || (answer == EAnswer::kYes && Save());
+  return document_.MayLeave([this] { return Save(); });
 }
 
 }  // namespace veldra

@@ -45,7 +45,7 @@ std::optional<CTruck> ReadTruckCopy(const SCopyFile& file, SDiagnosis& diagnosis
   CTruck truck = ReadContent(*content, diagnosis);
   return diagnosis.Empty() ? std::optional(std::move(truck)) : std::nullopt;
 } catch (const std::bad_alloc&) {
-  diagnosis = {0, "not enough memory"};
+  diagnosis = {0, kNotEnoughMemory};
   return std::nullopt;
 }
 

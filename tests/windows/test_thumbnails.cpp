@@ -3,6 +3,7 @@
 #include "platform/com_win32.h"
 #include "platform/paths.h"
 #include "support/testfiles.h"
+#include "thumbnails/providerclass.h"
 // Need the system's header, which the first one includes in the right order.
 #include <propsys.h>
 #include <shlwapi.h>
@@ -12,7 +13,6 @@ namespace veldra::testing {
 
 namespace {
 
-constexpr GUID kProviderClass = {0x6F0B7E55, 0x9C0E, 0x4B9B, {0x8A, 0x1D, 0x2C, 0x7D, 0x0F, 0x6C, 0x3E, 0x41}};
 constexpr int kSide = 64;
 
 /// As the Explorer does it, but for the registry: the library's factory, a provider, a stream, a bitmap.
@@ -26,7 +26,7 @@ class CThumbnailTest : public ::testing::Test {
         reinterpret_cast<void*>(GetProcAddress(library_, "DllGetClassObject")));
     ASSERT_NE(get, nullptr);
     CComObject<IClassFactory> factory;
-    ASSERT_EQ(get(kProviderClass, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive())), S_OK);
+    ASSERT_EQ(get(kThumbnailProvider, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive())), S_OK);
     ASSERT_EQ(
         factory->CreateInstance(nullptr, __uuidof(IThumbnailProvider), reinterpret_cast<void**>(provider_.Receive())),
         S_OK);

@@ -11,14 +11,13 @@
 #include <new>
 #include <vector>
 
+#include "thumbnails/providerclass.h"
 #include "thumbnails/thumbnailmaker.h"
 
 namespace {
 
 using namespace veldra;
 
-/// {6F0B7E55-9C0E-4B9B-8A1D-2C7D0F6C3E41}; the installer writes it into the registry.
-constexpr GUID kProviderClass = {0x6F0B7E55, 0x9C0E, 0x4B9B, {0x8A, 0x1D, 0x2C, 0x7D, 0x0F, 0x6C, 0x3E, 0x41}};
 constexpr ULONG kPiece = 1 << 16;
 
 std::atomic<long> g_objects = 0;  ///< while there are some, the library stays
@@ -167,7 +166,7 @@ class CProviderFactory final : public CCounted<IClassFactory> {
 
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** object) {
   *object = nullptr;
-  if (class_id != kProviderClass) return CLASS_E_CLASSNOTAVAILABLE;
+  if (class_id != kThumbnailProvider) return CLASS_E_CLASSNOTAVAILABLE;
   auto* factory = new (std::nothrow) CProviderFactory;
   if (factory == nullptr) return E_OUTOFMEMORY;
   const HRESULT result = factory->QueryInterface(id, object);

@@ -80,9 +80,6 @@ CImportMeshesDialog::CImportMeshesDialog(std::vector<SMeshJob>& jobs, CTextureSt
   materials_->setIconSize({kThumbnail, kThumbnail});
   note_->setObjectName("note");
   note_->setWordWrap(true);
-  // Where the height goes by the width, what scrolls is as high as it would like to be, even where it could be less.
-  note_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  note_->setMinimumHeight(2 * note_->fontMetrics().height());
   // A few files, and what is left of the window for the materials.
   files_->setMaximumHeight(8 * files_->fontMetrics().height());
   FillFiles();

@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "ui/screenplace.h"
 #include "ui/scrolled.h"
 
 namespace veldra {
@@ -30,6 +31,12 @@ CFieldDialog::CFieldDialog(const char* name, const QString& title, QWidget* pare
   layout->addWidget(new CScrolled(content, kAroundFields), 1);
   layout->addWidget(fault_);
   layout->addWidget(buttons_);
+}
+
+/// The toolkit leaves a third of the screen free, where what does not fit then has to be scrolled.
+void CFieldDialog::setVisible(bool visible) {
+  if (visible && !testAttribute(Qt::WA_Resized)) ResizeToFit(*this, sizeHint());
+  QDialog::setVisible(visible);
 }
 
 bool CFieldDialog::IsValid() const {

@@ -22,6 +22,7 @@ class CFieldDialog : public QDialog {
   bool IsValid() const;
   /// To call when something else has changed than a watched field, and once at the end of the constructor.
   void Refresh();
+  void setVisible(bool visible) override;
 
  protected:
   /// Above the buttons; scrolls where the screen is too small for it.

@@ -64,6 +64,7 @@ bool CModelStep::SFaceValues::IsSameContent(const SFaceValues& other) const {
 void CModelStep::Swap(CBinModel& model) {
   const CBinModel::CBusy one_change(model);
   std::vector<SEdit*> order;
+  order.reserve(edits_.size());
   for (SEdit& edit : edits_)
     order.push_back(&edit);
   if (!is_back_) std::reverse(order.begin(), order.end());

@@ -22,7 +22,7 @@ constexpr const char* kTooLongText = "The archive would be longer than 4 GB, whi
 constexpr const char* kChangedText = "its length changed while it was read";
 
 std::string LoadErrorText(const SPodSource& source) {
-  return Format(kLoadErrorText, DisplayName(FileNamePart(source.name)).c_str());
+  return Format(kLoadErrorText, DisplayFileName(source.name).c_str());
 }
 
 void Refuse(SPodPlan::SEntry& entry, std::string text, std::string details) {

@@ -11,7 +11,7 @@ bool SArchivePlace::IsSame(const SArchivePlace& other) const {
 }
 
 std::string SArchivePlace::Title() const {
-  return DisplayName(FileNamePart(entry)) + " (" + FileNamePart(archive) + ")";
+  return DisplayFileName(entry) + " (" + FileNamePart(archive) + ")";
 }
 
 std::optional<CFileBytes> ReadPlace(const SArchivePlace& place, SError* error) {

@@ -47,7 +47,7 @@ void Write(CTarnDoc& document, const std::string& path, const std::function<bool
 bool MayReplaceBeside(CTarnDoc& document, const std::string& path) {
   std::string names;
   for (const std::string& file : FilesOfExport(document.Model(), path))
-    if (file != path && FileExists(file)) names += DisplayName(FileNamePart(file)) + '\n';
+    if (file != path && FileExists(file)) names += DisplayFileName(file) + '\n';
   if (names.empty()) return true;
   const SMessage question = {.text = kReplaceBeside, .icon = EIcon::kQuestion, .details = names, .usual = EAnswer::kNo};
   return document.Services().questions.AskYesNo(question) == EAnswer::kYes;

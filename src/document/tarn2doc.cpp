@@ -94,7 +94,7 @@ bool CTarnDoc::Load(CBinModel& model, const std::string& path, SDiagnosis* diagn
 
 bool CTarnDoc::OpenFromArchive(const SArchivePlace& place) {
   VELDRA_ASSERT(Path().empty() && model_.VertexCount() == 0);
-  const std::string name = DisplayName(FileNamePart(place.entry));
+  const std::string name = DisplayFileName(place.entry);
   const CQuestions::CAbout about(services_.questions, name);
   SError error;
   const auto bytes = ReadPlace(place, &error);

@@ -54,7 +54,7 @@ void ImportEach(const SImportServices& services, const std::vector<std::string>&
       ShowImportFault(path, fault, questions);
       continue;
     }
-    texture_prompt.note = "The texture of " + DisplayName(FileNamePart(path));
+    texture_prompt.note = "The texture of " + DisplayFileName(path);
     const auto texture = questions.AskOpenFile(texture_prompt);
     if (!texture) continue;
     bool is_done = false;

@@ -102,7 +102,7 @@ void CImportMeshesDialog::FillFiles() {
   for (const SMeshJob& job : jobs_) {
     auto* const row = new QTreeWidgetItem(files_);
     const size_t cut = CountCutFaces(job.mesh);
-    row->setText(kFile, ToQString(DisplayName(FileNamePart(job.path))));
+    row->setText(kFile, ToQString(DisplayFileName(job.path)));
     row->setToolTip(kFile, ToolTipText(NameToQString(job.path)));
     row->setCheckState(kFile, job.is_wanted ? Qt::Checked : Qt::Unchecked);
     row->setText(kFaces, QString::number(job.mesh.FaceCount()));
@@ -189,7 +189,7 @@ QString CImportMeshesDialog::Fault() {
   ShowSizes();
   for (const SMeshJob& job : jobs_)
     if (job.is_wanted && !WaveBounds(job.mesh, job.options))
-      return tr("%1 does not fit in 32 bits at this size.").arg(ToQString(DisplayName(FileNamePart(job.path))));
+      return tr("%1 does not fit in 32 bits at this size.").arg(ToQString(DisplayFileName(job.path)));
   return is_any_wanted ? QString() : tr("Choose at least one file.");
 }
 

@@ -37,7 +37,7 @@ std::string TooManyFaces(uint64_t size) {
 
 void ShowImportFault(const std::string& path, const SImportFault& fault, CQuestions& questions) {
   if (fault.is_told) return;
-  questions.Message({.text = Format("\"%s\" could not be imported.", DisplayName(path).c_str()),
+  questions.Message({.text = Format("\"%s\" could not be imported.", DisplayPath(path).c_str()),
                      .caption = kErrorCaption,
                      .icon = EIcon::kError,
                      .details = fault.what});
@@ -71,6 +71,6 @@ bool CImportBuilder::AppendTo(CBinModel& model, SImportFault& fault) {
 }
 
 CImportProgress::CImportProgress(CQuestions& questions, const std::string& path)
-    : progress_(questions.BeginWork(Format("Importing %s", DisplayName(FileNamePart(path)).c_str()), true)) {}
+    : progress_(questions.BeginWork(Format("Importing %s", DisplayFileName(path).c_str()), true)) {}
 
 }  // namespace veldra

@@ -77,7 +77,7 @@ std::optional<SWaveMesh> ReadMesh(const std::string& path, EMeshFormat format, b
     fault = {error.what, false};
     return std::nullopt;
   }
-  const auto progress = questions.BeginWork(Format("Reading %s", DisplayName(FileNamePart(path)).c_str()), true);
+  const auto progress = questions.BeginWork(Format("Reading %s", DisplayFileName(path).c_str()), true);
   if (format == EMeshFormat::kPly) return ParsePly(file->View(), progress.get(), fault);
   if (format == EMeshFormat::kStl) return ParseStl(file->View(), progress.get(), fault);
   return ParseGltf(file->View(), BesideReader(path), progress.get(), fault);

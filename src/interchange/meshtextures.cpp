@@ -174,7 +174,7 @@ std::string CMaterialPlanner::MakeTexture(const std::string& picture, std::strin
     raw = FreePath(picture, *texels);
     if (!there_.contains(FileNamePart(raw))) plan_.made.push_back({raw, picture, std::move(*texels)});
   } else {
-    fault = Format("the picture %s %s", DisplayName(FileNamePart(picture)).c_str(), error.what.c_str());
+    fault = Format("the picture %s %s", DisplayFileName(picture).c_str(), error.what.c_str());
   }
   return by_picture_.emplace(picture, raw).first->second;
 }

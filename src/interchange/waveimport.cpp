@@ -23,7 +23,7 @@ SMaterialPlan PlanOf(const SWaveMesh& mesh, const SWaveFiles& files, const SImpo
 
 void TellRemarks(const SWaveFiles& files, const CRemarks& remarks, CQuestions& questions) {
   if (remarks.Empty()) return;
-  questions.Message({.text = Format(kRemarksText, DisplayName(FileNamePart(files.path)).c_str()),
+  questions.Message({.text = Format(kRemarksText, DisplayFileName(files.path).c_str()),
                      .icon = EIcon::kWarning,
                      .details = remarks.Text()});
 }
@@ -124,7 +124,7 @@ std::optional<SWaveMesh> ReadWavefront(const std::string& path, CQuestions& ques
     fault = {error.what, false};
     return std::nullopt;
   }
-  const auto progress = questions.BeginWork(Format("Reading %s", DisplayName(FileNamePart(path)).c_str()), true);
+  const auto progress = questions.BeginWork(Format("Reading %s", DisplayFileName(path).c_str()), true);
   return ParseWavefront(file->Text(), progress.get(), fault);
 }
 

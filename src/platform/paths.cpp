@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/standardinput.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -125,6 +126,14 @@ bool IsDeviceName(std::string_view part) {
   return std::any_of(kNumberedDevices.begin(), kNumberedDevices.end(), [&](std::string_view device) {
     return name.starts_with(device) && IsDeviceNumber(std::string_view(name).substr(device.size()));
   });
+}
+
+std::string DisplayPath(std::string_view path) {
+  return IsStandardInput(path) ? "standard input" : DisplayName(path);
+}
+
+std::string DisplayFileName(std::string_view path) {
+  return IsStandardInput(path) ? "standard input" : DisplayName(FileNamePart(path));
 }
 
 }  // namespace veldra

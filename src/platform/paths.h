@@ -32,4 +32,8 @@ bool IsDeviceName(std::string_view part);
 /// PATH as this system's calls take it: on systems that separate with "/", every "\" becomes one.
 std::string NativePath(std::string_view path);
 
+/// PATH, and its last part, as DisplayName shows names; "standard input" for the file that holds that.
+std::string DisplayPath(std::string_view path);
+std::string DisplayFileName(std::string_view path);
+
 }  // namespace veldra

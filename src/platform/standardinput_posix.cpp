@@ -50,12 +50,21 @@ std::string Keep(SError* error) {
   return "";
 }
 
+std::string& KeptPath() {
+  static std::string path;
+  return path;
+}
+
 }  // namespace
 
 std::string StandardInputFile(SError* error) {
-  static std::string kept;
-  if (kept.empty()) kept = Keep(error);
-  return kept;
+  std::string& path = KeptPath();
+  if (path.empty()) path = Keep(error);
+  return path;
+}
+
+bool IsStandardInput(std::string_view path) {
+  return !path.empty() && path == KeptPath();
 }
 
 }  // namespace veldra

@@ -25,6 +25,7 @@ class CKeptInput {
     if (path_.empty()) Keep(error);
     return path_;
   }
+  bool Is(std::string_view path) const { return !path.empty() && path == path_; }
 
  private:
   void Keep(SError* error) {
@@ -48,11 +49,19 @@ class CKeptInput {
   std::string path_;
 };
 
+CKeptInput& KeptInput() {
+  static CKeptInput input;
+  return input;
+}
+
 }  // namespace
 
 std::string StandardInputFile(SError* error) {
-  static CKeptInput input;
-  return input.Path(error);
+  return KeptInput().Path(error);
+}
+
+bool IsStandardInput(std::string_view path) {
+  return KeptInput().Is(path);
 }
 
 }  // namespace veldra

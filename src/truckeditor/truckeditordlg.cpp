@@ -214,7 +214,7 @@ bool CTruckEditorDlg::OpenFile(const std::string& path) {
 /// Yes: the archive gets it. No: it becomes a file of its own.
 bool CTruckEditorDlg::SaveIntoArchive() {
   const SArchivePlace place = *document_.ArchivePlace();
-  const std::string name = DisplayName(FileNamePart(place.entry));
+  const std::string name = DisplayFileName(place.entry);
   const SMessage question = {.text = Format("Save %s back into %s?", name.c_str(), FileNamePart(place.archive).c_str()),
                              .icon = EIcon::kQuestion,
                              .yes = "Save into the &Archive",

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTreeView>
 #include <QWheelEvent>
 #include <QtTest>
 

@@ -95,8 +95,20 @@ Flags CModelTreeView::selectionCommand(const QModelIndex& index, const QEvent* e
   return is_key ? QItemSelectionModel::Rows : QItemSelectionModel::NoUpdate;
 }
 
+/// From some version of Qt on, a range begins anew where its own selection is empty, as it always is here.
+void CModelTreeView::setSelection(const QRect& area, Flags how) {
+  QRect range = area;
+  if (!how.testFlag(QItemSelectionModel::Current)) {
+    anchor_ = currentIndex();
+  } else if (state() != DragSelectingState && visualRect(anchor_).isValid()) {
+    range = QRect(visualRect(anchor_).center(), visualRect(currentIndex()).center());
+  }
+  QTreeView::setSelection(range, how);
+}
+
 void CModelTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTreeView::currentChanged(current, previous);
+  if (is_guided_) anchor_ = current;
   if (!is_guided_) emit CurrentWanted(current);
 }
 

@@ -32,6 +32,7 @@ class CModelTreeView : public QTreeView {
 
  protected:
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
+  void setSelection(const QRect& area, QItemSelectionModel::SelectionFlags how) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void keyboardSearch(const QString& text) override { emit SearchWanted(text); }
 
@@ -40,7 +41,8 @@ class CModelTreeView : public QTreeView {
   class CPainter;
 
   CModelTreeModel& rows_;
-  bool is_guided_ = false;  ///< by the program
+  QPersistentModelIndex anchor_;  ///< where a range with Shift begins
+  bool is_guided_ = false;        ///< by the program
 };
 
 }  // namespace veldra

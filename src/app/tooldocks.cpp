@@ -63,8 +63,8 @@ void CToolDocks::PutTogether() {
   window_.tabifyDockWidget(&Dock(EToolDock::kCurrentFace), &Dock(EToolDock::kVertexStatus));
   window_.tabifyDockWidget(&Dock(EToolDock::kVertexStatus), &Dock(EToolDock::kModelInfo));
   for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools}) {
+    Dock(dock).hide();  // first, or it would get a window of the system at once
     Dock(dock).setFloating(true);
-    Dock(dock).hide();
   }
   Dock(EToolDock::kModelTree).raise();
   Dock(EToolDock::kCurrentFace).raise();

@@ -66,6 +66,20 @@ std::vector<int32_t> SelectionOf(const CBinModel& model, SScope::EKind kind) {
   return model.Selected(kind == SScope::EKind::kSelectedFaces ? EGroupKind::kFaces : EGroupKind::kVertices);
 }
 
+Vector3 PivotPoint(const CBinModel& model, std::span<const int32_t> vertices, const SPivotInput& input) {
+  using EKind = SPivotInput::EKind;
+  if (input.kind == EKind::kPoint) return input.point;
+  if (input.kind == EKind::kVertex) return ToVector(model.Vertex(input.vertex).Position());
+  const auto bounds = model.BoundsOfVertices(vertices);
+  if (input.kind == EKind::kOrigin || !bounds) return {};
+  return 0.5 * (ToVector(bounds->min) + ToVector(bounds->max));
+}
+
+std::string PivotFault(const CBinModel& model, const SPivotInput& input) {
+  if (input.kind != SPivotInput::EKind::kVertex) return "";
+  return input.vertex >= 0 && input.vertex < model.VertexCount() ? "" : "There is no current vertex.";
+}
+
 std::string ScopeFault(const CBinModel& model, SScope::EKind kind) {
   if (kind == SScope::EKind::kSelectedFaces && model.SelectedCount(EGroupKind::kFaces) == 0) {
     return "No face is selected.";
@@ -102,7 +116,8 @@ std::optional<SBounds> ResultingBounds(const CBinModel& model, std::span<const i
                                        const SResizeInput& input) {
   const std::vector<int32_t> vertices = VerticesInScope(model, {input.scope, selection});
   std::vector<SPoint> positions;
-  if (!ResizedPositions(model, vertices, input.x, input.y, input.z, positions).empty()) return std::nullopt;
+  const Vector3 pivot = PivotPoint(model, vertices, input.pivot);
+  if (!ResizedPositions(model, vertices, input.x, input.y, input.z, positions, pivot).empty()) return std::nullopt;
   return BoundsWith(model, vertices, positions);
 }
 
@@ -122,7 +137,8 @@ std::optional<SBounds> ResultingBounds(const CBinModel& model, std::span<const i
                                        const SRotateInput& input) {
   const std::vector<int32_t> vertices = VerticesInScope(model, {input.scope, selection});
   std::vector<SPoint> positions;
-  if (!RotatedPositions(model, vertices, input.axis, input.angle, input.radians, positions).empty()) {
+  const Vector3 pivot = PivotPoint(model, vertices, input.pivot);
+  if (!RotatedPositions(model, vertices, input.axis, input.angle, input.radians, positions, pivot).empty()) {
     return std::nullopt;
   }
   return BoundsWith(model, vertices, positions);

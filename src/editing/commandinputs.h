@@ -15,11 +15,19 @@
 /// carries them out, and everything about them can be checked without a window.
 namespace veldra {
 
+/// The point that stays where it is when something is turned, resized or mirrored.
+struct SPivotInput {
+  enum class EKind { kMiddle, kOrigin, kVertex, kPoint } kind = EKind::kOrigin;  ///< kMiddle: of what moves
+  int32_t vertex = -1;                                                           ///< kVertex
+  Vector3 point = {};                                                            ///< kPoint
+};
+
 struct SResizeInput {
   double x = 1.0;  ///< factors
   double y = 1.0;
   double z = 1.0;
   SScope::EKind scope = SScope::EKind::kAll;
+  SPivotInput pivot = {};
 };
 
 struct STranslateInput {
@@ -34,6 +42,7 @@ struct SRotateInput {
   bool radians = false;
   EAxis axis = EAxis::kY;
   SScope::EKind scope = SScope::EKind::kAll;
+  SPivotInput pivot = {};
 };
 
 struct SMirrorInput {
@@ -41,6 +50,7 @@ struct SMirrorInput {
   bool y = false;
   bool z = false;
   SScope::EKind scope = SScope::EKind::kAll;
+  SPivotInput pivot = {};
 };
 
 struct SAddVertexInput {
@@ -69,9 +79,14 @@ SScope::EKind ScopeOfRotateTarget(int target);
 /// The selected vertices or faces that KIND means; empty for kAll.
 std::vector<int32_t> SelectionOf(const CBinModel& model, SScope::EKind kind);
 
+/// Where INPUT is, for an operation that moves VERTICES of MODEL. Their middle is that of their bounds, and may lie on
+/// half units.
+Vector3 PivotPoint(const CBinModel& model, std::span<const int32_t> vertices, const SPivotInput& input);
+
 // What stands in the way of carrying INPUT out on MODEL, in words, or "".
 /// Of any operation: nothing is selected that KIND could mean.
 std::string ScopeFault(const CBinModel& model, SScope::EKind kind);
+std::string PivotFault(const CBinModel& model, const SPivotInput& input);
 std::string InputFault(const CBinModel& model, const SAddFaceInput& input);
 std::string InputFault(const CBinModel& model, const SMergeInput& input);
 std::string InputFault(const CBinModel& model, const SReplaceTextureInput& input);

@@ -26,20 +26,20 @@ std::optional<Input> Run(Dialog&& dialog, Input& last) {
 
 }  // namespace
 
-std::optional<SResizeInput> CEditDialogs::AskResize(const CBinModel& model, QWidget* parent) {
-  return Run(CResizeDialog(model, resize_, parent), resize_);
+std::optional<SResizeInput> CEditDialogs::AskResize(const CBinModel& model, QWidget* parent, int32_t vertex) {
+  return Run(CResizeDialog(model, vertex, resize_, parent), resize_);
 }
 
 std::optional<STranslateInput> CEditDialogs::AskTranslate(const CBinModel& model, QWidget* parent) {
   return Run(CTranslateDialog(model, translate_, parent), translate_);
 }
 
-std::optional<SRotateInput> CEditDialogs::AskRotate(const CBinModel& model, QWidget* parent) {
-  return Run(CRotateDialog(model, rotate_, parent), rotate_);
+std::optional<SRotateInput> CEditDialogs::AskRotate(const CBinModel& model, QWidget* parent, int32_t vertex) {
+  return Run(CRotateDialog(model, vertex, rotate_, parent), rotate_);
 }
 
-std::optional<SMirrorInput> CEditDialogs::AskMirror(const CBinModel& model, QWidget* parent) {
-  return Run(CMirrorDialog(model, mirror_, parent), mirror_);
+std::optional<SMirrorInput> CEditDialogs::AskMirror(const CBinModel& model, QWidget* parent, int32_t vertex) {
+  return Run(CMirrorDialog(model, vertex, mirror_, parent), mirror_);
 }
 
 std::optional<SAddFaceInput> CEditDialogs::AskAddFace(const CBinModel& model, QWidget* parent) {

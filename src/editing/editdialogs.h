@@ -17,10 +17,11 @@ class CEditDialogs {
  public:
   explicit CEditDialogs(const CSettings& settings) : settings_(settings) {}
 
-  std::optional<SResizeInput> AskResize(const CBinModel& model, QWidget* parent);
+  // VERTEX: the current one, -1 for none.
+  std::optional<SResizeInput> AskResize(const CBinModel& model, QWidget* parent, int32_t vertex = -1);
   std::optional<STranslateInput> AskTranslate(const CBinModel& model, QWidget* parent);
-  std::optional<SRotateInput> AskRotate(const CBinModel& model, QWidget* parent);
-  std::optional<SMirrorInput> AskMirror(const CBinModel& model, QWidget* parent);
+  std::optional<SRotateInput> AskRotate(const CBinModel& model, QWidget* parent, int32_t vertex = -1);
+  std::optional<SMirrorInput> AskMirror(const CBinModel& model, QWidget* parent, int32_t vertex = -1);
   std::optional<SAddFaceInput> AskAddFace(const CBinModel& model, QWidget* parent);
   std::optional<SAddVertexInput> AskAddVertex(QWidget* parent);
   std::optional<SMergeInput> AskMerge(const CBinModel& model, QWidget* parent);

@@ -6,8 +6,10 @@
 
 namespace veldra {
 
-CMirrorDialog::CMirrorDialog(const CBinModel& model, const SMirrorInput& last, QWidget* parent)
-    : CFieldDialog("mirror", tr("Mirror Model"), parent), scope_(new CScopeBox(model, last.scope)) {
+CMirrorDialog::CMirrorDialog(const CBinModel& model, int32_t vertex, const SMirrorInput& last, QWidget* parent)
+    : CFieldDialog("mirror", tr("Mirror Model"), parent),
+      scope_(new CScopeBox(model, last.scope)),
+      pivot_(new CPivotBox(model, vertex, last.pivot)) {
   auto* box = new QGroupBox(tr("Mirror along"));
   auto* line = new QHBoxLayout(box);
   const struct {
@@ -25,12 +27,21 @@ CMirrorDialog::CMirrorDialog(const CBinModel& model, const SMirrorInput& last, Q
   line->addStretch();
   Content()->addWidget(box);
   Content()->addWidget(scope_);
+  Content()->addWidget(pivot_);
+  pivot_->SetScope(scope_->Scope());
+  for (CNumberField* field : pivot_->Fields())
+    Watch(field);
+  connect(scope_, &CScopeBox::ScopeChanged, pivot_, [this] { pivot_->SetScope(scope_->Scope()); });
   StartWith(axes_[0]);
   Refresh();
 }
 
 SMirrorInput CMirrorDialog::Input() const {
-  return {.x = axes_[0]->isChecked(), .y = axes_[1]->isChecked(), .z = axes_[2]->isChecked(), .scope = scope_->Scope()};
+  return {.x = axes_[0]->isChecked(),
+          .y = axes_[1]->isChecked(),
+          .z = axes_[2]->isChecked(),
+          .scope = scope_->Scope(),
+          .pivot = pivot_->Pivot()};
 }
 
 QString CMirrorDialog::Fault() {

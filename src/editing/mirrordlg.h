@@ -4,6 +4,7 @@
 #include <array>
 
 #include "editing/commandinputs.h"
+#include "editing/pivotbox.h"
 #include "editing/scopebox.h"
 #include "ui/fielddialog.h"
 
@@ -14,15 +15,18 @@ class CMirrorDialog : public CFieldDialog {
   Q_OBJECT
 
  public:
-  CMirrorDialog(const CBinModel& model, const SMirrorInput& last, QWidget* parent);
+  /// VERTEX: the current one, -1 for none.
+  CMirrorDialog(const CBinModel& model, int32_t vertex, const SMirrorInput& last, QWidget* parent);
   /// Once accepted.
   SMirrorInput Input() const;
 
  private:
   QString Fault() override;
+  QString FieldFault() override { return pivot_->Fault(); }
 
   std::array<QCheckBox*, 3> axes_ = {};
   CScopeBox* scope_;
+  CPivotBox* pivot_;
 };
 
 }  // namespace veldra

@@ -27,6 +27,14 @@ bool Said(const CTarnDoc& document, bool done, const char* what, const SScope& s
   return done;
 }
 
+/// INPUT can be carried out, which the user has been told of otherwise.
+template <typename Input>
+bool IsPossible(CTarnDoc& document, const Input& input) {
+  const CBinModel& model = document.Model();
+  return CanMoveVertices(document) && IsWithout(document, ScopeFault(model, input.scope)) &&
+         IsWithout(document, PivotFault(model, input.pivot));
+}
+
 /// What would keep MODEL's textures from being saved; "" for nothing.
 std::string UnsavableName(const CBinModel& model) {
   for (int32_t i = 0; i < model.TextureCount(); ++i) {
@@ -81,11 +89,12 @@ bool CanReplaceTexture(const CTarnDoc& document) {
 bool Resize(CTarnDoc& document, const SResizeInput& input) {
   CBinModel& model = document.Model();
   // The rule for the menu leaves out models without extent; whoever asks for it all the same, as a script, gets it.
-  if (!CanMoveVertices(document) || !IsWithout(document, ScopeFault(model, input.scope))) return false;
+  if (!IsPossible(document, input)) return false;
   const std::vector<int32_t> selection = SelectionOf(model, input.scope);
   const SScope scope{input.scope, selection};
+  const Vector3 pivot = PivotPoint(model, VerticesInScope(model, scope), input.pivot);
   const CStateBefore before(document, "Resize");
-  return Said(document, IsWithout(document, Resize(model, scope, input.x, input.y, input.z)), "Resized", scope);
+  return Said(document, IsWithout(document, Resize(model, scope, input.x, input.y, input.z, pivot)), "Resized", scope);
 }
 
 bool Translate(CTarnDoc& document, const STranslateInput& input) {
@@ -100,25 +109,27 @@ bool Translate(CTarnDoc& document, const STranslateInput& input) {
 
 bool Rotate(CTarnDoc& document, const SRotateInput& input) {
   CBinModel& model = document.Model();
-  if (!CanMoveVertices(document) || !IsWithout(document, ScopeFault(model, input.scope))) return false;
+  if (!IsPossible(document, input)) return false;
   if (input.angle == 0.0) return true;
   const std::vector<int32_t> selection = SelectionOf(model, input.scope);
   const SScope scope{input.scope, selection};
+  const Vector3 pivot = PivotPoint(model, VerticesInScope(model, scope), input.pivot);
   const CStateBefore before(document, "Rotate");
-  return Said(document, IsWithout(document, Rotate(model, scope, input.axis, input.angle, input.radians)), "Rotated",
-              scope);
+  const GeometryFault fault = Rotate(model, scope, input.axis, input.angle, input.radians, pivot);
+  return Said(document, IsWithout(document, fault), "Rotated", scope);
 }
 
 bool Mirror(CTarnDoc& document, const SMirrorInput& input) {
   CBinModel& model = document.Model();
-  if (!CanMoveVertices(document) || !IsWithout(document, ScopeFault(model, input.scope))) return false;
+  if (!IsPossible(document, input)) return false;
   const std::vector<int32_t> selection = SelectionOf(model, input.scope);
   const SScope scope{input.scope, selection};
+  const Vector3 pivot = PivotPoint(model, VerticesInScope(model, scope), input.pivot);
   const CStateBefore before(document, "Mirror");
   const CBinModel::CBusy one_change(model);
   const std::pair<bool, EAxis> axes[] = {{input.x, EAxis::kX}, {input.y, EAxis::kY}, {input.z, EAxis::kZ}};
   for (const auto& [is_mirrored, axis] : axes)
-    if (is_mirrored) Mirror(model, scope, axis);
+    if (is_mirrored) Mirror(model, scope, axis, pivot);
   return Said(document, true, "Mirrored", scope);
 }
 

@@ -2,7 +2,7 @@
 
 namespace veldra {
 
-CResizeDialog::CResizeDialog(const CBinModel& model, const SResizeInput& last, QWidget* parent)
+CResizeDialog::CResizeDialog(const CBinModel& model, int32_t vertex, const SResizeInput& last, QWidget* parent)
     : CSizeDialog("resize", tr("Resize Model"), model, last.scope, parent),
       same_(new QCheckBox(tr("&Same factor on all axes"))) {
   auto* box = new QGroupBox(tr("Factors"));
@@ -14,6 +14,7 @@ CResizeDialog::CResizeDialog(const CBinModel& model, const SResizeInput& last, Q
   for (CNumberField* factor : factors_)
     connect(factor->Edit(), &QLineEdit::textEdited, this, &CResizeDialog::TakeForAll);
   connect(same_, &QCheckBox::toggled, this, [this] { TakeForAll(factors_[0]->Edit()->text()); });
+  AddPivot(vertex, last.pivot);
   LayOut(box);
   StartWith(factors_[0]);
   Refresh();
@@ -23,7 +24,8 @@ SResizeInput CResizeDialog::Input() const {
   return {.x = factors_[0]->Value().value_or(1.0),
           .y = factors_[1]->Value().value_or(1.0),
           .z = factors_[2]->Value().value_or(1.0),
-          .scope = Scope()};
+          .scope = Scope(),
+          .pivot = Pivot()};
 }
 
 std::optional<SBounds> CResizeDialog::Result() const {

@@ -13,7 +13,8 @@ class CResizeDialog : public CSizeDialog {
   Q_OBJECT
 
  public:
-  CResizeDialog(const CBinModel& model, const SResizeInput& last, QWidget* parent);
+  /// VERTEX: the current one, -1 for none.
+  CResizeDialog(const CBinModel& model, int32_t vertex, const SResizeInput& last, QWidget* parent);
   /// Once accepted.
   SResizeInput Input() const;
 

@@ -4,7 +4,7 @@
 
 namespace veldra {
 
-CRotateDialog::CRotateDialog(const CBinModel& model, const SRotateInput& last, QWidget* parent)
+CRotateDialog::CRotateDialog(const CBinModel& model, int32_t vertex, const SRotateInput& last, QWidget* parent)
     : CSizeDialog("rotate", "Model Rotation", model, last.scope, parent), axis_(new CAxisField(tr("Axis"), last.axis)) {
   auto* fields = new QWidget;
   auto* layout = new QVBoxLayout(fields);
@@ -12,6 +12,7 @@ CRotateDialog::CRotateDialog(const CBinModel& model, const SRotateInput& last, Q
   layout->addWidget(MakeAngleBox(last));
   layout->addWidget(axis_);
   connect(axis_, &CAxisField::Changed, this, &CFieldDialog::Refresh);
+  AddPivot(vertex, last.pivot);
   LayOut(fields);
   StartWith(angle_);
   Refresh();
@@ -39,7 +40,8 @@ SRotateInput CRotateDialog::Input() const {
   return {.angle = angle_->Value().value_or(0.0),
           .radians = radians_->isChecked(),
           .axis = axis_->Axis(),
-          .scope = Scope()};
+          .scope = Scope(),
+          .pivot = Pivot()};
 }
 
 std::optional<SBounds> CRotateDialog::Result() const {

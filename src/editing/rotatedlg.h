@@ -13,7 +13,8 @@ class CRotateDialog : public CSizeDialog {
   Q_OBJECT
 
  public:
-  CRotateDialog(const CBinModel& model, const SRotateInput& last, QWidget* parent);
+  /// VERTEX: the current one, -1 for none.
+  CRotateDialog(const CBinModel& model, int32_t vertex, const SRotateInput& last, QWidget* parent);
   /// Once accepted.
   SRotateInput Input() const;
 

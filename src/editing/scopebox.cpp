@@ -6,6 +6,19 @@
 
 namespace veldra {
 
+namespace {
+
+SScope::EKind StartingScope(const CBinModel& model, SScope::EKind last) {
+  using EKind = SScope::EKind;
+  const bool has_faces = model.SelectedCount(EGroupKind::kFaces) > 0;
+  const bool has_vertices = model.SelectedCount(EGroupKind::kVertices) > 0;
+  if (has_faces && has_vertices && last != EKind::kAll) return last;
+  if (has_faces) return EKind::kSelectedFaces;
+  return has_vertices ? EKind::kSelectedVertices : EKind::kAll;
+}
+
+}  // namespace
+
 CScopeBox::CScopeBox(const CBinModel& model, SScope::EKind last, QWidget* parent)
     : QGroupBox(tr("Apply to"), parent), group_(new QButtonGroup(this)) {
   using EKind = SScope::EKind;
@@ -22,6 +35,7 @@ CScopeBox::CScopeBox(const CBinModel& model, SScope::EKind last, QWidget* parent
       {EKind::kSelectedFaces, "selectedFaces", "Selected &Faces", model.SelectedCount(EGroupKind::kFaces),
        "no face is selected"},
   };
+  const SScope::EKind start = StartingScope(model, last);
   auto* grid = new QGridLayout(this);
   grid->setColumnStretch(1, 1);
   for (const auto& row : rows) {
@@ -32,7 +46,7 @@ CScopeBox::CScopeBox(const CBinModel& model, SScope::EKind last, QWidget* parent
     auto* note = new QLabel(is_possible ? QString("(%1)").arg(row.count) : QString("(%1)").arg(row.none));
     note->setEnabled(is_possible);
     group_->addButton(button, static_cast<int>(row.kind));
-    if (row.kind == EKind::kAll || (row.kind == last && is_possible)) button->setChecked(true);
+    button->setChecked(row.kind == start);
     const int line = grid->rowCount();
     grid->addWidget(button, line, 0);
     grid->addWidget(note, line, 1);

@@ -13,7 +13,7 @@ class CScopeBox : public QGroupBox {
   Q_OBJECT
 
  public:
-  /// Starts with LAST, or with all vertices when nothing of that kind is selected.
+  /// Starts with what is selected, where both are with LAST, and with all vertices while nothing is.
   CScopeBox(const CBinModel& model, SScope::EKind last, QWidget* parent = nullptr);
   SScope::EKind Scope() const;
 

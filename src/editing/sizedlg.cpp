@@ -23,10 +23,20 @@ CSizeDialog::CSizeDialog(const char* name, const QString& title, const CBinModel
   connect(scope_, &CScopeBox::ScopeChanged, this, &CFieldDialog::Refresh);
 }
 
+void CSizeDialog::AddPivot(int32_t vertex, const SPivotInput& last) {
+  pivot_ = new CPivotBox(model_, vertex, last);
+  pivot_->SetScope(Scope());
+  for (CNumberField* field : pivot_->Fields())
+    Watch(field);
+  connect(scope_, &CScopeBox::ScopeChanged, pivot_, [this] { pivot_->SetScope(Scope()); });
+  connect(pivot_, &CPivotBox::Changed, this, &CFieldDialog::Refresh);
+}
+
 void CSizeDialog::LayOut(QWidget* fields) {
   auto* left = new QVBoxLayout;
   left->addWidget(fields);
   left->addWidget(scope_);
+  if (pivot_ != nullptr) left->addWidget(pivot_);
   left->addStretch();
   auto* line = new QHBoxLayout;
   line->addLayout(left, 1);
@@ -42,7 +52,7 @@ QString CSizeDialog::Fault() {
 
 QString CSizeDialog::FieldFault() {
   preview_->SetResult(std::nullopt);
-  return {};
+  return pivot_ == nullptr ? QString() : pivot_->Fault();
 }
 
 }  // namespace veldra

@@ -1,5 +1,6 @@
 #include "editing/vertexcommands.h"
 
+#include "editing/texturelock.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -23,9 +24,12 @@ void Move(CEditCursor& cursor, const std::vector<int32_t>& vertices, EAxis axis,
           const std::string& join) {
   const CStep one_step(cursor.Document(), "Move Vertices");
   cursor.Document().Steps().Join(join);
+  std::optional<CTextureLock> lock;
+  if (cursor.Document().Settings().texture_lock != 0) lock.emplace(cursor.Document().Model(), vertices);
   SPoint step;
   Coordinate(step, axis) = cursor.Document().Settings().move_step;
   TranslateVertices(cursor.Document().Model(), vertices, step.x, step.y, step.z, forward);
+  if (lock) lock->Follow();
   cursor.Document().Say("Moved " + Vertices(vertices.size()));
 }
 

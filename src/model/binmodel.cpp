@@ -65,19 +65,24 @@ CBinModel::CBusy::~CBusy() {
   if (changing_ == nullptr) return;
   const SModelChange change = changing_->pending_;
   changing_->pending_ = {};
-  if (change.Any() || change.selection) changing_->Report(change);
+  if (change.Any() || change.selection) changing_->Report(change, true);
 }
 
 void CBinFace::NoteChange() const {
   if (owner_->recorder_ != nullptr) owner_->recorder_->BeforeFace(*this);
 }
 
-void CBinModel::Report(const SModelChange& change) {
+void CBinModel::Report(const SModelChange& change, bool is_noted) {
+  are_moves_all_ = are_moves_all_ && (is_noted || !change.IsDrawn());
   if (busy_) {
     pending_.Add(change);
     return;
   }
-  if (change.IsDrawn()) ++revision_;
+  if (change.IsDrawn()) {
+    ++revision_;
+    if (!are_moves_all_) moves_.Forget(revision_);
+    are_moves_all_ = true;
+  }
   if (change.selection || change.topology) ++selection_revision_;
   if (observer_ != nullptr) observer_->OnModelChanged(*this, change);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "model/helperclasses.h"
+#include "model/movenotes.h"
 
 namespace veldra {
 
@@ -72,6 +74,9 @@ class CBinModel {
   uint64_t Identity() const { return identity_; }
   /// Grows with every change of what is drawn (positions, topology, faces, textures): whoever caches compares it.
   uint64_t Revision() const { return revision_; }
+  /// Which vertices all that was drawn differently since REVISION is about: they were moved, or a face at them got
+  /// other texture coordinates. Some may be named twice; nothing when more than that may have changed.
+  std::optional<std::span<const int32_t>> MovedSince(uint64_t revision) const { return moves_.Since(revision); }
 
   // --- Access -------------------------------------------------------------------------------------------------------
   int32_t VertexCount() const { return static_cast<int32_t>(vertices_.size()); }
@@ -139,6 +144,8 @@ class CBinModel {
   void SetVertexPosition(int32_t index, const SPoint& position);
   /// New positions for the vertices INDICES, in the same order; bounds and observers follow once.
   void SetVertexPositions(std::span<const int32_t> indices, std::span<const SPoint> positions);
+  /// New texture coordinates for FACES, in the same order, once for all.
+  void SetTexCoords(std::span<const int32_t> faces, std::span<const std::array<STexCoord, 4>> coords);
   void SetFaceCorners(int32_t index, std::span<CBinVertex* const> corners);
   void SetFaceTexture(int32_t index, CBinTexture* texture);
   /// The other way round: the first corner stays, the others come in reverse order, each with its texture coordinate.
@@ -228,7 +235,8 @@ class CBinModel {
   void RenumberVertices(size_t first);
   void RenumberFaces(size_t first);
   void Widen(const SPoint& position, bool first);
-  void Report(const SModelChange& change);
+  /// IS_NOTED: what it changes of the drawing is in moves_.
+  void Report(const SModelChange& change, bool is_noted = false);
   void ReportSelection();
   std::string FaceFault() const;
   std::string VertexFault() const;
@@ -250,6 +258,8 @@ class CBinModel {
   CStepRecorder* recorder_ = nullptr;  ///< told before anything changes
   uint64_t identity_;
   uint64_t revision_ = 0;
+  CMoveNotes moves_;
+  bool are_moves_all_ = true;  ///< of what the next revision brings
   uint64_t selection_revision_ = 0;
   mutable bool busy_ = false;
   SModelChange pending_;  ///< changes made while busy

@@ -373,12 +373,28 @@ void CBinModel::SetVertexPosition(int32_t index, const SPoint& position) {
 
 void CBinModel::SetVertexPositions(std::span<const int32_t> indices, std::span<const SPoint> positions) {
   VELDRA_ASSERT(indices.size() == positions.size());
-  if (recorder_ != nullptr && !indices.empty()) recorder_->BeforePositions(indices);
+  if (indices.empty()) return;
+  moves_.Note(indices, revision_ + 1);
+  if (recorder_ != nullptr) recorder_->BeforePositions(indices);
   for (size_t i = 0; i < indices.size(); ++i)
     Vertex(indices[i]).position_ = positions[i];
-  if (indices.empty()) return;
   RecomputeBounds();
-  Report({.positions = true});
+  Report({.positions = true}, true);
+}
+
+void CBinModel::SetTexCoords(std::span<const int32_t> faces, std::span<const std::array<STexCoord, 4>> coords) {
+  VELDRA_ASSERT(faces.size() == coords.size());
+  if (faces.empty()) return;
+  std::vector<int32_t> corners;
+  for (const int32_t index : faces)
+    for (const CBinVertex* corner : Face(index).Corners())
+      corners.push_back(corner->Index());
+  moves_.Note(corners, revision_ + 1);
+  for (size_t i = 0; i < faces.size(); ++i) {
+    Face(faces[i]).NoteChange();
+    Face(faces[i]).tex_coords_ = coords[i];
+  }
+  Report({.faces = true}, true);
 }
 
 // --- Whole-model rebuilding ------------------------------------------------------------------------------------------

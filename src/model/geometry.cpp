@@ -101,15 +101,18 @@ std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope
 }
 
 GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
-                               double sz, std::vector<SPoint>& positions) {
-  const auto move = [=](const SPoint& p) { return Vector3{p.x * sx, p.y * sy, p.z * sz}; };
+                               double sz, std::vector<SPoint>& positions, const Vector3& pivot) {
+  const auto move = [=](const SPoint& p) {
+    const Vector3 arm = ToVector(p) - pivot;
+    return pivot + Vector3{arm[0] * sx, arm[1] * sy, arm[2] * sz};
+  };
   return TruncatedPositions(model, vertices, move, positions);
 }
 
-GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz) {
+GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz, const Vector3& pivot) {
   const std::vector<int32_t> vertices = VerticesInScope(model, scope);
   std::vector<SPoint> positions;
-  GeometryFault fault = ResizedPositions(model, vertices, sx, sy, sz, positions);
+  GeometryFault fault = ResizedPositions(model, vertices, sx, sy, sz, positions, pivot);
   if (fault.empty() && !vertices.empty()) model.SetVertexPositions(vertices, positions);
   return fault;
 }
@@ -132,37 +135,39 @@ void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int3
 }
 
 GeometryFault RotatedPositions(const CBinModel& model, std::span<const int32_t> vertices, EAxis axis, double angle,
-                               bool radians, std::vector<SPoint>& positions) {
+                               bool radians, std::vector<SPoint>& positions, const Vector3& pivot) {
   const auto [s, c] = SineCosine(angle, radians);
-  const auto move = [=, sine = s, cosine = c](const SPoint& p) -> Vector3 {
-    switch (axis) {
-      case EAxis::kX:
-        return {static_cast<double>(p.x), p.y * cosine - p.z * sine, p.y * sine + p.z * cosine};
-      case EAxis::kY:
-        return {p.x * cosine + p.z * sine, static_cast<double>(p.y), p.z * cosine - p.x * sine};
-      default:
-        return {p.x * cosine - p.y * sine, p.x * sine + p.y * cosine, static_cast<double>(p.z)};
-    }
+  const size_t along = static_cast<size_t>(axis);
+  const size_t from = (along + 1) % 3;
+  const size_t to = (along + 2) % 3;
+  const auto move = [=, sine = s, cosine = c](const SPoint& p) {
+    const Vector3 arm = ToVector(p) - pivot;
+    Vector3 turned = arm;
+    turned[from] = arm[from] * cosine - arm[to] * sine;
+    turned[to] = arm[from] * sine + arm[to] * cosine;
+    return pivot + turned;
   };
   return TruncatedPositions(model, vertices, move, positions);
 }
 
-GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians) {
+GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians,
+                     const Vector3& pivot) {
   const std::vector<int32_t> vertices = VerticesInScope(model, scope);
   std::vector<SPoint> positions;
-  GeometryFault fault = RotatedPositions(model, vertices, axis, angle, radians, positions);
+  GeometryFault fault = RotatedPositions(model, vertices, axis, angle, radians, positions, pivot);
   if (fault.empty() && !vertices.empty()) model.SetVertexPositions(vertices, positions);
   return fault;
 }
 
-void Mirror(CBinModel& model, const SScope& scope, EAxis axis) {
+void Mirror(CBinModel& model, const SScope& scope, EAxis axis, const Vector3& pivot) {
   const std::vector<int32_t> vertices = VerticesInScope(model, scope);
   if (vertices.empty()) return;
+  const auto doubled = static_cast<int32_t>(std::llround(2.0 * pivot[static_cast<size_t>(axis)]));
   std::vector<SPoint> positions;
   positions.reserve(vertices.size());
   for (const int32_t index : vertices) {
     SPoint position = model.Vertex(index).Position();
-    Coordinate(position, axis) = WrapNegate(Coordinate(position, axis));
+    Coordinate(position, axis) = WrapSubtract(doubled, Coordinate(position, axis));
     positions.push_back(position);
   }
   const std::vector<int32_t> turned = FacesWithin(model, vertices);

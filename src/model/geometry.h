@@ -41,23 +41,25 @@ constexpr int32_t Coordinate(const SPoint& point, EAxis axis) {
 /// in 32 bits.
 using GeometryFault = std::string;
 
+// PIVOT is the point that stays where it is, in model units.
 /// Each coordinate times its factor.
-GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz);
+GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz, const Vector3& pivot = {});
 /// In wrapping 32-bit arithmetic. Nothing happens when all three are zero.
 void Translate(CBinModel& model, const SScope& scope, int32_t dx, int32_t dy, int32_t dz);
 /// An explicit list, by the offsets or, with FORWARD false, by their negation.
 void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int32_t dx, int32_t dy, int32_t dz,
                        bool forward);
-/// Counter-clockwise for who looks against the axis, about the origin. Multiples of 90 degrees are exact.
-GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians);
+/// Counter-clockwise for who looks against the axis. Multiples of 90 degrees are exact.
+GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians,
+                     const Vector3& pivot = {});
 /// Where Resize and Rotate would bring VERTICES, in the same order; POSITIONS means nothing after a fault.
 GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
-                               double sz, std::vector<SPoint>& positions);
+                               double sz, std::vector<SPoint>& positions, const Vector3& pivot = {});
 GeometryFault RotatedPositions(const CBinModel& model, std::span<const int32_t> vertices, EAxis axis, double angle,
-                               bool radians, std::vector<SPoint>& positions);
-/// Negates one coordinate (wrapping) and turns round the faces whose corners all moved, so that they still face
-/// outwards.
-void Mirror(CBinModel& model, const SScope& scope, EAxis axis);
+                               bool radians, std::vector<SPoint>& positions, const Vector3& pivot = {});
+/// Mirrors one coordinate (wrapping) about PIVOT, which is taken to the nearest half unit, and turns round the faces
+/// whose corners all moved, so that they still face outwards.
+void Mirror(CBinModel& model, const SScope& scope, EAxis axis, const Vector3& pivot = {});
 /// Moves all vertices by -(min + max) / 2 of the bounds on one axis.
 void Center(CBinModel& model, EAxis axis);
 

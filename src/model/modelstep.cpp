@@ -82,7 +82,8 @@ void CModelStep::Swap(CBinModel& model) {
   model.bounds_ = std::exchange(bounds_, bounds);
   model.scale_word_ = std::exchange(scale_word_, scale_word);
   is_back_ = !is_back_;
-  model.Report(Change());
+  const bool are_moves = std::ranges::all_of(edits_, [](const SEdit& edit) { return edit.what == EWhat::kPositions; });
+  model.Report(Change(), are_moves);
 }
 
 /// All or none of them.
@@ -132,6 +133,7 @@ void CModelStep::SwapEdit(CBinModel& model, SEdit& edit) {
 }
 
 void CModelStep::SwapPositions(CBinModel& model, SEdit& edit) {
+  model.moves_.Note(edit.indices, model.revision_ + 1);
   for (size_t i = 0; i < edit.indices.size(); ++i)
     std::swap(edit.vertices[i].position, model.Vertex(edit.indices[i]).position_);
 }

@@ -102,7 +102,7 @@ void CModelPicker::Follow(const CBinModel& model, const CViewCamera& camera) {
   }
 }
 
-void CModelPicker::StartDrawing(const CViewCamera& camera, const SPixels& region) const {
+void CModelPicker::StartDrawing(const CViewCamera& camera, const CModelSpace& space, const SPixels& region) {
   StartClean();
   glDisable(GL_DITHER);
   glShadeModel(GL_FLAT);
@@ -113,7 +113,7 @@ void CModelPicker::StartDrawing(const CViewCamera& camera, const SPixels& region
   glClearDepth(1.0);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   camera.Load();
-  camera.EnterModelSpace();
+  camera.EnterSpace(space);
   // The same picture, of which the region comes to lie in the corner.
   glViewport(-region.left, region.bottom - camera.Height(), camera.Width(), camera.Height());
 }
@@ -189,7 +189,7 @@ std::optional<SPick> CModelPicker::Pick(const CBinModel& model, const SViewState
   std::vector<uint32_t> numbers;
   {
     const CSavedGlState saved;
-    StartDrawing(camera, region);
+    StartDrawing(camera, CModelSpace(model.Bounds()), region);
     if (state.mode != ERenderMode::kVertices) DrawFaces(model, region);
     if (!state.ShowsSurfaces()) glClear(GL_DEPTH_BUFFER_BIT);
     DrawVertices(model, region, !state.ShowsMarkers(model));
@@ -255,7 +255,7 @@ std::vector<int32_t> CModelPicker::PickRectangle(const CBinModel& model, const S
   std::vector<float> depths;
   if (state.ShowsSurfaces()) {
     const CSavedGlState saved;
-    StartDrawing(camera, rectangle);
+    StartDrawing(camera, CModelSpace(model.Bounds()), rectangle);
     DrawFaces(model, rectangle);
     depths = ReadDepths(rectangle);
     if (kind == EGroupKind::kFaces) numbers = ReadNumbers(rectangle);

@@ -63,7 +63,7 @@ class CModelPicker {
     float x, y, depth;
   };
   void Follow(const CBinModel& model, const CViewCamera& camera);
-  void StartDrawing(const CViewCamera& camera, const SPixels& region) const;
+  static void StartDrawing(const CViewCamera& camera, const CModelSpace& space, const SPixels& region);
   void DrawFaces(const CBinModel& model, const SPixels& region);
   void DrawVertices(const CBinModel& model, const SPixels& region, bool selected_only);
   static std::vector<uint32_t> ReadNumbers(const SPixels& region);

@@ -153,7 +153,8 @@ void CModelRenderer::SImpl::BindShine() {
 
 void CModelRenderer::SImpl::DrawEdges(const CBinModel& model, const SInk& ink) {
   SetColor(ink.line);
-  Call(lists.Edges(model));
+  for (const CDisplayList& list : lists.Edges(model))
+    Call(list);
 }
 
 void CModelRenderer::SImpl::DrawMarkers(const CBinModel& model, const SViewState& state, const SInk& ink) {
@@ -165,7 +166,8 @@ void CModelRenderer::SImpl::DrawMarkers(const CBinModel& model, const SViewState
     return;
   }
   SetColor(ink.marker);
-  Call(lists.Points(model));
+  for (const CDisplayList& list : lists.Points(model))
+    Call(list);
 }
 
 CModelRenderer::CModelRenderer() : impl_(std::make_unique<SImpl>()) {}
@@ -199,7 +201,7 @@ void CModelRenderer::Draw(const CBinModel& model, const SViewState& state, const
   const CViewCamera camera(state, model.Bounds(), frame.width, frame.height);
   camera.Load();
   impl_->DrawBesides(model, state, camera, frame.pixel_ratio);
-  camera.EnterModelSpace();
+  camera.EnterSpace(impl_->lists.Space());
   impl_->DrawModel(model, state, frame);
   impl_->highlights.Draw(model, impl_->lists.Space(), state, frame.marks, frame.pixel_ratio);
   if (state.vertex_numbers && !state.only_3d) impl_->numbers.Draw(model, state, camera, frame.pixel_ratio);
@@ -215,6 +217,10 @@ void CModelRenderer::ForgetContext() {
 
 int CModelRenderer::BuildCount() const {
   return impl_->lists.BuildCount();
+}
+
+int64_t CModelRenderer::HandedFaces() const {
+  return impl_->lists.HandedFaces();
 }
 
 int CModelRenderer::HighlightBuildCount() const {

@@ -19,7 +19,8 @@ struct SFrame {
 };
 
 /// Draws a model into the current OpenGL context; knows neither windows nor Qt. The model's geometry and its textures
-/// are handed to OpenGL once and again only when the model's revision says so; a frame is then a few calls, whatever
+/// are handed to OpenGL once and again only when the model's revision says so, and where
+/// vertices were moved only what is near them; a frame is then a few calls, whatever
 /// the model's size. Screen, pictures of the command line and thumbnails are this one routine.
 ///
 /// Positions are as in the model: x to the right, y up, z toward the viewer.
@@ -48,9 +49,12 @@ class CModelRenderer {
 
   /// How often geometry was handed over: once for each of faces, edges and markers that a revision is shown with.
   int BuildCount() const;
+  /// How many faces were handed over so far to be filled. After a movement those near it.
+  int64_t HandedFaces() const;
   /// How often a selection was handed over.
   int HighlightBuildCount() const;
-  /// How many recorded or short arrays the last frame had OpenGL draw for the model and its highlights.
+  /// How many recorded or short arrays the last frame had OpenGL draw for the model and its highlights: one more for
+  /// each thousand faces.
   int CallCount() const;
 
  private:

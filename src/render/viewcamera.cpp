@@ -58,9 +58,7 @@ CViewCamera::CViewCamera(const SViewState& state, const SBounds& bounds, int wid
       turn_(TurnOf(state.rotation)) {
   const CModelSpace space(bounds);
   unit_ = Usable(state.extent, 1e-3, 1e11, 1.0) / 2.0;
-  space_offset_ = 1.0 / unit_ * (space.Center() - middle_);
-  space_scale_ = space.Radius() / unit_;
-  reach_ = std::max(1.0, Length(space_offset_) + space_scale_);
+  reach_ = std::max(1.0, (Length(space.Center() - middle_) + space.Radius()) / unit_);
   distance_ = std::max(kDistance, kEyeBeyondReach * reach_);
   const double drawn = std::max(reach_, kReach);
   front_ = distance_ - drawn;
@@ -106,9 +104,11 @@ void CViewCamera::Load() const {
   glLoadMatrixd(view.data());
 }
 
-void CViewCamera::EnterModelSpace() const {
-  glTranslated(space_offset_[0], space_offset_[1], space_offset_[2]);
-  glScaled(space_scale_, space_scale_, space_scale_);
+void CViewCamera::EnterSpace(const CModelSpace& space) const {
+  const Vector3 offset = 1.0 / unit_ * (space.Center() - middle_);
+  const double scale = space.Radius() / unit_;
+  glTranslated(offset[0], offset[1], offset[2]);
+  glScaled(scale, scale, scale);
 }
 
 void CViewCamera::EnterModel(double scale) const {

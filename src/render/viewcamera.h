@@ -8,6 +8,8 @@
 
 namespace veldra {
 
+class CModelSpace;
+
 /// A place in a window: pixels from its upper left corner, and OpenGL's depth, 0 at the front to 1.
 struct SScreenPoint {
   double x = 0.0;
@@ -32,8 +34,8 @@ class CViewCamera {
 
   /// Sets OpenGL's viewport and matrices for the camera's own coordinates.
   void Load() const;
-  /// After Load: on to the coordinates of the model's CModelSpace.
-  void EnterModelSpace() const;
+  /// After Load: on to the coordinates of SPACE.
+  void EnterSpace(const CModelSpace& space) const;
   /// After Load: on to the model's own coordinates, in units of SCALE.
   void EnterModel(double scale) const;
 
@@ -60,8 +62,6 @@ class CViewCamera {
   int height_;
   bool orthographic_;
   Vector3 middle_;
-  Vector3 space_offset_ = {};
-  double space_scale_ = 1.0;
   double unit_ = 1.0;
   double reach_ = 1.0;
   double distance_ = 1.0;  ///< of the eye from the middle

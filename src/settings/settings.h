@@ -116,7 +116,8 @@ struct CSettings {
   int32_t vertex_status_y = 0;
   int32_t vertex_status_visible = 0;
   std::array<SColor, kCustomColorCount> custom_colors = {};
-  int32_t move_step = 0;     ///< model units
+  int32_t move_step = 0;  ///< model units
+  int32_t texture_lock = 0;
   double offset_step = 0.0;  ///< texels of the face's texture
   double rotate_step = 0.0;  ///< degrees
   double zoom_step = 0.0;    ///< what Zoom In and Zoom Out change

@@ -282,6 +282,9 @@ void AddEditing(Rows& rows) {
                                             {2, "Right turns, middle moves"},
                                             {3, "Alt+left turns, Alt+middle moves"}},
                                            Page::kView, "What dragging with the mouse does in the 3D view."),
+          Switch<&CSettings::texture_lock>(
+              "TEXTURELOCK", false, Page::kView,
+              "The texture stays in its place where corners move within their face's plane."),
           Switch<&CSettings::show_grid>("SHOWGRID", false, Page::kView, "New views show a grid to scale."),
           Switch<&CSettings::orthographic>("ORTHOVIEW", false, Page::kView,
                                            "New views show the model without perspective."),

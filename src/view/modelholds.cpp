@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 
 #include "platform/text.h"
+#include "render/viewgrid.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
@@ -63,20 +64,33 @@ void CVertexHold::MoveTo(const QPointF& to) {
   to_ = to;
   if (drag_ == nullptr) {
     step_ = std::make_unique<CStep>(view_.Document(), "Move Vertices");
-    drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), vertex_);
+    drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), vertex_, moving_,
+                                          view_.Document().Settings().texture_lock != 0);
     was_modified_ = view_.Document().IsModified();
   }
   Move();
 }
 
-void CVertexHold::Move() {
+CVertexDrag::SPull CVertexHold::Pull() const {
   const QPointF moved = (to_ - from_) * view_.devicePixelRatioF();
-  const bool moves = !(drag_->OffsetAt(moved.x(), moved.y(), axis_) == SPoint{});
+  const bool snaps = QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier);
+  return {.right = moved.x(),
+          .down = moved.y(),
+          .axis = axis_,
+          .grid = snaps ? GridFor(view_.State(), view_.Camera()).spacing : 0.0};
+}
+
+void CVertexHold::Move() {
+  const CVertexDrag::SPull pull = Pull();
+  const SPoint offset = drag_->OffsetAt(pull);
+  const bool moves = !(offset == SPoint{});
   if (moves && !has_kept_state_) {
     has_kept_state_ = true;
     view_.Document().KeepState("Move Vertices");
   }
-  drag_->MoveTo(moved.x(), moved.y(), axis_);
+  drag_->MoveTo(pull);
+  view_.Document().Say("Moved " + Counted(static_cast<int64_t>(drag_->Count()), "vertex", "vertices") +
+                       Format(" by %d, %d, %d", offset.x, offset.y, offset.z));
 }
 
 void CVertexHold::Drop(Qt::KeyboardModifiers) {

@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "document/steps.h"
 #include "editing/texturetransfer.h"
@@ -43,10 +45,12 @@ class CTextureHold : public CViewHold {
   CTextureTransfer transfer_;
 };
 
-/// The selected vertices of a model, taken hold of at one of them. While X, Y or Z is held they move along that axis.
+/// Vertices of a model, taken hold of at one of them. While X, Y or Z is held they move along that axis; Ctrl brings
+/// the one that is held onto the grid.
 class CVertexHold : public CViewHold {
  public:
-  CVertexHold(CTarnView& view, const QPointF& from, int32_t vertex) : view_(view), from_(from), vertex_(vertex) {}
+  CVertexHold(CTarnView& view, const QPointF& from, int32_t vertex, std::vector<int32_t> moving)
+      : view_(view), from_(from), vertex_(vertex), moving_(std::move(moving)) {}
 
   void MoveTo(const QPointF& to) override;
   void Drop(Qt::KeyboardModifiers modifiers) override;
@@ -55,11 +59,13 @@ class CVertexHold : public CViewHold {
 
  private:
   void Move();
+  CVertexDrag::SPull Pull() const;
 
   CTarnView& view_;
   QPointF from_;
   QPointF to_;
   int32_t vertex_;
+  std::vector<int32_t> moving_;
   std::unique_ptr<CStep> step_;        ///< the whole drag is one
   std::unique_ptr<CVertexDrag> drag_;  ///< from the first movement on
   std::optional<EAxis> axis_;          ///< whose key is held

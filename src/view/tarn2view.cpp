@@ -1,7 +1,10 @@
 #include "view/tarn2view.h"
 
 #include <QMouseEvent>
+#include <algorithm>
+#include <cmath>
 
+#include "model/geometry.h"
 #include "render/glstate.h"
 #include "render/viewmarkers.h"
 #include "view/modelholds.h"
@@ -81,14 +84,29 @@ void CTarnView::OnCursorChanged() {
 
 // --- The mouse -------------------------------------------------------------------------------------------------------
 
-/// The selected vertex under a plain press of the left button.
-std::optional<int32_t> CTarnView::GrabbedVertex(const QMouseEvent& press) {
+/// The selected vertices or faces, one of which is under a plain press of the left button.
+std::optional<CTarnView::SGrabbed> CTarnView::GrabbedPart(const QMouseEvent& press) {
   const CBinModel& model = document_->Model();
-  const bool is_fixed = document_->IsReadOnly() || model.SelectedCount(EGroupKind::kVertices) == 0;
-  if (is_fixed || !IsPlainPress(press)) return std::nullopt;
+  const bool has_selection =
+      cursor_.SelectedCount(EGroupKind::kVertices) > 0 || cursor_.SelectedCount(EGroupKind::kFaces) > 0;
+  if (document_->IsReadOnly() || !has_selection || !IsPlainPress(press)) return std::nullopt;
   const std::optional<SPick> pick = PickAt(press.position());
-  if (!pick || pick->kind != EGroupKind::kVertices || !model.Vertex(pick->index).IsSelected()) return std::nullopt;
-  return pick->index;
+  if (!pick) return std::nullopt;
+  const std::vector<int32_t> selected = model.Selected(pick->kind);
+  if (!std::ranges::binary_search(selected, pick->index)) return std::nullopt;
+  if (pick->kind == EGroupKind::kVertices) return SGrabbed{pick->index, selected};
+  return SGrabbed{NearestCorner(model.Face(pick->index), press.position()),
+                  VerticesInScope(model, SScope::OfFaces(selected))};
+}
+
+int32_t CTarnView::NearestCorner(const CBinFace& face, const QPointF& to) const {
+  const CViewCamera camera = Camera();
+  const QPointF at = to * devicePixelRatioF();
+  const auto distance = [&](const CBinVertex* corner) {
+    const SScreenPoint place = camera.Project(corner->Position());
+    return std::hypot(place.x - at.x(), place.y - at.y());
+  };
+  return (*std::ranges::min_element(face.Corners(), {}, distance))->Index();
 }
 
 /// The face under a press with Alt, which lends its texture. Who turns with Alt has no other use for it.
@@ -102,7 +120,8 @@ std::optional<int32_t> CTarnView::GrabbedTexture(const QMouseEvent& press) {
 }
 
 std::unique_ptr<CViewHold> CTarnView::Grab(const QMouseEvent& press, EMouseDrag drag) {
-  if (const auto vertex = GrabbedVertex(press)) return std::make_unique<CVertexHold>(*this, press.position(), *vertex);
+  if (const auto part = GrabbedPart(press))
+    return std::make_unique<CVertexHold>(*this, press.position(), part->vertex, part->moving);
   if (const auto face = GrabbedTexture(press)) return std::make_unique<CTextureHold>(*this, *face);
   if (drag == EMouseDrag::kBand) return std::make_unique<CBandHold>(*this, press.position());
   return nullptr;

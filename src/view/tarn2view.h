@@ -15,8 +15,8 @@ namespace veldra {
 /// A document in 3D.
 ///
 /// Mouse: a click makes the face or vertex under it the current one, with Ctrl it also takes it into the selection or
-/// out of it; dragging moves the view, or the selected vertices when it begins on one of them, or selects by rubber
-/// band. Keys come through the command table.
+/// out of it; dragging moves the view, or the selected vertices or faces when it begins on one of them, or selects by
+/// rubber band. Keys come through the command table.
 class CTarnView : public C3DView, private CDocumentObserver {
   Q_OBJECT
 
@@ -88,7 +88,13 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void OnDocumentStateChanged(const CTarnDoc&) override {}
 
   void OnCursorChanged();
-  std::optional<int32_t> GrabbedVertex(const QMouseEvent& press);
+  /// What a drag that begins with PRESS moves.
+  struct SGrabbed {
+    int32_t vertex;  ///< what is under the pointer, or the corner that is next to it
+    std::vector<int32_t> moving;
+  };
+  std::optional<SGrabbed> GrabbedPart(const QMouseEvent& press);
+  int32_t NearestCorner(const CBinFace& face, const QPointF& to) const;
   std::optional<int32_t> GrabbedTexture(const QMouseEvent& press);
   void KeepInSight();
 

@@ -1,7 +1,9 @@
 #include "view/vertexdrag.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <utility>
 
 #include "platform/numbers.h"
 
@@ -18,16 +20,24 @@ int32_t Bent(double offset, int32_t low, int32_t high) {
   return Truncate(std::clamp(offset, least, most));
 }
 
+/// What brings START + OFFSET to a multiple of GRID. A coordinate that does not move stays off it.
+double SnappedOffset(double start, double offset, double grid) {
+  constexpr double kStill = 1e-6;
+  return std::abs(offset) < kStill ? 0.0 : std::round((start + offset) / grid) * grid - start;
+}
+
 }  // namespace
 
-CVertexDrag::CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed)
+CVertexDrag::CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed, std::vector<int32_t> vertices,
+                         bool keeps_texture)
     : model_(model),
       camera_(camera),
       grabbed_at_(model.Vertex(grabbed).Position()),
-      vertices_(model.Selected(EGroupKind::kVertices)),
+      vertices_(std::move(vertices)),
       start_bounds_(model.BoundsOfVertices(vertices_).value_or(SBounds{})) {
   for (const int32_t vertex : vertices_)
     starts_.push_back(model.Vertex(vertex).Position());
+  if (keeps_texture) lock_.emplace(model, vertices_);
 }
 
 /// As far as brings the grabbed vertex closest to the pointer, on the line in which the axis is seen.
@@ -45,15 +55,15 @@ Vector3 CVertexDrag::AlongAxis(double right, double down, EAxis axis) const {
   return direction;
 }
 
-SPoint CVertexDrag::OffsetAt(double right, double down, std::optional<EAxis> axis) const {
-  const Vector3 offset = axis ? AlongAxis(right, down, *axis) : camera_.Movement(ToVector(grabbed_at_), right, down);
+SPoint CVertexDrag::OffsetAt(const SPull& pull) const {
+  const Vector3 start = ToVector(grabbed_at_);
+  Vector3 offset =
+      pull.axis ? AlongAxis(pull.right, pull.down, *pull.axis) : camera_.Movement(start, pull.right, pull.down);
+  for (size_t i = 0; i < 3 && pull.grid > 0.0; ++i)
+    offset[i] = SnappedOffset(start[i], offset[i], pull.grid);
   return {Bent(offset[0], start_bounds_.min.x, start_bounds_.max.x),
           Bent(offset[1], start_bounds_.min.y, start_bounds_.max.y),
           Bent(offset[2], start_bounds_.min.z, start_bounds_.max.z)};
-}
-
-void CVertexDrag::MoveTo(double right, double down, std::optional<EAxis> axis) {
-  Place(OffsetAt(right, down, axis));
 }
 
 void CVertexDrag::Place(const SPoint& offset) {
@@ -65,6 +75,7 @@ void CVertexDrag::Place(const SPoint& offset) {
     positions.push_back({WrapAdd(start.x, offset.x), WrapAdd(start.y, offset.y), WrapAdd(start.z, offset.z)});
   }
   model_.SetVertexPositions(vertices_, positions);
+  if (lock_) lock_->Follow();
 }
 
 }  // namespace veldra

@@ -3,27 +3,37 @@
 #include <optional>
 #include <vector>
 
+#include "editing/texturelock.h"
 #include "model/geometry.h"
 #include "render/viewcamera.h"
 
 namespace veldra {
 
-/// A model's selected vertices, held by the mouse. They move as one, by whole model units from where they were at
+/// Vertices of a model, held by the mouse. They move as one, by whole model units from where they were at
 /// first, and never beyond what coordinates can be; so nothing adds up over many small movements.
 class CVertexDrag {
  public:
-  /// GRABBED: the vertex under the pointer, seen through CAMERA. The model must keep its vertices while this lives.
-  CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed);
+  /// GRABBED: the vertex under the pointer, seen through CAMERA. VERTICES move, ascending; with KEEPS_TEXTURE under a
+  /// CTextureLock. The model must keep its vertices while this lives.
+  CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed, std::vector<int32_t> vertices,
+              bool keeps_texture = false);
 
-  /// The pointer is now RIGHT and DOWN pixels from where it grabbed: in the view's plane, or along AXIS only. Along an
-  /// axis that points at the viewer nothing moves.
-  void MoveTo(double right, double down, std::optional<EAxis> axis);
+  /// Where the pointer is now, in pixels from where it grabbed.
+  struct SPull {
+    double right = 0.0;
+    double down = 0.0;
+    std::optional<EAxis> axis = {};  ///< along it only, else in the view's plane
+    double grid = 0.0;               ///< the grabbed vertex stays on its lines, in model units; 0 for none
+  };
+  /// Along an axis that points at the viewer nothing moves.
+  void MoveTo(const SPull& pull) { Place(OffsetAt(pull)); }
   /// Every vertex back to where it was.
   void PutBack() { Place({}); }
+  size_t Count() const { return vertices_.size(); }
   /// Whether the vertices are elsewhere than at first.
   bool HasMoved() const { return !(offset_ == SPoint{}); }
   /// Where MoveTo would bring them, from where they were at first.
-  SPoint OffsetAt(double right, double down, std::optional<EAxis> axis) const;
+  SPoint OffsetAt(const SPull& pull) const;
 
  private:
   void Place(const SPoint& offset);
@@ -36,6 +46,7 @@ class CVertexDrag {
   std::vector<SPoint> starts_;
   SBounds start_bounds_;
   SPoint offset_;
+  std::optional<CTextureLock> lock_;
 };
 
 }  // namespace veldra

@@ -56,6 +56,37 @@ TEST_F(EditCommands, SelectsByFacing) {
   EXPECT_THAT(model.Selected(kFaces), ElementsAre(1));
 }
 
+TEST_F(EditCommands, LockedTexturesStayWhereCornersMoveInTheirPlane) {
+  settings.move_step = 5;
+  const std::vector<STexCoord> start = {{0, 0}, {20, 0}, {20, 20}, {0, 20}};
+  const struct {
+    bool locked;
+    std::vector<int32_t> moved;
+    EAxis axis;
+    std::vector<STexCoord> texels;
+  } cases[] = {
+      {true, {1, 2}, EAxis::kX, {{0, 0}, {30, 0}, {30, 20}, {0, 20}}},
+      {true, {2}, EAxis::kY, {{0, 0}, {20, 0}, {20, 30}, {0, 20}}},
+      {false, {2}, EAxis::kY, start},
+      {true, {2}, EAxis::kZ, start},           // out of the plane
+      {true, {0, 1, 2, 3}, EAxis::kX, start},  // as a whole
+      {true, {0}, EAxis::kX, {{10, 0}, {20, 0}, {20, 20}, {0, 20}}},
+  };
+  for (const auto& row : cases) {
+    settings.texture_lock = row.locked ? 1 : 0;
+    SetTexels(0, start);
+    model.SelectAll(kVertices, false);
+    Select(kVertices, row.moved);
+    MoveSelectedVertices(cursor, row.axis, true);
+    const std::vector<STexCoord> now = Texels(0);
+    for (size_t k = 0; k < now.size(); ++k) {
+      EXPECT_NEAR(now[k].u, row.texels[k].u, 1e-6) << &row - cases << ' ' << k;
+      EXPECT_NEAR(now[k].v, row.texels[k].v, 1e-6) << &row - cases << ' ' << k;
+    }
+    MoveSelectedVertices(cursor, row.axis, false);
+  }
+}
+
 TEST_F(EditCommands, DeletesAndFlipsFaces) {
   cursor.SetFace(0);
   FlipFaces(cursor);

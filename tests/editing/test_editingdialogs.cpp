@@ -88,6 +88,35 @@ TEST_F(EditingDialogs, ASelectionCanBeMovedWhileThereIsOne) {
   EXPECT_EQ(input->scope, SScope::EKind::kAll);
 }
 
+TEST_F(EditingDialogs, ASelectionTurnsAboutItsMiddleUntilTheUserSaysOtherwise) {
+  model_.AddVertex({20, 9, 21});
+  const int32_t two[] = {4, 6};
+  model_.Select(EGroupKind::kVertices, two, true);
+  const auto place = [](QWidget& dialog) { return Child<QLineEdit>(dialog, "pivotZ")->text(); };
+  driver_.On("rotate", [&](QWidget& dialog) {
+    EXPECT_TRUE(Child<QRadioButton>(dialog, "selectedVertices")->isChecked());
+    EXPECT_EQ(place(dialog), "15.5");
+    Press(dialog, "allVertices");
+    EXPECT_EQ(place(dialog), "0");
+    auto* pivot = Child<QComboBox>(dialog, "pivot");
+    QTest::keyClick(pivot, Qt::Key_Down);
+    EXPECT_EQ(pivot->currentText(), "Current vertex (4)");
+    EXPECT_EQ(place(dialog), "10");
+    Press(dialog, "selectedVertices");
+    EXPECT_EQ(place(dialog), "10");
+    QTest::keyClick(pivot, Qt::Key_Down);
+    TypeInto(dialog, "pivotZ", "");
+    EXPECT_FALSE(IsOkEnabled(dialog));
+    EXPECT_EQ(Fault(dialog), "Pivot Z: Enter a number.");
+    TypeInto(dialog, "pivotZ", "2.5");
+    ClickButton(dialog, "OK");
+  });
+  const auto input = dialogs_.AskRotate(model_, nullptr, 4);
+  ASSERT_TRUE(input);
+  EXPECT_EQ(input->pivot.kind, SPivotInput::EKind::kPoint);
+  EXPECT_EQ(input->pivot.point, (Vector3{20, 9, 2.5}));
+}
+
 TEST_F(EditingDialogs, MergeCountsWhatIsTyped) {
   CMergeDialog dialog(model_, {.threshold = 3}, nullptr);
   dialog.show();

@@ -10,6 +10,7 @@ namespace veldra::testing {
 namespace {
 
 using EKind = SScope::EKind;
+using EPivot = SPivotInput::EKind;
 
 class CModelCommandsTest : public CDocumentTest {
  protected:
@@ -43,6 +44,22 @@ TEST_F(CModelCommandsTest, CommandsMoveWhatTheirScopeSaysAndNothingWhenReadOnly)
          return Rotate(d, {.angle = 3.14159265358979, .radians = true, .scope = ScopeOfRotateTarget(1)});
        },
        {{0, -10, 0}, {10, -10, 0}, {10, 10, 0}, {-4, 0, -8}}},
+      {"rotate about the middle of the selection",
+       [](CTarnDoc& d) {
+         return Rotate(d,
+                       {.angle = 180, .axis = EAxis::kY, .scope = EKind::kSelectedFaces, .pivot = {EPivot::kMiddle}});
+       },
+       {{10, -10, 0}, {0, -10, 0}, {0, 10, 0}, {4, 0, 8}}},
+      {"resize about a vertex",
+       [](CTarnDoc& d) {
+         return Resize(d, {.x = 2, .y = 0.5, .pivot = {EPivot::kVertex, 1}});
+       },
+       {{-10, -10, 0}, {10, -10, 0}, {10, 0, 0}, {-2, -5, 8}}},
+      {"mirror about a point between two units",
+       [](CTarnDoc& d) {
+         return Mirror(d, {.x = true, .pivot = {EPivot::kPoint, -1, {2.5, 7, 7}}});
+       },
+       {{5, -10, 0}, {-5, -10, 0}, {-5, 10, 0}, {1, 0, 8}}},
       {"mirror two axes",
        [](CTarnDoc& d) { return Mirror(d, {.x = true, .z = true}); },
        {{0, -10, 0}, {-10, -10, 0}, {-10, 10, 0}, {-4, 0, -8}}},
@@ -236,7 +253,8 @@ TEST_F(CModelCommandsTest, PreviewIsWhatTheCommandDoes) {
     for (const double factor : {0.37, -3.0, 1e10})
       check(SResizeInput{factor, 1, 2, scope}, [](CTarnDoc& d, const auto& input) { return Resize(d, input); });
     check(STranslateInput{5, -6, 2147483647, scope}, [](CTarnDoc& d, const auto& i) { return Translate(d, i); });
-    check(SRotateInput{33, false, EAxis::kX, scope}, [](CTarnDoc& d, const auto& i) { return Rotate(d, i); });
+    check(SRotateInput{33, false, EAxis::kX, scope, {EPivot::kMiddle}},
+          [](CTarnDoc& d, const auto& i) { return Rotate(d, i); });
   }
   EXPECT_EQ(questions.TakeMessageTexts().size(), 2U) << "the factor that leads out of the range";
 }

@@ -78,6 +78,32 @@ TEST_F(ModelRenderer, NeitherMindsNorChangesWhatOthersSet) {
   EXPECT_EQ(matrix_mode, GL_TEXTURE);
 }
 
+TEST_F(ModelRenderer, AMoveHandsOverOnlyWhatIsNearIt) {
+  SScene scene;
+  scene.AddTiles(100, 10, scene.Texture({kRed, kGreen, kBlue, kYellow}), kFaceTextured);
+  for (const ERenderMode mode : {ERenderMode::kTextured, ERenderMode::kWireframe}) {
+    SViewState state = WallState();
+    state.mode = mode;
+    state.extent = 300;
+    state.vertices = true;
+    Drawn(scene, state);
+    const int64_t handed = renderer_->HandedFaces();
+    const int builds = renderer_->BuildCount();
+    for (const int32_t far : {60, 20}) {
+      const CBinFace& tile = scene.model.Face(5050);
+      for (int k = 0; k < 2; ++k)
+        scene.model.SetVertexPosition(tile.Corner(k)->Index(), {far * k, far, far});
+      scene.model.SetTexCoords(std::vector{5051}, std::vector<std::array<STexCoord, 4>>(1));
+      const SImage seen = Drawn(scene, state);
+      CModelRenderer anew;
+      anew.Draw(scene.model, state, kPictureSide, kPictureSide);
+      EXPECT_EQ(seen.rgba, Pixels().rgba);
+    }
+    EXPECT_EQ(renderer_->BuildCount(), builds);
+    EXPECT_LE(renderer_->HandedFaces() - handed, 4 * 2 * 1024);
+  }
+}
+
 TEST_F(ModelRenderer, LargeModelsAreDrawnWhole) {
   SScene scene;
   scene.AddTiles(100, 10, scene.Texture({kRed}), kFaceTextured);  // more than one portion of vertices

@@ -45,7 +45,7 @@ TEST(ViewCamera, SaysWhereOpenGlDraws) {
   for (const SViewState& state : States()) {
     const CViewCamera camera(state, kBounds, kWidth, kHeight);
     camera.Load();
-    camera.EnterModelSpace();
+    camera.EnterSpace(space);
     GLdouble view[16];
     GLdouble projection[16];
     GLint viewport[4];

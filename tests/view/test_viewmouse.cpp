@@ -196,6 +196,21 @@ TEST_F(ViewMouse, DraggingASelectedVertexMovesTheSelection) {
   EXPECT_NE(shown.State().rotation.y, 0.0);
 }
 
+TEST_F(ViewMouse, DraggingASelectedFaceMovesTheSelectedFaces) {
+  CTarnView& shown = Show();
+  const int32_t front = 0;
+  document->Model().Select(kFaces, {&front, 1}, true);
+  const SPoint before[] = {Position(0), Position(2), Position(4)};
+  const QPoint from = At({-40, -40, 10});
+  Drag(from, from + QPoint(0, -30), Qt::LeftButton);
+  EXPECT_EQ(Position(0).x, before[0].x);
+  EXPECT_GT(Position(0).y, before[0].y);
+  EXPECT_EQ(Position(2).y - before[1].y, Position(0).y - before[0].y);
+  EXPECT_EQ(Position(4), before[2]);
+  EXPECT_EQ(document->Steps().BackName(), "Move Vertices");
+  EXPECT_EQ(shown.State().rotation.x, 0.0);
+}
+
 TEST_F(ViewMouse, AHeldAxisKeyBindsAMoveAndEscapePutsEverythingBack) {
   CTarnView& shown = Show();
   SelectVertices({5});

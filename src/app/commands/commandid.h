@@ -175,6 +175,7 @@ enum class ECommand : int32_t {
   kTextureLoad,
   kTextureImport,
   kTextureAnimation,
+  kTextureLock,
   // --- Tools
   kToolsTruckEditor,
   kToolsExtractor,

@@ -143,19 +143,13 @@ constexpr ECommand kMoveSelectionMenu[] = {
     ECommand::kVertexMoveSelectionZ,        kSeparator,
     ECommand::kVertexReverseMoveSelectionX, ECommand::kVertexReverseMoveSelectionY,
     ECommand::kVertexReverseMoveSelectionZ};
-constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,
-                                     ECommand::kTextureMapFace,
-                                     ECommand::kTextureNormalize,
-                                     kSeparator,
-                                     ECommand::kTextureFlipX,
-                                     ECommand::kTextureFlipY,
-                                     ECommand::kTextureRotate,
-                                     ECommand::kMenuOffset,
-                                     kSeparator,
-                                     ECommand::kTextureAssign,
-                                     ECommand::kTextureLoad,
-                                     ECommand::kTextureImport,
-                                     ECommand::kTextureAnimation};
+constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,   ECommand::kTextureMapFace,
+                                     ECommand::kTextureNormalize, kSeparator,
+                                     ECommand::kTextureFlipX,     ECommand::kTextureFlipY,
+                                     ECommand::kTextureRotate,    ECommand::kMenuOffset,
+                                     ECommand::kTextureLock,      kSeparator,
+                                     ECommand::kTextureAssign,    ECommand::kTextureLoad,
+                                     ECommand::kTextureImport,    ECommand::kTextureAnimation};
 constexpr ECommand kOffsetMenu[] = {ECommand::kTextureOffsetU, ECommand::kTextureReverseOffsetU, kSeparator,
                                     ECommand::kTextureOffsetV, ECommand::kTextureReverseOffsetV};
 constexpr ECommand kToolsMenu[] = {ECommand::kToolsTruckEditor, kSeparator, ECommand::kToolsExtractor,

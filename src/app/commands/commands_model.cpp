@@ -16,7 +16,8 @@ bool Never(const SCommandTarget&) {
 }
 
 void AskResize(const SCommandTarget& on) {
-  if (const auto input = on.dialogs.AskResize(on.Model(), &on.window)) Resize(*on.document, *input);
+  if (const auto input = on.dialogs.AskResize(on.Model(), &on.window, on.Cursor().Vertex()))
+    Resize(*on.document, *input);
 }
 
 void AskTranslate(const SCommandTarget& on) {
@@ -24,11 +25,13 @@ void AskTranslate(const SCommandTarget& on) {
 }
 
 void AskRotate(const SCommandTarget& on) {
-  if (const auto input = on.dialogs.AskRotate(on.Model(), &on.window)) Rotate(*on.document, *input);
+  if (const auto input = on.dialogs.AskRotate(on.Model(), &on.window, on.Cursor().Vertex()))
+    Rotate(*on.document, *input);
 }
 
 void AskMirror(const SCommandTarget& on) {
-  if (const auto input = on.dialogs.AskMirror(on.Model(), &on.window)) Mirror(*on.document, *input);
+  if (const auto input = on.dialogs.AskMirror(on.Model(), &on.window, on.Cursor().Vertex()))
+    Mirror(*on.document, *input);
 }
 
 void AskReplaceTexture(const SCommandTarget& on) {

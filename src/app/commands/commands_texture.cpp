@@ -47,6 +47,15 @@ void AskAnimation(const SCommandTarget& on) {
   if (dialog.exec() == QDialog::Accepted) DefineAnimation(*on.document, dialog.Input(), dialog.Edited());
 }
 
+bool IsLocked(const SCommandTarget& on) {
+  return on.app.Settings().texture_lock != 0;
+}
+
+void ToggleLock(const SCommandTarget& on) {
+  int32_t& lock = on.app.Settings().texture_lock;
+  lock = lock == 0 ? 1 : 0;
+}
+
 const SCommandRow kTextureRows[] = {
     {.id = ECommand::kTextureMapping,
      .name = "textureMapping",
@@ -138,6 +147,12 @@ const SCommandRow kTextureRows[] = {
      .status = "Makes a texture of a PNG, JPEG, BMP or TGA picture\nImport Picture",
      .when = IfCursor<CanDefineAnimation>,
      .run = ImportPicture},
+    {.id = ECommand::kTextureLock,
+     .name = "textureLock",
+     .text = "&Keep In Place",
+     .status = "Textures stay in their place where corners move within their face's plane\nKeep Textures In Place",
+     .checked = IsLocked,
+     .run = ToggleLock},
     {.id = ECommand::kTextureAnimation,
      .name = "defineAnimation",
      .text = "Define &Animation...",

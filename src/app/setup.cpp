@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/userfolders.h"
+#include "samples/truckfile.h"
 #include "samples/workspace.h"
 
 namespace veldra {
@@ -39,6 +40,10 @@ std::string WriteSample(const std::string& folder, CQuestions& questions) {
   if (ListDirectory(folder).empty() && samples::WriteWorkspace(folder, questions, &error)) return truck;
   questions.Fail(kFailed, folder + ": " + error.what);
   return "";
+}
+
+std::string WriteSampleTruck(const std::string& folder, CQuestions& questions) {
+  return WriteSample(folder, questions).empty() ? "" : JoinPath(JoinPath(folder, "TRUCK"), samples::kTruckFileName);
 }
 
 SSetUp ProposeSetUp(const std::vector<std::string>& files) {

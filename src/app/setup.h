@@ -27,6 +27,8 @@ std::string SampleFolder();
 /// Writes it into FOLDER, where it is left as it is when it is there already; the model to begin with, or "" when that
 /// has failed and the user has been told. A folder with other files is refused.
 std::string WriteSample(const std::string& folder, CQuestions& questions);
+/// The same for the truck of it.
+std::string WriteSampleTruck(const std::string& folder, CQuestions& questions);
 
 /// Makes SETTINGS, whose file lies in SETTINGS_FOLDER, those that CHOICE means, and what goes with them: the stock-file
 /// list, the sample project. What fails is said, and the rest done. FIRST_FILE becomes the model to begin with, ""

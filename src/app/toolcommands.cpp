@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/setup.h"
 #include "archive/filetypes.h"
 #include "archive/podedit.h"
 #include "archive/stockbuilder.h"
@@ -53,7 +54,8 @@ SToolServices CToolCommands::Services() {
           .save_into_archive =
               [this](const std::string& path, const std::string& name, std::span<const uint8_t> bytes) {
                 return SaveIntoArchive({path, name}, bytes);
-              }};
+              },
+          .write_sample = [this](const std::string& folder) { return WriteSampleTruck(folder, app_.Questions()); }};
 }
 
 void CToolCommands::OpenEntry(const CPodDocument& archive, size_t entry) {
@@ -202,6 +204,10 @@ CTruckEditorDlg& CToolCommands::TruckEditor() {
 
 void CToolCommands::ShowTruckEditor() {
   TruckEditor();
+}
+
+void CToolCommands::NewTruck() {
+  TruckEditor().NewByWizard();
 }
 
 bool CToolCommands::OpenTruck(const std::string& path) {

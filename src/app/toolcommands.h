@@ -31,6 +31,7 @@ class CToolCommands : public QObject {
   void ShowExtractor();
   void ShowCreator();
   void ShowTruckEditor();
+  void NewTruck();
   void BuildStockList();
   void TakeStockList();  ///< there is another one
   void Import3ds();

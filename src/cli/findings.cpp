@@ -10,11 +10,11 @@ namespace veldra {
 
 void CFindings::Add(const std::string& file, const std::vector<SFinding>& findings) {
   for (const SFinding& finding : findings)
-    rows_.push_back({file, FindingName(finding.kind), finding});
+    Add(file, FindingName(finding.kind), finding);
 }
 
-void CFindings::Add(const std::string& file, const std::string& kind, const std::string& text) {
-  rows_.push_back({file, kind, {.text = text}});
+void CFindings::Add(const std::string& file, const std::string& kind, const SFinding& finding) {
+  rows_.push_back({file, kind, finding});
 }
 
 std::string CFindings::Text() const {

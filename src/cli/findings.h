@@ -13,7 +13,7 @@ class CFindings {
  public:
   /// Of the file FILE, as the user named it.
   void Add(const std::string& file, const std::vector<SFinding>& findings);
-  void Add(const std::string& file, const std::string& kind, const std::string& text);
+  void Add(const std::string& file, const std::string& kind, const SFinding& finding);
   /// Prints all of them, a line each or, with JSON, as a list. Returns the exit status: kFailed when there is any.
   int Print(CSession& session, bool json) const;
 

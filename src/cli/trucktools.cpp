@@ -1,9 +1,7 @@
 #include "cli/trucktools.h"
 
-#include <algorithm>
 #include <memory>
 
-#include "archive/podnames.h"
 #include "cli/findings.h"
 #include "cli/pictureoptions.h"
 #include "cli/suggest.h"
@@ -13,7 +11,7 @@
 #include "platform/text.h"
 #include "settings/coptools.h"
 #include "truck/truckjson.h"
-#include "truck/truckpoints.h"
+#include "truckscene/truckcheck.h"
 #include "truckscene/truckscene.h"
 
 namespace veldra {
@@ -87,69 +85,6 @@ SCommandRow RenderTruckCommand() {
 
 // --- check ----------------------------------------------------------------------------------------------------------
 
-class CTruckCheck {
- public:
-  CTruckCheck(CSession& session, const std::string& path) : session_(session), path_(path), places_(session, path) {}
-
-  /// False when a model could not be looked into; the user has been told.
-  bool Run(const CTruck& truck, CFindings& findings) {
-    const STruckDependencies needed = truck.GetDependencies();
-    CheckName(FileNamePart(path_), findings);
-    bool all_read = true;
-    for (const std::string& model : needed.models) {
-      CheckName(model, findings);
-      if (IsThere(model, findings)) all_read = CheckOne(model, findings) && all_read;
-    }
-    for (const auto* names : {&needed.textures, &needed.palettes, &needed.sounds}) {
-      for (const std::string& name : *names) {
-        CheckName(name, findings);
-        IsThere(name, findings);
-      }
-    }
-    return all_read;
-  }
-
- private:
-  using EPlace = SDependency::EPlace;
-
-  /// The file itself lies somewhere; a stock file that does not is missed by nobody.
-  bool IsThere(const std::string& name, CFindings& findings) {
-    const STruckFile& file = places_.Files().Find(name, kTypeOther);
-    if (file.place != EPlace::kMissing) return true;
-    if (!file.is_stock) findings.Add(path_, "missing-file", ToUtf8(name) + " is not found");
-    return false;
-  }
-
-  void CheckName(const std::string& name, CFindings& findings) {
-    const SNameResult usable = PodEntryName(name);
-    if (usable.Ok()) return;
-    std::string text = usable.details.empty() ? usable.refusal : usable.refusal + ": " + usable.details;
-    std::ranges::replace(text, '\n', ' ');
-    findings.Add(path_, "unusable-name", text);
-  }
-
-  bool CheckOne(const std::string& model, CFindings& findings) {
-    SError error;
-    const auto bytes = ReadFilePart(places_.Files().Find(model, kTypeBin).source.bytes, &error);
-    if (!bytes) {
-      session_.Fail(Format("\"%s\" could not be opened.", model.c_str()), error.what);
-      return false;
-    }
-    const auto width = [this](const std::string& name) -> std::optional<int> {
-      constexpr int kGoodWidth = 64;
-      const STruckFile& file = places_.Files().Find(name, kTypeRaw);
-      if (file.place == EPlace::kMissing) return file.is_stock ? std::optional<int>(kGoodWidth) : std::nullopt;
-      const SFilePart& part = file.source.bytes;
-      return TextureSizeOfLength(part.length ? *part.length : FileLength(part.path).value_or(0));
-    };
-    return CheckModelBytes(session_, ToUtf8(model), bytes->View(), width, findings);
-  }
-
-  CSession& session_;
-  const std::string& path_;
-  CTruckPlaces places_;
-};
-
 struct STruckCheckOptions {
   std::string truck;
   bool json = false;
@@ -158,10 +93,15 @@ struct STruckCheckOptions {
 int CheckTruck(CSession& session, const STruckCheckOptions& options) {
   const auto truck = OpenTruck(session, options.truck);
   if (!truck) return kFailed;
+  CTruckPlaces places(session, options.truck);
+  const STruckReport report = CTruckCheck(places.Files()).Run(*truck, FileNamePart(options.truck));
   CFindings findings;
-  const bool all_read = CTruckCheck(session, options.truck).Run(*truck, findings);
+  for (const STruckFinding& found : report.findings)
+    findings.Add(found.model.empty() ? options.truck : ToUtf8(found.model), found.kind, found.finding);
+  for (const STruckReport::SUnread& unread : report.unread)
+    session.Fail(unread.text, unread.details);
   const int status = findings.Print(session, options.json);
-  return all_read ? status : kFailed;
+  return report.unread.empty() ? status : kFailed;
 }
 
 SCommandRow CheckTruckCommand() {
@@ -180,9 +120,7 @@ int DrawTruck(CSession& session, const std::string& path, const SPictureOptions&
   CTruckPlaces places(session, path);
   CTruckTextures textures(places.Files(), session.DefaultColors());
   CTruckScene scene;
-  scene.Follow(*truck, places.Files(), textures, kUnitsPerFoot);
-  const double units = GuessUnitsPerFoot(*truck, scene.BodyLength());
-  if (units != kUnitsPerFoot) scene.Follow(*truck, places.Files(), textures, units);
+  scene.PutTogether(*truck, places.Files(), textures);
   if (scene.PartBounds() == SBounds()) return session.Fail("None of the truck's models were found.", path);
   return DrawPicture(session, scene.Model(), scene.PartBounds(), options, out);
 }

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <set>
 
+#include "archive/filepart.h"
+#include "archive/filetypes.h"
+#include "packing/searchplaces.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -102,6 +105,31 @@ STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces&
     plan.rows.back().is_for_stock = !without_stock.contains(needed.name);
   }
   return plan;
+}
+
+bool CopyNeededFiles(CQuestions& questions, const STruckPackPlan& plan, const std::string& truck_path, size_t& copied) {
+  constexpr const char* kFailed = "The files that the truck needs could not all be copied.";
+  const std::string folder = DirectoryPart(AbsolutePath(truck_path));
+  const bool is_type_folder = EqualNoCase(FileNamePart(folder), FolderOfType(kTypeTrk));
+  const SSearchPlaces nowhere;
+  CPlaceSearch beside(nowhere);
+  const auto progress = questions.BeginWork("Copying files", false);
+  copied = 0;
+  for (size_t i = 1; i < plan.rows.size(); ++i) {
+    const STruckPackRow& row = plan.rows[i];
+    progress->Step(i, plan.rows.size());
+    if (row.is_missing || STruckPackPlan::IsLeftOut(row, true) || beside.FindBeside(truck_path, row.name)) continue;
+    const std::string type_folder = FolderOfType(TypeOfFile(row.name));
+    const std::string target = is_type_folder ? FindAnyCase(JoinPath(DirectoryPart(folder), type_folder)) : folder;
+    const std::string path = JoinPath(target, UpperCase(row.name));
+    SError error;
+    const auto bytes = ReadFilePart(row.source.bytes, &error);
+    if (!MakeDirectories(target)) error.what = "The folder could not be made.";
+    if (!bytes || !error.what.empty() || !ReplaceFile(path, bytes->View(), &error))
+      return questions.Fail(kFailed, path + ": " + error.what);
+    ++copied;
+  }
+  return true;
 }
 
 std::string LackingText(const STruckPackRow& row) {

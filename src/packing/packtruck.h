@@ -49,6 +49,11 @@ SSearchPlaces PlacesForTruck(const std::string& truck_path, const CSettings& set
 /// What the truck file TRUCK_PATH needs and where that is. Nothing is written and nobody asked.
 STruckPackPlan PlanTruckPack(const std::string& truck_path, const SSearchPlaces& places, const CStockFiles& stock);
 
+/// Copies what PLAN has found elsewhere to where it is found first: beside the truck file TRUCK_PATH or, where that
+/// lies in a folder like the game's for trucks, into the folders beside it. What is there stays, and so does what every
+/// installation has. COPIED gets the number of files. False when one could not be copied, which the user has been told.
+bool CopyNeededFiles(CQuestions& questions, const STruckPackPlan& plan, const std::string& truck_path, size_t& copied);
+
 /// "TITAN.BIN, needed by TITAN.TRK"
 std::string LackingText(const STruckPackRow& row);
 

@@ -43,6 +43,7 @@ CGameNameField::CGameNameField(const STruckPageContext& context, const QString& 
   note_->setObjectName(name + "Note");
   note_->setMinimumHeight(note_->fontMetrics().height());
   setFocusProxy(edit_);
+  setFocusPolicy(edit_->focusPolicy());  // else a label's "&" would not lead to it
   auto* line = new QHBoxLayout;
   line->addWidget(edit_, 1);
   if (type != kTypeOther) {

@@ -36,13 +36,13 @@ void CTruckDocument::Begin(const CTruck& truck) {
   last_key_.clear();
 }
 
-void CTruckDocument::New() {
-  Begin(CTruck());
+void CTruckDocument::New(const CTruck& truck) {
+  Begin(truck);
   is_of_unknown_file_ = false;
   saved_ = CTruck();
   TakeCopyState({.title = kUntitled});
   emit FileChanged();
-  emit Changed();
+  TellTruckChanged();
 }
 
 bool CTruckDocument::Load(const std::string& given_path) {

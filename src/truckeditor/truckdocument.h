@@ -33,7 +33,8 @@ class CTruckDocument : public QObject, public CFileDocument {
   /// Asks before a file in which nothing is known is written over, or packed: false when the user does not want that.
   bool MayUseUnknownFile() const;
 
-  void New();
+  /// TRUCK is of no file yet.
+  void New(const CTruck& truck = {});
   /// Longer files are no trucks: every step of the editor would carry their texts along.
   static constexpr uint64_t kLargestFile = uint64_t{16} << 20;
   /// False when it cannot be read, which the user has been told: the present truck stays.

@@ -13,7 +13,9 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/trace.h"
+#include "truckeditor/newtruckwizard.h"
 #include "truckeditor/truck3dpage.h"
+#include "truckeditor/truckcheckpage.h"
 #include "truckeditor/trucklightspage.h"
 #include "truckeditor/trucknamespage.h"
 #include "truckeditor/truckpackdlg.h"
@@ -103,6 +105,8 @@ void CTruckEditorDlg::MakeActions() {
   QAction* const earlier = MakeAction(tr("&Earlier States..."), "earlierStates", {}, [this] { EarlierStates(); });
   earlier->setEnabled(states_ != nullptr);
   file->addActions(opening + saving);
+  file->insertAction(opening.last(), MakeAction(tr("New by &Wizard..."), "newByWizard",
+                                                Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] { NewByWizard(); }));
   file->addActions({reload_, earlier});
   file->addSeparator();
   pack_again_ = MakeAction(tr("Pack A&gain"), "packAgain", Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { PackAgain(); });
@@ -150,12 +154,25 @@ void CTruckEditorDlg::MakePages() {
   AddPage(new CScrolled(new CTruckSoundsPage(context_)), tr("Sounds"));
   view_ = new CTruck3dPage(context_);
   AddPage(view_, tr("3D"));
+  check_ = new CTruckCheckPage(context_);
+  AddPage(check_, tr("Check"));
+  connect(check_, &CTruckCheckPage::FieldWanted, this, &CTruckEditorDlg::GoTo);
   document_.SetPictureMaker([this] { return view_->View().SmallPicture(); });
   // The light that is worked on is the same on both pages.
   connect(&view_->View(), &CTruckView::SelectedChanged, this, [this] {
     const auto& selected = view_->View().Selected();
     if (selected && selected->kind == ETruckPoint::kLight) lights_->Select(selected->index);
   });
+}
+
+void CTruckEditorDlg::GoTo(const STruckNameField& field) {
+  if (field.light >= 0) lights_->Select(field.light);
+  auto* const line = findChild<QLineEdit*>(field.name);
+  for (int page = 0; line != nullptr && page < pages_->count(); ++page)
+    if (pages_->widget(page)->isAncestorOf(line)) pages_->setCurrentIndex(page);
+  if (line == nullptr) return;
+  line->setFocus();
+  line->selectAll();
 }
 
 /// The places to look in depend on where the truck is.
@@ -174,6 +191,7 @@ void CTruckEditorDlg::OnFileChanged() {
   if (view_ != nullptr) view_->View().Reload();
   textures_ = std::move(textures);
   files_ = std::move(files);
+  if (check_ != nullptr) check_->Forget();
 }
 
 void CTruckEditorDlg::RefreshFiles() {
@@ -199,6 +217,29 @@ bool CTruckEditorDlg::MayLeave() {
 
 void CTruckEditorDlg::New() {
   if (MayLeave()) document_.New();
+}
+
+void CTruckEditorDlg::NewByWizard() {
+  if (!MayLeave()) return;
+  CNewTruckWizard wizard(services_, this);
+  if (wizard.exec() != QDialog::Accepted) return;
+  document_.New(wizard.Truck());
+  if (!wizard.Path().empty()) KeepNew(wizard);
+}
+
+bool CTruckEditorDlg::KeepNew(const CNewTruckWizard& wizard) {
+  const std::string path = wizard.Path();
+  if (!document_.Save(path)) return false;
+  size_t copied = 0;
+  if (wizard.CopiesFiles()) {
+    const STruckPackPlan plan = PlanTruckPack(path, wizard.PlacesFor(path), services_.stock);
+    const bool all = CopyNeededFiles(services_.questions, plan, path, copied);
+    RefreshFiles();
+    if (!all) return false;
+  }
+  const QString files = ToQString(Counted(static_cast<int64_t>(copied), "file", "files"));
+  statusBar()->showMessage(tr("Saved %1, copied %2 to it").arg(NameToQString(document_.Title()), files), kMessageMs);
+  return true;
 }
 
 void CTruckEditorDlg::Open() {

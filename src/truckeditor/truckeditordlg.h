@@ -18,7 +18,10 @@
 
 namespace veldra {
 
+class CNewTruckWizard;
 class CTruck3dPage;
+class CTruckCheckPage;
+struct STruckNameField;
 class CTruckLightsPage;
 
 /// The truck editor: one truck, page by page. A window of its own, so that the models stay at hand.
@@ -36,6 +39,8 @@ class CTruckEditorDlg : public QMainWindow {
   /// The same for an entry of an archive.
   bool OpenFromArchive(const SArchivePlace& place) { return MayLeave() && document_.LoadFromArchive(place); }
   void New();
+  /// A new truck step by step, after asking about unsaved changes.
+  void NewByWizard();
   void Open();
   bool Save();
   bool SaveAs();
@@ -63,11 +68,13 @@ class CTruckEditorDlg : public QMainWindow {
   void MakeToolBar(const QList<QList<QAction*>>& groups);
   void AddPage(QWidget* page, const QString& title);
   void MakePages();
+  void GoTo(const STruckNameField& field);
   bool SaveIntoArchive();
   bool IsReadyToPack();
   STruckPackPlan PackPlan() const;
   void RememberPacking(SPackMemory packed);
   bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
+  bool KeepNew(const CNewTruckWizard& wizard);
   void OnFileChanged();
   void OnChanged();
 
@@ -81,6 +88,7 @@ class CTruckEditorDlg : public QMainWindow {
   QLabel* path_;
   QMenu* view_menu_ = nullptr;
   CTruckLightsPage* lights_ = nullptr;
+  CTruckCheckPage* check_ = nullptr;
   CTruck3dPage* view_ = nullptr;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;

@@ -9,6 +9,7 @@
 #include "model/binfile.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "truck/truckpoints.h"
 
 namespace veldra {
 
@@ -69,6 +70,13 @@ void CTruckScene::Follow(const CTruck& truck, CTruckFiles& files, CTruckTextures
   if (again || names_ != Names(truck)) ReadAll(truck, files, textures);
   MoveParts(truck, units_per_foot);
   FollowBounds();
+}
+
+double CTruckScene::PutTogether(const CTruck& truck, CTruckFiles& files, CTruckTextures& textures) {
+  Follow(truck, files, textures, kUnitsPerFoot, true);
+  const double units = GuessUnitsPerFoot(truck, body_length_);
+  if (units != kUnitsPerFoot) Follow(truck, files, textures, units);
+  return units;
 }
 
 void CTruckScene::ReadAll(const CTruck& truck, CTruckFiles& files, CTruckTextures& textures) {

@@ -23,6 +23,9 @@ class CTruckScene {
   void Follow(const CTruck& truck, CTruckFiles& files, CTruckTextures& textures, double units_per_foot,
               bool again = false);
 
+  /// The same with everything read anew and the units per foot guessed from it, which are returned.
+  double PutTogether(const CTruck& truck, CTruckFiles& files, CTruckTextures& textures);
+
   /// Its bounds are a cube about the truck's origin that holds every part and has room for lights and cones: two
   /// vertices of no face see to that. Without parts it is empty.
   const CBinModel& Model() const { return *model_; }

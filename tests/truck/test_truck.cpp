@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "truck/newtruck.h"
 #include "truck/richtruck.h"
 
 namespace veldra::testing {
@@ -52,6 +53,21 @@ TEST(Truck, LightsAreDeletedAndMoved) {
     EXPECT_EQ(Types(truck), row.types) << row.light;
     EXPECT_EQ(truck.lights[static_cast<size_t>(truck.light_count)], TruckLight());
   }
+}
+
+TEST(Truck, NewOnesHaveFileNamesAndPairsOfLights) {
+  for (const auto& [name, base] :
+       {std::pair("Big-Foot 4x4", "BIGFOOT4"), std::pair("\xE9 !", ""), std::pair("A1", "A1")})
+    EXPECT_EQ(TruckFileBase(name), base);
+  CTruck truck = PlainTruck();
+  EXPECT_EQ(CountLights(truck, 1), 2);
+  const auto taken = TakeLights(truck, 1);
+  ASSERT_EQ(taken.size(), 2u);
+  EXPECT_EQ(taken[0].position[0], -taken[1].position[0]);
+  AddLights(truck, taken);
+  while (AddLightPair(truck, 0)) {
+  }
+  EXPECT_EQ(truck.light_count, kTruckLights);
 }
 
 TEST(Truck, Dependencies) {

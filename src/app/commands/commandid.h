@@ -177,6 +177,7 @@ enum class ECommand : int32_t {
   kTextureAnimation,
   kTextureLock,
   // --- Tools
+  kToolsNewTruck,
   kToolsTruckEditor,
   kToolsExtractor,
   kToolsCreator,

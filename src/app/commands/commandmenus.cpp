@@ -152,9 +152,9 @@ constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,   ECommand::kTex
                                      ECommand::kTextureImport,    ECommand::kTextureAnimation};
 constexpr ECommand kOffsetMenu[] = {ECommand::kTextureOffsetU, ECommand::kTextureReverseOffsetU, kSeparator,
                                     ECommand::kTextureOffsetV, ECommand::kTextureReverseOffsetV};
-constexpr ECommand kToolsMenu[] = {ECommand::kToolsTruckEditor, kSeparator, ECommand::kToolsExtractor,
-                                   ECommand::kToolsCreator,     kSeparator, ECommand::kToolsStockList,
-                                   ECommand::kToolsSetUp};
+constexpr ECommand kToolsMenu[] = {ECommand::kToolsTruckEditor, ECommand::kToolsNewTruck, kSeparator,
+                                   ECommand::kToolsExtractor,   ECommand::kToolsCreator,  kSeparator,
+                                   ECommand::kToolsStockList,   ECommand::kToolsSetUp};
 constexpr ECommand kWindowMenu[] = {ECommand::kWindowNew,      kSeparator, ECommand::kWindowCascade,
                                     ECommand::kWindowTile,     kSeparator, ECommand::kWindowNext,
                                     ECommand::kWindowPrevious, kSeparator, ECommand::kWindowList};

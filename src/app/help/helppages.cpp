@@ -56,6 +56,7 @@ constexpr STopic kTopics[] = {
     {"assignTexture", kTextures, "giving-faces-another-texture"},
     {"defineAnimation", kEditing, "textures"},
     {"insertShape", kModelling, "a-ramp-in-a-minute"},
+    {"newTruck", kTrucks, "a-new-truck-step-by-step"},
     {"truckEditor", kTrucks, "2-write-the-truck-file"},
 };
 

@@ -106,7 +106,7 @@ QCheckBox* AddReadOnlyBox(QFileDialog& dialog) {
 }
 
 /// What the file looks like that is chosen in DIALOG, beside the files.
-void AddPicture(QFileDialog& dialog, const std::function<SImage(const std::string& path)>& make_picture) {
+void AddPicture(QFileDialog& dialog, const SFilePrompt& prompt) {
   constexpr int kSide = 160;
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   auto* picture = new QLabel(&dialog);
@@ -115,12 +115,14 @@ void AddPicture(QFileDialog& dialog, const std::function<SImage(const std::strin
   picture->setAlignment(Qt::AlignCenter);
   picture->setFrameShape(QFrame::StyledPanel);
   picture->setWordWrap(true);
-  const auto show = [picture, make_picture](const QString& path) {
+  const bool is_texture = prompt.no_picture.empty();
+  const QString none = is_texture ? QObject::tr("This file is not a texture.") : ToQString(prompt.no_picture);
+  const auto show = [picture, make_picture = prompt.make_picture, is_texture, none](const QString& path) {
     const SImage image = path.isEmpty() ? SImage() : make_picture(ToNativePath(path));
-    picture->setToolTip(QObject::tr("%1 x %2 texels").arg(image.width).arg(image.height));
+    picture->setToolTip(is_texture ? QObject::tr("%1 x %2 texels").arg(image.width).arg(image.height) : QString());
     if (image.width > 0) return picture->setPixmap(PictureOf(image, kSide, *picture));
     picture->setToolTip({});
-    picture->setText(QFileInfo(path).isFile() ? QObject::tr("This file is not a texture.") : QString());
+    picture->setText(QFileInfo(path).isFile() ? none : QString());
   };
   QObject::connect(&dialog, &QFileDialog::currentChanged, picture, show);
   if (auto* name = dialog.findChild<QLineEdit*>("fileNameEdit")) {
@@ -222,7 +224,7 @@ std::optional<SOpenFiles> CQtQuestions::RunOpenDialog(const SFilePrompt& prompt,
   dialog.setFileMode(mode);
   SetUp(dialog, prompt, last_directory_);
   const QCheckBox* read_only = prompt.offers_read_only ? AddReadOnlyBox(dialog) : nullptr;
-  if (prompt.make_picture) AddPicture(dialog, prompt.make_picture);
+  if (prompt.make_picture) AddPicture(dialog, prompt);
   if (!prompt.note.empty()) AddNote(dialog, prompt.note);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   last_directory_ = dialog.directory().absolutePath();

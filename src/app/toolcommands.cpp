@@ -1,5 +1,6 @@
 #include "app/toolcommands.h"
 
+#include <QProcess>
 #include <algorithm>
 
 #include "app/setup.h"
@@ -7,6 +8,7 @@
 #include "archive/podedit.h"
 #include "archive/stockbuilder.h"
 #include "interchange/importmeshesdlg.h"
+#include "packing/gamecommand.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -14,6 +16,7 @@
 #include "podtools/podextractordlg.h"
 #include "podtools/podmodelsdlg.h"
 #include "truckeditor/truckeditordlg.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -44,18 +47,20 @@ CToolCommands::~CToolCommands() {
 // --- Archives ------------------------------------------------------------------------------------------------------
 
 SToolServices CToolCommands::Services() {
-  return {.questions = app_.Questions(),
-          .settings = app_.Settings(),
-          .stock = stock_,
-          .default_colors = app_.DefaultColors(),
-          .game_folder = app_.InstallationDirectory(),
-          .show_archive = [this](const std::string& path) { OpenArchive(path); },
-          .open_entry = [this](const CPodDocument& archive, size_t entry) { OpenEntry(archive, entry); },
-          .save_into_archive =
-              [this](const std::string& path, const std::string& name, std::span<const uint8_t> bytes) {
-                return SaveIntoArchive({path, name}, bytes);
-              },
-          .write_sample = [this](const std::string& folder) { return WriteSampleTruck(folder, app_.Questions()); }};
+  return {
+      .questions = app_.Questions(),
+      .settings = app_.Settings(),
+      .stock = stock_,
+      .default_colors = app_.DefaultColors(),
+      .game_folder = app_.InstallationDirectory(),
+      .show_archive = [this](const std::string& path) { OpenArchive(path); },
+      .open_entry = [this](const CPodDocument& archive, size_t entry) { OpenEntry(archive, entry); },
+      .save_into_archive =
+          [this](const std::string& path, const std::string& name, std::span<const uint8_t> bytes) {
+            return SaveIntoArchive({path, name}, bytes);
+          },
+      .start_game = [this](const std::string& archive, const std::string& truck) { return StartGame(archive, truck); },
+      .write_sample = [this](const std::string& folder) { return WriteSampleTruck(folder, app_.Questions()); }};
 }
 
 void CToolCommands::OpenEntry(const CPodDocument& archive, size_t entry) {
@@ -117,6 +122,24 @@ bool CToolCommands::SaveIntoArchive(const SArchivePlace& place, std::span<const 
   if (!ReplaceInPod(questions, archive, found.back(), bytes)) return false;
   if (open != nullptr) open->Reload();
   return true;
+}
+
+bool CToolCommands::StartGame(const std::string& archive, const std::string& truck) {
+  const CSettings& settings = app_.Settings();
+  const std::string installed = app_.InstallationDirectory();
+  const std::string game = installed.empty() || installed == "." ? FindAnyCase(settings.pod_dir) : installed;
+  const auto command = ReadGameCommand(settings.game_command, {archive, truck, game});
+  if (!command) return false;
+  QProcess process;
+  process.setProgram(ToQString(command->program));
+  QStringList arguments;
+  for (const std::string& argument : command->arguments)
+    arguments.append(ToQString(argument));
+  process.setArguments(arguments);
+  process.setWorkingDirectory(ToQString(command->folder));
+  if (process.startDetached()) return true;
+  return app_.Questions().Fail("The game could not be started.",
+                               command->program + ": " + process.errorString().toStdString());
 }
 
 CPodExtractorDialog& CToolCommands::Extractor() {

@@ -75,6 +75,7 @@ class CToolCommands : public QObject {
   void OpenModel(const SArchivePlace& place);
   void OpenTruck(const SArchivePlace& place);
   bool SaveIntoArchive(const SArchivePlace& place, std::span<const uint8_t> bytes);
+  bool StartGame(const std::string& archive, const std::string& truck);
   SImportServices ImportServices();
   CPodExtractorDialog& Extractor();
   QList<CTruckEditorDlg*> TruckEditors() const;

@@ -29,6 +29,9 @@ struct SToolServices {
   /// the user has been told why not, or does not want it. May be empty.
   std::function<bool(const std::string& path, const std::string& name, std::span<const uint8_t> bytes)>
       save_into_archive = {};
+  /// Runs the command of the settings that starts the game, with ARCHIVE and the truck file TRUCK ("" for none). False
+  /// when the user has been told why not. May be empty.
+  std::function<bool(const std::string& archive, const std::string& truck)> start_game = {};
   /// Writes the sample project into the empty folder FOLDER. Its truck's path, or "" when the user has been told why
   /// not. May be empty.
   std::function<std::string(const std::string& folder)> write_sample = {};

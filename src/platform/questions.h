@@ -49,6 +49,7 @@ struct SFilePrompt {
   std::string note = {};          ///< AskOpenFile only: what the file is for, where the title does not say it
   /// AskOpenFile only: what the file at PATH looks like, without pixels where it is no picture. May be empty.
   std::function<SImage(const std::string& path)> make_picture = {};
+  std::string no_picture = {};  ///< with it: what is said of a file without one; "" where textures are looked for
 };
 
 /// Files picked to be opened.

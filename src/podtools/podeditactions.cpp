@@ -1,5 +1,6 @@
 #include "podtools/podeditactions.h"
 
+#include <QEvent>
 #include <QHeaderView>
 
 #include "document/filenews.h"
@@ -19,6 +20,7 @@ CPodEditActions::CPodEditActions(CArchiveDocument& document, const SToolServices
   MakeFileActions();
   MakeEntryActions();
   MakeOrderActions();
+  window.installEventFilter(this);
   // The list's editor is still open when it says so.
   connect(&list_.Entries(), &CPodListModel::RenameWanted, this, &CPodEditActions::Rename, Qt::QueuedConnection);
   connect(list_.header(), &QHeaderView::sortIndicatorChanged, this, &CPodEditActions::Refresh);
@@ -38,6 +40,7 @@ void CPodEditActions::MakeFileActions() {
   save_ = Make(tr("&Save"), "save", QKeySequence::Save, [this] { Save(); });
   save_as_ = Make(tr("Save &As..."), "saveAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); });
   reload_ = Make(tr("&Reload"), "refresh", Qt::Key_F5, [this] { Reload(); });
+  save_and_start_ = Make({}, "saveAndStart", Qt::Key_F9, [this] { SaveAndStart(); });
   back_ = Make(tr("Step &Back"), "undo", QKeySequence::Undo, [this] { document_.StepBack(); });
   forward_ = Make(tr("Step &Forward"), "redo", QKeySequence::Redo, [this] { document_.StepForward(); });
   // Where the system's own key is the same one, twice would be none.
@@ -67,7 +70,7 @@ void CPodEditActions::MakeOrderActions() {
 }
 
 void CPodEditActions::FillArchiveMenu(QMenu& menu) const {
-  menu.addActions({save_, save_as_, reload_});
+  menu.addActions({save_, save_as_, reload_, save_and_start_});
 }
 
 void CPodEditActions::FillEditMenu(QMenu& menu) const {
@@ -104,6 +107,11 @@ void CPodEditActions::Refresh() {
     action->setEnabled(has_archive);
   for (QAction* action : adding_)
     action->setEnabled(has_archive);
+  const bool has_command = services_.start_game != nullptr && !services_.settings.game_command.empty();
+  save_and_start_->setEnabled(has_archive && has_command);
+  save_and_start_->setText(has_command
+                               ? tr("Save and Start &Game")
+                               : tr("Save and Start &Game (its command is set in File > Preferences, Archives)"));
   back_->setEnabled(changes.CanStepBack());
   forward_->setEnabled(changes.CanStepForward());
   back_->setText(tr("Step &Back: %1").arg(NameToQString(changes.BackName()).replace('&', "&&")));
@@ -193,6 +201,18 @@ bool CPodEditActions::Save() {
   if (!document_.Save(document_.Path())) return false;
   emit Done(tr("Saved %1").arg(NameToQString(document_.Path())));
   return true;
+}
+
+void CPodEditActions::SaveAndStart() {
+  if (document_.IsModified() && !Save()) return;
+  if (services_.start_game(document_.Path(), ""))
+    emit Done(tr("Started the game with %1").arg(NameToQString(document_.Path())));
+}
+
+/// The command that starts the game may have been set in another window.
+bool CPodEditActions::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::WindowActivate) Refresh();
+  return QObject::eventFilter(watched, event);
 }
 
 bool CPodEditActions::SaveAs() {

@@ -33,8 +33,13 @@ class CPodEditActions : public QObject {
   void Add(const std::vector<std::string>& paths);
   bool Save();
   bool SaveAs();
+  /// Saves what is not saved, and starts the game with the archive.
+  void SaveAndStart();
   /// Asks about unsaved changes. True when they may go: they are saved, or the user does not want them to be.
   bool MayLeave();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  signals:
   /// In words, for the status line.
@@ -61,6 +66,7 @@ class CPodEditActions : public QObject {
   QAction* save_ = nullptr;
   QAction* save_as_ = nullptr;
   QAction* reload_ = nullptr;
+  QAction* save_and_start_ = nullptr;
   QAction* back_ = nullptr;
   QAction* forward_ = nullptr;
   QAction* replace_ = nullptr;

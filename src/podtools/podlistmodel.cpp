@@ -6,6 +6,9 @@
 #include <QStyle>
 #include <QUrl>
 #include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <utility>
 
 #include "platform/text.h"
 #include "ui/faultlabel.h"
@@ -135,29 +138,126 @@ QMimeData* CPodListModel::mimeData(const QModelIndexList& indexes) const {
   return data;
 }
 
-CPodListFilter::CPodListFilter(QObject* parent) : QSortFilterProxyModel(parent) {
-  setSortRole(CPodListModel::kSortRole);
+// --- What is shown of it ---------------------------------------------------------------------------------------------
+
+void CPodListFilter::setSourceModel(QAbstractItemModel* model) {
+  QAbstractProxyModel::setSourceModel(model);
+  connect(model, &QAbstractItemModel::modelAboutToBeReset, this, [this] { beginResetModel(); });
+  connect(model, &QAbstractItemModel::modelReset, this, [this] {
+    TakeSource();
+    endResetModel();
+  });
+  connect(model, &QAbstractItemModel::dataChanged, this, [this](const auto&, const auto&, const QList<int>& roles) {
+    if (!rows_.empty()) emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), roles);
+  });
+  TakeSource();
+}
+
+void CPodListFilter::TakeSource() {
+  folded_.assign(static_cast<size_t>(Source().rowCount()), {});
+  Arrange();
+  Filter(sorted_);
+}
+
+void CPodListFilter::Arrange() {
+  sorted_.resize(folded_.size());
+  std::iota(sorted_.begin(), sorted_.end(), 0);
+  if (column_ < 0) return;
+  std::vector<QVariant> keys;
+  keys.reserve(sorted_.size());
+  for (const int entry : sorted_)
+    keys.push_back(Source().index(entry, column_).data(CPodListModel::kSortRole));
+  const auto is_before = [&](int a, int b) {
+    return QVariant::compare(keys[static_cast<size_t>(a)], keys[static_cast<size_t>(b)]) == QPartialOrdering::Less;
+  };
+  std::ranges::stable_sort(
+      sorted_, [&](int a, int b) { return order_ == Qt::AscendingOrder ? is_before(a, b) : is_before(b, a); });
+}
+
+void CPodListFilter::Filter(const std::vector<int>& among) {
+  std::vector<int> rows;
+  rows.reserve(among.size());
+  std::ranges::copy_if(among, std::back_inserter(rows), [this](int entry) { return Accepts(entry); });
+  rows_ = std::move(rows);
+  places_.assign(folded_.size(), -1);
+  for (size_t row = 0; row < rows_.size(); ++row)
+    places_[static_cast<size_t>(rows_[row])] = static_cast<int>(row);
+}
+
+/// What is selected and current stays so, as far as it is still there. In one go: to take thousands of rows out one by
+/// one would take longer than a key may.
+void CPodListFilter::ChangeLayout(const std::function<void()>& change) {
+  emit layoutAboutToBeChanged();
+  const QModelIndexList before = persistentIndexList();
+  QModelIndexList sources;
+  for (const QModelIndex& each : before)
+    sources.append(mapToSource(each));
+  change();
+  QModelIndexList after;
+  for (const QModelIndex& each : sources)
+    after.append(mapFromSource(each));
+  changePersistentIndexList(before, after);
+  emit layoutChanged();
 }
 
 void CPodListFilter::Search(const QString& text) {
-  wanted_ = FoldName(text.trimmed().replace('/', '\\').toStdString());
-  // In one go: to take thousands of rows out one by one would take longer than a key may.
-  invalidate();
+  const std::string before = std::exchange(wanted_, FoldName(text.trimmed().replace('/', '\\').toStdString()));
+  if (wanted_ == before) return;
+  // What has a longer text has the shorter one.
+  ChangeLayout([&] { Filter(wanted_.find(before) != std::string::npos ? rows_ : sorted_); });
 }
 
 void CPodListFilter::ShowOnly(const QString& extension) {
   extension_ = extension.isEmpty() ? "" : FoldName('.' + extension.toStdString());
-  invalidateFilter();
+  ChangeLayout([this] { Filter(sorted_); });
 }
 
-bool CPodListFilter::filterAcceptsRow(int row, const QModelIndex&) const {
+void CPodListFilter::sort(int column, Qt::SortOrder order) {
+  column_ = column;
+  order_ = order;
+  ChangeLayout([this] {
+    Arrange();
+    Filter(sorted_);
+  });
+}
+
+const std::string& CPodListFilter::FoldedName(int entry) {
+  std::string& folded = folded_[static_cast<size_t>(entry)];
+  if (folded.empty()) folded = FoldName(Source().Entry(entry).Name());
+  return folded;
+}
+
+bool CPodListFilter::Accepts(int entry) {
   if (wanted_.empty() && extension_.empty()) return true;
-  return Accepts(static_cast<const CPodListModel*>(sourceModel())->Entry(row));
+  const std::string& name = FoldedName(entry);
+  return name.ends_with(extension_) && name.find(wanted_) != std::string::npos;
 }
 
-bool CPodListFilter::Accepts(const SPodEntry& entry) const {
-  const std::string name = FoldName(entry.Name());
-  return name.ends_with(extension_) && name.find(wanted_) != std::string::npos;
+QModelIndex CPodListFilter::index(int row, int column, const QModelIndex& parent) const {
+  return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
+}
+
+int CPodListFilter::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int CPodListFilter::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : CPodListModel::kColumnCount;
+}
+
+QModelIndex CPodListFilter::mapToSource(const QModelIndex& index) const {
+  const auto row = static_cast<size_t>(index.row());
+  return index.isValid() && row < rows_.size() ? Source().index(rows_[row], index.column()) : QModelIndex();
+}
+
+QModelIndex CPodListFilter::mapFromSource(const QModelIndex& index) const {
+  const auto entry = static_cast<size_t>(index.row());
+  return index.isValid() && entry < places_.size() && places_[entry] >= 0 ? createIndex(places_[entry], index.column())
+                                                                          : QModelIndex();
+}
+
+QVariant CPodListFilter::headerData(int section, Qt::Orientation orientation, int role) const {
+  return Source().headerData(section, orientation, role);
 }
 
 std::vector<size_t> CPodListFilter::Entries(const QModelIndexList& indexes) const {
@@ -169,10 +269,7 @@ std::vector<size_t> CPodListFilter::Entries(const QModelIndexList& indexes) cons
 }
 
 std::vector<size_t> CPodListFilter::Order() const {
-  std::vector<size_t> entries;
-  for (int row = 0; row < rowCount(); ++row)
-    entries.push_back(static_cast<size_t>(mapToSource(index(row, 0)).row()));
-  return entries;
+  return {rows_.begin(), rows_.end()};
 }
 
 }  // namespace veldra

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QAbstractProxyModel>
 #include <QAbstractTableModel>
-#include <QSortFilterProxyModel>
 #include <functional>
 #include <string>
 #include <vector>
@@ -50,12 +50,15 @@ class CPodListModel : public QAbstractTableModel {
   Exporter exporter_;
 };
 
-/// The rows whose name or folder has a text in it, sorted by the column that the user clicked on.
-class CPodListFilter : public QSortFilterProxyModel {
+/// The rows whose name or folder has a text in it, sorted by the column that the user clicked on. A key that is typed
+/// into the search costs a look at the rows that are left: names are folded and sorted once.
+class CPodListFilter : public QAbstractProxyModel {
   Q_OBJECT
 
  public:
-  explicit CPodListFilter(QObject* parent);
+  explicit CPodListFilter(QObject* parent) : QAbstractProxyModel(parent) {}
+  /// MODEL is a CPodListModel.
+  void setSourceModel(QAbstractItemModel* model) override;
   void Search(const QString& text);
   /// Only files with this extension, in any letter case; "" for all.
   void ShowOnly(const QString& extension);
@@ -64,15 +67,33 @@ class CPodListFilter : public QSortFilterProxyModel {
   /// Those of all rows, in the order of the list.
   std::vector<size_t> Order() const;
 
- protected:
-  bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
+  QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+  QModelIndex parent(const QModelIndex&) const override { return {}; }
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QModelIndex mapToSource(const QModelIndex& index) const override;
+  QModelIndex mapFromSource(const QModelIndex& index) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  /// COLUMN -1: the archive's own order.
+  void sort(int column, Qt::SortOrder order) override;
 
  private:
-  bool Accepts(const SPodEntry& entry) const;
+  const CPodListModel& Source() const { return static_cast<const CPodListModel&>(*sourceModel()); }
+  void TakeSource();
+  void Arrange();
+  void Filter(const std::vector<int>& among);
+  void ChangeLayout(const std::function<void()>& change);
+  bool Accepts(int entry);
+  const std::string& FoldedName(int entry);
 
-  // Both folded, as thousands of names are compared with them for each key that is pressed.
-  std::string wanted_;
-  std::string extension_;  ///< with its "."
+  std::string wanted_;     ///< folded
+  std::string extension_;  ///< folded, with its "."
+  int column_ = -1;
+  Qt::SortOrder order_ = Qt::AscendingOrder;
+  std::vector<int> sorted_;          ///< all entries, as the column has them
+  std::vector<int> rows_;            ///< those that are shown
+  std::vector<int> places_;          ///< of each entry its row; -1 for none
+  std::vector<std::string> folded_;  ///< names, each once it has been asked for
 };
 
 }  // namespace veldra

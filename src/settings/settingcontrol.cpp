@@ -75,10 +75,14 @@ void FillColor(SSettingControl& control, const Changed& changed) {
 }
 
 void FillPath(SSettingControl& control, const Changed& changed) {
-  const bool is_file = !ExtensionPart(control.row->default_text).empty();
+  const bool is_file = control.row->is_command || !ExtensionPart(control.row->default_text).empty();
   auto* field = new CPathField(is_file ? CPathField::EKind::kFile : CPathField::EKind::kFolder);
   field->setObjectName(ToQString(control.row->key));
-  field->SetPrompt(ToQString(control.row->meaning), {{"Adobe Color Table *.act", "*.act"}, {"All Files *.*", "*.*"}});
+  if (control.row->is_command) field->RemoveNote();
+  const QString title = control.row->is_command ? QObject::tr("Program") : ToQString(control.row->meaning);
+  std::vector<SFileFilter> filters = {{"All Files *.*", "*.*"}};
+  if (!control.row->is_command) filters.insert(filters.begin(), {"Adobe Color Table *.act", "*.act"});
+  field->SetPrompt(title, filters);
   QObject::connect(field, &CPathField::PathChanged, field, changed);
   control.box = UnderMeaning(*control.row, field, true);
   control.text = [field] { return field->Path(); };

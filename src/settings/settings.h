@@ -127,7 +127,8 @@ struct CSettings {
   int32_t vertex_numbers = 0;
   int32_t reload_unmodified = 0;
   int32_t slow_drawing_msg = 0;
-  int32_t step_memory = 0;  ///< MB that the steps of a document may take
+  std::string game_command;  ///< see ReadGameCommand
+  int32_t step_memory = 0;   ///< MB that the steps of a document may take
 
   CSettings();  ///< the defaults
   /// Every key that MAP has, the rest stays. A value that is broken or out of its range becomes the default, with a
@@ -161,6 +162,7 @@ struct SSettingRow {
   ESettingPage page;
   std::string meaning;
   std::vector<SSettingChoice> choices = {};  ///< when not empty, the only values that an integer can have
+  bool is_command = false;                   ///< a text that starts a program, no path
 };
 
 /// The table, in reading order.

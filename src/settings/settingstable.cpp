@@ -290,6 +290,19 @@ void AddEditing(Rows& rows) {
                                            "New views show the model without perspective."),
           Switch<&CSettings::vertex_numbers>("VERTEXNUMBERS", false, Page::kView,
                                              "New views show the numbers of the vertices."),
+          {"GAMECOMMAND",
+           "",
+           &At<&CSettings::game_command>,
+           0,
+           0,
+           false,
+           Page::kArchives,
+           "Command that starts the game: a program and, with blanks between them, its arguments; quotes round what "
+           "has "
+           "blanks in it. {archive} becomes the archive that was written, {truck} the truck's file, {game} the game's "
+           "folder, in which it runs.",
+           {},
+           true},
           Number<&CSettings::step_memory>("STEPMEMORY", "256", 1, 16384, Page::kSaving,
                                           "How many MB the steps that can be taken back may use, a model."),
           Switch<&CSettings::reload_unmodified>(

@@ -12,6 +12,7 @@
 #include "truck/newtruck.h"
 #include "truckeditor/trucknamespage.h"
 #include "truckeditor/truckpositionspage.h"
+#include "truckeditor/truckprompt.h"
 #include "truckscene/truckcheck.h"
 #include "ui/qstrings.h"
 #include "ui/scrolled.h"
@@ -98,12 +99,8 @@ CTruckStartPage::CTruckStartPage(CNewTruckWizard& wizard, std::vector<STruckTemp
 }
 
 void CTruckStartPage::Browse() {
-  const CSettings& settings = Wizard().Context().settings;
-  const auto path = Wizard().Context().questions.AskOpenFile({.title = tr("Begin as").toStdString(),
-                                                              .filters = {{"MTM2 Truck *.trk", "*.trk"}},
-                                                              .directory = FindAnyCase(settings.trk_dir),
-                                                              .name = {},
-                                                              .default_extension = {}});
+  const auto path =
+      Wizard().Context().questions.AskOpenFile(TruckPrompt(tr("Begin as"), Wizard().Services(), "", true));
   if (!path) return;
   trucks_.push_back(TemplateAt(*path));
   auto* item = new QListWidgetItem(TemplateText(trucks_.back()));

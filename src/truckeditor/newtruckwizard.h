@@ -33,6 +33,7 @@ class CNewTruckWizard : public QWizard {
 
   // For its pages.
   const STruckPageContext& Context() const { return context_; }
+  const SToolServices& Services() const { return services_; }
   CTruckView& View() const { return *view_; }
   /// Begins as the truck of ORIGIN; nothing: as a plain one. False when it cannot be read.
   bool BeginAs(const std::optional<STruckTemplate>& origin);

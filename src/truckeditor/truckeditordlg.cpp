@@ -20,6 +20,7 @@
 #include "truckeditor/trucknamespage.h"
 #include "truckeditor/truckpackdlg.h"
 #include "truckeditor/truckpositionspage.h"
+#include "truckeditor/truckprompt.h"
 #include "truckeditor/trucksoundspage.h"
 #include "ui/commandicons.h"
 #include "ui/dialogplace.h"
@@ -32,15 +33,6 @@ namespace {
 
 constexpr QSize kUsualSize(900, 640);
 constexpr int kMessageMs = 6000;
-
-SFilePrompt TruckPrompt(const std::string& title, const CSettings& settings, const std::string& path) {
-  const std::string folder = FindAnyCase(settings.trk_dir);
-  return {.title = title,
-          .filters = {{"MTM2 Truck *.trk", "*.trk"}},
-          .directory = path.empty() ? folder : DirectoryPart(path),
-          .name = FileNamePart(path),
-          .default_extension = "trk"};
-}
 
 /// The first local truck file among what is dragged; "" for none.
 std::string DraggedTruck(const QMimeData& data) {
@@ -110,7 +102,8 @@ void CTruckEditorDlg::MakeActions() {
   file->addActions({reload_, earlier});
   file->addSeparator();
   pack_again_ = MakeAction(tr("Pack A&gain"), "packAgain", Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { PackAgain(); });
-  file->addActions({pack, pack_again_});
+  pack_and_start_ = MakeAction({}, "packAndStart", Qt::Key_F9, [this] { PackAndStart(); });
+  file->addActions({pack, pack_again_, pack_and_start_});
   file->addSeparator();
   file->addAction(MakeAction(tr("&Close"), "close", QKeySequence::Close, [this] { close(); }));
 
@@ -207,8 +200,22 @@ void CTruckEditorDlg::OnChanged() {
   undo_->setEnabled(document_.CanUndo());
   redo_->setEnabled(document_.CanRedo());
   reload_->setEnabled(!document_.Path().empty());
+  ShowPackActions();
+}
+
+/// The command may be set while this window is open.
+void CTruckEditorDlg::ShowPackActions() {
   pack_again_->setEnabled(packed_.has_value());
   pack_again_->setStatusTip(packed_ ? tr("Into %1").arg(NameToQString(packed_->archive)) : QString());
+  const bool is_set = services_.start_game != nullptr && !services_.settings.game_command.empty();
+  pack_and_start_->setEnabled(is_set);
+  pack_and_start_->setText(is_set ? tr("Pack and Start &Game")
+                                  : tr("Pack and Start &Game (its command is set in File > Preferences, Archives)"));
+}
+
+void CTruckEditorDlg::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && pack_and_start_ != nullptr) ShowPackActions();
 }
 
 bool CTruckEditorDlg::MayLeave() {
@@ -243,8 +250,7 @@ bool CTruckEditorDlg::KeepNew(const CNewTruckWizard& wizard) {
 }
 
 void CTruckEditorDlg::Open() {
-  const auto path = services_.questions.AskOpenFile(
-      TruckPrompt(tr("Open Truck").toStdString(), services_.settings, document_.Path()));
+  const auto path = services_.questions.AskOpenFile(TruckPrompt(tr("Open Truck"), services_, document_.Path(), true));
   if (path) OpenFile(*path);
 }
 
@@ -277,8 +283,7 @@ bool CTruckEditorDlg::Save() {
 
 bool CTruckEditorDlg::SaveAs() {
   const std::string path = document_.Path().empty() ? "" : document_.Path();
-  const auto chosen =
-      services_.questions.AskSaveFile(TruckPrompt(tr("Save Truck As").toStdString(), services_.settings, path));
+  const auto chosen = services_.questions.AskSaveFile(TruckPrompt(tr("Save Truck As"), services_, path, false));
   if (!chosen) return false;
   // Under another extension it could not be opened again.
   const bool has_extension = EqualNoCase(ExtensionPart(chosen->path), "TRK");
@@ -315,19 +320,27 @@ STruckPackPlan CTruckEditorDlg::PackPlan() const {
   return plan;
 }
 
-void CTruckEditorDlg::PackTruck() {
-  if (!IsReadyToPack()) return;
+bool CTruckEditorDlg::PackTruck() {
+  if (!IsReadyToPack()) return false;
   STruckPackPlan plan = PackPlan();
   const bool leaves_out = packed_ ? packed_->leaves_out_stock : services_.settings.creator_pod_zip != 0;
   CTruckPackDialog dialog(plan, leaves_out, services_.questions, this);
-  if (dialog.exec() != QDialog::Accepted) return;
+  if (dialog.exec() != QDialog::Accepted) return false;
   services_.settings.creator_pod_zip = dialog.LeavesOutStock() ? 1 : 0;
-  WritePod(plan, dialog.LeavesOutStock());
+  return WritePod(plan, dialog.LeavesOutStock());
+}
+
+void CTruckEditorDlg::PackAndStart() {
+  starts_game_ = true;
+  const bool is_written = packed_ ? PackAgain() : PackTruck();
+  starts_game_ = false;
+  if (is_written && services_.start_game(packed_->archive, document_.Path()))
+    statusBar()->showMessage(tr("Packed %1 and started the game").arg(NameToQString(packed_->archive)), kMessageMs);
 }
 
 /// As it was packed the last time; asks only where something is missing.
-void CTruckEditorDlg::PackAgain() {
-  if (!packed_ || !IsReadyToPack()) return;
+bool CTruckEditorDlg::PackAgain() {
+  if (!packed_ || !IsReadyToPack()) return false;
   const STruckPackPlan plan = PackPlan();
   const auto lacking = plan.Lacking(packed_->leaves_out_stock);
   std::string details;
@@ -338,11 +351,12 @@ void CTruckEditorDlg::PackAgain() {
                              .icon = EIcon::kWarning,
                              .details = details,
                              .usual = EAnswer::kNo};
-  if (!lacking.empty() && services_.questions.AskYesNo(question) != EAnswer::kYes) return;
+  if (!lacking.empty() && services_.questions.AskYesNo(question) != EAnswer::kYes) return false;
   const std::vector<SPodSource> sources = plan.Sources(packed_->leaves_out_stock);
-  if (!CreatePod(services_.questions, packed_->archive, sources)) return;
+  if (!CreatePod(services_.questions, packed_->archive, sources)) return false;
   statusBar()->showMessage(tr("Packed %1 files into %2").arg(sources.size()).arg(NameToQString(packed_->archive)),
                            kMessageMs);
+  return true;
 }
 
 bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock) {
@@ -357,12 +371,16 @@ bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock)
   const std::vector<SPodSource> sources = plan.Sources(leave_out_stock);
   if (!pod || !CreatePod(services_.questions, pod->path, sources)) return false;
   RememberPacking({pod->path, leave_out_stock, plan.AddedFiles()});
-  const SMessage question = {.text = Format("Packed %zu files into %s.\nShow the archive in the extractor?",
-                                            sources.size(), FileNamePart(pod->path).c_str()),
-                             .icon = EIcon::kQuestion};
-  if (services_.show_archive && services_.questions.AskYesNo(question) == EAnswer::kYes)
-    services_.show_archive(pod->path);
+  if (!starts_game_) OfferArchive(sources.size());
   return true;
+}
+
+void CTruckEditorDlg::OfferArchive(size_t files) {
+  const std::string& pod = packed_->archive;
+  const SMessage question = {
+      .text = Format("Packed %zu files into %s.\nShow the archive in the extractor?", files, FileNamePart(pod).c_str()),
+      .icon = EIcon::kQuestion};
+  if (services_.show_archive && services_.questions.AskYesNo(question) == EAnswer::kYes) services_.show_archive(pod);
 }
 
 /// Where it cannot be kept it holds until the truck is closed.

@@ -46,8 +46,11 @@ class CTruckEditorDlg : public QMainWindow {
   bool SaveAs();
   void Reload();
   void EarlierStates();
-  void PackTruck();
-  void PackAgain();
+  /// Both are false when nothing was written.
+  bool PackTruck();
+  bool PackAgain();
+  /// Again, or the first time, and then the game with what was written.
+  void PackAndStart();
   /// Asks about unsaved changes. True when the truck may go: it is saved, or the user does not want it to be.
   bool MayLeave();
   /// Looks for models, textures and sounds again.
@@ -57,6 +60,7 @@ class CTruckEditorDlg : public QMainWindow {
   CTruckDocument& Document() { return document_; }
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -74,6 +78,8 @@ class CTruckEditorDlg : public QMainWindow {
   STruckPackPlan PackPlan() const;
   void RememberPacking(SPackMemory packed);
   bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
+  void OfferArchive(size_t files);
+  void ShowPackActions();
   bool KeepNew(const CNewTruckWizard& wizard);
   void OnFileChanged();
   void OnChanged();
@@ -94,6 +100,8 @@ class CTruckEditorDlg : public QMainWindow {
   QAction* redo_ = nullptr;
   QAction* reload_ = nullptr;
   QAction* pack_again_ = nullptr;
+  QAction* pack_and_start_ = nullptr;
+  bool starts_game_ = false;           ///< once the archive is written
   std::optional<SPackMemory> packed_;  ///< the last time
 };
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "archive/testpod.h"
+#include "packing/gamecommand.h"
 #include "packing/packtruck.h"
 #include "platform/files.h"
 #include "support/scriptedquestions.h"
@@ -59,6 +60,31 @@ TEST_F(CPodBuildTest, KeepsTheOrderAndTellsAllRefusalsAtOnce) {
     EXPECT_EQ(build.Move(row.positions, row.by), row.moves);
     EXPECT_EQ(Names(), row.names);
   }
+}
+
+TEST(GameCommand, IsTakenApartBeforeItsPlaceholdersAreFilled) {
+  const CTempFolder folder;
+  const std::string program = folder.Write("the game.exe", "");
+  const SGameCommandPlaces places = {.archive = "/a b/{truck}.POD", .truck = "T \"1\".TRK", .game = folder.Path()};
+  const struct {
+    std::string text;
+    std::vector<std::string> words;
+  } kCases[] = {{"", {}},
+                {"  \"\"", {}},
+                {program, {program}},
+                {"\"" + program + "\" -x", {program, "-x"}},
+                {"wine {game}/a.exe  {archive}", {"wine", places.game + "/a.exe", places.archive}},
+                {"run --t={truck} \"\" \"{archive}\"", {"run", "--t=" + places.truck, "", places.archive}},
+                {"run {other} {archive", {"run", "{other}", "{archive"}}};
+  for (const auto& each : kCases) {
+    const auto command = ReadGameCommand(each.text, places);
+    std::vector<std::string> words;
+    if (command) words = command->arguments;
+    if (command) words.insert(words.begin(), command->program);
+    EXPECT_EQ(words, each.words) << each.text;
+  }
+  EXPECT_EQ(ReadGameCommand("run", places)->folder, folder.Path());
+  EXPECT_EQ(ReadGameCommand(program, {})->folder, folder.Path());
 }
 
 TEST(PackTruck, LooksBesideTheTruckThenInTheFoldersAndArchivesOfSettingsAndGame) {

@@ -51,7 +51,17 @@ class CTruckEditorTest : public ::testing::Test {
     CopTools::ReadCfgFile(folder_->File(kSettingsFileName), map);
     settings.Take(map);
     editor = std::make_unique<CTruckEditorDlg>(
-        SToolServices{questions, settings, stock, colors, "", [this](const std::string& pod) { shown_archive = pod; }},
+        SToolServices{.questions = questions,
+                      .settings = settings,
+                      .stock = stock,
+                      .default_colors = colors,
+                      .game_folder = "",
+                      .show_archive = [this](const std::string& pod) { shown_archive = pod; },
+                      .start_game =
+                          [this](const std::string& archive, const std::string& truck) {
+                            started = archive + ' ' + truck;
+                            return true;
+                          }},
         &states);
   }
 
@@ -84,6 +94,7 @@ class CTruckEditorTest : public ::testing::Test {
   CTempFolder states_folder;
   CEarlierStates states{states_folder.Path()};
   std::string shown_archive;
+  std::string started;
   std::unique_ptr<CTruckEditorDlg> editor;
 };
 
@@ -403,6 +414,19 @@ TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
   EXPECT_EQ(ReadTestFile(pod), written);
   ASSERT_TRUE(archive.Load(pod));
   EXPECT_EQ(archive.ReadEntry(archive.FindAll("READ.TXT").front())->Text(), "me");
+
+  // With the game, when the settings know how.
+  auto* const start = Child<QAction>(*editor, "packAndStartTruck");
+  EXPECT_FALSE(start->isEnabled());
+  settings.game_command = "game {archive}";
+  ASSERT_TRUE(RemoveFile(pod));
+  questions.OnYesNo("2 files were not found", EAnswer::kYes);
+  editor->PackAndStart();
+  EXPECT_EQ(started, pod + ' ' + copy);
+  EXPECT_EQ(ReadTestFile(pod), written);
+  QEvent activation(QEvent::ActivationChange);
+  QApplication::sendEvent(editor.get(), &activation);
+  EXPECT_TRUE(start->isEnabled());
   folder.Write("T.TRK.pack", "archive out/A.POD\r\nstock in\nfile X.TXT\nnonsense");
   const auto packed = ReadPackMemory(folder.File("T.TRK"));
   ASSERT_TRUE(packed);

@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/userfolders.h"
 #include "settings/coptools.h"
 
 namespace veldra {
@@ -115,6 +116,23 @@ std::string CTarn2App::ModelDirectory() const {
   for (const std::string& candidate : {FindAnyCase(startup_.settings.bin_dir), FindAnyCase(installed)})
     if (IsDirectory(candidate)) return candidate;
   return CurrentDirectory();
+}
+
+bool CTarn2App::MayStart(std::string CSettings::*command) {
+  const std::string& text = startup_.settings.*command;
+  const std::string& path = startup_.settings_path;
+  const bool is_entered = text != startup_.settings_as_read.*command;
+  const bool is_here = IsSameFile(path, JoinPath(CurrentDirectory(), kSettingsFileName));
+  const bool is_users = IsSameFile(path, JoinPath(UserSettingsDirectory(), kSettingsFileName));
+  if (is_entered || !is_here || is_users || granted_commands_.contains(text)) return true;
+  const SMessage question = {
+      .text = Format("The settings in this folder start a program:\n%s\nStart it?", DisplayName(text).c_str()),
+      .icon = EIcon::kQuestion,
+      .details = path + " may have come with files from somebody else.",
+      .usual = EAnswer::kNo};
+  if (questions_.AskYesNo(question) != EAnswer::kYes) return false;
+  granted_commands_.insert(text);
+  return true;
 }
 
 bool CTarn2App::SaveSettings() {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -77,6 +78,9 @@ class CTarn2App {
   /// Where a dialog for model files opens.
   std::string ModelDirectory() const;
 
+  /// Whether the program that COMMAND, a setting, names may be started. Settings that lie in the current folder may
+  /// have come with somebody's files: then the user is asked, once, unless the command is one that he has just entered.
+  bool MayStart(std::string CSettings::*command);
   /// Writes every setting back to the file it came from. The user is told when that fails.
   bool SaveSettings();
 
@@ -101,6 +105,7 @@ class CTarn2App {
   std::function<void(const std::string& text)> say_;
   std::function<bool(const SArchivePlace& place, std::span<const uint8_t> bytes)> save_into_archive_;
   std::vector<std::weak_ptr<CTarnDoc>> documents_;
+  std::set<std::string> granted_commands_;
 };
 
 }  // namespace veldra

@@ -1,8 +1,8 @@
 #include "app/toolcommands.h"
 
-#include <QProcess>
 #include <algorithm>
 
+#include "app/programstart.h"
 #include "app/setup.h"
 #include "archive/filetypes.h"
 #include "archive/podedit.h"
@@ -129,17 +129,9 @@ bool CToolCommands::StartGame(const std::string& archive, const std::string& tru
   const std::string installed = app_.InstallationDirectory();
   const std::string game = installed.empty() || installed == "." ? FindAnyCase(settings.pod_dir) : installed;
   const auto command = ReadGameCommand(settings.game_command, {archive, truck, game});
-  if (!command) return false;
-  QProcess process;
-  process.setProgram(ToQString(command->program));
-  QStringList arguments;
-  for (const std::string& argument : command->arguments)
-    arguments.append(ToQString(argument));
-  process.setArguments(arguments);
-  process.setWorkingDirectory(ToQString(command->folder));
-  if (process.startDetached()) return true;
-  return app_.Questions().Fail("The game could not be started.",
-                               command->program + ": " + process.errorString().toStdString());
+  if (!command || !app_.MayStart(&CSettings::game_command)) return false;
+  const std::string fault = StartProgram(command->call, command->folder);
+  return fault.empty() || app_.Questions().Fail("The game could not be started.", fault);
 }
 
 CPodExtractorDialog& CToolCommands::Extractor() {

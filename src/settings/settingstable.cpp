@@ -298,8 +298,8 @@ void AddEditing(Rows& rows) {
            false,
            Page::kArchives,
            "Command that starts the game: a program and, with blanks between them, its arguments; quotes round what "
-           "has "
-           "blanks in it. {archive} becomes the archive that was written, {truck} the truck's file, {game} the game's "
+           "has blanks in it. {archive} becomes the archive that was written, {truck} the truck's file, {game} the "
+           "game's "
            "folder, in which it runs.",
            {},
            true},

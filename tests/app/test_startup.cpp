@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "app/editorfixture.h"
 #include "app/recentfiles.h"
 #include "app/scalefactor.h"
@@ -102,6 +104,27 @@ TEST(StartUp, AFirstStartFollowsFromWhereTheGameIs) {
   EXPECT_TRUE(FileExists(folder.File("user/Veldra.stock")));
   folder.Write("Veldra.cfg", "");
   EXPECT_EQ(CopTools::SettingsPath(folder.Path()), folder.File("Veldra.cfg")) << "that of the folder counts";
+}
+
+TEST(Program, OfSettingsInTheCurrentFolderIsStartedOnceTheUserSaysSo) {
+  const CTempFolder folder;
+  const CVariable user("XDG_CONFIG_HOME", folder.File("user"));
+  folder.Write("Veldra.cfg", "GAMECOMMAND game.exe\nDEFPAL " + folder.Write("good.act", TestPalette()) + "\n");
+  const auto start = [&](CScriptedQuestions& questions) { return *StartUp(folder.File("Veldra.cfg"), questions); };
+  CScriptedQuestions questions;
+  CTarn2App elsewhere(start(questions), questions);
+  EXPECT_TRUE(elsewhere.MayStart(&CSettings::game_command)) << "settings that somebody has asked for";
+
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(std::filesystem::path(reinterpret_cast<const char8_t*>(folder.Path().c_str())));
+  CTarn2App here(start(questions), questions);
+  questions.OnYesNo("game.exe", EAnswer::kNo).OnYesNo("game.exe", EAnswer::kYes);
+  EXPECT_FALSE(here.MayStart(&CSettings::game_command));
+  EXPECT_TRUE(here.MayStart(&CSettings::game_command));
+  EXPECT_TRUE(here.MayStart(&CSettings::game_command)) << "asked once";
+  here.Settings().game_command = "mine";
+  EXPECT_TRUE(here.MayStart(&CSettings::game_command)) << "entered by the user";
+  std::filesystem::current_path(before);
 }
 
 TEST(RecentFiles, KeepTheLatestFirstAndEachOnce) {

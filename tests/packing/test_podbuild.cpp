@@ -79,8 +79,8 @@ TEST(GameCommand, IsTakenApartBeforeItsPlaceholdersAreFilled) {
   for (const auto& each : kCases) {
     const auto command = ReadGameCommand(each.text, places);
     std::vector<std::string> words;
-    if (command) words = command->arguments;
-    if (command) words.insert(words.begin(), command->program);
+    if (command) words = command->call.arguments;
+    if (command) words.insert(words.begin(), command->call.program);
     EXPECT_EQ(words, each.words) << each.text;
   }
   EXPECT_EQ(ReadGameCommand("run", places)->folder, folder.Path());

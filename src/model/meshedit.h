@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "model/geometry.h"
+
+/// Building on what is there. FACES and VERTICES are indices, ascending, each once; each function is one change of the
+/// model. New corners get texture coordinates that continue those around them, so far as the texture reaches.
+namespace veldra {
+
+/// Moves FACES outward along their normals by DISTANCE, which may be negative, and closes the gap to what stays with
+/// sides of the same texture and type. Faces that share an edge stay together. Vertices that would leave the 32-bit
+/// numbers: a fault, and nothing is changed.
+GeometryFault ExtrudeFaces(CBinModel& model, std::span<const int32_t> faces, double distance);
+
+/// FACES get vertices of their own where they shared them with others. Returns how many were made.
+int32_t DetachFaces(CBinModel& model, std::span<const int32_t> faces);
+
+/// Copies of FACES on vertices of their own, mirrored about 0 along MIRROR. They are the last faces of the model.
+void DuplicateFaces(CBinModel& model, std::span<const int32_t> faces, std::optional<EAxis> mirror);
+
+/// A vertex in the middle of the edge from CORNER of FACE to the next one, and all faces at that edge cut there: a
+/// triangle into two, a quad into a triangle and a quad. Returns the new vertex; -1, with nothing changed, where the
+/// edge is too short to have a middle.
+int32_t SplitEdge(CBinModel& model, int32_t face, int corner);
+
+/// The quads among FACES become two triangles each, cut along the diagonal that bulges outward, or else the shorter
+/// one. Returns how many were cut.
+int32_t SplitQuads(CBinModel& model, std::span<const int32_t> faces);
+
+/// Pairs of triangles among FACES become quads where these are flat and convex, and of one type and texture that runs
+/// on over the edge. Returns how many quads were made.
+int32_t JoinTriangles(CBinModel& model, std::span<const int32_t> faces);
+
+/// VERTICES, 3 or 4 of them, in the order that makes a face look toward the viewer, who is in the direction TO_VIEWER;
+/// empty when they lie on a line, or make no convex quad.
+std::vector<int32_t> OrderedToward(const CBinModel& model, std::span<const int32_t> vertices,
+                                   const SUnitNormal& to_viewer);
+
+/// VERTICES go to the nearest points whose coordinates are multiples of SPACING, above 0. Returns how many moved.
+int32_t SnapToGrid(CBinModel& model, std::span<const int32_t> vertices, int32_t spacing);
+
+}  // namespace veldra

@@ -1,0 +1,137 @@
+#include "model/meshedit.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "modelbuilder.h"
+
+namespace veldra::testing {
+namespace {
+
+/// A cube of 20 a side about the origin. Faces 0 and 1 are the top and the bottom, 2 looks along z.
+class MeshEdit : public ::testing::Test {
+ protected:
+  MeshEdit() {
+    for (const int32_t y : {-10, 10})
+      built_.Vertices({{-10, y, 10}, {10, y, 10}, {10, y, -10}, {-10, y, -10}});
+    CBinTexture& texture = built_.Plain("T.RAW");
+    for (const auto& corners : std::vector<std::vector<int32_t>>{
+             {4, 5, 6, 7}, {3, 2, 1, 0}, {0, 1, 5, 4}, {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}}) {
+      CBinFace& face = built_.Face(corners, &texture);
+      const STexCoord coords[] = {{0.25, 0.75}, {0.75, 0.75}, {0.75, 0.25}, {0.25, 0.25}};
+      for (int k = 0; k < 4; ++k)
+        face.SetTexCoord(k, coords[k]);
+    }
+  }
+  Vector3 At(const CBinFace& face, int k) const { return ToVector(face.Corner(k)->Position()); }
+  double Volume() const {
+    double sum = 0.0;
+    for (int32_t i = 0; i < model_.FaceCount(); ++i) {
+      const CBinFace& face = model_.Face(i);
+      for (int k = 2; k < face.CornerCount(); ++k)
+        sum += Dot(At(face, 0), Cross(At(face, k - 1), At(face, k))) / 6.0;
+    }
+    return sum;
+  }
+  /// How many edges no other face runs back over.
+  size_t OpenEdges() const {
+    std::multiset<std::pair<int32_t, int32_t>> edges;
+    for (int32_t i = 0; i < model_.FaceCount(); ++i) {
+      const std::vector<int32_t> corners = built_.Corners(i);
+      for (size_t k = 0; k < corners.size(); ++k)
+        edges.insert({corners[k], corners[(k + 1) % corners.size()]});
+    }
+    return static_cast<size_t>(std::ranges::count_if(edges, [&](const auto& edge) {
+      return !edges.contains({edge.second, edge.first});
+    }));
+  }
+  void ExpectWhole(double volume, int32_t vertices, int32_t faces, size_t open = 0) const {
+    EXPECT_EQ(model_.CheckInvariants(), "");
+    EXPECT_DOUBLE_EQ(Volume(), volume);
+    EXPECT_EQ(model_.VertexCount(), vertices);
+    EXPECT_EQ(model_.FaceCount(), faces);
+    EXPECT_EQ(OpenEdges(), open);
+  }
+
+  CModelBuilder built_;
+  CBinModel& model_ = built_.model;
+};
+
+constexpr double kVolume = 8000;
+
+TEST_F(MeshEdit, ExtrudesWithSidesAndStaysClosed) {
+  EXPECT_EQ(ExtrudeFaces(model_, std::vector{0}, 5), "");
+  ExpectWhole(kVolume + 20 * 20 * 5, 12, 10);
+  const CBinFace& side = model_.Face(6);  // a quarter as high as long: so much of the texture, too
+  EXPECT_EQ(side.Texture(), model_.Face(0).Texture());
+  EXPECT_EQ(side.TexCoord(0), (STexCoord{0.25, 0.875}));
+  EXPECT_EQ(side.TexCoord(3), (STexCoord{0.25, 0.75}));
+  EXPECT_EQ(ExtrudeFaces(model_, std::vector{0}, -5), "");
+  EXPECT_DOUBLE_EQ(Volume(), kVolume);
+  EXPECT_NE(ExtrudeFaces(model_, std::vector{0}, 3e9), "");
+  ExpectWhole(kVolume, 16, 14);
+}
+
+TEST_F(MeshEdit, FacesThatShareAnEdgeAreExtrudedTogether) {
+  EXPECT_EQ(ExtrudeFaces(model_, std::vector{0, 2}, 10), "");
+  // The edge between them goes out by the diagonal; six edges are closed.
+  ExpectWhole(kVolume + 2 * 20 * 20 * 10 + 20 * 10 * 10, 14, 12);
+  EXPECT_EQ(ExtrudeFaces(model_, std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}, 0), "");
+  EXPECT_EQ(model_.VertexCount(), 14);  // nothing was open, nothing is copied
+}
+
+TEST_F(MeshEdit, DetachedAndCopiedFacesHaveTheirOwnVertices) {
+  EXPECT_EQ(DetachFaces(model_, std::vector{0}), 4);
+  EXPECT_EQ(DetachFaces(model_, std::vector{0}), 0);
+  ExpectWhole(kVolume, 12, 6, 8);
+  DuplicateFaces(model_, std::vector{0, 1, 2, 3, 4, 5}, {});
+  ExpectWhole(2 * kVolume, 24, 12, 16);
+  TranslateVertices(model_, VerticesInScope(model_, SScope::All()), 50, 0, 0, true);
+  DuplicateFaces(model_, std::vector{0}, EAxis::kX);
+  EXPECT_EQ(model_.Bounds().min.x, -60);
+  EXPECT_DOUBLE_EQ(Volume(), 2 * kVolume + 20 * 20 * 10 / 3.0);  // it looks outward: its share of a volume is positive
+}
+
+TEST_F(MeshEdit, SplitsAndJoins) {
+  EXPECT_EQ(SplitEdge(model_, 0, 0), 8);
+  EXPECT_EQ(model_.Vertex(8).Position(), (SPoint{0, 10, 10}));
+  ExpectWhole(kVolume, 9, 8);
+  EXPECT_EQ(model_.Face(0).TexCoord(1), (STexCoord{0.5, 0.75}));
+  std::vector<int32_t> all = {0, 1, 2, 3, 4, 5, 6, 7};
+  EXPECT_EQ(SplitQuads(model_, all), 6);
+  ExpectWhole(kVolume, 9, 14);
+  all.clear();
+  for (int32_t i = 0; i < model_.FaceCount(); ++i)
+    all.push_back(i);
+  EXPECT_GE(JoinTriangles(model_, all), 4);
+  EXPECT_EQ(OpenEdges(), 0U);
+  EXPECT_DOUBLE_EQ(Volume(), kVolume);
+  model_.SetVertexPositions(std::vector{0, 1}, std::vector<SPoint>{{0, 0, 0}, {1, 0, 0}});
+  EXPECT_EQ(SplitEdge(model_, 1, 0), -1);
+}
+
+TEST_F(MeshEdit, OrdersTowardTheViewerAndSnaps) {
+  const struct {
+    std::vector<int32_t> vertices;
+    SUnitNormal viewer;
+    std::vector<int32_t> ordered;  // from any of them
+  } cases[] = {
+      {{0, 1, 4, 5}, {0, 0, 1}, {0, 1, 5, 4}},
+      {{0, 1, 4, 5}, {0, 0, -1}, {0, 4, 5, 1}},
+      {{5, 6, 7}, {0, 1, 0}, {5, 6, 7}},
+      {{0, 1, 4, 5}, {0, 1, 0}, {}},  // seen from its side
+  };
+  for (const auto& row : cases) {
+    std::vector<int32_t> found = OrderedToward(model_, row.vertices, row.viewer);
+    if (!found.empty()) std::ranges::rotate(found, std::ranges::find(found, row.vertices.front()));
+    EXPECT_EQ(found, row.ordered);
+  }
+  EXPECT_EQ(SnapToGrid(model_, std::vector{0, 1, 2}, 8), 3);
+  EXPECT_EQ(model_.Vertex(0).Position(), (SPoint{-8, -8, 8}));
+  EXPECT_EQ(SnapToGrid(model_, std::vector{0, 1, 2}, 8), 0);
+}
+
+}  // namespace
+}  // namespace veldra::testing

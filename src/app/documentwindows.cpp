@@ -2,7 +2,9 @@
 
 #include <QMdiSubWindow>
 #include <cstddef>
+#include <iterator>
 #include <map>
+#include <vector>
 
 #include "app/commands/commandtable.h"
 
@@ -101,6 +103,26 @@ SImage CDocumentWindows::Picture(const CTarnDoc& document) const {
 
 void CDocumentWindows::NewWindow() {
   if (const CTarnView* view = ActiveView()) AddView(view->SharedDocument(), false);
+}
+
+void CDocumentWindows::FourViews() {
+  CChildFrame* const active = Active();
+  if (active == nullptr) return;
+  active->showNormal();
+  const std::shared_ptr<CTarnDoc> document = active->View().SharedDocument();
+  std::vector<CTarnView*> sides;
+  for (CChildFrame* child : Children())
+    if (child != active && &child->Document() == document.get()) sides.push_back(&child->View());
+  constexpr void (CTarnView::*kLooks[])() = {&CTarnView::ViewTop, &CTarnView::ViewFront, &CTarnView::ViewRight};
+  while (sides.size() < std::size(kLooks))
+    sides.push_back(&AddView(document, false).View());
+  Tile();
+  for (size_t i = 0; i < std::size(kLooks); ++i) {
+    if (!sides[i]->State().orthographic) sides[i]->ToggleOrthographic();
+    (sides[i]->*kLooks[i])();
+    sides[i]->ZoomToFit();
+  }
+  area_.setActiveSubWindow(active);
 }
 
 void CDocumentWindows::CloseActive() {

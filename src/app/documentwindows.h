@@ -38,6 +38,8 @@ class CDocumentWindows : public QObject {
 
   // Commands of the Window menu.
   void NewWindow();
+  /// The active document from above, in front, from the right, and as it was, in windows side by side.
+  void FourViews();
   void Cascade() { area_.cascadeSubWindows(); }
   void Tile() { area_.tileSubWindows(); }
   void Next() { area_.activateNextSubWindow(); }

@@ -21,6 +21,10 @@ bool IsSelected(const CBinModel& model, EGroupKind kind, int32_t index) {
   return kind == EGroupKind::kFaces ? model.Face(index).IsSelected() : model.Vertex(index).IsSelected();
 }
 
+bool IsHidden(const CBinModel& model, EGroupKind kind, int32_t index) {
+  return kind == EGroupKind::kFaces ? model.Face(index).IsHidden() : model.Vertex(index).IsHidden();
+}
+
 /// The next index in a ring of COUNT; from -1 the first, backwards the last.
 int32_t Next(int32_t index, int32_t count, bool forward) {
   if (forward) return index + 1 < count ? index + 1 : 0;
@@ -135,7 +139,7 @@ void CEditCursor::Cycle(EGroupKind kind, SPlace& place, bool forward, bool selec
   int32_t index = place.index;
   for (int32_t steps = 0; steps < count; ++steps) {
     index = Next(index, count, forward);
-    if (selected_only && !IsSelected(model_, kind, index)) continue;
+    if ((selected_only && !IsSelected(model_, kind, index)) || IsHidden(model_, kind, index)) continue;
     Set(place, PlaceOf(kind, index));
     return;
   }

@@ -32,6 +32,8 @@ class CEditDialogs {
   std::optional<SPlaneInput> AskPlane(const CEditCursor& cursor, QWidget* parent);
   /// What was inserted last, for who asks for a shape.
   std::optional<SInsertShapeInput>& Shape() { return shape_; }
+  int32_t& ExtrudeDistance() { return extrude_distance_; }
+  int32_t& SnapSpacing() { return snap_spacing_; }
   /// The face or vertex that the user names becomes the current one.
   void JumpTo(CEditCursor& cursor, QWidget* parent);
 
@@ -48,6 +50,8 @@ class CEditDialogs {
   SFacingInput facing_;
   SPlaneInput plane_;
   std::optional<SInsertShapeInput> shape_;
+  int32_t extrude_distance_ = 10;
+  int32_t snap_spacing_ = 10;
   EGroupKind jump_ = EGroupKind::kFaces;
 };
 

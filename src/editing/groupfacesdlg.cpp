@@ -50,6 +50,7 @@ void CGroupFacesDialog::FillFaces(const CEditCursor& cursor) {
     add(tr("Group %1").arg(NameToQString(group.Name())), group.Members());
   std::vector<int32_t> all(static_cast<size_t>(model_.FaceCount()));
   std::iota(all.begin(), all.end(), 0);
+  std::erase_if(all, [&](int32_t index) { return model_.Face(index).IsHidden(); });
   add(tr("All faces"), std::move(all));
 }
 

@@ -269,4 +269,40 @@ void SelectQuadLoop(CEditCursor& cursor, bool across) {
   SayCounts(cursor);
 }
 
+// --- Hiding ----------------------------------------------------------------------------------------------------------
+
+namespace {
+
+void HideFaces(CEditCursor& cursor, const std::vector<int32_t>& faces) {
+  CBinModel& model = cursor.Document().Model();
+  model.Hide(faces);
+  if (cursor.Face() >= 0 && cursor.FaceObject()->IsHidden()) cursor.SetFace(-1);
+  if (cursor.Vertex() >= 0 && cursor.VertexObject()->IsHidden()) cursor.SetVertex(-1);
+  cursor.Document().Say("Hidden: " + Counted(model.HiddenCount(), "face", "faces"));
+}
+
+}  // namespace
+
+bool HasHidden(const CEditCursor& cursor) {
+  return cursor.Model().HiddenCount() > 0;
+}
+
+void HideSelected(CEditCursor& cursor) {
+  HideFaces(cursor, FacesToEdit(cursor));
+}
+
+void HideOthers(CEditCursor& cursor) {
+  const std::vector<int32_t> kept = FacesToEdit(cursor);
+  std::vector<int32_t> others;
+  for (int32_t i = 0; i < cursor.Model().FaceCount(); ++i)
+    if (!std::ranges::binary_search(kept, i)) others.push_back(i);
+  HideFaces(cursor, others);
+}
+
+void ShowHidden(CEditCursor& cursor) {
+  const int32_t count = cursor.Model().HiddenCount();
+  cursor.Document().Model().ShowAll();
+  cursor.Document().Say("Shown again: " + Counted(count, "face", "faces"));
+}
+
 }  // namespace veldra

@@ -38,4 +38,11 @@ void SelectQuadLoop(CEditCursor& cursor, bool across);
 /// The faces of SelectQuadLoop, from FACE over the edge between its corners CORNER and the next one; FACE comes first.
 std::vector<int32_t> QuadLoop(const CBinModel& model, int32_t face, int corner);
 
+// --- Hiding ----------------------------------------------------------------------------------------------------------
+bool HasHidden(const CEditCursor& cursor);
+void HideSelected(CEditCursor& cursor);
+/// Everything but what is there to start from.
+void HideOthers(CEditCursor& cursor);
+void ShowHidden(CEditCursor& cursor);
+
 }  // namespace veldra

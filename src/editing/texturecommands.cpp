@@ -186,7 +186,7 @@ void RestoreCornerCoords(CEditCursor& cursor, const SCornerCoords& old) {
 std::vector<int32_t> FacesOfTexture(const CBinModel& model, const CBinTexture& entry) {
   std::vector<int32_t> faces;
   for (int32_t i = 0; i < model.FaceCount(); ++i)
-    if (model.Face(i).Texture() == &entry) faces.push_back(i);
+    if (model.Face(i).Texture() == &entry && !model.Face(i).IsHidden()) faces.push_back(i);
   return faces;
 }
 

@@ -48,6 +48,7 @@ void SModelChange::Add(const SModelChange& other) {
   textures |= other.textures;
   groups |= other.groups;
   selection |= other.selection;
+  visibility |= other.visibility;
 }
 
 CBinModel::CBusy::CBusy(CBinModel& model) : model_(model), changing_(&model) {
@@ -65,7 +66,7 @@ CBinModel::CBusy::~CBusy() {
   if (changing_ == nullptr) return;
   const SModelChange change = changing_->pending_;
   changing_->pending_ = {};
-  if (change.Any() || change.selection) changing_->Report(change, true);
+  if (change.Any() || change.selection || change.visibility) changing_->Report(change, true);
 }
 
 void CBinFace::NoteChange() const {

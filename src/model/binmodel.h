@@ -22,7 +22,7 @@ class CStepRecorder;
 struct SModelChange {
   /// What a file would hold is different.
   bool Any() const { return positions || topology || faces || textures || groups; }
-  bool IsDrawn() const { return positions || topology || faces || textures; }
+  bool IsDrawn() const { return positions || topology || faces || textures || visibility; }
   void Add(const SModelChange& other);
 
   bool positions = false;  ///< vertex coordinates only
@@ -30,7 +30,8 @@ struct SModelChange {
   bool faces = false;      ///< face types, texture coordinates or which texture a face has
   bool textures = false;   ///< the texture entries
   bool groups = false;
-  bool selection = false;  ///< which vertices and faces are selected
+  bool selection = false;   ///< which vertices and faces are selected
+  bool visibility = false;  ///< which faces are hidden
 };
 
 /// Told after each operation that changed the model; the document is one.
@@ -181,6 +182,11 @@ class CBinModel {
   void Select(EGroupKind kind, std::span<const int32_t> indices, bool selected);
   void SelectAll(EGroupKind kind, bool selected);
   void InvertSelection(EGroupKind kind);
+  /// Hidden faces, and vertices that only they use, are neither drawn nor picked, never selected, and left alone by
+  /// what works on all. They are saved like the others.
+  void Hide(std::span<const int32_t> faces);
+  void ShowAll();
+  int32_t HiddenCount() const;
   /// Grows with every change of the selection.
   uint64_t SelectionRevision() const { return selection_revision_; }
 

@@ -31,18 +31,23 @@ int32_t CBinModel::SelectedCount(EGroupKind kind) const {
 }
 
 void CBinModel::Select(EGroupKind kind, std::span<const int32_t> indices, bool selected) {
-  for (const int32_t index : indices)
-    (kind == EGroupKind::kFaces ? Face(index).selected_ : Vertex(index).selected_) = selected;
+  for (const int32_t index : indices) {
+    if (kind == EGroupKind::kFaces) {
+      Face(index).selected_ = selected && !Face(index).IsHidden();
+    } else {
+      Vertex(index).selected_ = selected && !Vertex(index).IsHidden();
+    }
+  }
   ReportSelection();
 }
 
 void CBinModel::SelectAll(EGroupKind kind, bool selected) {
   if (kind == EGroupKind::kFaces) {
     for (const auto& face : faces_)
-      face->selected_ = selected;
+      face->selected_ = selected && !face->IsHidden();
   } else {
     for (const auto& vertex : vertices_)
-      vertex->selected_ = selected;
+      vertex->selected_ = selected && !vertex->IsHidden();
   }
   ReportSelection();
 }
@@ -50,12 +55,32 @@ void CBinModel::SelectAll(EGroupKind kind, bool selected) {
 void CBinModel::InvertSelection(EGroupKind kind) {
   if (kind == EGroupKind::kFaces) {
     for (const auto& face : faces_)
-      face->selected_ = !face->selected_;
+      face->selected_ = !face->selected_ && !face->IsHidden();
   } else {
     for (const auto& vertex : vertices_)
-      vertex->selected_ = !vertex->selected_;
+      vertex->selected_ = !vertex->selected_ && !vertex->IsHidden();
   }
   ReportSelection();
+}
+
+void CBinModel::Hide(std::span<const int32_t> faces) {
+  for (const int32_t index : faces) {
+    Face(index).hidden_ = true;
+    Face(index).selected_ = false;
+  }
+  for (const auto& vertex : vertices_)
+    vertex->selected_ = vertex->selected_ && !vertex->IsHidden();
+  Report({.selection = true, .visibility = true});
+}
+
+void CBinModel::ShowAll() {
+  for (const auto& face : faces_)
+    face->hidden_ = false;
+  Report({.visibility = true});
+}
+
+int32_t CBinModel::HiddenCount() const {
+  return static_cast<int32_t>(std::ranges::count_if(faces_, [](const auto& face) { return face->IsHidden(); }));
 }
 
 void CBinModel::ReportSelection() {

@@ -27,22 +27,45 @@ std::vector<int32_t> MarkedIndices(const std::vector<bool>& marks) {
   return indices;
 }
 
-/// Where MOVE would bring VERTICES, truncated.
-GeometryFault TruncatedPositions(const CBinModel& model, std::span<const int32_t> vertices,
-                                 const std::function<Vector3(const SPoint&)>& move, std::vector<SPoint>& positions) {
-  positions.resize(vertices.size());
-  for (size_t i = 0; i < vertices.size(); ++i) {
-    const Vector3 exact = move(model.Vertex(vertices[i]).Position());
+/// Where MOVE would bring POINTS, truncated. NAMES of the points for who reads a fault; may be empty.
+GeometryFault TruncatedPoints(std::span<const SPoint> points, std::span<const int32_t> names,
+                              const std::function<Vector3(const SPoint&)>& move, std::vector<SPoint>& moved) {
+  moved.resize(points.size());
+  for (size_t i = 0; i < points.size(); ++i) {
+    const Vector3 exact = move(points[i]);
     for (size_t axis = 0; axis < 3; ++axis) {
       const auto whole = TryTruncate(exact[axis]);
       if (!whole) {
-        return Format("Vertex %d would get %c = %.10g, which does not fit in 32 bits.", vertices[i], kAxisNames[axis],
-                      exact[axis]);
+        return Format("Vertex %d would get %c = %.10g, which does not fit in 32 bits.",
+                      names.empty() ? static_cast<int32_t>(i) : names[i], kAxisNames[axis], exact[axis]);
       }
-      Coordinate(positions[i], static_cast<EAxis>(axis)) = *whole;
+      Coordinate(moved[i], static_cast<EAxis>(axis)) = *whole;
     }
   }
   return "";
+}
+
+std::vector<int32_t> AllVertices(const CBinModel& model) {
+  std::vector<int32_t> all(static_cast<size_t>(model.VertexCount()));
+  std::iota(all.begin(), all.end(), 0);
+  return all;
+}
+
+std::vector<SPoint> PositionsOf(const CBinModel& model, std::span<const int32_t> vertices) {
+  std::vector<SPoint> positions;
+  positions.reserve(vertices.size());
+  for (const int32_t index : vertices)
+    positions.push_back(model.Vertex(index).Position());
+  return positions;
+}
+
+using Movement = std::function<Vector3(const SPoint&)>;
+
+Movement ResizeMovement(double sx, double sy, double sz, const Vector3& pivot) {
+  return [=](const SPoint& p) {
+    const Vector3 arm = ToVector(p) - pivot;
+    return pivot + Vector3{arm[0] * sx, arm[1] * sy, arm[2] * sz};
+  };
 }
 
 struct SSineCosine {
@@ -65,6 +88,20 @@ SSineCosine SineCosine(double angle, bool radians) {
   return {sines[twelfth], sines[(twelfth + 3) % 12]};
 }
 
+Movement Turn(EAxis axis, double angle, bool radians, const Vector3& pivot) {
+  const auto [s, c] = SineCosine(angle, radians);
+  const auto along = static_cast<size_t>(axis);
+  const size_t from = (along + 1) % 3;
+  const size_t to = (along + 2) % 3;
+  return [=, sine = s, cosine = c](const SPoint& p) {
+    const Vector3 arm = ToVector(p) - pivot;
+    Vector3 turned = arm;
+    turned[from] = arm[from] * cosine - arm[to] * sine;
+    turned[to] = arm[from] * sine + arm[to] * cosine;
+    return pivot + turned;
+  };
+}
+
 /// Faces of which every corner is among VERTICES.
 std::vector<int32_t> FacesWithin(const CBinModel& model, std::span<const int32_t> vertices) {
   std::vector<bool> inside(static_cast<size_t>(model.VertexCount()));
@@ -84,8 +121,8 @@ std::vector<int32_t> FacesWithin(const CBinModel& model, std::span<const int32_t
 std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope) {
   const auto count = static_cast<size_t>(model.VertexCount());
   if (scope.kind == SScope::EKind::kAll) {
-    std::vector<int32_t> all(count);
-    std::iota(all.begin(), all.end(), 0);
+    std::vector<int32_t> all = AllVertices(model);
+    if (model.HiddenCount() > 0) std::erase_if(all, [&](int32_t index) { return model.Vertex(index).IsHidden(); });
     return all;
   }
   std::vector<bool> marks(count);
@@ -100,13 +137,19 @@ std::vector<int32_t> VerticesInScope(const CBinModel& model, const SScope& scope
   return MarkedIndices(marks);
 }
 
+GeometryFault ResizedPoints(std::span<const SPoint> points, double sx, double sy, double sz, const Vector3& pivot,
+                            std::vector<SPoint>& moved) {
+  return TruncatedPoints(points, {}, ResizeMovement(sx, sy, sz, pivot), moved);
+}
+
+GeometryFault RotatedPoints(std::span<const SPoint> points, EAxis axis, double angle, bool radians,
+                            const Vector3& pivot, std::vector<SPoint>& moved) {
+  return TruncatedPoints(points, {}, Turn(axis, angle, radians, pivot), moved);
+}
+
 GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
                                double sz, std::vector<SPoint>& positions, const Vector3& pivot) {
-  const auto move = [=](const SPoint& p) {
-    const Vector3 arm = ToVector(p) - pivot;
-    return pivot + Vector3{arm[0] * sx, arm[1] * sy, arm[2] * sz};
-  };
-  return TruncatedPositions(model, vertices, move, positions);
+  return TruncatedPoints(PositionsOf(model, vertices), vertices, ResizeMovement(sx, sy, sz, pivot), positions);
 }
 
 GeometryFault Resize(CBinModel& model, const SScope& scope, double sx, double sy, double sz, const Vector3& pivot) {
@@ -136,18 +179,7 @@ void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int3
 
 GeometryFault RotatedPositions(const CBinModel& model, std::span<const int32_t> vertices, EAxis axis, double angle,
                                bool radians, std::vector<SPoint>& positions, const Vector3& pivot) {
-  const auto [s, c] = SineCosine(angle, radians);
-  const size_t along = static_cast<size_t>(axis);
-  const size_t from = (along + 1) % 3;
-  const size_t to = (along + 2) % 3;
-  const auto move = [=, sine = s, cosine = c](const SPoint& p) {
-    const Vector3 arm = ToVector(p) - pivot;
-    Vector3 turned = arm;
-    turned[from] = arm[from] * cosine - arm[to] * sine;
-    turned[to] = arm[from] * sine + arm[to] * cosine;
-    return pivot + turned;
-  };
-  return TruncatedPositions(model, vertices, move, positions);
+  return TruncatedPoints(PositionsOf(model, vertices), vertices, Turn(axis, angle, radians, pivot), positions);
 }
 
 GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians,
@@ -181,8 +213,9 @@ void Center(CBinModel& model, EAxis axis) {
   // The only half that does not fit, 2^31, comes round to where it belongs.
   const auto offset = static_cast<int32_t>(static_cast<uint32_t>(-sum / 2));
   const SPoint& unit = kAxisUnits[static_cast<size_t>(axis)];
-  Translate(model, SScope::All(), WrapMultiply(unit.x, offset), WrapMultiply(unit.y, offset),
-            WrapMultiply(unit.z, offset));
+  // Also what is hidden: the game sees it.
+  TranslateVertices(model, AllVertices(model), WrapMultiply(unit.x, offset), WrapMultiply(unit.y, offset),
+                    WrapMultiply(unit.z, offset), true);
 }
 
 int32_t Distance(const CBinVertex& a, const CBinVertex& b) {

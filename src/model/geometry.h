@@ -15,6 +15,7 @@ namespace veldra {
 
 /// The vertices that an operation acts on.
 struct SScope {
+  /// kAll leaves out what is hidden.
   enum class EKind { kAll = 0, kSelectedFaces = 1, kSelectedVertices = 2 } kind = EKind::kAll;
   std::span<const int32_t> selection = {};  ///< face or vertex indices
 
@@ -52,6 +53,11 @@ void TranslateVertices(CBinModel& model, std::span<const int32_t> vertices, int3
 /// Counter-clockwise for who looks against the axis. Multiples of 90 degrees are exact.
 GeometryFault Rotate(CBinModel& model, const SScope& scope, EAxis axis, double angle, bool radians,
                      const Vector3& pivot = {});
+/// POINTS resized or turned, in the same order; MOVED means nothing after a fault.
+GeometryFault ResizedPoints(std::span<const SPoint> points, double sx, double sy, double sz, const Vector3& pivot,
+                            std::vector<SPoint>& moved);
+GeometryFault RotatedPoints(std::span<const SPoint> points, EAxis axis, double angle, bool radians,
+                            const Vector3& pivot, std::vector<SPoint>& moved);
 /// Where Resize and Rotate would bring VERTICES, in the same order; POSITIONS means nothing after a fault.
 GeometryFault ResizedPositions(const CBinModel& model, std::span<const int32_t> vertices, double sx, double sy,
                                double sz, std::vector<SPoint>& positions, const Vector3& pivot = {});

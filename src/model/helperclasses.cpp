@@ -111,6 +111,10 @@ void CBinFace::SetTexture(CBinTexture* texture) {
   texture_ = texture;
 }
 
+bool CBinVertex::IsHidden() const {
+  return !faces_.Empty() && std::ranges::all_of(faces_, [](const CBinFace* face) { return face->IsHidden(); });
+}
+
 void CBinFace::SetStored(const SPoint& normal, int32_t magic) {
   if (index_ >= 0) NoteChange();
   stored_normal_ = normal;

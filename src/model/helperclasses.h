@@ -90,6 +90,8 @@ class CBinVertex {
   int32_t Index() const { return index_ < 0 ? -1 : index_; }  ///< position in the model's vertex array; -1 outside it
   const CFaceSet& Faces() const { return faces_; }
   bool IsSelected() const { return selected_; }
+  /// All faces that use it are; one that none uses never is.
+  bool IsHidden() const;
 
  private:
   friend class CBinModel;
@@ -168,6 +170,7 @@ class CBinFace {
   CBinTexture* Texture() const { return texture_; }  ///< null only for type 0x19
   const STexCoord& TexCoord(int k) const { return tex_coords_[static_cast<size_t>(k)]; }
   bool IsSelected() const { return selected_; }
+  bool IsHidden() const { return hidden_; }
 
   const SPoint& StoredNormal() const { return stored_normal_; }  ///< as last read from a file
   int32_t StoredMagic() const { return stored_magic_; }          ///< likewise
@@ -204,6 +207,7 @@ class CBinFace {
   SPoint stored_normal_;
   int32_t stored_magic_ = 0;
   bool selected_ = false;
+  bool hidden_ = false;
 };
 
 /// Both have the same corners in the same cyclic order; the first corner may differ.

@@ -84,7 +84,7 @@ void CGeometryLists::FollowMoves(const CBinModel& model, std::span<const int32_t
 const std::vector<SBatchList>& CGeometryLists::Faces(const CBinModel& model) {
   if (has_faces_) return faces_;
   SFaceBatches batches = BatchFaces(model);
-  list_of_face_.resize(static_cast<size_t>(model.FaceCount()));
+  list_of_face_.assign(static_cast<size_t>(model.FaceCount()), -1);
   begins_ = {0};
   for (const SFaceBatch& batch : batches.batches) {
     for (size_t first = 0; first < batch.faces.size(); first += kPortionSize) {
@@ -142,7 +142,7 @@ void CGeometryLists::RecordPoints(const CBinModel& model, size_t list) {
   points_[list].Record([&] {
     CVertexStream<FloatPoint> stream(GL_POINTS, GL_V3F);
     for (auto k = static_cast<int32_t>(list) * kPortion; k < End(list, model.VertexCount()); ++k)
-      stream.Next().push_back(space_.Place(model.Vertex(k).Position()));
+      if (!model.Vertex(k).IsHidden()) stream.Next().push_back(space_.Place(model.Vertex(k).Position()));
   });
 }
 
@@ -151,6 +151,7 @@ const CDisplayList& CGeometryLists::Balls(const CBinModel& model) {
   ball_.Record([&] { DrawBall(BallRadius(model.VertexCount())); });
   balls_.Record([&] {
     for (int32_t k = 0; k < model.VertexCount(); ++k) {
+      if (model.Vertex(k).IsHidden()) continue;
       const FloatPoint place = space_.Place(model.Vertex(k).Position());
       glPushMatrix();
       glTranslatef(place[0], place[1], place[2]);

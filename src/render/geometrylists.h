@@ -50,7 +50,7 @@ class CGeometryLists {
   std::vector<SBatchList> faces_;
   std::vector<int32_t> order_;         ///< the faces of all lists one after the other
   std::vector<size_t> begins_;         ///< of each list in order_, and the end
-  std::vector<int32_t> list_of_face_;  ///< by face
+  std::vector<int32_t> list_of_face_;  ///< by face; -1 for hidden ones
   std::vector<CDisplayList> edges_;    ///< of kPortion faces each
   std::vector<CDisplayList> points_;   ///< of kPortion vertices each
   CDisplayList ball_;

@@ -150,7 +150,8 @@ void CHighlights::Draw(const CBinModel& model, const CModelSpace& space, const S
     DrawSelectedFaces(state, ratio);
     DrawSelectedVertices(ratio);
   }
-  if (marks.face >= 0 && marks.face < model.FaceCount()) DrawCurrentFace(model.Face(marks.face), space, ratio);
+  if (marks.face >= 0 && marks.face < model.FaceCount() && !model.Face(marks.face).IsHidden())
+    DrawCurrentFace(model.Face(marks.face), space, ratio);
   glDepthMask(GL_TRUE);
 }
 

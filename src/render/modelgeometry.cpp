@@ -10,6 +10,7 @@ namespace veldra {
 namespace {
 
 constexpr int kLooks = 4;
+constexpr int kHidden = -1;
 
 /// Numbers what faces look like: texture × look. Neighbours mostly share a texture, so the last answer is kept.
 class CBatchNumbers {
@@ -53,7 +54,7 @@ bool HasEdge(const CBinVertex& from, const CBinVertex& to) {
   if (faces.Size() > kMostFaces) return false;
   for (const CBinFace* face : faces) {
     const int count = face->CornerCount();
-    for (int k = 0; k < count; ++k) {
+    for (int k = 0; k < count && !face->IsHidden(); ++k) {
       if (face->Corner(k) == &from && face->Corner((k + 1) % count) == &to) return true;
     }
   }
@@ -84,19 +85,22 @@ SFaceBatches BatchFaces(const CBinModel& model) {
   const auto count = static_cast<size_t>(model.FaceCount());
   CBatchNumbers numbers;
   std::vector<int> number_of_face(count);
-  for (size_t k = 0; k < count; ++k)
-    number_of_face[k] = numbers.Number(model.Face(static_cast<int32_t>(k)));
+  for (size_t k = 0; k < count; ++k) {
+    const CBinFace& face = model.Face(static_cast<int32_t>(k));
+    number_of_face[k] = face.IsHidden() ? kHidden : numbers.Number(face);
+  }
 
   // A counting sort: where each number's faces begin, then each face to the next free place of its number.
   std::vector<size_t> begin(static_cast<size_t>(numbers.Count()) + 1);
   for (const int number : number_of_face)
-    ++begin[static_cast<size_t>(number) + 1];
+    if (number != kHidden) ++begin[static_cast<size_t>(number) + 1];
   for (size_t k = 1; k < begin.size(); ++k)
     begin[k] += begin[k - 1];
   SFaceBatches result;
-  result.order.resize(count);
+  result.order.resize(begin.back());
   std::vector<size_t> next = begin;
   for (size_t k = 0; k < count; ++k) {
+    if (number_of_face[k] == kHidden) continue;
     result.order[next[static_cast<size_t>(number_of_face[k])]++] = static_cast<int32_t>(k);
   }
   for (int number = 0; number < numbers.Count(); ++number) {
@@ -124,6 +128,7 @@ void AppendFace(const CBinFace& face, const CModelSpace& space, std::vector<SFac
 }
 
 void AppendEdges(const CBinFace& face, const CModelSpace& space, std::vector<FloatPoint>& out) {
+  if (face.IsHidden()) return;
   const int count = face.CornerCount();
   for (int k = 0; k < count; ++k) {
     const CBinVertex& from = *face.Corner(k);

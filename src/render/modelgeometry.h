@@ -42,6 +42,7 @@ struct SFaceBatches {
   std::vector<int32_t> order;
   std::vector<SFaceBatch> batches;  ///< none empty; each texture and look once
 };
+/// Without those that are hidden.
 SFaceBatches BatchFaces(const CBinModel& model);
 
 /// OpenGL's GL_T2F_N3F_V3F. The texture coordinates point into texels' middles: u and v in the model count texels.

@@ -133,6 +133,7 @@ void CModelPicker::DrawFaces(const CBinModel& model, const SPixels& region) {
       const SReach& reach = reaches_[k];
       if (reach.right < left || reach.left > right || reach.bottom < top || reach.top > bottom) continue;
       const CBinFace& face = model.Face(static_cast<int32_t>(k));
+      if (face.IsHidden()) continue;
       std::array<SNumberedVertex, 4> corners;
       for (int corner = 0; corner < face.CornerCount(); ++corner) {
         corners[static_cast<size_t>(corner)] =
@@ -154,7 +155,7 @@ void CModelPicker::DrawVertices(const CBinModel& model, const SPixels& region, b
   for (size_t k = 0; k < places_.size(); ++k) {
     if (!IsIn(region, places_[k].x, places_[k].y)) continue;
     const CBinVertex& vertex = model.Vertex(static_cast<int32_t>(k));
-    if (selected_only && !vertex.IsSelected()) continue;
+    if ((selected_only && !vertex.IsSelected()) || vertex.IsHidden()) continue;
     stream.Next().push_back(
         Numbered((static_cast<uint32_t>(k) + kFirstNumber) | kIsVertex, space.Place(vertex.Position())));
     ++work_.points_drawn;
@@ -191,7 +192,7 @@ std::optional<SPick> CModelPicker::Pick(const CBinModel& model, const SViewState
     const CSavedGlState saved;
     StartDrawing(camera, CModelSpace(model.Bounds()), region);
     if (state.mode != ERenderMode::kVertices) DrawFaces(model, region);
-    if (!state.ShowsSurfaces()) glClear(GL_DEPTH_BUFFER_BIT);
+    if (!state.ShowsSurfaces() || state.select_through) glClear(GL_DEPTH_BUFFER_BIT);
     DrawVertices(model, region, !state.ShowsMarkers(model));
     numbers = ReadNumbers(region);
   }
@@ -215,11 +216,12 @@ CModelPicker::SPlace CModelPicker::MiddleOf(const CBinFace& face) const {
 }
 
 /// DEPTHS is empty where nothing hides anything.
-std::vector<int32_t> CModelPicker::VerticesInside(const SPixels& region, const std::vector<float>& depths) const {
+std::vector<int32_t> CModelPicker::VerticesInside(const CBinModel& model, const SPixels& region,
+                                                  const std::vector<float>& depths) const {
   std::vector<int32_t> found;
   for (size_t k = 0; k < places_.size(); ++k) {
     const SPlace& place = places_[k];
-    if (!IsIn(region, place.x, place.y)) continue;
+    if (!IsIn(region, place.x, place.y) || model.Vertex(static_cast<int32_t>(k)).IsHidden()) continue;
     if (!depths.empty() && place.depth > depths[PixelOf(region, place.x, place.y)] + kDepthTolerance) continue;
     found.push_back(static_cast<int32_t>(k));
   }
@@ -236,6 +238,7 @@ std::vector<int32_t> CModelPicker::FacesInside(const CBinModel& model, const SPi
   std::vector<int32_t> found;
   for (size_t k = 0; k < reaches_.size(); ++k) {
     const auto index = static_cast<int32_t>(k);
+    if (model.Face(index).IsHidden()) continue;
     bool is_in = shows[k + kFirstNumber];
     if (!is_in) {
       const SPlace middle = MiddleOf(model.Face(index));
@@ -253,7 +256,7 @@ std::vector<int32_t> CModelPicker::PickRectangle(const CBinModel& model, const S
   Follow(model, camera);
   std::vector<uint32_t> numbers;
   std::vector<float> depths;
-  if (state.ShowsSurfaces()) {
+  if (state.ShowsSurfaces() && !state.select_through) {
     const CSavedGlState saved;
     StartDrawing(camera, CModelSpace(model.Bounds()), rectangle);
     DrawFaces(model, rectangle);
@@ -261,7 +264,7 @@ std::vector<int32_t> CModelPicker::PickRectangle(const CBinModel& model, const S
     if (kind == EGroupKind::kFaces) numbers = ReadNumbers(rectangle);
   }
   return kind == EGroupKind::kFaces ? FacesInside(model, rectangle, depths, numbers)
-                                    : VerticesInside(rectangle, depths);
+                                    : VerticesInside(model, rectangle, depths);
 }
 
 }  // namespace veldra

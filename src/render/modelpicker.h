@@ -38,11 +38,12 @@ class CModelPicker {
   static int SidePixels(double pixel_ratio);
 
   /// What is nearest to the pixel X, Y. A vertex within a few pixels that can be seen comes before the face that is in
-  /// front: one that has a marker, or is selected. Where faces are not filled they do not hide vertices.
+  /// front: one that has a marker, or is selected. Where faces are not filled, or the state selects through, they do
+  /// not hide vertices.
   std::optional<SPick> Pick(const CBinModel& model, const SViewState& state, const CViewCamera& camera,
                             double pixel_ratio, int x, int y);
-  /// All of KIND within RECTANGLE, ascending. Where faces are filled: of faces that show there, and of vertices that no
-  /// face hides; else all whose middle lies there.
+  /// All of KIND within RECTANGLE, ascending. Where faces are filled and not selected through: of faces that show
+  /// there, and of vertices that no face hides; else all whose middle lies there.
   std::vector<int32_t> PickRectangle(const CBinModel& model, const SViewState& state, const CViewCamera& camera,
                                      EGroupKind kind, const SPixels& rectangle);
 
@@ -70,7 +71,8 @@ class CModelPicker {
   static std::vector<float> ReadDepths(const SPixels& region);
   std::vector<int32_t> FacesInside(const CBinModel& model, const SPixels& region, const std::vector<float>& depths,
                                    const std::vector<uint32_t>& numbers) const;
-  std::vector<int32_t> VerticesInside(const SPixels& region, const std::vector<float>& depths) const;
+  std::vector<int32_t> VerticesInside(const CBinModel& model, const SPixels& region,
+                                      const std::vector<float>& depths) const;
   SPlace MiddleOf(const CBinFace& face) const;
 
   uint64_t model_ = 0;

@@ -187,6 +187,7 @@ void CModelRenderer::SImpl::DrawModel(const CBinModel& model, const SViewState& 
   glLineWidth(static_cast<float>(frame.pixel_ratio));
   if (state.mode == ERenderMode::kWireframe) DrawEdges(model, ink);
   if (state.ShowsSurfaces()) DrawFaces(model, state, frame.seconds);
+  if (state.ShowsSurfaces() && state.edges) DrawEdges(model, ink);
   if (state.ShowsMarkers(model)) DrawMarkers(model, state, ink);
 }
 

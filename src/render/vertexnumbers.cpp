@@ -100,6 +100,7 @@ void CVertexNumbers::Place(const CBinModel& model, const SViewState& state, doub
   };
   for (int32_t k = 0; state.ShowsSurfaces() && k < model.FaceCount(); ++k) {
     const CBinFace& face = model.Face(k);
+    if (face.IsHidden()) continue;
     for (int corner = 2; corner < face.CornerCount(); ++corner)
       cells.HideBehind(place_of(face, 0), place_of(face, corner - 1), place_of(face, corner));
   }

@@ -19,6 +19,9 @@ SViewState SViewState::FromSettings(const CSettings& settings) {
   state.follow_current_face = settings.follow_face != 0;
   state.orthographic = settings.orthographic != 0;
   state.grid = settings.show_grid != 0;
+  state.gizmo = settings.show_gizmo != 0;
+  state.edges = settings.show_edges != 0;
+  state.select_through = settings.select_through != 0;
   state.zoom_step = settings.zoom_step;
   state.rotation = {settings.view_angle_x, settings.view_angle_y, settings.view_angle_z};
   state.background = settings.background;
@@ -41,7 +44,7 @@ bool SViewState::ShowsMarkers(const CBinModel& model) const {
 }
 
 bool SViewState::Shows(const CBinModel& model, const CBinVertex& vertex) const {
-  return !vertex.Faces().Empty() || ShowsMarkers(model);
+  return !vertex.IsHidden() && (!vertex.Faces().Empty() || ShowsMarkers(model));
 }
 
 void SViewState::ZoomToFit(const SBounds& bounds) {

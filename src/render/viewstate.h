@@ -34,6 +34,9 @@ struct SViewState {
   bool follow_current_face = false;
   bool orthographic = false;  ///< without perspective
   bool grid = false;
+  bool edges = false;           ///< drawn over filled faces
+  bool select_through = false;  ///< what others hide from sight is picked, too
+  bool gizmo = true;            ///< handles about what is selected
   SRotation rotation;
   double zoom = 1.0;         ///< 1 fits a ball of diameter `extent` about the centre into the smaller side
   double zoom_step = 0.125;  ///< what Zoom In and Zoom Out change; exact in binary, so that steps add up

@@ -123,6 +123,9 @@ struct CSettings {
   double zoom_step = 0.0;    ///< what Zoom In and Zoom Out change
   int32_t mouse_scheme = 0;  ///< one of EMouseScheme
   int32_t show_grid = 0;
+  int32_t show_gizmo = 0;
+  int32_t show_edges = 0;
+  int32_t select_through = 0;
   int32_t orthographic = 0;
   int32_t vertex_numbers = 0;
   int32_t reload_unmodified = 0;

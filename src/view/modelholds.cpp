@@ -1,7 +1,9 @@
 #include "view/modelholds.h"
 
 #include <QGuiApplication>
+#include <cmath>
 
+#include "platform/numbers.h"
 #include "platform/text.h"
 #include "render/viewgrid.h"
 #include "view/tarn2view.h"
@@ -60,57 +62,123 @@ void CTextureHold::Drop(Qt::KeyboardModifiers) {
   if (count > 0) view_.Document().Say("Texture given to " + Counted(count, "face", "faces"));
 }
 
-void CVertexHold::MoveTo(const QPointF& to) {
+// --- Vertices --------------------------------------------------------------------------------------------------------
+
+void CPartHold::MoveTo(const QPointF& to) {
   to_ = to;
   if (drag_ == nullptr) {
-    step_ = std::make_unique<CStep>(view_.Document(), "Move Vertices");
-    drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), vertex_, moving_,
+    step_ = std::make_unique<CStep>(view_.Document(), step_name_);
+    drag_ = std::make_unique<CVertexDrag>(view_.Document().Model(), view_.Camera(), grabbed_, moving_,
                                           view_.Document().Settings().texture_lock != 0);
     was_modified_ = view_.Document().IsModified();
+    // Before anything moves. A drag that ends where it began leaves a state more, which harms nobody.
+    view_.Document().KeepState(step_name_);
   }
   Move();
 }
 
-CVertexDrag::SPull CVertexHold::Pull() const {
-  const QPointF moved = (to_ - from_) * view_.devicePixelRatioF();
-  const bool snaps = QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier);
-  return {.right = moved.x(),
-          .down = moved.y(),
-          .axis = axis_,
-          .grid = snaps ? GridFor(view_.State(), view_.Camera()).spacing : 0.0};
+void CPartHold::Move() {
+  if (drag_ != nullptr) view_.Document().Say(Apply(*drag_));
 }
 
-void CVertexHold::Move() {
-  const CVertexDrag::SPull pull = Pull();
-  const SPoint offset = drag_->OffsetAt(pull);
-  const bool moves = !(offset == SPoint{});
-  if (moves && !has_kept_state_) {
-    has_kept_state_ = true;
-    view_.Document().KeepState("Move Vertices");
-  }
-  drag_->MoveTo(pull);
-  view_.Document().Say("Moved " + Counted(static_cast<int64_t>(drag_->Count()), "vertex", "vertices") +
-                       Format(" by %d, %d, %d", offset.x, offset.y, offset.z));
-}
-
-void CVertexHold::Drop(Qt::KeyboardModifiers) {
+void CPartHold::Drop(Qt::KeyboardModifiers) {
   if (!drag_->HasMoved()) view_.Document().SetModified(was_modified_);
 }
 
-void CVertexHold::Cancel() {
+void CPartHold::Cancel() {
   drag_->PutBack();
   view_.Document().SetModified(was_modified_);
 }
 
+void CPartHold::TakeKey(int, bool) {
+  Move();
+}
+
+bool CPartHold::Snaps() {
+  return QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier);
+}
+
+std::string CPartHold::MoveBy(CVertexDrag& drag, std::optional<EAxis> axis) const {
+  const QPointF moved = (to_ - from_) * view_.devicePixelRatioF();
+  const CVertexDrag::SPull pull = {.right = moved.x(),
+                                   .down = moved.y(),
+                                   .axis = axis,
+                                   .grid = Snaps() ? GridFor(view_.State(), view_.Camera()).spacing : 0.0};
+  drag.MoveTo(pull);
+  const SPoint offset = drag.OffsetAt(pull);
+  return "Moved " + Counted(static_cast<int64_t>(drag.Count()), "vertex", "vertices") +
+         Format(" by %d, %d, %d", offset.x, offset.y, offset.z);
+}
+
 void CVertexHold::TakeKey(int key, bool is_down) {
   const std::optional<EAxis> axis = AxisOf(key);
-  if (!axis) return;
-  if (is_down) {
+  if (axis && is_down) {
     axis_ = axis;
-  } else if (axis_ == axis) {
+  } else if (axis && axis_ == axis) {
     axis_.reset();
   }
-  Move();
+  CPartHold::TakeKey(key, is_down);
+}
+
+// --- The gizmo -------------------------------------------------------------------------------------------------------
+
+namespace {
+
+const char* StepName(SGizmoHandle::EKind kind) {
+  constexpr const char* kNames[] = {"Move Vertices", "Turn", "Resize"};
+  return kNames[static_cast<size_t>(kind)];
+}
+
+SPoint NearestUnit(const Vector3& point) {
+  return {Truncate(std::round(point[0])), Truncate(std::round(point[1])), Truncate(std::round(point[2]))};
+}
+
+}  // namespace
+
+CGizmoHold::CGizmoHold(CTarnView& view, const QPointF& from, const CGizmo& gizmo, const SGizmoHandle& handle,
+                       std::vector<int32_t> moving)
+    : CPartHold(view, from, NearestUnit(gizmo.Pivot()), std::move(moving), StepName(handle.kind)),
+      gizmo_(gizmo),
+      handle_(handle),
+      last_(Pixels(from)) {
+  view.HoldGizmo(handle);
+}
+
+CGizmoHold::~CGizmoHold() {
+  View().HoldGizmo(std::nullopt);
+}
+
+SScreenPoint CGizmoHold::Pixels(const QPointF& at) const {
+  const double ratio = View().devicePixelRatioF();
+  return {.x = at.x() * ratio, .y = at.y() * ratio};
+}
+
+std::string CGizmoHold::Apply(CVertexDrag& drag) {
+  if (handle_.kind == SGizmoHandle::EKind::kMove) return MoveBy(drag, handle_.axis);
+  return handle_.kind == SGizmoHandle::EKind::kTurn ? Turn(drag) : Resize(drag);
+}
+
+std::string CGizmoHold::Turn(CVertexDrag& drag) {
+  constexpr double kSnap = 15.0;
+  constexpr char kNames[] = {'X', 'Y', 'Z'};
+  const SScreenPoint now = Pixels(To());
+  degrees_ += gizmo_.DegreesBetween(*handle_.axis, last_, now);
+  last_ = now;
+  const double step = Snaps() ? kSnap : 0.1;
+  const double degrees = std::round(degrees_ / step) * step;
+  drag.Turn(*handle_.axis, degrees, gizmo_.Pivot());
+  return Format("Turned by %.1f degrees about %c", degrees, kNames[static_cast<size_t>(*handle_.axis)]);
+}
+
+std::string CGizmoHold::Resize(CVertexDrag& drag) const {
+  const double step = Snaps() ? 0.1 : 0.01;
+  const double factor = std::round(gizmo_.FactorBetween(*handle_.axis, Pixels(From()), Pixels(To())) / step) * step;
+  const bool is_even = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+  Vector3 factors = {factor, factor, factor};
+  for (size_t i = 0; i < factors.size(); ++i)
+    if (!is_even && i != static_cast<size_t>(*handle_.axis)) factors[i] = 1.0;
+  drag.Resize(factors, gizmo_.Pivot());
+  return Format("Resized by %.2f, %.2f, %.2f", factors[0], factors[1], factors[2]);
 }
 
 }  // namespace veldra

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "model/geometry.h"
 #include "render/glstate.h"
@@ -40,13 +41,54 @@ void CTarnView::ShowBand(const std::optional<QRectF>& band) {
 
 /// The rubber band is part of the picture: a widget over one that OpenGL draws would leave its traces there.
 void CTarnView::DrawOver(const CViewCamera& camera) {
-  if (!band_) return;
+  const std::optional<CGizmo> gizmo = Gizmo();
+  if (!band_ && !gizmo) return;
   const double ratio = devicePixelRatioF();
   const CSavedGlState saved;
   StartClean();
   EnterWindow(camera.Width(), camera.Height());
+  if (gizmo) gizmo->Draw(held_gizmo_ ? std::optional(held_gizmo_->handle) : std::nullopt);
+  if (!band_) return;
   DrawBand({.x = band_->left() * ratio, .y = band_->top() * ratio},
            {.x = band_->right() * ratio, .y = band_->bottom() * ratio}, ratio);
+}
+
+// --- The gizmo -------------------------------------------------------------------------------------------------------
+
+const std::vector<int32_t>& CTarnView::SelectedPart() const {
+  const CBinModel& model = document_->Model();
+  if (selected_part_.is_known && selected_part_.revision == model.SelectionRevision()) return selected_part_.vertices;
+  const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
+  const std::vector<int32_t> corners = VerticesInScope(model, SScope::OfFaces(model.Selected(EGroupKind::kFaces)));
+  selected_part_ = {.revision = model.SelectionRevision(), .is_known = true, .vertices = {}};
+  std::ranges::set_union(vertices, corners, std::back_inserter(selected_part_.vertices));
+  return selected_part_.vertices;
+}
+
+std::optional<CGizmo> CTarnView::Gizmo() const {
+  if (!State().gizmo || State().only_3d || document_->IsReadOnly() || document_->Model().IsBusy()) return std::nullopt;
+  if (held_gizmo_) return CGizmo(Camera(), held_gizmo_->pivot, devicePixelRatioF());
+  const CBinModel& model = document_->Model();
+  const auto bounds = model.BoundsOfVertices(SelectedPart());
+  if (!bounds) return std::nullopt;
+  return CGizmo(Camera(), 0.5 * (ToVector(bounds->min) + ToVector(bounds->max)), devicePixelRatioF(),
+                bounds->min == bounds->max);
+}
+
+void CTarnView::HoldGizmo(const std::optional<SGizmoHandle>& handle) {
+  const std::optional<CGizmo> gizmo = Gizmo();
+  held_gizmo_.reset();
+  if (handle && gizmo) held_gizmo_ = {*handle, gizmo->Pivot()};
+  Redraw();
+}
+
+std::unique_ptr<CViewHold> CTarnView::GrabGizmo(const QMouseEvent& press) {
+  const std::optional<CGizmo> gizmo = Gizmo();
+  if (!gizmo || !IsPlainPress(press)) return nullptr;
+  const QPointF at = press.position() * devicePixelRatioF();
+  const auto handle = gizmo->HandleAt(at.x(), at.y());
+  if (!handle) return nullptr;
+  return std::make_unique<CGizmoHold>(*this, press.position(), *gizmo, *handle, SelectedPart());
 }
 
 // --- What changes ----------------------------------------------------------------------------------------------------
@@ -94,19 +136,19 @@ std::optional<CTarnView::SGrabbed> CTarnView::GrabbedPart(const QMouseEvent& pre
   if (!pick) return std::nullopt;
   const std::vector<int32_t> selected = model.Selected(pick->kind);
   if (!std::ranges::binary_search(selected, pick->index)) return std::nullopt;
-  if (pick->kind == EGroupKind::kVertices) return SGrabbed{pick->index, selected};
+  if (pick->kind == EGroupKind::kVertices) return SGrabbed{model.Vertex(pick->index).Position(), selected};
   return SGrabbed{NearestCorner(model.Face(pick->index), press.position()),
                   VerticesInScope(model, SScope::OfFaces(selected))};
 }
 
-int32_t CTarnView::NearestCorner(const CBinFace& face, const QPointF& to) const {
+SPoint CTarnView::NearestCorner(const CBinFace& face, const QPointF& to) const {
   const CViewCamera camera = Camera();
   const QPointF at = to * devicePixelRatioF();
   const auto distance = [&](const CBinVertex* corner) {
     const SScreenPoint place = camera.Project(corner->Position());
     return std::hypot(place.x - at.x(), place.y - at.y());
   };
-  return (*std::ranges::min_element(face.Corners(), {}, distance))->Index();
+  return (*std::ranges::min_element(face.Corners(), {}, distance))->Position();
 }
 
 /// The face under a press with Alt, which lends its texture. Who turns with Alt has no other use for it.
@@ -120,8 +162,9 @@ std::optional<int32_t> CTarnView::GrabbedTexture(const QMouseEvent& press) {
 }
 
 std::unique_ptr<CViewHold> CTarnView::Grab(const QMouseEvent& press, EMouseDrag drag) {
+  if (auto gizmo = GrabGizmo(press)) return gizmo;
   if (const auto part = GrabbedPart(press))
-    return std::make_unique<CVertexHold>(*this, press.position(), part->vertex, part->moving);
+    return std::make_unique<CVertexHold>(*this, press.position(), part->at, part->moving);
   if (const auto face = GrabbedTexture(press)) return std::make_unique<CTextureHold>(*this, *face);
   if (drag == EMouseDrag::kBand) return std::make_unique<CBandHold>(*this, press.position());
   return nullptr;

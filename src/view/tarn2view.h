@@ -7,6 +7,7 @@
 
 #include "document/tarn2doc.h"
 #include "editing/editcursor.h"
+#include "render/gizmo.h"
 #include "render/modelpicker.h"
 #include "view/view3d.h"
 
@@ -49,7 +50,15 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void ShowBand(const std::optional<QRectF>& band);
   const std::optional<QRectF>& Band() const { return band_; }
 
+  /// Arrows, boxes and rings about the middle of what is selected; nothing where they are not shown.
+  std::optional<CGizmo> Gizmo() const;
+  /// While HANDLE is held its gizmo stays where it is.
+  void HoldGizmo(const std::optional<SGizmoHandle>& handle);
+
   // The view's commands; each redraws.
+  void ToggleSelectThrough() { Toggle(&SViewState::select_through); }
+  void ToggleEdges() { Toggle(&SViewState::edges); }
+  void ToggleGizmo() { Toggle(&SViewState::gizmo); }
   /// What is selected, or else the current face, as large as it goes.
   void ZoomToSelection();
   void ShowVerticesOnly() { SetMode(ERenderMode::kVertices); }
@@ -90,11 +99,13 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void OnCursorChanged();
   /// What a drag that begins with PRESS moves.
   struct SGrabbed {
-    int32_t vertex;  ///< what is under the pointer, or the corner that is next to it
+    SPoint at;  ///< the vertex under the pointer, or the corner of a face that is next to it
     std::vector<int32_t> moving;
   };
   std::optional<SGrabbed> GrabbedPart(const QMouseEvent& press);
-  int32_t NearestCorner(const CBinFace& face, const QPointF& to) const;
+  SPoint NearestCorner(const CBinFace& face, const QPointF& to) const;
+  std::unique_ptr<CViewHold> GrabGizmo(const QMouseEvent& press);
+  const std::vector<int32_t>& SelectedPart() const;
   std::optional<int32_t> GrabbedTexture(const QMouseEvent& press);
   void KeepInSight();
 
@@ -102,6 +113,18 @@ class CTarnView : public C3DView, private CDocumentObserver {
   CEditCursor cursor_;  ///< after the document, and told of its changes before the view
   CModelPicker picker_;
   std::optional<QRectF> band_;
+  struct SHeldGizmo {
+    SGizmoHandle handle;
+    Vector3 pivot;
+  };
+  std::optional<SHeldGizmo> held_gizmo_;
+  /// The vertices that belong to the selection, found anew when that is another one.
+  struct SSelectedPart {
+    uint64_t revision = 0;
+    bool is_known = false;
+    std::vector<int32_t> vertices;
+  };
+  mutable SSelectedPart selected_part_;
   int32_t followed_face_ = -1;
   bool is_choosing_ = false;  ///< what is clicked on is in sight
   bool is_begun_ = false;     ///< the model has something to be seen in its place

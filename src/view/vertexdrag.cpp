@@ -28,15 +28,16 @@ double SnappedOffset(double start, double offset, double grid) {
 
 }  // namespace
 
-CVertexDrag::CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed, std::vector<int32_t> vertices,
-                         bool keeps_texture)
+CVertexDrag::CVertexDrag(CBinModel& model, const CViewCamera& camera, const SPoint& grabbed,
+                         std::vector<int32_t> vertices, bool keeps_texture)
     : model_(model),
       camera_(camera),
-      grabbed_at_(model.Vertex(grabbed).Position()),
+      grabbed_at_(grabbed),
       vertices_(std::move(vertices)),
       start_bounds_(model.BoundsOfVertices(vertices_).value_or(SBounds{})) {
   for (const int32_t vertex : vertices_)
     starts_.push_back(model.Vertex(vertex).Position());
+  now_ = starts_;
   if (keeps_texture) lock_.emplace(model, vertices_);
 }
 
@@ -67,13 +68,26 @@ SPoint CVertexDrag::OffsetAt(const SPull& pull) const {
 }
 
 void CVertexDrag::Place(const SPoint& offset) {
-  if (offset == offset_) return;
-  offset_ = offset;
   std::vector<SPoint> positions;
   positions.reserve(starts_.size());
-  for (const SPoint& start : starts_) {
+  for (const SPoint& start : starts_)
     positions.push_back({WrapAdd(start.x, offset.x), WrapAdd(start.y, offset.y), WrapAdd(start.z, offset.z)});
-  }
+  PlaceAt(positions);
+}
+
+void CVertexDrag::Turn(EAxis axis, double degrees, const Vector3& pivot) {
+  std::vector<SPoint> positions;
+  if (RotatedPoints(starts_, axis, degrees, false, pivot, positions).empty()) PlaceAt(positions);
+}
+
+void CVertexDrag::Resize(const Vector3& factors, const Vector3& pivot) {
+  std::vector<SPoint> positions;
+  if (ResizedPoints(starts_, factors[0], factors[1], factors[2], pivot, positions).empty()) PlaceAt(positions);
+}
+
+void CVertexDrag::PlaceAt(const std::vector<SPoint>& positions) {
+  if (positions == now_) return;
+  now_ = positions;
   model_.SetVertexPositions(vertices_, positions);
   if (lock_) lock_->Follow();
 }

@@ -13,9 +13,9 @@ namespace veldra {
 /// first, and never beyond what coordinates can be; so nothing adds up over many small movements.
 class CVertexDrag {
  public:
-  /// GRABBED: the vertex under the pointer, seen through CAMERA. VERTICES move, ascending; with KEEPS_TEXTURE under a
+  /// GRABBED: what is under the pointer, seen through CAMERA. VERTICES move, ascending; with KEEPS_TEXTURE under a
   /// CTextureLock. The model must keep its vertices while this lives.
-  CVertexDrag(CBinModel& model, const CViewCamera& camera, int32_t grabbed, std::vector<int32_t> vertices,
+  CVertexDrag(CBinModel& model, const CViewCamera& camera, const SPoint& grabbed, std::vector<int32_t> vertices,
               bool keeps_texture = false);
 
   /// Where the pointer is now, in pixels from where it grabbed.
@@ -27,16 +27,20 @@ class CVertexDrag {
   };
   /// Along an axis that points at the viewer nothing moves.
   void MoveTo(const SPull& pull) { Place(OffsetAt(pull)); }
+  // From where they were at first, as Rotate and Resize do it. What does not fit in 32 bits is left alone.
+  void Turn(EAxis axis, double degrees, const Vector3& pivot);
+  void Resize(const Vector3& factors, const Vector3& pivot);
   /// Every vertex back to where it was.
-  void PutBack() { Place({}); }
+  void PutBack() { PlaceAt(starts_); }
   size_t Count() const { return vertices_.size(); }
   /// Whether the vertices are elsewhere than at first.
-  bool HasMoved() const { return !(offset_ == SPoint{}); }
+  bool HasMoved() const { return !(now_ == starts_); }
   /// Where MoveTo would bring them, from where they were at first.
   SPoint OffsetAt(const SPull& pull) const;
 
  private:
   void Place(const SPoint& offset);
+  void PlaceAt(const std::vector<SPoint>& positions);
   Vector3 AlongAxis(double right, double down, EAxis axis) const;
 
   CBinModel& model_;
@@ -45,7 +49,7 @@ class CVertexDrag {
   std::vector<int32_t> vertices_;
   std::vector<SPoint> starts_;
   SBounds start_bounds_;
-  SPoint offset_;
+  std::vector<SPoint> now_;
   std::optional<CTextureLock> lock_;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "document/documentfixture.h"
+#include "editfixture.h"
 #include "editing/selectcommands.h"
 #include "editing/shapecommands.h"
 
@@ -110,6 +111,31 @@ TEST_F(SelectCommands, QuadsInLine) {
   const auto base = std::ranges::find(pyramid, 4, [&](int32_t face) { return model.Face(face).CornerCount(); });
   ASSERT_NE(base, pyramid.end());
   EXPECT_THAT(QuadLoop(model, *base, 0), ElementsAre(*base));
+}
+
+TEST_F(CEditTest, WhatIsHiddenIsLeftAlone) {
+  const SPoint before[] = {model.Vertex(2).Position(), model.Vertex(5).Position()};
+  Select(EGroupKind::kFaces, {2});
+  cursor.SetFace(2);
+  HideSelected(cursor);  // the triangle 0 1 5; vertex 5 is its own
+  EXPECT_EQ(cursor.Face(), -1);
+  EXPECT_FALSE(document.IsModified());
+  model.SelectAll(EGroupKind::kFaces, true);
+  model.SelectAll(EGroupKind::kVertices, true);
+  EXPECT_EQ(model.Selected(EGroupKind::kFaces), (std::vector<int32_t>{0, 1}));
+  EXPECT_EQ(model.Selected(EGroupKind::kVertices), (std::vector<int32_t>{0, 1, 2, 3, 4, 6}));
+  Translate(model, SScope::All(), 1, 0, 0);
+  EXPECT_EQ(model.Vertex(2).Position().x, before[0].x + 1);
+  EXPECT_EQ(model.Vertex(5).Position(), before[1]);
+  cursor.SetFace(1);
+  cursor.CycleFaces(true);
+  EXPECT_EQ(cursor.Face(), 0);
+  ShowHidden(cursor);
+  EXPECT_FALSE(HasHidden(cursor));
+  model.SelectAll(EGroupKind::kFaces, false);
+  HideOthers(cursor);
+  model.InvertSelection(EGroupKind::kFaces);
+  EXPECT_EQ(model.Selected(EGroupKind::kFaces), std::vector<int32_t>{0});
 }
 
 }  // namespace veldra::testing

@@ -18,7 +18,7 @@ class VertexDrag : public ::testing::Test {
     state_.orthographic = true;
     state_.extent = 800.0 / 1.0559;  // with the air around a model that fits
   }
-  CVertexDrag Grab() { return {scene_.model, CViewCamera(state_, scene_.model.Bounds(), 800, 800), 1, {1, 2}}; }
+  CVertexDrag Grab() { return {scene_.model, CViewCamera(state_, scene_.model.Bounds(), 800, 800), At(1), {1, 2}}; }
   SPoint At(int32_t index) const { return scene_.model.Vertex(index).Position(); }
 
   SScene scene_;

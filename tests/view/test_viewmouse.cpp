@@ -25,7 +25,7 @@ class ViewMouse : public ::testing::Test {
 
   void SetUp() override {
     settings.render_mode = static_cast<int32_t>(ERenderMode::kSolid);
-    settings.verts_3d = settings.only_3d = settings.axes_3d = settings.mouse_scheme = 0;
+    settings.show_gizmo = settings.verts_3d = settings.only_3d = settings.axes_3d = settings.mouse_scheme = 0;
     settings.view_angle_x = settings.view_angle_y = settings.view_angle_z = 0;
     settings.orthographic = 1;
     document = std::make_shared<CTarnDoc>(SDocumentServices{questions, textures, settings});
@@ -138,6 +138,25 @@ TEST_F(ViewMouse, ARubberBandSelectsWhatShowsInItAndCtrlAdds) {
   EXPECT_EQ(shown.State().rotation.y, 0.0);
 }
 
+TEST_F(ViewMouse, HiddenFacesAreNotThereAndThroughTakesWhatIsBehind) {
+  CTarnView& shown = Show();
+  const QPoint at = At({40, 0, 10});  // the front wall, before the other
+  Click(at);
+  EXPECT_EQ(shown.Cursor().Face(), 0);
+  const QImage whole = Grab();
+  document->Model().Hide(std::vector{0});
+  EXPECT_NE(Grab(), whole);
+  Click(at);
+  EXPECT_EQ(shown.Cursor().Face(), 1);
+  document->Model().ShowAll();
+  EXPECT_EQ(shown.PickIn(QRectF(QRect(At({-65, 65, 10}), At({65, -65, 10}))), kVertices), (std::vector{0, 1, 2, 3}));
+  document->Model().Select(kVertices, std::vector{4}, true);
+  shown.ToggleSelectThrough();
+  const std::vector<int32_t> behind = shown.PickIn(QRectF(QRect(At({-65, 65, 10}), At({65, -65, 10}))), kFaces);
+  EXPECT_EQ(behind, std::vector{0});
+  EXPECT_EQ(shown.PickIn(QRectF(shown.rect()), kFaces), (std::vector{0, 1}));
+}
+
 TEST_F(ViewMouse, EachSchemeTurnsAndMovesWithItsOwnButtons) {
   CTarnView& shown = Show();
   const QPoint from = shown.rect().center();
@@ -209,6 +228,32 @@ TEST_F(ViewMouse, DraggingASelectedFaceMovesTheSelectedFaces) {
   EXPECT_EQ(Position(4), before[2]);
   EXPECT_EQ(document->Steps().BackName(), "Move Vertices");
   EXPECT_EQ(shown.State().rotation.x, 0.0);
+}
+
+TEST_F(ViewMouse, TheGizmoMovesTurnsAndResizesWhatIsSelected) {
+  CTarnView& shown = Show();
+  const int32_t front = 0;
+  document->Model().Select(kFaces, {&front, 1}, true);
+  EXPECT_FALSE(shown.Gizmo());
+  shown.ToggleGizmo();
+  ASSERT_TRUE(shown.Gizmo());
+  const QPoint middle = At({0, 0, 10});
+  const auto pull = [&](const QPoint& from, const QPoint& to) { Drag(middle + from, middle + to, Qt::LeftButton); };
+  pull({105, 0}, {135, 8});
+  EXPECT_GT(Position(0).x, -60);
+  EXPECT_EQ(Position(0).y, -60);
+  EXPECT_EQ(document->Steps().BackName(), "Move Vertices");
+  document->StepBack();
+  pull({56, 0}, {112, 0});
+  EXPECT_NEAR(Position(0).x, -120, 4);
+  EXPECT_EQ(document->Steps().BackName(), "Resize");
+  document->StepBack();
+  pull({57, -57}, {-57, -57});
+  EXPECT_NEAR(Position(0).x, 60, 2);
+  EXPECT_NEAR(Position(0).y, -60, 2);
+  EXPECT_EQ(document->Steps().BackName(), "Turn");
+  document->StepBack();
+  EXPECT_EQ(shown.State().rotation.y, 0.0);
 }
 
 TEST_F(ViewMouse, AHeldAxisKeyBindsAMoveAndEscapePutsEverythingBack) {

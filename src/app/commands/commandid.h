@@ -56,6 +56,8 @@ enum class ECommand : int32_t {
   kViewRestoreRotation,
   kViewBackground,
   kViewGrid,
+  kViewGizmo,
+  kViewEdges,
   kViewOrthographic,
   kMenuSides,  ///< submenu
   kViewFront,
@@ -159,6 +161,25 @@ enum class ECommand : int32_t {
   kSelectLoop,
   kSelectLoopAcross,
   kSelectZoom,
+  kSelectHide,
+  kSelectHideOthers,
+  kSelectShowAll,
+  kSelectThrough,
+  // --- Make
+  kMenuMake,          ///< submenu
+  kMenuMakeMirrored,  ///< submenu
+  kMakeExtrude,
+  kMakeDetach,
+  kMakeDuplicate,
+  kMakeDuplicateX,
+  kMakeDuplicateY,
+  kMakeDuplicateZ,
+  kMakeSplitEdge,
+  kMakeSplitQuads,
+  kMakeJoin,
+  kMakeFace,
+  kMakeVertices,
+  kMakeSnap,
   // --- Texture
   kMenuOffset,  ///< submenu
   kTextureMapping,
@@ -187,6 +208,7 @@ enum class ECommand : int32_t {
   kWindowNew,
   kWindowCascade,
   kWindowTile,
+  kWindowFourViews,
   kWindowNext,
   kWindowPrevious,
   kWindowList,  ///< the list of open windows

@@ -8,6 +8,7 @@ namespace veldra {
 std::span<const SCommandRow> FileCommands();
 std::span<const SCommandRow> EditCommands();
 std::span<const SCommandRow> SelectCommands();
+std::span<const SCommandRow> MakeCommands();
 std::span<const SCommandRow> ViewCommands();
 std::span<const SCommandRow> ModelCommands();
 std::span<const SCommandRow> FaceCommands();

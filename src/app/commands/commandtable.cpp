@@ -11,8 +11,8 @@ std::span<const SCommandRow> CommandRows() {
   static const std::vector<SCommandRow> rows = [] {
     std::vector<SCommandRow> all;
     for (const auto part :
-         {FileCommands(), EditCommands(), SelectCommands(), ViewCommands(), ModelCommands(), FaceCommands(),
-          VertexCommands(), TextureCommands(), ToolCommands(), WindowCommands(), DockCommands()})
+         {FileCommands(), EditCommands(), SelectCommands(), MakeCommands(), ViewCommands(), ModelCommands(),
+          FaceCommands(), VertexCommands(), TextureCommands(), ToolCommands(), WindowCommands(), DockCommands()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();

@@ -16,6 +16,7 @@ namespace {
 using EKind = SGizmoHandle::EKind;
 
 constexpr double kArmPixels = 90.0;
+constexpr double kMostOfWindow = 0.25;
 constexpr double kReachPixels = 7.0;
 // In parts of the arm.
 constexpr double kFree = 0.2;  ///< about the pivot, where vertices and faces can be taken hold of
@@ -64,7 +65,8 @@ CGizmo::CGizmo(const CViewCamera& camera, const Vector3& pivot, double pixel_rat
     : camera_(camera),
       pivot_(pivot),
       ratio_(pixel_ratio),
-      arm_(Length(camera.Movement(pivot, kArmPixels * pixel_ratio, 0.0))),
+      arm_pixels_(std::min(kArmPixels * pixel_ratio, kMostOfWindow * std::min(camera.Width(), camera.Height()))),
+      arm_(Length(camera.Movement(pivot, arm_pixels_, 0.0))),
       moves_only_(moves_only),
       middle_(camera.Project(pivot)) {}
 
@@ -93,7 +95,7 @@ std::vector<SScreenPoint> CGizmo::Ring(EAxis axis) const {
 }
 
 bool CGizmo::IsSeenFromItsEnd(EAxis axis) const {
-  return Between(Place(axis, 1.0), middle_) < kShortest * kArmPixels * ratio_;
+  return Between(Place(axis, 1.0), middle_) < kShortest * arm_pixels_;
 }
 
 /// How much the axis points toward the viewer: 1 straight, 0 across.
@@ -168,7 +170,7 @@ double CGizmo::DegreesBetween(EAxis axis, const SScreenPoint& from, const SScree
     const SScreenPoint end = Place(axis, 1.0);
     const double length = std::max(Between(end, middle_), 1.0);
     const double across = ((to.x - from.x) * (middle_.y - end.y) + (to.y - from.y) * (end.x - middle_.x)) / length;
-    return across / (kRing * kArmPixels * ratio_) * kDegrees;
+    return across / (kRing * arm_pixels_) * kDegrees;
   }
   // Down is positive in a window.
   const double before = std::atan2(middle_.y - from.y, from.x - middle_.x);

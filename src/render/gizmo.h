@@ -15,7 +15,8 @@ struct SGizmoHandle {
   bool operator==(const SGizmoHandle&) const = default;
 };
 
-/// Arrows, boxes and rings about a pivot, of the same size whatever the zoom: what they look like, which of them is at
+/// Arrows, boxes and rings about a pivot, of the same size whatever the zoom, smaller in a small
+/// window: what they look like, which of them is at
 /// a place, and what a movement of the pointer does with one. All pixels are the window's, from its upper left corner.
 class CGizmo {
  public:
@@ -46,6 +47,7 @@ class CGizmo {
   CViewCamera camera_;
   Vector3 pivot_;
   double ratio_;
+  double arm_pixels_;
   double arm_;  ///< model units
   bool moves_only_;
   SScreenPoint middle_;

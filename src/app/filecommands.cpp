@@ -83,11 +83,16 @@ void CFileCommands::ListRecentIn(QMenu& menu) {
   }
 }
 
-/// Textures without colours of their own look different now.
-void CFileCommands::ShowDefaultColors() {
+/// Textures look different now.
+void CFileCommands::ShowTexturesAnew() {
   for (CTarnView* view : window_.findChildren<CTarnView*>())
     view->Redraw();
   docks_.ForgetPictures();
+}
+
+/// Those without colours of their own.
+void CFileCommands::ShowDefaultColors() {
+  ShowTexturesAnew();
   tools_.ShowDefaultColors();
 }
 

@@ -36,6 +36,8 @@ class CFileCommands {
   bool OpenModel(const std::string& path, bool read_only);
   /// The recent files as the items of MENU.
   void ListRecentIn(QMenu& menu);
+  /// To all that shows textures: some have other texels.
+  void ShowTexturesAnew();
 
  private:
   CTarnDoc& Active() const;

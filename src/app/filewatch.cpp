@@ -16,8 +16,10 @@ namespace {
 constexpr int kSettleMs = 300;
 
 /// The files of the documents, and their folders, in which a file that was replaced appears.
-QStringList WatchedPaths(const QList<CFileDocument*>& documents) {
+QStringList WatchedPaths(const QList<CFileDocument*>& documents, const std::vector<std::string>& others) {
   QStringList paths;
+  for (const std::string& path : others)
+    paths << ToQString(path) << ToQString(DirectoryPart(path));
   for (const CFileDocument* document : documents) {
     std::vector<std::string> files = document->FilesOf(document->Path());
     if (!files.empty()) files.push_back(DirectoryPart(document->Path()));
@@ -40,7 +42,7 @@ CFileWatch::CFileWatch(SWatched watched, QObject* parent) : QObject(parent), wat
 }
 
 void CFileWatch::Follow() {
-  const QStringList wanted = WatchedPaths(watched_.documents());
+  const QStringList wanted = WatchedPaths(watched_.documents(), watched_.others());
   const QStringList watched = watcher_.files() + watcher_.directories();
   for (const QString& path : watched)
     if (!wanted.contains(path)) watcher_.removePath(path);
@@ -62,6 +64,7 @@ void CFileWatch::Look() {
     if (watched_.documents().contains(document)) LookAt(*document);
   }
   is_asking_ = false;
+  watched_.look_at_others();
 }
 
 void CFileWatch::LookAt(CFileDocument& document) {

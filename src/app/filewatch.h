@@ -8,7 +8,8 @@
 
 namespace veldra {
 
-/// Notices that the file of an open document has changed or is gone, and tells the user, once for each change. Looks
+/// Notices that the file of an open document has changed or is gone, and tells the user, once for each change; likewise
+/// files of other kinds. Looks
 /// when the system reports something and when the user comes back to the program; asks only while the program is in
 /// front and no dialog is open.
 class CFileWatch : public QObject {
@@ -19,6 +20,9 @@ class CFileWatch : public QObject {
   struct SWatched {
     std::function<QList<CFileDocument*>()> documents;
     std::function<void(const CFileDocument& document)> show;
+    /// Further files, and what looks at them; it asks nothing.
+    std::function<std::vector<std::string>()> others;
+    std::function<void()> look_at_others;
   };
   CFileWatch(SWatched watched, QObject* parent);
   /// To be called when other documents are open, or files have other names.

@@ -13,14 +13,19 @@
 #include <optional>
 #include <utility>
 
+#include "app/droppedpictures.h"
 #include "app/fileopeners.h"
 #include "app/filewatch.h"
 #include "app/help/helpwindow.h"
 #include "app/help/welcomepage.h"
 #include "app/windowplace.h"
+#include "editing/texturecommands.h"
+#include "mapping/mappingwidget.h"
 #include "platform/crashreport.h"
+#include "platform/paths.h"
 #include "platform/shell.h"
 #include "platform/text.h"
+#include "platform/userfolders.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
 #include "view/glcanvas.h"
@@ -32,6 +37,7 @@ namespace {
 constexpr int kMessageMs = 6000;
 constexpr const char* kRecentFilesKey = "recentFiles";
 constexpr const char* kToolBarsKey = "mainWindow/toolBars";
+constexpr const char* kGuidesKey = "mapping/guides";
 
 QStringList FilesToOpen(const QMimeData& data) {
   QStringList files;
@@ -53,6 +59,8 @@ CMainFrame::CMainFrame(CTarn2App& app)
       counts_(new QLabel),
       selected_(new QLabel),
       docks_(new CToolDocks(*this, app.Settings())),
+      textures_(app.Textures()),
+      edits_(app.Textures(), app.Questions(), JoinPath(UserDataDirectory(), "pictures")),
       dialogs_(app.Settings()) {
   setObjectName("mainFrame");
   setWindowTitle(tr("Veldra"));
@@ -78,6 +86,7 @@ CMainFrame::~CMainFrame() {
   windows_.reset();
   app_.SetPictureMaker({});
   app_.SetSay({});
+  app_.Textures().SetOnChanged({});
 }
 
 /// A window that gets its first OpenGL view while it is shown is made anew by Qt, which flickers and loses the focus.
@@ -112,15 +121,36 @@ void CMainFrame::MakeCommands() {
 }
 
 void CMainFrame::WatchFiles() {
-  auto* watch = new CFileWatch({.documents = [this] { return Documents(); },
-                                .show =
-                                    [this](const CFileDocument& document) {
-                                      windows_->Activate(document);
-                                      tools_->Activate(document);
-                                    }},
-                               this);
-  connect(windows_.get(), &CDocumentWindows::DocumentsChanged, watch, &CFileWatch::Follow);
-  connect(tools_.get(), &CToolCommands::FilesChanged, watch, &CFileWatch::Follow);
+  const auto show = [this](const CFileDocument& document) {
+    windows_->Activate(document);
+    tools_->Activate(document);
+  };
+  const auto others = [this] {
+    std::vector<std::string> files = textures_.Files();
+    const std::vector<std::string> pictures = edits_.Files();
+    files.insert(files.end(), pictures.begin(), pictures.end());
+    return files;
+  };
+  watch_ = new CFileWatch({.documents = [this] { return Documents(); },
+                           .show = show,
+                           .others = others,
+                           .look_at_others = [this] { ShowChangedFiles(); }},
+                          this);
+  connect(windows_.get(), &CDocumentWindows::DocumentsChanged, watch_, &CFileWatch::Follow);
+  connect(tools_.get(), &CToolCommands::FilesChanged, watch_, &CFileWatch::Follow);
+  app_.Textures().SetOnChanged([this] { files_->ShowTexturesAnew(); });
+}
+
+/// What a picture program has saved, then what other programs have done to textures.
+void CMainFrame::ShowChangedFiles() {
+  std::vector<std::string> changed = edits_.TakeNews();
+  const std::vector<std::string> others = textures_.TakeNews();
+  changed.insert(changed.end(), others.begin(), others.end());
+  QStringList names;
+  for (const std::string& name : changed)
+    names += NameToQString(name);
+  names.removeDuplicates();
+  if (!names.isEmpty()) Say(tr("Changed on the disk, and shown anew: %1").arg(names.join(", ")));
 }
 
 QList<CFileDocument*> CMainFrame::Documents() const {
@@ -140,6 +170,8 @@ SCommandTarget CMainFrame::CommandTarget() {
           .tools = *tools_,
           .docks = *docks_,
           .dialogs = dialogs_,
+          .edits = edits_,
+          .watch = *watch_,
           .view = ActiveView(),
           .document = ActiveDocument()};
 }
@@ -204,6 +236,7 @@ void CMainFrame::Refresh() {
   refresh_is_due_ = false;
   docks_->Follow(ActiveView());
   NoteDocuments();
+  if (std::exchange(watched_textures_, app_.Textures().Count()) != watched_textures_) watch_->Follow();
   const bool is_empty = Children().isEmpty();
   if (is_empty && had_windows_) ShowWelcome();
   had_windows_ = !is_empty;
@@ -247,6 +280,7 @@ void CMainFrame::ReadWindowState() {
   RestoreWindowPlace(*this, app_.Settings());
   const QSettings kept = WindowSettings();
   docks_->Restore(kept.value(kToolBarsKey).toByteArray());
+  docks_->Mapping().Session().SetAllGuides(kept.value(kGuidesKey).toString().toStdString());
   std::vector<std::string> paths;
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
@@ -283,6 +317,7 @@ void CMainFrame::WriteWindowState() {
   RememberWindowPlace(*this, app_.Settings());
   QSettings kept = WindowSettings();
   kept.setValue(kToolBarsKey, docks_->Keep());
+  kept.setValue(kGuidesKey, ToQString(docks_->Mapping().Session().AllGuides()));
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
@@ -310,18 +345,25 @@ bool CMainFrame::MayCloseModels() {
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
-  if (!FilesToOpen(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  const QMimeData& dragged = *event->mimeData();
+  const bool can_import = ActiveView() != nullptr && CanDefineAnimation(ActiveView()->Cursor());
+  if (!FilesToOpen(dragged).isEmpty() || (can_import && HasPicture(dragged))) event->acceptProposedAction();
 }
 
 void CMainFrame::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   const QStringList files = FilesToOpen(*event->mimeData());
+  const std::vector<SOpenPicture> pictures = files.isEmpty() && ActiveDocument() != nullptr
+                                                 ? PicturesIn(*event->mimeData(), *ActiveDocument())
+                                                 : std::vector<SOpenPicture>();
   // Opening may ask; the program that the files came from must not wait for the answers.
   QMetaObject::invokeMethod(
       this,
-      [this, files] {
+      [this, files, pictures] {
         for (const QString& file : files)
           OpenFile(ToNativePath(file));
+        for (const SOpenPicture& picture : pictures)
+          if (ActiveDocument() != nullptr) AskAndImport(*ActiveDocument(), picture, this);
       },
       Qt::QueuedConnection);
 }

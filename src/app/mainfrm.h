@@ -13,9 +13,12 @@
 #include "app/tarn2.h"
 #include "app/toolcommands.h"
 #include "app/tooldocks.h"
+#include "document/texturewatch.h"
+#include "editing/pictureedits.h"
 
 namespace veldra {
 
+class CFileWatch;
 class CWelcomePage;
 
 /// The main window: the area of documents with menus, tool bar and status bar, and the dispatch of commands to those
@@ -67,6 +70,7 @@ class CMainFrame : public QMainWindow {
   void MakeReadyForOpenGL();
   void MakeCommands();
   void WatchFiles();
+  void ShowChangedFiles();
   void Run(const SCommandRow& row);
   void RunKey(const SCommandRow& row);
   void GiveKeysToView();
@@ -83,6 +87,10 @@ class CMainFrame : public QMainWindow {
   QLabel* counts_;
   QLabel* selected_;
   CToolDocks* docks_;
+  CFileWatch* watch_ = nullptr;
+  CTextureWatch textures_;
+  CPictureEdits edits_;
+  size_t watched_textures_ = 0;
   std::unique_ptr<CDocumentWindows> windows_;
   std::unique_ptr<CToolCommands> tools_;
   std::unique_ptr<CFileCommands> files_;

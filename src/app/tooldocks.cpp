@@ -9,6 +9,7 @@
 #include "tools/currentfacewidget.h"
 #include "tools/modelinfowidget.h"
 #include "tools/modeltreewidget.h"
+#include "tools/texturebrowserwidget.h"
 #include "tools/texturelistwidget.h"
 #include "tools/vertexstatuswidget.h"
 #include "ui/screenplace.h"
@@ -19,16 +20,22 @@ namespace {
 
 /// A state of other docks than these would only bring them into disorder.
 constexpr int kStateVersion = 1;
+/// For a title bar, and a little of what is behind.
+constexpr int kRoomAbout = 32;
 
 /// Its keys mean what they mean in it, and it keeps them.
 bool HasOwnKeys(EToolDock dock) {
-  return dock == EToolDock::kMapping || dock == EToolDock::kMappingTools;
+  return dock == EToolDock::kMapping || dock == EToolDock::kMappingTools || dock == EToolDock::kTextureBrowser;
 }
 
 }  // namespace
 
 CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
-    : QObject(&window), window_(window), settings_(settings), mapping_(new CMappingWidget(settings)) {
+    : QObject(&window),
+      window_(window),
+      settings_(settings),
+      mapping_(new CMappingWidget(settings)),
+      browser_(new CTextureBrowserWidget) {
   window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowNestedDocks | QMainWindow::AllowTabbedDocks);
   window.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   Add(EToolDock::kModelTree, "modelTreeDock", tr("Model"), new CModelTreeWidget, Qt::LeftDockWidgetArea);
@@ -39,6 +46,12 @@ CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
   Add(EToolDock::kMapping, "mappingDock", tr("Texture Mapping"), mapping_, Qt::RightDockWidgetArea);
   Add(EToolDock::kMappingTools, "mappingToolsDock", tr("Mapping Tools"), new CMappingToolsWidget(*mapping_),
       Qt::RightDockWidgetArea);
+  Add(EToolDock::kTextureBrowser, "textureBrowserDock", tr("Texture Browser"), browser_, Qt::RightDockWidgetArea);
+  connect(browser_, &CTextureBrowserWidget::MappingWanted, this, [this](const CBinTexture* texture) {
+    ShowMapping();
+    mapping_->ShowTexture(*texture);
+  });
+  connect(browser_, &CTextureBrowserWidget::ChosenChanged, this, &CToolDocks::Changed);
   connect(mapping_, &CMappingWidget::ToolsWanted, this, &CToolDocks::ToggleMappingTools);
   PutTogether();
 }
@@ -62,7 +75,10 @@ void CToolDocks::PutTogether() {
   window_.tabifyDockWidget(&Dock(EToolDock::kModelTree), &Dock(EToolDock::kTextureList));
   window_.tabifyDockWidget(&Dock(EToolDock::kCurrentFace), &Dock(EToolDock::kVertexStatus));
   window_.tabifyDockWidget(&Dock(EToolDock::kVertexStatus), &Dock(EToolDock::kModelInfo));
-  for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools}) {
+  // One behind the other they take less room where they will be put into the window.
+  window_.tabifyDockWidget(&Dock(EToolDock::kMapping), &Dock(EToolDock::kMappingTools));
+  window_.tabifyDockWidget(&Dock(EToolDock::kMappingTools), &Dock(EToolDock::kTextureBrowser));
+  for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools, EToolDock::kTextureBrowser}) {
     Dock(dock).hide();  // first, or it would get a window of the system at once
     Dock(dock).setFloating(true);
   }
@@ -122,7 +138,7 @@ void CToolDocks::BringBack() {
 void CToolDocks::Toggle(EToolDock dock) {
   QDockWidget& widget = Dock(dock);
   widget.setVisible(widget.isHidden());
-  if (HasOwnKeys(dock) && !widget.isHidden()) PlaceMapping();
+  if (HasOwnKeys(dock) && !widget.isHidden()) dock == EToolDock::kTextureBrowser ? PlaceBrowser() : PlaceMapping();
   if (!widget.isHidden()) widget.raise();
 }
 
@@ -143,12 +159,21 @@ void CToolDocks::ShowMapping() {
   mapping_->TakeFocus();
 }
 
+void CToolDocks::ShowBrowser() {
+  QDockWidget& dock = Dock(EToolDock::kTextureBrowser);
+  dock.show();
+  PlaceBrowser();
+  dock.raise();
+  if (dock.isFloating()) dock.activateWindow();
+  browser_->TakeFocus();
+}
+
 // --- From run to run -----------------------------------------------------------------------------------------------
 
 void CToolDocks::Restore(const QByteArray& state) {
   window_.restoreState(state, kStateVersion);
   PlaceVertexStatus();
-  for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools})
+  for (const EToolDock dock : {EToolDock::kMapping, EToolDock::kMappingTools, EToolDock::kTextureBrowser})
     if (IsOpen(dock)) placed_.insert(dock);
 }
 
@@ -180,6 +205,14 @@ void CToolDocks::PlaceMapping() {
                                    : QPoint(std::max(0, first.left() - tools.width() - kApart), first.top());
   PlaceFloating(EToolDock::kMapping, first.topLeft(), settings_.tex_dlg_offset_x, settings_.tex_dlg_offset_y);
   PlaceFloating(EToolDock::kMappingTools, beside, settings_.tools_offset_x, settings_.tools_offset_y);
+}
+
+/// At first over the lower left of the main window; later where the main window's state has it.
+void CToolDocks::PlaceBrowser() {
+  const QRect room = RoomFor(window_);
+  const QSize size = browser_->sizeHint();
+  const QPoint first(room.left() + kRoomAbout, std::max(room.top(), room.bottom() - size.height() - kRoomAbout));
+  PlaceFloating(EToolDock::kTextureBrowser, first, 0, 0);
 }
 
 void CToolDocks::KeepPlace(EToolDock dock, int32_t& x, int32_t& y) const {

@@ -13,10 +13,20 @@
 
 namespace veldra {
 
-enum class EToolDock { kModelTree, kCurrentFace, kVertexStatus, kTextureList, kModelInfo, kMapping, kMappingTools };
-inline constexpr size_t kToolDockCount = 7;
+enum class EToolDock {
+  kModelTree,
+  kCurrentFace,
+  kVertexStatus,
+  kTextureList,
+  kModelInfo,
+  kMapping,
+  kMappingTools,
+  kTextureBrowser
+};
+inline constexpr size_t kToolDockCount = 8;
 
 class CMappingWidget;
+class CTextureBrowserWidget;
 
 /// The tool windows of the main window. They show the active view; where each of them stands is part of the main
 /// window's state. While the active view is to be seen alone, all of them are away.
@@ -50,6 +60,9 @@ class CToolDocks : public QObject {
   void InstallKeys(QObject* filter);
 
   CMappingWidget& Mapping() const { return *mapping_; }
+  CTextureBrowserWidget& Browser() const { return *browser_; }
+  /// Opens the texture browser and gives it the keys.
+  void ShowBrowser();
   /// Opens the mapping editor and gives it the keys; its tools come with it when it is opened.
   void ShowMapping();
 
@@ -61,6 +74,7 @@ class CToolDocks : public QObject {
   void ToggleModelInfo() { Toggle(EToolDock::kModelInfo); }
   void ToggleMapping() { Toggle(EToolDock::kMapping); }
   void ToggleMappingTools() { Toggle(EToolDock::kMappingTools); }
+  void ToggleTextureBrowser() { Toggle(EToolDock::kTextureBrowser); }
 
  signals:
   /// One has been opened or closed.
@@ -77,6 +91,7 @@ class CToolDocks : public QObject {
   void BringBack();
   void PlaceVertexStatus();
   void PlaceMapping();
+  void PlaceBrowser();
   void OpenMappingTools();
   void PlaceFloating(EToolDock dock, const QPoint& first, int32_t x, int32_t y);
   void KeepPlace(EToolDock dock, int32_t& x, int32_t& y) const;
@@ -86,6 +101,7 @@ class CToolDocks : public QObject {
   std::array<QDockWidget*, kToolDockCount> docks_ = {};
   std::array<CToolWidget*, kToolDockCount> tools_ = {};
   CMappingWidget* mapping_;
+  CTextureBrowserWidget* browser_;
   std::set<EToolDock> placed_;  ///< those that have a place by now
   bool are_away_ = false;
   QByteArray state_before_;             ///< they went away

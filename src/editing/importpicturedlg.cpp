@@ -3,43 +3,18 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QMouseEvent>
-#include <QPainter>
 #include <algorithm>
 #include <cmath>
 
 #include "model/texturepicture.h"
 #include "platform/paths.h"
-#include "textures/nearblack.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
 
 namespace {
 
-constexpr int kResultSide = 256;
 enum EPalette { kOwn, kDefault, kFile };
-
-/// What shows through where a texel is transparent.
-void PaintChecks(QPainter& painter, int side) {
-  constexpr int kCheck = 8;
-  for (int y = 0; y < side; y += kCheck)
-    for (int x = 0; x < side; x += kCheck)
-      painter.fillRect(x, y, kCheck, kCheck, (x + y) / kCheck % 2 == 0 ? QColor(150, 150, 150) : QColor(190, 190, 190));
-}
-
-QImage ImageOf(const SIndexedTexture& texture, int size) {
-  QImage image(size, size, QImage::Format_ARGB32);
-  for (int y = 0; y < size; ++y) {
-    for (int x = 0; x < size; ++x) {
-      const uint8_t index =
-          texture.indices[static_cast<size_t>(y) * static_cast<size_t>(size) + static_cast<size_t>(x)];
-      const uint8_t* const color = &texture.colors[size_t{3} * index];
-      const int alpha = IsNearBlack(color[0], color[1], color[2]) ? 0 : 255;
-      image.setPixelColor(x, y, QColor(color[0], color[1], color[2], alpha));
-    }
-  }
-  return image;
-}
 
 }  // namespace
 
@@ -108,14 +83,18 @@ CImportPictureDialog::CImportPictureDialog(const SOpenPicture& picture, const Co
       picture_(picture),
       default_colors_(default_colors),
       original_(new CCropView(picture.image)),
-      result_(new QLabel),
+      result_(new CTexturePreview),
       counts_(new QLabel),
       size_(new QComboBox),
       scaling_(new QComboBox),
       palette_(new QComboBox),
       table_(new CPathField(CPathField::EKind::kFile)),
-      transparent_(new QComboBox) {
+      most_colors_(new QSpinBox),
+      transparent_(new QComboBox),
+      key_(new CColorWell(QColor(255, 0, 255))),
+      key_reach_(new QSpinBox) {
   result_->setObjectName("result");
+  result_->setFixedSize(CTexturePreview::kSide, CTexturePreview::kSide);
   counts_->setObjectName("counts");
   auto* pictures = new QHBoxLayout;
   const auto add = [&](const QString& title, QWidget* widget) {
@@ -126,7 +105,7 @@ CImportPictureDialog::CImportPictureDialog(const SOpenPicture& picture, const Co
     pictures->addLayout(column);
   };
   add(tr("%1, %2 x %3")
-          .arg(NameToQString(FileNamePart(picture.path)))
+          .arg(picture.path.empty() ? tr("Pasted picture") : NameToQString(FileNamePart(picture.path)))
           .arg(picture.image.width)
           .arg(picture.image.height),
       original_);
@@ -139,7 +118,26 @@ CImportPictureDialog::CImportPictureDialog(const SOpenPicture& picture, const Co
   connect(table_, &CPathField::PathChanged, this, &CFieldDialog::Refresh);
   for (QComboBox* box : {size_, scaling_, palette_, transparent_})
     connect(box, &QComboBox::currentIndexChanged, this, &CFieldDialog::Refresh);
+  connect(key_, &CColorWell::ColorChanged, this, &CFieldDialog::Refresh);
+  for (QSpinBox* box : {most_colors_, key_reach_})
+    connect(box, &QSpinBox::valueChanged, this, &CFieldDialog::Refresh);
   Refresh();
+}
+
+QWidget* CImportPictureDialog::MakeKey() {
+  key_->setObjectName("keyColor");
+  key_reach_->setObjectName("keyReach");
+  key_reach_->setRange(0, 128);
+  key_reach_->setValue(24);
+  key_reach_->setToolTip(tr("How far red, green and blue may each be off"));
+  auto* widget = new QWidget;
+  auto* line = new QHBoxLayout(widget);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->addWidget(key_);
+  line->addWidget(new QLabel(tr("and what is as near as")));
+  line->addWidget(key_reach_);
+  line->addStretch();
+  return widget;
 }
 
 QLayout* CImportPictureDialog::MakeOptions() {
@@ -150,7 +148,7 @@ QLayout* CImportPictureDialog::MakeOptions() {
     form->addRow(label, box);
   };
   for (const int size : kTextureSizes)
-    size_->addItem(size == 64 || size == 256 ? tr("%1 x %1").arg(size) : tr("%1 x %1 (not for the game)").arg(size),
+    size_->addItem(IsGameTextureSize(size) ? tr("%1 x %1").arg(size) : tr("%1 x %1 (not for the game)").arg(size),
                    size);
   const int best = GameTextureSize(picture_.image.width, picture_.image.height);
   size_->setCurrentIndex(size_->findData(best));
@@ -162,8 +160,14 @@ QLayout* CImportPictureDialog::MakeOptions() {
   table_->SetPrompt(tr("Colour Table"), {{"Colour tables *.act", "*.act"}});
   table_->RemoveNote();
   form->addRow(QString(), table_);
+  most_colors_->setObjectName("mostColors");
+  most_colors_->setRange(2, 256);
+  most_colors_->setValue(256);
+  form->addRow(tr("At &most:"), most_colors_);
   add(tr("&Transparent:"), transparent_, "transparent",
-      {tr("What the picture leaves transparent"), tr("That, and what is nearly black"), tr("Nothing")});
+      {tr("What the picture leaves transparent"), tr("That, and what is nearly black"), tr("Nothing"),
+       tr("What the picture leaves transparent, and one colour:")});
+  form->addRow(QString(), MakeKey());
   return form;
 }
 
@@ -172,6 +176,10 @@ SPictureInput CImportPictureDialog::Input() const {
                          .size = size_->currentData().toInt(),
                          .scaling = static_cast<EScaling>(scaling_->currentIndex()),
                          .transparent = static_cast<SPictureInput::ETransparent>(transparent_->currentIndex())};
+  const QColor key = key_->Color();
+  input.key = {static_cast<uint8_t>(key.red()), static_cast<uint8_t>(key.green()), static_cast<uint8_t>(key.blue())};
+  input.key_reach = key_reach_->value();
+  input.most_colors = most_colors_->value();
   if (palette_->currentIndex() == kDefault) input.colors = default_colors_;
   if (palette_->currentIndex() == kFile) input.colors = ReadColorTable(table_->Path());
   return input;
@@ -180,6 +188,10 @@ SPictureInput CImportPictureDialog::Input() const {
 QString CImportPictureDialog::Fault() {
   const bool is_file = palette_->currentIndex() == kFile;
   table_->setEnabled(is_file);
+  most_colors_->setEnabled(palette_->currentIndex() == kOwn);
+  const bool has_key = transparent_->currentIndex() == static_cast<int>(SPictureInput::ETransparent::kColor);
+  key_->setEnabled(has_key);
+  key_reach_->setEnabled(has_key);
   const SPictureInput input = Input();
   if (is_file && !input.colors) return tr("Please choose a colour table (ACT) of 256 colours.");
   texture_ = TextureFrom(picture_.path, picture_.image, input);
@@ -188,13 +200,7 @@ QString CImportPictureDialog::Fault() {
 }
 
 void CImportPictureDialog::ShowTexture() {
-  const int size = size_->currentData().toInt();
-  QPixmap shown(kResultSide, kResultSide);
-  QPainter painter(&shown);
-  PaintChecks(painter, kResultSide);
-  painter.drawImage(shown.rect(), ImageOf(texture_, size));
-  painter.end();
-  result_->setPixmap(shown);
+  result_->SetImage(ImageOf(texture_));
   const STextureCounts counts = CountTexels(texture_);
   counts_->setText(tr("%1 colours, %L2 texels transparent").arg(counts.colors).arg(counts.transparent));
 }

@@ -3,8 +3,11 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QRubberBand>
+#include <QSpinBox>
 
 #include "editing/pictureimport.h"
+#include "model/texturepreviewwidget.h"
+#include "ui/colorwell.h"
 #include "ui/fielddialog.h"
 #include "ui/pathfield.h"
 
@@ -45,11 +48,13 @@ class CImportPictureDialog : public CFieldDialog {
   Q_OBJECT
 
  public:
+  /// Both outlive it.
   CImportPictureDialog(const SOpenPicture& picture, const ColorTable& default_colors, QWidget* parent);
   const SIndexedTexture& Texture() const { return texture_; }
 
  private:
   QLayout* MakeOptions();
+  QWidget* MakeKey();
   SPictureInput Input() const;
   QString Fault() override;
   void ShowTexture();
@@ -58,13 +63,16 @@ class CImportPictureDialog : public CFieldDialog {
   const ColorTable& default_colors_;
   SIndexedTexture texture_;
   CCropView* original_;
-  QLabel* result_;
+  CTexturePreview* result_;
   QLabel* counts_;
   QComboBox* size_;
   QComboBox* scaling_;
   QComboBox* palette_;
   CPathField* table_;
+  QSpinBox* most_colors_;
   QComboBox* transparent_;
+  CColorWell* key_;
+  QSpinBox* key_reach_;
 };
 
 }  // namespace veldra

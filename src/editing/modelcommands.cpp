@@ -6,6 +6,7 @@
 #include "model/appendmodel.h"
 #include "model/binfile.h"
 #include "model/texturenames.h"
+#include "packing/modeltextures.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -57,6 +58,22 @@ const STextureImage* ImageForEntry(CTarnDoc& document, const std::string& path, 
     return nullptr;
   }
   return document.Services().textures.GetTexture(path);
+}
+
+/// The model's entry NAME, a new one where it has none. Null, the user told, where that is another texture.
+CBinTexture* EntryFor(CTarnDoc& document, const std::string& name, const STextureImage& image) {
+  CBinModel& model = document.Model();
+  CBinTexture* const own = model.FindTexture(name, ETextureKind::kPlain);
+  if (own == nullptr) {
+    document.Say("Loaded " + name);
+    return &model.AddTexture(std::make_unique<CBinTexture>(model, name, &image));
+  }
+  if (own->Image() == &image) return own;
+  document.ShowError(
+      Format("The model has a texture named \"%s\" already.\nReplace it to use the other file of that name.",
+             name.c_str()),
+      image.path);
+  return nullptr;
 }
 
 }  // namespace
@@ -211,21 +228,21 @@ bool InsertModel(CTarnDoc& document, CBinModel& other, const std::string& name) 
 
 CBinTexture* LoadTexture(CTarnDoc& document, const std::string& path) {
   if (!CanEditModel(document)) return nullptr;
-  CBinModel& model = document.Model();
   std::string name;
   const STextureImage* const image = ImageForEntry(document, path, name);
-  if (image == nullptr) return nullptr;
-  CBinTexture* const own = model.FindTexture(name, ETextureKind::kPlain);
-  if (own == nullptr) {
-    document.Say("Loaded " + name);
-    return &model.AddTexture(std::make_unique<CBinTexture>(model, name, image));
+  return image == nullptr ? nullptr : EntryFor(document, name, *image);
+}
+
+CBinTexture* LoadTexture(CTarnDoc& document, const SCatalogTexture& texture) {
+  if (!texture.raw.bytes.length) return LoadTexture(document, texture.raw.bytes.path);
+  if (!CanEditModel(document)) return nullptr;
+  const std::string name = TextureNameOf(texture.raw.name);
+  if (const std::string fault = TextureNameFault(name); !fault.empty()) {
+    document.ShowError(fault, CTexturePlaces::PathOf(texture.raw));
+    return nullptr;
   }
-  if (own->Image() == image) return own;
-  document.ShowError(
-      Format("The model has a texture named \"%s\" already.\nReplace it to use the other file of that name.",
-             name.c_str()),
-      path);
-  return nullptr;
+  const STextureImage* const image = CTexturePlaces::Load(texture.raw, texture.colors, document.Services().textures);
+  return image == nullptr ? nullptr : EntryFor(document, name, *image);
 }
 
 bool ReplaceTexture(CTarnDoc& document, const SReplaceTextureInput& input) {

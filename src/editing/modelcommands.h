@@ -5,6 +5,7 @@
 
 #include "document/tarn2doc.h"
 #include "editing/commandinputs.h"
+#include "packing/texturecatalog.h"
 
 /// The commands on a whole model, but for centering and what else a save may need (CTarnDoc). Each does nothing where
 /// its enabling rule forbids it, keeps the state before as one of the earlier states, and says in the status bar what
@@ -44,6 +45,8 @@ bool InsertModel(CTarnDoc& document, CBinModel& other, const std::string& name);
 /// The texture entry of the RAW file PATH: the one that the model has under its name, else a new one. Null when it
 /// cannot be loaded, which the user has been told.
 CBinTexture* LoadTexture(CTarnDoc& document, const std::string& path);
+/// The same of one that may be in an archive.
+CBinTexture* LoadTexture(CTarnDoc& document, const SCatalogTexture& texture);
 /// All faces of one texture entry get that of another RAW file, and the old entry goes.
 bool ReplaceTexture(CTarnDoc& document, const SReplaceTextureInput& input);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "editing/modelcommands.h"
 #include "platform/paths.h"
@@ -32,6 +33,16 @@ void MakeOpaque(SImage& picture) {
     picture.rgba[i] = 255;
 }
 
+/// Hides the pixels of the key colour.
+void HideKey(SImage& picture, const SPictureInput& input) {
+  for (size_t i = 0; i + kPixel <= picture.rgba.size(); i += kPixel) {
+    bool is_key = true;
+    for (size_t c = 0; c < input.key.size(); ++c)
+      is_key = is_key && std::abs(picture.rgba[i + c] - input.key[c]) <= input.key_reach;
+    if (is_key) picture.rgba[i + 3] = 0;
+  }
+}
+
 /// "My picture (2).png" becomes "MYPICTUR.RAW", which the game can read.
 std::string RawName(const std::string& path) {
   std::string name;
@@ -46,12 +57,16 @@ std::string RawName(const std::string& path) {
 
 SIndexedTexture TextureFrom(const std::string& path, const SImage& picture, const SPictureInput& input) {
   using E = SPictureInput::ETransparent;
-  if (!input.crop && input.transparent == E::kPicture)
-    if (auto texture = TextureOfPicture(path, {input.size, input.scaling, input.colors}, nullptr)) return *texture;
+  if (!path.empty() && !input.crop && input.transparent == E::kPicture) {
+    auto texture = TextureOfPicture(path, {input.size, input.scaling, input.colors}, nullptr);
+    if (texture && (input.colors || CountTexels(*texture).colors <= input.most_colors)) return *texture;
+  }
   SImage part = input.crop ? Cropped(picture, *input.crop) : picture;
   if (input.transparent == E::kNothing) MakeOpaque(part);
+  if (input.transparent == E::kColor) HideKey(part, input);
   const EDarkPixels dark = input.transparent == E::kDark ? EDarkPixels::kKeep : EDarkPixels::kLift;
-  return QuantizeTexture(ScalePicture(part, input.size, input.size, input.scaling), input.colors, dark);
+  return QuantizeTexture(ScalePicture(part, input.size, input.size, input.scaling), input.colors, dark,
+                         input.most_colors);
 }
 
 STextureCounts CountTexels(const SIndexedTexture& texture) {
@@ -74,6 +89,12 @@ std::optional<SOpenPicture> OpenPicture(CTarnDoc& document, const std::string& p
   if (image) return SOpenPicture{path, std::move(*image)};
   document.ShowError(Format("\"%s\" could not be opened.", path.c_str()), error.what);
   return std::nullopt;
+}
+
+bool IsPictureName(const std::string& path) {
+  constexpr const char* kExtensions[] = {"PNG", "JPG", "JPEG", "BMP", "TGA"};
+  return std::ranges::any_of(
+      kExtensions, [extension = ExtensionPart(path)](const char* known) { return EqualNoCase(extension, known); });
 }
 
 std::optional<SOpenPicture> AskPicture(CTarnDoc& document) {

@@ -435,13 +435,13 @@ void CMappingSession::SetPivot(const std::optional<STexel>& pivot) {
 
 const STextureGuides& CMappingSession::Guides() const {
   static const STextureGuides kNone;
-  const auto found = guides_.find(texture_name_);
+  const auto found = std::ranges::find(guides_, texture_name_, &NamedGuides::value_type::first);
   return found == guides_.end() ? kNone : found->second;
 }
 
 void CMappingSession::SetGuides(const STextureGuides& guides) {
   if (texture_name_.empty()) return;
-  guides_[texture_name_] = guides;
+  KeepGuides(guides_, texture_name_, guides);
   Changed();
 }
 

@@ -10,6 +10,7 @@
 #include "document/steps.h"
 #include "editing/editcursor.h"
 #include "mapping/geometrymapping.h"
+#include "mapping/guidelist.h"
 #include "mapping/mappedfaces.h"
 #include "mapping/texelsnap.h"
 #include "mapping/texeltransforms.h"
@@ -114,8 +115,9 @@ class CMappingSession {
   /// Those of the texture that is shown.
   const STextureGuides& Guides() const;
   void SetGuides(const STextureGuides& guides);
-  /// Those of all textures, by name.
-  std::map<std::string, STextureGuides>& AllGuides() { return guides_; }
+  /// Those of all textures, by name, for the next session: a line a texture.
+  std::string AllGuides() const { return GuidesText(guides_); }
+  void SetAllGuides(const std::string& text) { guides_ = GuidesOf(text); }
 
  private:
   bool IsUpToDate() const;
@@ -162,7 +164,7 @@ class CMappingSession {
   };
   SPress pressed_;
   std::optional<STexel> pivot_;
-  std::map<std::string, STextureGuides> guides_;
+  NamedGuides guides_;
 };
 
 /// A face that is shown with its part of a texture.

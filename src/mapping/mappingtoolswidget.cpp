@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "mapping/mappingwidget.h"
+#include "model/texturepicture.h"
 #include "ui/qstrings.h"
 #include "ui/scrolled.h"
 
@@ -46,6 +47,7 @@ CMappingToolsWidget::CMappingToolsWidget(CMappingWidget& editor)
   AddPage(tr("Mapping"), MakeGeometryPage());
   AddPage(tr("Numbers"), MakeNumbersPage());
   AddPage(tr("Guides"), MakeGuidesPage());
+  AddPage(tr("Texture"), MakeTexturePage());
   pages_->setCurrentIndex(std::clamp(session_.Settings().tt_page, 0, pages_->count() - 1));
   connect(pages_, &QTabWidget::currentChanged, this, [this](int page) { session_.Settings().tt_page = page; });
   auto* layout = new QVBoxLayout(this);
@@ -378,12 +380,49 @@ void CMappingToolsWidget::ShowGuides() {
   list(session_.Guides().down, false);
 }
 
+// --- Texture ---------------------------------------------------------------------------------------------------------
+
+QWidget* CMappingToolsWidget::MakeTexturePage() {
+  preview_ = new CTexturePreview;
+  preview_->setObjectName("toolsPreview");
+  texture_text_ = new QLabel;
+  texture_text_->setObjectName("toolsTexture");
+  texture_text_->setWordWrap(true);
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->addWidget(preview_, 1);
+  column->addWidget(texture_text_);
+  auto* grid = new QGridLayout;
+  const std::pair<QString, const char*> commands[] = {{tr("&Browser..."), "textureBrowser"},
+                                                      {tr("E&xport..."), "exportPicture"},
+                                                      {tr("&Size and Colours..."), "changeTexture"},
+                                                      {tr("C&olour Table..."), "colorTable"},
+                                                      {tr("&Edit Picture..."), "editPicture"}};
+  int place = 0;
+  for (const auto& [text, command] : commands) {
+    auto* button = new QPushButton(text);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this, name = command] { emit CommandWanted(name); });
+    grid->addWidget(button, place / 2, place % 2);
+    ++place;
+  }
+  column->addLayout(grid);
+  return page;
+}
+
+void CMappingToolsWidget::ShowTexture() {
+  const CBinTexture* const texture = session_.Texture();
+  preview_->SetImage(texture == nullptr ? QImage() : ImageOf(*texture->Image()));
+  texture_text_->setText(texture == nullptr ? tr("The selected faces have no texture.") : TextureText(*texture));
+}
+
 void CMappingToolsWidget::Refresh(const SNews&) {
   const bool can_edit = !session_.IsReadOnly() && session_.HasSelection();
   for (QWidget* widget : wants_selection_)
     widget->setEnabled(can_edit);
   ShowNumbers();
   ShowGuides();
+  ShowTexture();
 }
 
 }  // namespace veldra

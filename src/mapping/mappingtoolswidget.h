@@ -5,11 +5,13 @@
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QGridLayout>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
 
 #include "mapping/mappingsession.h"
+#include "model/texturepreviewwidget.h"
 #include "tools/toolwidget.h"
 
 namespace veldra {
@@ -42,6 +44,8 @@ class CMappingToolsWidget : public CToolWidget {
   void MapByGeometry();
   QWidget* MakeNumbersPage();
   QWidget* MakeGuidesPage();
+  QWidget* MakeTexturePage();
+  void ShowTexture();
   void AddGuide(bool is_upright);
   void RemoveGuides();
   void TakeBounds();
@@ -67,6 +71,8 @@ class CMappingToolsWidget : public CToolWidget {
   QListWidget* guides_ = nullptr;
   QDoubleSpinBox* guide_ = nullptr;
   QDoubleSpinBox* within_ = nullptr;
+  CTexturePreview* preview_ = nullptr;
+  QLabel* texture_text_ = nullptr;
   STextureGuides shown_guides_;
   bool is_showing_ = false;
 };

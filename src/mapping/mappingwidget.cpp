@@ -33,9 +33,10 @@ CMappingWidget::CMappingWidget(CSettings& settings)
   auto* status = new QHBoxLayout;
   counts_->setObjectName("mappingCounts");
   counts_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  counts_->setWordWrap(true);
   pointer_->setObjectName("mappingPointer");
   status->addWidget(counts_, 1);
-  status->addWidget(pointer_);
+  status->addWidget(pointer_, 0, Qt::AlignTop);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(MakeBar());
@@ -198,6 +199,11 @@ void CMappingWidget::ShowMenu(const QPoint& at) {
 
 void CMappingWidget::TakeFocus() {
   map_->setFocus();
+}
+
+void CMappingWidget::ShowTexture(const CBinTexture& texture) {
+  session_.Follow(true);
+  session_.ShowTexture(texture);
 }
 
 void CMappingWidget::Refresh(const SNews& news) {

@@ -19,6 +19,8 @@ class CMappingWidget : public CToolWidget {
   explicit CMappingWidget(CSettings& settings);
   CMappingSession& Session() { return session_; }
   CMappingView& Map() { return *map_; }
+  /// Of those of the selected faces.
+  void ShowTexture(const CBinTexture& texture);
   /// The keys go to the texture.
   void TakeFocus();
 

@@ -16,10 +16,6 @@ namespace {
 
 constexpr uint32_t kTextureEnd = 0x00FFFFFF;
 
-bool IsWidthOfGame(int width) {
-  return width == 64 || width == 256;
-}
-
 class CModelCheck {
  public:
   CModelCheck(const SModelRecords& model, const FindTextureWidth& texture_width)
@@ -70,7 +66,7 @@ class CModelCheck {
       Add(EFinding::kMissingTexture, Format("the texture %s is not found", name.c_str()), faces, {}, name);
     else if (*width == 0)
       Add(EFinding::kTextureSize, Format("the file of the texture %s is not a texture", name.c_str()), faces, {}, name);
-    else if (!IsWidthOfGame(*width))
+    else if (!IsGameTextureSize(*width))
       Add(EFinding::kTextureSize,
           Format("the texture %s is %d texels wide, the game takes 64 and 256", name.c_str(), *width), faces, {}, name);
   }

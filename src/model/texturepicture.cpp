@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "platform/text.h"
+#include "textures/nearblack.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
@@ -31,6 +32,36 @@ QPixmap PictureOf(const SImage& picture, int side, const QWidget& screen_of) {
   const QImage image(picture.rgba.data(), picture.width, picture.height, qsizetype{4} * picture.width,
                      QImage::Format_RGBA8888);
   return Scaled(image, side, screen_of);
+}
+
+QImage ImageOf(const SIndexedTexture& texture) {
+  const int side = TextureSizeOfLength(texture.indices.size());
+  const QImage indexed = [&] {
+    QImage image(texture.indices.data(), side, side, side, QImage::Format_Indexed8);
+    for (int i = 0; i < 256; ++i) {
+      const uint8_t* const color = &texture.colors[size_t{3} * static_cast<size_t>(i)];
+      const int alpha = IsNearBlack(color[0], color[1], color[2]) ? 0 : 255;
+      image.setColor(i, qRgba(color[0], color[1], color[2], alpha));
+    }
+    return image;
+  }();
+  return indexed.convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage ImageOf(const STextureImage& image) {
+  const QImage view(image.rgba.data(), image.size, image.size, qsizetype{4} * image.size, QImage::Format_RGBA8888);
+  return view.convertToFormat(QImage::Format_ARGB32);
+}
+
+void PaintChecks(QPainter& painter, const QRect& area) {
+  constexpr int kCheck = 8;
+  painter.save();
+  painter.setClipRect(area, Qt::IntersectClip);
+  painter.fillRect(area, QColor(150, 150, 150));
+  for (int y = 0; y < area.height(); y += kCheck)
+    for (int x = y / kCheck % 2 * kCheck; x < area.width(); x += 2 * kCheck)
+      painter.fillRect(area.x() + x, area.y() + y, kCheck, kCheck, QColor(190, 190, 190));
+  painter.restore();
 }
 
 QString TextureText(const CBinTexture& texture) {

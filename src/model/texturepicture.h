@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QComboBox>
+#include <QImage>
+#include <QPainter>
 #include <QPixmap>
 
 #include "model/binmodel.h"
 #include "platform/png.h"
+#include "textures/texturefiles.h"
 
 namespace veldra {
 
@@ -12,6 +15,12 @@ namespace veldra {
 QPixmap TexturePicture(const STextureImage& image, int side, const QWidget& screen_of);
 /// At most SIDE pixels a side; null when PICTURE has no pixels.
 QPixmap PictureOf(const SImage& picture, int side, const QWidget& screen_of);
+/// Upright, a pixel a texel; those that the game lets through have no alpha, but keep their colours.
+QImage ImageOf(const SIndexedTexture& texture);
+QImage ImageOf(const STextureImage& image);
+/// What shows through where a texel is transparent.
+void PaintChecks(QPainter& painter, const QRect& area);
+
 /// "METAL.RAW, 256 x 256, used by 12 faces", with what an animation has beyond that.
 QString TextureText(const CBinTexture& texture);
 

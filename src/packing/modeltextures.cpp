@@ -52,6 +52,24 @@ struct CTexturePlaces::SNear {
   CPlaceSearch search;
 };
 
+std::vector<std::string> PlacesOfTextures(const CSettings& settings, const std::string& model,
+                                          const std::string& archive) {
+  std::vector<std::string> places;
+  if (!archive.empty()) places.push_back(archive);
+  places.push_back(settings.art_dir);
+  const SSearchPlaces near = PlacesNear(settings, archive.empty() ? model : archive);
+  for (const std::string& folder : near.folders) {
+    places.push_back(folder);
+    places.push_back(JoinPath(folder, "ART"));
+  }
+  places.insert(places.end(), near.archives.begin(), near.archives.end());
+  return places;
+}
+
+STextureFiles ReadTextureSource(const SPodSource& raw, const std::optional<SPodSource>& table) {
+  return raw.bytes.length ? ReadParts(raw.bytes, table) : ReadTextureFiles(raw.bytes.path);
+}
+
 CTexturePlaces::CTexturePlaces(const CSettings& settings, std::string model)
     : settings_(settings), model_(std::move(model)) {}
 

@@ -44,6 +44,14 @@ class CTexturePlaces {
   std::unique_ptr<SNear> near_;  ///< made when the first texture is not in the texture directory
 };
 
+/// The folders and archives in which a texture is looked for, the first one first. MODEL as above, ARCHIVE the one that
+/// the model is in; "" for none.
+std::vector<std::string> PlacesOfTextures(const CSettings& settings, const std::string& model,
+                                          const std::string& archive);
+
+/// What was found as RAW, read now, with its colours from TABLE where it is in an archive.
+STextureFiles ReadTextureSource(const SPodSource& raw, const std::optional<SPodSource>& table);
+
 /// The textures of one model, from those places and by asking; of one in an archive first from that archive.
 class CModelTextureFinder : public CTextureFinder {
  public:

@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "platform/paths.h"
 #include "platform/text.h"
 #include "ui/colorwell.h"
 #include "ui/pathfield.h"
@@ -75,7 +74,7 @@ void FillColor(SSettingControl& control, const Changed& changed) {
 }
 
 void FillPath(SSettingControl& control, const Changed& changed) {
-  const bool is_file = control.row->is_command || !ExtensionPart(control.row->default_text).empty();
+  const bool is_file = !control.row->key.ends_with("DIR");
   auto* field = new CPathField(is_file ? CPathField::EKind::kFile : CPathField::EKind::kFolder);
   field->setObjectName(ToQString(control.row->key));
   if (control.row->is_command) field->RemoveNote();

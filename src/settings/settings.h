@@ -130,8 +130,9 @@ struct CSettings {
   int32_t vertex_numbers = 0;
   int32_t reload_unmodified = 0;
   int32_t slow_drawing_msg = 0;
-  std::string game_command;  ///< see ReadGameCommand
-  int32_t step_memory = 0;   ///< MB that the steps of a document may take
+  std::string game_command;     ///< see ReadGameCommand
+  std::string picture_program;  ///< "": the system's own
+  int32_t step_memory = 0;      ///< MB that the steps of a document may take
 
   CSettings();  ///< the defaults
   /// Every key that MAP has, the rest stays. A value that is broken or out of its range becomes the default, with a

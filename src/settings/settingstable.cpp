@@ -317,6 +317,9 @@ void AddEditing(Rows& rows) {
           Switch<&CSettings::slow_drawing_msg>(
               "SLOWDRAWINGMSG", true, Page::kWindows,
               "Say at the start that 3D views are drawn slowly, without a graphics card's driver."),
+          Text<&CSettings::picture_program>(
+              "PICTUREPROGRAM", "", Page::kFolders,
+              "Program that textures are edited in; empty: the system's own for pictures."),
       });
 }
 

@@ -22,8 +22,12 @@ struct SIndexedTexture {
   ColorTable colors;
 };
 
-/// Edge lengths of the square textures that the game takes.
+/// Edge lengths of the square textures that can be told by their files' lengths.
 inline constexpr std::array<int, 4> kTextureSizes = {64, 128, 256, 512};
+/// The game itself takes two of them.
+constexpr bool IsGameTextureSize(int size) {
+  return size == 64 || size == 256;
+}
 
 /// The edge length of a RAW file of LENGTH bytes, or 0 when no texture has that length.
 int TextureSizeOfLength(uint64_t length);

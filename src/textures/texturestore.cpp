@@ -138,16 +138,47 @@ const STextureImage* CTextureStore::Load(const std::string& path, std::function<
   return images_.try_emplace(path, std::move(image)).first->second.get();
 }
 
+/// The image of that file, under whichever of its names; null when it is not stored.
+STextureImage* CTextureStore::OfFile(const std::string& path) {
+  if (const auto found = images_.find(path); found != images_.end()) return found->second.get();
+  for (const auto& [key, image] : images_)
+    if (image->read == nullptr && IsSameFile(key, path)) return image.get();
+  return nullptr;
+}
+
 const STextureImage* CTextureStore::AddTexture(const std::string& path, const SIndexedTexture& texels) {
-  std::unique_ptr<STextureImage>& image = images_[path];
-  if (image == nullptr) image = std::make_unique<STextureImage>();
-  image->path = path;
-  image->name = FileNamePart(path);
+  STextureImage* image = OfFile(path);
+  if (image == nullptr) {
+    image = images_.try_emplace(path, std::make_unique<STextureImage>()).first->second.get();
+    image->path = path;
+    image->name = FileNamePart(path);
+  }
   image->read = {};
   image->size = TextureSizeOfLength(texels.indices.size());
   image->has_own_colors = true;
   DecodeTexture(texels.indices, texels.colors, *image);
-  return image.get();
+  if (on_changed_) on_changed_();
+  return image;
+}
+
+std::vector<std::string> CTextureStore::Files() const {
+  std::vector<std::string> files;
+  for (const auto& [path, image] : images_)
+    if (image->read == nullptr) files.push_back(path);
+  return files;
+}
+
+bool CTextureStore::Reload(const std::string& path) {
+  const auto stored = images_.find(path);
+  if (stored == images_.end()) return false;
+  const STextureFiles files = FilesOf(*stored->second);
+  if (!files.texels) return false;
+  STextureImage& image = *stored->second;
+  const std::vector<uint8_t> before = image.rgba;
+  DecodeTexture(files, default_colors_, image);
+  const bool is_other = before != image.rgba;
+  if (is_other && on_changed_) on_changed_();
+  return is_other;
 }
 
 SImage CTextureStore::Picture(const std::string& path) const {

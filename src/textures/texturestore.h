@@ -71,10 +71,20 @@ class CTextureStore {
   /// beside it in any letter case; a missing, short or unreadable one is replaced by the default colour table.
   const STextureImage* LoadTexture(const std::string& path);
 
-  /// Stores TEXELS under PATH, where their file will be; what is stored there already shows them from now on. Forget
-  /// takes it out again, when that came to nothing; nobody may use it any more.
+  /// Called when a texture was added, or has other texels now.
+  void SetOnChanged(std::function<void()> on_changed) { on_changed_ = std::move(on_changed); }
+
+  /// Stores TEXELS under PATH, where their file will be; what is stored of that file already shows them from now on.
+  /// Forget takes it out again, when that came to nothing; nobody may use it any more.
   const STextureImage* AddTexture(const std::string& path, const SIndexedTexture& texels);
   void Forget(const std::string& path) { images_.erase(path); }
+
+  /// Of the stored textures.
+  size_t Count() const { return images_.size(); }
+  /// The files of the stored textures, those of archives apart.
+  std::vector<std::string> Files() const;
+  /// Shows what the file PATH, one of these, holds now. False where that is nothing else, or it cannot be read.
+  bool Reload(const std::string& path);
 
   const ColorTable& DefaultColors() const { return default_colors_; }
 
@@ -89,10 +99,12 @@ class CTextureStore {
  private:
   const STextureImage* Blank(int width);
   const STextureImage* Stored(const std::string& path) const;
+  STextureImage* OfFile(const std::string& path);
   const STextureImage* Load(const std::string& path, std::function<STextureFiles()> read);
 
   CQuestions& questions_;
   ColorTable default_colors_;
+  std::function<void()> on_changed_;
   std::map<std::string, std::unique_ptr<STextureImage>> images_;
   std::map<std::string, const STextureImage*> stand_ins_;  ///< by path, as images_; each one of blanks_
   std::map<int, std::unique_ptr<STextureImage>> blanks_;   ///< by width

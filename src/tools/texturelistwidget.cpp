@@ -1,6 +1,5 @@
 #include "tools/texturelistwidget.h"
 
-#include <QDropEvent>
 #include <QFont>
 #include <QHeaderView>
 #include <QMenu>
@@ -91,6 +90,10 @@ CTextureListWidget::CTextureListWidget() : CToolWidget("textureListTool"), rows_
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(list_);
+  drop_ = new CTextureDrop(*list_, [this]() -> CBinTexture* {
+    const int row = list_->currentIndex().row();
+    return rows_.Texture(row) == nullptr ? nullptr : &View()->Document().Model().Texture(row);
+  });
   connect(list_, &QAbstractItemView::doubleClicked, this,
           [this](const QModelIndex& index) { TakeDoubleClick(index.row()); });
   connect(list_, &QWidget::customContextMenuRequested, this, &CTextureListWidget::ShowMenu);
@@ -105,35 +108,8 @@ void CTextureListWidget::TakeDoubleClick(int row) {
     SelectFacesOfTexture(*View(), row);
 }
 
-// --- Dragged into the view -------------------------------------------------------------------------------------------
-
-bool CTextureListWidget::eventFilter(QObject* watched, QEvent* event) {
-  const bool is_drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
-  if (watched != View() || !(is_drag || event->type() == QEvent::Drop)) return CToolWidget::eventFilter(watched, event);
-  auto& drop = static_cast<QDropEvent&>(*event);
-  if (drop.source() != list_ || View()->Document().IsReadOnly()) return CToolWidget::eventFilter(watched, event);
-  drop.setDropAction(Qt::CopyAction);
-  drop.accept();
-  if (!is_drag) Drop(drop.position());
-  return true;
-}
-
-void CTextureListWidget::Drop(const QPointF& at) {
-  const int row = list_->currentIndex().row();
-  const std::optional<SPick> pick = View()->PickAt(at);
-  if (rows_.Texture(row) == nullptr || !pick || pick->kind != EGroupKind::kFaces) return;
-  CBinModel& model = View()->Document().Model();
-  const bool is_selected = model.Face(pick->index).IsSelected();
-  const std::vector<int32_t> faces =
-      is_selected ? model.Selected(EGroupKind::kFaces) : std::vector<int32_t>{pick->index};
-  AssignTexture(View()->Document(), faces, model.Texture(row));
-}
-
 void CTextureListWidget::Refresh(const SNews& news) {
-  if (news.view && View() != nullptr) {
-    View()->setAcceptDrops(true);
-    View()->installEventFilter(this);
-  }
+  if (news.view) drop_->Follow(View());
   const SModelChange& change = news.model;
   // Use counts follow the faces.
   if (news.view || change.textures || change.topology || change.faces) rows_.Sync(news.view || change.textures);

@@ -5,6 +5,7 @@
 #include <QTreeView>
 #include <map>
 
+#include "tools/texturedrop.h"
 #include "tools/toolwidget.h"
 
 namespace veldra {
@@ -52,11 +53,10 @@ class CTextureListWidget : public CToolWidget {
   void Refresh(const SNews& news) override;
   void ShowMenu(const QPoint& at);
   void TakeDoubleClick(int row);
-  bool eventFilter(QObject* watched, QEvent* event) override;
-  void Drop(const QPointF& at);
 
   CTextureRows rows_;
   QTreeView* list_;
+  CTextureDrop* drop_;
 };
 
 }  // namespace veldra

@@ -68,8 +68,10 @@ std::vector<uint8_t> ContentOf(const CBinModel& model) {
 /// All that stands in the menus which change models.
 std::vector<const SCommandRow*> EditingCommands() {
   // Those that ask for files are tried elsewhere, with the functions that they call.
-  const std::set<ECommand> asking = {ECommand::kModelReplaceTexture, ECommand::kInsertBin, ECommand::kTextureLoad,
-                                     ECommand::kTextureAnimation, ECommand::kTextureImport};
+  const std::set<ECommand> asking = {ECommand::kModelReplaceTexture, ECommand::kInsertBin,     ECommand::kTextureLoad,
+                                     ECommand::kTextureAnimation,    ECommand::kTextureImport, ECommand::kTexturePaste,
+                                     ECommand::kTextureExport,       ECommand::kTextureChange, ECommand::kTextureColors,
+                                     ECommand::kTextureEdit};
   const std::set<std::string> other_menus = {"menuFile",  "menuImport", "menuExport", "menuEdit",   "menuView",
                                              "menuSides", "menuDocks",  "menuTools",  "menuWindow", "menuHelp"};
   std::vector<const SCommandRow*> rows;

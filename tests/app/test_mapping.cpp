@@ -130,6 +130,14 @@ TEST_F(CMappingTest, SelectsCornersFacesAndIslands) {
   EXPECT_EQ(SelectedFaces(), (Numbers{0, 2, 4}));
 }
 
+TEST_F(CMappingTest, GuidesComeBackInTheNextRun) {
+  Open({0}, EMappingMode::kFaces);
+  session->SetGuides({{7}, {9}});
+  EXPECT_TRUE(frame->close());
+  Open({0}, EMappingMode::kFaces);
+  EXPECT_EQ(session->Guides(), (STextureGuides{{7}, {9}}));
+}
+
 TEST_F(CMappingTest, GuidesArePulledFromTheRulers) {
   settings.snap_to_guides = 1;
   settings.snap_within = 8;

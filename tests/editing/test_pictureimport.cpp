@@ -38,6 +38,9 @@ TEST_F(CPictureImportTest, TakesAPartAndSaysWhatShowsThrough) {
               {{.size = 64, .scaling = EScaling::kNearest}, 3, 32 * 32},
               {{.size = 128, .transparent = ETransparent::kDark}, 2, 64 * 128},
               {{.size = 128, .transparent = ETransparent::kNothing}, 2, 0},
+              {{.size = 128, .transparent = ETransparent::kColor, .key = {190, 0, 0}, .key_reach = 10}, 2, 12288},
+              {{.size = 128, .transparent = ETransparent::kColor, .key = {190, 0, 0}, .key_reach = 9}, 3, 4096},
+              {{.size = 128, .most_colors = 2}, 2, 64 * 64},
               {{.crop = SPictureCrop{0, 0, 64, 64}, .size = 64}, 1, 0},
               {{.crop = SPictureCrop{32, 64, 64, 64}, .size = 64}, 2, 32 * 64}};
   for (const auto& row : rows) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "mapping/guidelist.h"
 #include "mapping/texelsnap.h"
 #include "mapping/texeltransforms.h"
 
@@ -133,6 +134,22 @@ TEST(CTexelsTest, SnapToWhatIsNear) {
               {"the corner to a guide", grabbed, {21, 3.3}, {.reach = 2, .guides = &guides}, {22, 3}}};
   for (const auto& row : rows)
     EXPECT_EQ(SnappedOffset(row.dragged, row.by, row.snap), row.expected) << row.what;
+}
+
+TEST(Guides, ComeBackWithTheirTextures) {
+  NamedGuides all;
+  KeepGuides(all, "A|B.RAW", {.across = {4, 10.5}, .down = {}});
+  KeepGuides(all, "C.RAW", {.across = {}, .down = {511}});
+  KeepGuides(all, "D.RAW", {.across = {1}, .down = {2}});
+  KeepGuides(all, "D.RAW", {});
+  EXPECT_EQ(all.size(), 2u);
+  EXPECT_EQ(GuidesOf(GuidesText(all)), all);
+  for (const char* nonsense : {"X.RAW|1", "|1|2", "X.RAW|1 x|2", "X.RAW|-1|", "X.RAW|| 512", "X.RAW|nan|"})
+    EXPECT_EQ(GuidesOf(nonsense), NamedGuides()) << nonsense;
+  for (size_t i = 0; i < kMostGuidedTextures; ++i)
+    KeepGuides(all, std::to_string(i), {.across = {1}, .down = {}});
+  EXPECT_EQ(all.size(), kMostGuidedTextures);
+  EXPECT_EQ(all.front().first, "0") << "the oldest ones went";
 }
 
 }  // namespace testing

@@ -16,7 +16,12 @@ constexpr int kIconSide = 22;
 /// A key of the 3D view is no shortcut of the action: text behind a tab stands where a menu shows keys.
 QString MenuText(const SCommandRow& row, const std::string& object = {}) {
   QString text = QString::fromUtf8(row.text);
-  if (!object.empty()) text += ": " + NameToQString(object).replace('&', "&&");
+  if (!object.empty()) {
+    // Dots stay at the end.
+    const bool asks = text.endsWith("...");
+    if (asks) text.chop(3);
+    text += ": " + NameToQString(object).replace('&', "&&") + (asks ? "..." : "");
+  }
   return *row.view_key == '\0' ? text : text + '\t' + QString::fromUtf8(row.view_key);
 }
 

@@ -57,9 +57,9 @@ constexpr ECommand kViewMenu[] = {ECommand::kViewVertices,
                                   kSeparator,
                                   ECommand::kMenuDocks,
                                   ECommand::kViewBackground};
-constexpr ECommand kDocksMenu[] = {ECommand::kDockModelTree,    ECommand::kDockTextureList, ECommand::kDockCurrentFace,
-                                   ECommand::kDockVertexStatus, ECommand::kDockModelInfo,   ECommand::kDockMapping,
-                                   ECommand::kDockMappingTools};
+constexpr ECommand kDocksMenu[] = {
+    ECommand::kDockModelTree, ECommand::kDockTextureList, ECommand::kDockCurrentFace,  ECommand::kDockVertexStatus,
+    ECommand::kDockModelInfo, ECommand::kDockMapping,     ECommand::kDockMappingTools, ECommand::kDockTextureBrowser};
 constexpr ECommand kSidesMenu[] = {ECommand::kViewFront, ECommand::kViewBack, ECommand::kViewLeft,
                                    ECommand::kViewRight, ECommand::kViewTop,  ECommand::kViewBottom};
 constexpr ECommand kSelectMenu[] = {ECommand::kSelectLinked,
@@ -166,13 +166,28 @@ constexpr ECommand kMoveSelectionMenu[] = {
     ECommand::kVertexMoveSelectionZ,        kSeparator,
     ECommand::kVertexReverseMoveSelectionX, ECommand::kVertexReverseMoveSelectionY,
     ECommand::kVertexReverseMoveSelectionZ};
-constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,   ECommand::kTextureMapFace,
-                                     ECommand::kTextureNormalize, kSeparator,
-                                     ECommand::kTextureFlipX,     ECommand::kTextureFlipY,
-                                     ECommand::kTextureRotate,    ECommand::kMenuOffset,
-                                     ECommand::kTextureLock,      kSeparator,
-                                     ECommand::kTextureAssign,    ECommand::kTextureLoad,
-                                     ECommand::kTextureImport,    ECommand::kTextureAnimation};
+constexpr ECommand kTextureMenu[] = {ECommand::kTextureMapping,
+                                     ECommand::kTextureMapFace,
+                                     ECommand::kTextureNormalize,
+                                     kSeparator,
+                                     ECommand::kTextureFlipX,
+                                     ECommand::kTextureFlipY,
+                                     ECommand::kTextureRotate,
+                                     ECommand::kMenuOffset,
+                                     ECommand::kTextureLock,
+                                     kSeparator,
+                                     ECommand::kTextureBrowser,
+                                     ECommand::kTextureAssign,
+                                     ECommand::kTextureLoad,
+                                     ECommand::kTextureAnimation,
+                                     kSeparator,
+                                     ECommand::kTextureImport,
+                                     ECommand::kTexturePaste,
+                                     kSeparator,
+                                     ECommand::kTextureExport,
+                                     ECommand::kTextureChange,
+                                     ECommand::kTextureColors,
+                                     ECommand::kTextureEdit};
 constexpr ECommand kOffsetMenu[] = {ECommand::kTextureOffsetU, ECommand::kTextureReverseOffsetU, kSeparator,
                                     ECommand::kTextureOffsetV, ECommand::kTextureReverseOffsetV};
 constexpr ECommand kToolsMenu[] = {ECommand::kToolsTruckEditor, ECommand::kToolsNewTruck, kSeparator,

@@ -65,6 +65,13 @@ const SCommandRow kDocksRows[] = {
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kMappingTools>,
      .run = WithDocks<&CToolDocks::ToggleMappingTools>},
+    {.id = ECommand::kDockTextureBrowser,
+     .name = "textureBrowserDock",
+     .text = "Texture &Browser",
+     .status = "Show or hide the texture browser\nTexture Browser",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kTextureBrowser>,
+     .run = WithDocks<&CToolDocks::ToggleTextureBrowser>},
 };
 
 }  // namespace

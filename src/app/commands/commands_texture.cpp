@@ -1,10 +1,10 @@
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
+#include "app/textureactions.h"
 #include "editing/animationdlg.h"
 #include "editing/assigntexturedlg.h"
 #include "editing/binmapperdlg.h"
 #include "editing/facecommands.h"
-#include "editing/importpicturedlg.h"
 #include "editing/normalizedlg.h"
 #include "editing/texturecommands.h"
 #include "editing/texturetransfer.h"
@@ -14,6 +14,8 @@ namespace veldra {
 namespace {
 
 constexpr const char* kNeedsCorner = "The current vertex is not one of the current face's, or the face has no texture";
+
+constexpr const char* kNeedsTexture = "Choose a texture in the texture browser, or a face that has one";
 
 /// While a view is seen alone, no tool window can be opened beside it.
 bool CanShowMapping(const SCommandTarget& on) {
@@ -29,11 +31,13 @@ void AskAssign(const SCommandTarget& on) {
   if (dialog.exec() == QDialog::Accepted) AssignTexture(on.Cursor(), on.Model().Texture(dialog.Texture()));
 }
 
-void ImportPicture(const SCommandTarget& on) {
-  const auto picture = AskPicture(*on.document);
-  if (!picture) return;
-  CImportPictureDialog dialog(*picture, on.app.Textures().DefaultColors(), &on.window);
-  if (dialog.exec() == QDialog::Accepted) SaveTextureOfPicture(*on.document, picture->path, dialog.Texture());
+bool HasTexture(const SCommandTarget& on) {
+  return ChosenTexture(on).has_value();
+}
+
+std::string NameOfTexture(const SCommandTarget& on) {
+  const auto source = ChosenTexture(on);
+  return source ? source->name : "";
 }
 
 void AskNormalize(const SCommandTarget& on) {
@@ -128,6 +132,13 @@ const SCommandRow kTextureRows[] = {
      .needs = kNeedsCorner,
      .when = IfCursor<CanOffsetCorner>,
      .run = WithCursor<&OffsetCorner, ETextureAxis::kV, false>},
+    {.id = ECommand::kTextureBrowser,
+     .name = "textureBrowser",
+     .text = "Texture &Browser",
+     .status = "Shows the textures of the model, of the folders and of the archives as pictures",
+     .key = "Ctrl+B",
+     .when = CanShowMapping,
+     .run = WithDocks<&CToolDocks::ShowBrowser>},
     {.id = ECommand::kTextureAssign,
      .name = "assignTexture",
      .text = "Assi&gn to Selected Faces...",
@@ -153,6 +164,44 @@ const SCommandRow kTextureRows[] = {
      .status = "Textures stay in their place where corners move within their face's plane\nKeep Textures In Place",
      .checked = IsLocked,
      .run = ToggleLock},
+    {.id = ECommand::kTexturePaste,
+     .name = "pastePicture",
+     .text = "Paste Pict&ure...",
+     .status = "Makes a texture of the picture on the clipboard\nPaste Picture",
+     .key = "Ctrl+V",
+     .when = IfCursor<CanDefineAnimation>,
+     .run = PastePicture},
+    {.id = ECommand::kTextureExport,
+     .name = "exportPicture",
+     .text = "Ex&port Picture...",
+     .status = "Writes a texture as a PNG picture, with its colour table or in true colour\nExport Picture",
+     .needs = kNeedsTexture,
+     .when = HasTexture,
+     .object = NameOfTexture,
+     .run = ExportPicture},
+    {.id = ECommand::kTextureChange,
+     .name = "changeTexture",
+     .text = "&Size and Colours...",
+     .status = "Gives a texture another width, or the colours of another table\nSize and Colours",
+     .needs = kNeedsTexture,
+     .when = HasTexture,
+     .object = NameOfTexture,
+     .run = ChangeTexture},
+    {.id = ECommand::kTextureColors,
+     .name = "colorTable",
+     .text = "Colour &Table...",
+     .status = "Shows the colours of a texture, or the default ones, to be changed and exchanged\nColour Table",
+     .when = HasDocument,
+     .object = NameOfTexture,
+     .run = EditColorTable},
+    {.id = ECommand::kTextureEdit,
+     .name = "editPicture",
+     .text = "E&dit in Other Program...",
+     .status = "Opens a texture in a program for pictures, and takes in what is saved there\nEdit in Other Program",
+     .needs = kNeedsTexture,
+     .when = HasTexture,
+     .object = NameOfTexture,
+     .run = EditPicture},
     {.id = ECommand::kTextureAnimation,
      .name = "defineAnimation",
      .text = "Define &Animation...",

@@ -4,10 +4,12 @@
 
 #include "app/documentwindows.h"
 #include "app/filecommands.h"
+#include "app/filewatch.h"
 #include "app/tarn2.h"
 #include "app/toolcommands.h"
 #include "app/tooldocks.h"
 #include "editing/editdialogs.h"
+#include "editing/pictureedits.h"
 #include "view/tarn2view.h"
 
 namespace veldra {
@@ -21,6 +23,8 @@ struct SCommandTarget {
   CToolCommands& tools;
   CToolDocks& docks;
   CEditDialogs& dialogs;
+  CPictureEdits& edits;
+  CFileWatch& watch;
   // Both null while no document is open.
   CTarnView* view = nullptr;
   CTarnDoc* document = nullptr;

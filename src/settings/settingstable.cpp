@@ -33,6 +33,11 @@ SSettingRow Text(const char* key, const char* value, Page page, const char* mean
 }
 
 template <auto Member>
+SSettingRow Command(const char* key, Page page, const char* meaning) {
+  return {key, "", &At<Member>, 0, 0, false, page, meaning, {}, true};
+}
+
+template <auto Member>
 SSettingRow Color(const char* key, const char* value, Page page, const char* meaning) {
   return {key, value, &At<Member>, 0, 0, false, page, meaning};
 }
@@ -296,19 +301,11 @@ void AddEditing(Rows& rows) {
                                            "New views show the model without perspective."),
           Switch<&CSettings::vertex_numbers>("VERTEXNUMBERS", false, Page::kView,
                                              "New views show the numbers of the vertices."),
-          {"GAMECOMMAND",
-           "",
-           &At<&CSettings::game_command>,
-           0,
-           0,
-           false,
-           Page::kArchives,
-           "Command that starts the game: a program and, with blanks between them, its arguments; quotes round what "
-           "has blanks in it. {archive} becomes the archive that was written, {truck} the truck's file, {game} the "
-           "game's "
-           "folder, in which it runs.",
-           {},
-           true},
+          Command<&CSettings::game_command>(
+              "GAMECOMMAND", Page::kArchives,
+              "Command that starts the game: a program and, with blanks between them, its arguments; quotes round what "
+              "has blanks in it. {archive} becomes the archive that was written, {truck} the truck's file, {game} the "
+              "game's folder, in which it runs."),
           Number<&CSettings::step_memory>("STEPMEMORY", "256", 1, 16384, Page::kSaving,
                                           "How many MB the steps that can be taken back may use, a model."),
           Switch<&CSettings::reload_unmodified>(
@@ -317,9 +314,10 @@ void AddEditing(Rows& rows) {
           Switch<&CSettings::slow_drawing_msg>(
               "SLOWDRAWINGMSG", true, Page::kWindows,
               "Say at the start that 3D views are drawn slowly, without a graphics card's driver."),
-          Text<&CSettings::picture_program>(
-              "PICTUREPROGRAM", "", Page::kFolders,
-              "Program that textures are edited in; empty: the system's own for pictures."),
+          Command<&CSettings::picture_program>(
+              "PICTUREPROGRAM", Page::kFolders,
+              "Program that textures are edited in, with its arguments, if any; {picture} becomes the picture, which "
+              "else comes last. Empty: the system's own for pictures."),
       });
 }
 

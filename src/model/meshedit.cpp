@@ -54,6 +54,7 @@ SDraft DraftOf(const CBinFace& face) {
 
 std::vector<CBinVertex*> VerticesOf(const CBinModel& model, const SDraft& draft) {
   std::vector<CBinVertex*> vertices;
+  vertices.reserve(draft.corners.size());
   for (const int32_t corner : draft.corners)
     vertices.push_back(&model.Vertex(corner));
   return vertices;

@@ -160,9 +160,9 @@ TEST_F(CEditorTest, TheWindowMenuListsAndActivates) {
   auto* menu = frame->findChild<QMenu*>("menuWindow");
   for (int i = 0; i < 2; ++i)
     emit menu->aboutToShow();
-  ASSERT_EQ(menu->actions().size(), 10);
-  EXPECT_EQ(menu->actions()[9]->text(), "&2 b.bin");
-  menu->actions()[8]->trigger();
+  ASSERT_EQ(menu->actions().size(), 11);
+  EXPECT_EQ(menu->actions()[10]->text(), "&2 b.bin");
+  menu->actions()[9]->trigger();
   EXPECT_EQ(frame->ActiveDocument()->Title(), "a.bin");
   Do(ECommand::kWindowTile);
   const QList<CChildFrame*> children = frame->Children();
@@ -171,6 +171,11 @@ TEST_F(CEditorTest, TheWindowMenuListsAndActivates) {
     QTest::keyClick(frame.get(), Qt::Key_F6, Qt::ControlModifier | back);
     Settle();
     EXPECT_EQ(frame->ActiveDocument()->Title(), back ? "a.bin" : "b.bin");
+  }
+  for (int again = 0; again < 2; ++again) {
+    Do(ECommand::kWindowFourViews);
+    EXPECT_EQ(frame->Children().size(), 5);
+    EXPECT_FALSE(frame->ActiveView()->State().orthographic);
   }
 }
 

@@ -128,7 +128,9 @@ bool CToolCommands::StartGame(const std::string& archive, const std::string& tru
   const CSettings& settings = app_.Settings();
   const std::string installed = app_.InstallationDirectory();
   const std::string game = installed.empty() || installed == "." ? FindAnyCase(settings.pod_dir) : installed;
-  const auto command = ReadGameCommand(settings.game_command, {archive, truck, game});
+  // The program runs in another folder.
+  const auto absolute = [](const std::string& path) { return path.empty() ? path : AbsolutePath(path); };
+  const auto command = ReadGameCommand(settings.game_command, {absolute(archive), absolute(truck), absolute(game)});
   if (!command || !app_.MayStart(&CSettings::game_command)) return false;
   const std::string fault = StartProgram(command->call, command->folder);
   return fault.empty() || app_.Questions().Fail("The game could not be started.", fault);

@@ -85,12 +85,11 @@ void CPodChanges::Clear() {
   done_ = 0;
 }
 
-bool CPodChanges::Add(CQuestions& questions, const std::vector<SPodSource>& sources) {
+bool CPodChanges::Add(CQuestions& questions, const std::vector<SPodSource>& sources, bool asks) {
   const SPodPlan plan = CheckPodSources(sources);
   if (!AreGood(questions, plan)) return false;
   SStep step;
   std::vector<SPodEntry> last;
-  bool asks = true;
   for (size_t i = 0; i < sources.size(); ++i) {
     const SPodPlan::SEntry& entry = plan.entries[i];
     const std::vector<size_t> holders = archive_.FindAll(entry.name);

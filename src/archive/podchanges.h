@@ -21,8 +21,8 @@ class CPodChanges {
   // Each is one step. False, nothing changed, when there is nothing to do, or after a message.
 
   /// SOURCES come last, with the names that CreatePod would give them. Whether one takes the place of the entry that
-  /// has its name is asked; after Cancel nothing at all is changed.
-  bool Add(CQuestions& questions, const std::vector<SPodSource>& sources);
+  /// has its name is asked, unless ASKS is false; after Cancel nothing at all is changed.
+  bool Add(CQuestions& questions, const std::vector<SPodSource>& sources, bool asks = true);
   /// The entry gets the bytes of the file at PATH, and keeps its name.
   bool Replace(CQuestions& questions, size_t entry, const std::string& path);
   /// NEW_NAME as for a file that is added; a file of no known type keeps its folder unless NEW_NAME has one.

@@ -3,16 +3,30 @@
 #include <QEvent>
 #include <QHeaderView>
 
+#include "archive/filetypes.h"
 #include "document/filenews.h"
 #include "packing/podbuild.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "podtools/podprompt.h"
+#include "textures/picturetexture.h"
+#include "textures/texturefiles.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
+
+namespace {
+
+constexpr const char* kTexturePatterns = "*.raw *.png *.jpg *.jpeg *.bmp *.tga";
+
+bool IsPictureName(const std::string& path) {
+  const std::string extension = UpperCase(ExtensionPart(path));
+  return extension == "PNG" || extension == "JPG" || extension == "JPEG" || extension == "BMP" || extension == "TGA";
+}
+
+}  // namespace
 
 CPodEditActions::CPodEditActions(CArchiveDocument& document, const SToolServices& services, CPodListView& list,
                                  QWidget& window)
@@ -138,6 +152,31 @@ void CPodEditActions::Add(const std::vector<std::string>& paths) {
   document_.Change([&](CPodChanges& changes) { return changes.Add(services_.questions, files.Sources(false)); });
 }
 
+/// The texture and its colour table are made beside PICTURE, where they stay: the archive takes them when it is saved.
+void CPodEditActions::ReplaceByPicture(size_t entry, const std::string& picture) {
+  const SPodEntry& old = document_.Archive().Entries()[entry];
+  SError error;
+  const auto texture = TextureOfPicture(picture, {.size = TextureSizeOfLength(old.length)}, &error);
+  if (!texture) {
+    services_.questions.Fail(Format("\"%s\" could not be opened.", picture.c_str()), error.what);
+    return;
+  }
+  const std::string raw = JoinPath(DirectoryPart(picture), std::string(old.FileName()));
+  const std::string act = ChangeExtension(raw, "ACT");
+  const SMessage question = {.text = Format("%s or its colour table is beside the picture already.\nWrite over it?",
+                                            DisplayName(FileNamePart(raw)).c_str()),
+                             .icon = EIcon::kQuestion};
+  const bool is_there = FileExists(FindAnyCase(raw)) || FileExists(FindAnyCase(act));
+  if (is_there && services_.questions.AskYesNo(question) != EAnswer::kYes) return;
+  if (!WriteTextureFiles(raw, texture->indices, texture->colors, &error)) {
+    services_.questions.Fail(Format("\"%s\" could not be written.", raw.c_str()), error.what);
+    return;
+  }
+  const std::string name(old.Name());
+  const std::vector<SPodSource> sources = {{name, {raw}}, {ChangeExtension(name, "ACT"), {act}}};
+  document_.Change([&](CPodChanges& changes) { return changes.Add(services_.questions, sources, false); });
+}
+
 void CPodEditActions::AskAndAdd() {
   const auto files = services_.questions.AskOpenFiles({.title = "Add Files",
                                                        .filters = {{"All Files *.*", "*.*"}},
@@ -156,13 +195,16 @@ void CPodEditActions::AskAndReplace() {
   const auto selected = list_.Selected();
   if (selected.size() != 1) return;
   const std::string name(document_.Archive().Entries()[selected.front()].FileName());
-  const std::string pattern = "*." + LowerCase(ExtensionPart(name));
+  const bool is_texture = TypeOfFile(name) == kTypeRaw;
+  const std::string pattern = is_texture ? kTexturePatterns : "*." + LowerCase(ExtensionPart(name));
+  const std::string label = is_texture ? "Textures and pictures" : pattern;
   const auto path = services_.questions.AskOpenFile({.title = "Replace " + DisplayName(name),
-                                                     .filters = {{pattern, pattern}, {"All Files *.*", "*.*"}},
+                                                     .filters = {{label, pattern}, {"All Files *.*", "*.*"}},
                                                      .directory = services_.settings.art_dir,
                                                      .name = {},
                                                      .default_extension = {}});
   if (!path) return;
+  if (is_texture && IsPictureName(*path)) return ReplaceByPicture(selected.front(), *path);
   document_.Change([&](CPodChanges& changes) { return changes.Replace(services_.questions, selected.front(), *path); });
 }
 

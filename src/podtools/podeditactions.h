@@ -53,6 +53,7 @@ class CPodEditActions : public QObject {
   void AskAndAdd();
   void AskAndAddFolder();
   void AskAndReplace();
+  void ReplaceByPicture(size_t entry, const std::string& picture);
   void Rename(size_t entry, const QString& name);
   void Remove();
   void MoveBy(int by);

@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QShortcut>
 #include <QSplitter>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -155,6 +156,13 @@ QWidget* CPodExtractorDialog::MakeList() {
   search_->setPlaceholderText(tr("Search files and folders"));
   search_->setClearButtonEnabled(true);
   connect(search_, &QLineEdit::textChanged, &list_->Filter(), &CPodListFilter::Search);
+  // On to what was found.
+  auto* const down = new QShortcut(Qt::Key_Down, search_);
+  down->setContext(Qt::WidgetShortcut);
+  connect(down, &QShortcut::activated, list_, [this] {
+    list_->setFocus();
+    list_->setCurrentIndex(list_->Filter().index(0, 0));
+  });
   connect(search_, &QLineEdit::textChanged, this, &CPodExtractorDialog::Refresh);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &CPodExtractorDialog::OnSelectionChanged);

@@ -111,6 +111,46 @@ TEST_F(CPodDialogTest, ShowsWhatEachKindOfEntryHolds) {
   EXPECT_TRUE(QTest::qWaitFor(shows_model)) << "black since it was covered";
 }
 
+TEST_F(CPodDialogTest, APictureTakesTheTexturesPlaceAndTheGameIsStartedWithIt) {
+  std::string started;
+  services.start_game = [&](const std::string& archive, const std::string&) {
+    started = archive;
+    return true;
+  };
+  settings.game_command = "game";
+  const std::string pod = WriteArchive();
+  CPodExtractorDialog dialog(services, nullptr);
+  ASSERT_TRUE(dialog.LoadArchive(pod));
+  Show(dialog);
+  const std::string picture = folder.Write("in/mine.png", "");
+  SImage red = {.width = 128, .height = 128, .rgba = std::vector<uint8_t>(128 * 128 * 4, 255)};
+  for (size_t i = 0; i < red.rgba.size(); ++i)
+    if (i % 4 == 1 || i % 4 == 2) red.rgba[i] = 0;
+  ASSERT_TRUE(WritePng(picture, red));
+  const auto replace = [&](std::optional<EAnswer> answer = {}) {
+    SelectRow(*Child<QTreeView>(dialog, "entries"), 1);
+    questions.OnOpenFile("Replace SKY.RAW", picture);
+    if (answer) questions.OnYesNo("beside the picture already", *answer);
+    QTest::keyClick(&dialog, Qt::Key_R, Qt::ControlModifier);
+  };
+  replace();
+  const auto colors_of = [&] { return std::string(dialog.Archive().ReadEntry(2)->Text()); };
+  ASSERT_EQ(dialog.Archive().Entries().size(), 5u);
+  EXPECT_EQ(dialog.Archive().ReadEntry(1)->View().size(), 64u * 64u) << "as wide as the old one";
+  const uint8_t texel = dialog.Archive().ReadEntry(1)->View()[0];
+  EXPECT_EQ(colors_of().substr(3u * texel, 3), std::string("\xFF\0\0", 3));
+  dialog.Document().StepBack();
+  EXPECT_EQ(colors_of(), std::string(768, '\x40')) << "both in one step";
+  replace(EAnswer::kNo);
+  EXPECT_FALSE(dialog.Document().IsModified());
+  replace(EAnswer::kYes);
+  QTest::keyClick(&dialog, Qt::Key_F9);
+  EXPECT_EQ(started, pod);
+  CPodDocument saved;
+  ASSERT_TRUE(saved.Load(pod));
+  EXPECT_EQ(saved.ReadEntry(1)->View()[0], texel);
+}
+
 TEST_F(CPodDialogTest, SearchesSortsAndExtractsWhatIsSelected) {
   CPodExtractorDialog dialog(services, nullptr);
   Show(dialog);

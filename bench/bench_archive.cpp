@@ -6,7 +6,9 @@
 #include <random>
 
 #include "archive/filepart.h"
+#include "archive/podchanges.h"
 #include "archive/poddocument.h"
+#include "archive/podedit.h"
 #include "archive/podfile.h"
 #include "archive/podwriter.h"
 #include "comparison.h"
@@ -21,6 +23,7 @@ namespace {
 constexpr size_t kListedEntries = 9000;
 constexpr size_t kFiles = 2000;
 constexpr size_t kAllBytes = size_t{1} << 30;
+constexpr size_t kManyEntries = 50000;
 
 /// A folder for the files of these comparisons, made when the first one runs.
 class CArchiveFolder {
@@ -48,6 +51,23 @@ class CArchiveFolder {
     std::vector<SPodSource> sources;
     for (size_t i = 0; i < kListedEntries; ++i)
       sources.push_back({Format("T%zu.RAW", i), {content}});
+    CUnattendedQuestions questions;
+    CreatePod(questions, path, sources);
+    return path;
+  }
+
+  /// 1 GiB in 50,000 entries, and a file of another length to put in the place of one.
+  std::string Many() {
+    const std::string path = File("many.pod");
+    if (FileExists(path)) return path;
+    MakeDirectories(File("in"));
+    const std::string content = File("part");
+    const std::vector<uint8_t> bytes(kAllBytes / kManyEntries, 0x55);
+    ReplaceFile(content, bytes);
+    ReplaceFile(File("other"), "another texture");
+    std::vector<SPodSource> sources;
+    for (size_t i = 0; i < kManyEntries; ++i)
+      sources.push_back({Format("T%05zu.RAW", i), {content}});
     CUnattendedQuestions questions;
     CreatePod(questions, path, sources);
     return path;
@@ -132,9 +152,51 @@ double ListByName() {
   });
 }
 
+double ListMany() {
+  const std::string path = Folder().Many();
+  return Seconds([&] {
+    CPodDocument pod;
+    pod.Load(path);
+    size_t characters = 0;
+    for (const SPodEntry& entry : pod.Entries())
+      characters += entry.Folder().size() + entry.FileName().size();
+    asm volatile("" : : "r"(characters));
+  });
+}
+
+double ReadManyDirectoryBytes() {
+  const std::string path = Folder().Many();
+  return Seconds([&] {
+    const auto bytes = ReadFilePart({path, 0, kPodHeaderSize + kPodRecordSize * kManyEntries});
+    asm volatile("" : : "r"(bytes->View().data()) : "memory");
+  });
+}
+
+/// Flushed to the disk, as an archive that is saved is.
+double CopyMany() {
+  Folder().Many();
+  Folder().Run("rm -f ../copy.pod && sync");
+  return Seconds([&] { Folder().Run("cp ../many.pod ../copy.pod && sync ../copy.pod"); });
+}
+
+double ReplaceOneOfMany() {
+  const std::string path = Folder().Many();
+  Folder().Run("rm -f ../copy.pod && sync");
+  return Seconds([&] {
+    CUnattendedQuestions questions;
+    CPodDocument pod;
+    pod.Load(path);
+    CPodChanges changes(pod);
+    changes.Replace(questions, kManyEntries / 2, Folder().File("other"));
+    SavePod(questions, pod, Folder().File("copy.pod"));
+  });
+}
+
 }  // namespace
 
 void AddArchiveComparisons() {
+  Compare("list 50,000 of 1 GiB", ListMany, {{"read the directory", ReadManyDirectoryBytes, 0}});
+  Compare("replace 1 of 50,000", ReplaceOneOfMany, {{"cp, sync", CopyMany, 1.2}});
   Compare("list 9000", ListByReader, {{"read the directory", ReadDirectoryBytes, 3}});
   CompareWith("list 9000, check", ListByDocument, "list 9000: read the directory", 3);
   CompareWith("list 9000, names", ListByName, "list 9000: read the directory", 0);

@@ -38,6 +38,7 @@ void RunComparisons(int argc, char** argv);
 
 void AddArchiveComparisons();
 void AddInterchangeComparisons();
+void AddListComparisons();
 void AddMappingComparisons();
 void AddModelComparisons();
 void AddTextureComparisons();

@@ -7,6 +7,9 @@ int main(int argc, char** argv) {
   veldra::bench::AddInterchangeComparisons();
   veldra::bench::AddRendererComparisons();
   veldra::bench::AddArchiveComparisons();
+#ifdef VELDRA_EDITOR
+  veldra::bench::AddListComparisons();
+#endif
   veldra::bench::RunComparisons(argc, argv);
   return 0;
 }

@@ -21,6 +21,9 @@ CNewTruckWizard::CNewTruckWizard(const SToolServices& services, QWidget* parent)
   setWizardStyle(QWizard::ClassicStyle);
   setOption(QWizard::NoBackButtonOnStartPage);
   setSideWidget(view_);
+  // On a small screen the steps need the room.
+  constexpr QSize kSmallestView(200, 200);
+  view_->setMinimumSize(kSmallestView);
   constexpr QSize kUsualWizard(900, 520);
   ResizeToFit(*this, kUsualWizard);
   BeginAs({});

@@ -17,6 +17,7 @@ namespace {
 constexpr int kUprightRole = Qt::UserRole;
 constexpr int kPlaceRole = Qt::UserRole + 1;
 constexpr double kLargestTexel = 511;
+constexpr int kPreviewSide = 192;
 
 /// Numbers without the zeros behind the point that say nothing.
 class CTexelField : public QDoubleSpinBox {
@@ -385,6 +386,7 @@ void CMappingToolsWidget::ShowGuides() {
 QWidget* CMappingToolsWidget::MakeTexturePage() {
   preview_ = new CTexturePreview;
   preview_->setObjectName("toolsPreview");
+  preview_->setMaximumHeight(kPreviewSide);
   texture_text_ = new QLabel;
   texture_text_->setObjectName("toolsTexture");
   texture_text_->setWordWrap(true);

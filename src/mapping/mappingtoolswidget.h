@@ -25,7 +25,7 @@ class CMappingToolsWidget : public CToolWidget {
  public:
   explicit CMappingToolsWidget(CMappingWidget& editor);
 
-  QSize sizeHint() const override { return {350, 410}; }
+  QSize sizeHint() const override { return {425, 410}; }
 
  private:
   using Tool = std::function<void(CMappingSession&)>;

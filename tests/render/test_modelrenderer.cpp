@@ -89,10 +89,10 @@ TEST_F(ModelRenderer, AMoveHandsOverOnlyWhatIsNearIt) {
     Drawn(scene, state);
     const int64_t handed = renderer_->HandedFaces();
     const int builds = renderer_->BuildCount();
-    for (const int32_t far : {60, 20}) {
+    for (const int32_t distance : {60, 20}) {
       const CBinFace& tile = scene.model.Face(5050);
       for (int k = 0; k < 2; ++k)
-        scene.model.SetVertexPosition(tile.Corner(k)->Index(), {far * k, far, far});
+        scene.model.SetVertexPosition(tile.Corner(k)->Index(), {distance * k, distance, distance});
       scene.model.SetTexCoords(std::vector{5051}, std::vector<std::array<STexCoord, 4>>(1));
       const SImage seen = Drawn(scene, state);
       CModelRenderer anew;

@@ -64,10 +64,10 @@ double CColorTableField::CellSide() const {
 }
 
 QRect CColorTableField::CellOf(int entry) const {
-  const double side = CellSide();
-  const QPoint corner(static_cast<int>(entry % kSide * side), static_cast<int>(entry / kSide * side));
-  const QPoint next(static_cast<int>((entry % kSide + 1) * side), static_cast<int>((entry / kSide + 1) * side));
-  return {corner, next - QPoint(1, 1)};
+  const int column = entry % kSide;
+  const int row = entry / kSide;
+  const auto edge = [side = CellSide()](int cell) { return static_cast<int>(cell * side); };
+  return {QPoint(edge(column), edge(row)), QPoint(edge(column + 1), edge(row + 1)) - QPoint(1, 1)};
 }
 
 int CColorTableField::EntryAt(const QPointF& at) const {

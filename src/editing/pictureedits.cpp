@@ -41,7 +41,7 @@ std::optional<std::string> CPictureEdits::Begin(CTarnDoc& document, const STextu
   if (!texture) return std::nullopt;
   const auto raw = source.path.empty() ? SaveTexture(document, source, texture->texels) : source.path;
   if (!raw) return std::nullopt;
-  const std::string picture = PictureOf(*raw);
+  std::string picture = PictureOf(*raw);
   SError error;
   MakeDirectories(folder_);
   if (!WriteIndexedPng(picture, IndexedPictureOf(*texture), &error)) {
@@ -55,6 +55,7 @@ std::optional<std::string> CPictureEdits::Begin(CTarnDoc& document, const STextu
 
 std::vector<std::string> CPictureEdits::Files() const {
   std::vector<std::string> files;
+  files.reserve(edits_.size());
   for (const SEdit& edit : edits_)
     files.push_back(edit.picture);
   return files;

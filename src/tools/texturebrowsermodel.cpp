@@ -145,7 +145,7 @@ void CTextureBrowserRows::MakeSome() {
     if (texture == nullptr || pictures_.contains(KeyOf(*texture))) continue;
     auto* picture = new QPixmap(MakePicture(*texture));
     ++made_;
-    pictures_.insert(KeyOf(*texture), picture, picture->width() * picture->height() * 4);
+    pictures_.insert(KeyOf(*texture), picture, qsizetype{4} * picture->width() * picture->height());
     emit dataChanged(index(row), index(row), {Qt::DecorationRole});
   }
   if (!wanted_.empty()) making_.start(0);

@@ -27,7 +27,7 @@ constexpr int kSampleRow = -2;
 
 /// A folder that the user may write to, whatever the settings say.
 std::string FolderForTrucks(const CSettings& settings) {
-  const std::string trucks = FindAnyCase(settings.trk_dir);
+  std::string trucks = FindAnyCase(settings.trk_dir);
   if (!settings.trk_dir.empty() && IsDirectory(trucks)) return trucks;
   const std::string documents = JoinPath(HomeDirectory(), "Documents");
   return IsDirectory(documents) ? documents : HomeDirectory();

@@ -82,7 +82,6 @@ class CPartHold : public CViewHold {
   std::unique_ptr<CStep> step_;
   std::unique_ptr<CVertexDrag> drag_;  ///< from the first movement on
   bool was_modified_ = false;
-  bool has_kept_state_ = false;
 };
 
 /// While X, Y or Z is held they move along that axis; Ctrl brings what was grabbed onto the grid.

@@ -18,7 +18,6 @@ struct SPodOptions {
   std::vector<std::string> names;  ///< of entries, or of files to be added
   std::string name;
   std::string new_name;  ///< or the file
-  bool json = false;
 };
 
 int PodStatus(bool done) {
@@ -52,26 +51,6 @@ int Replace(CSession& session, const CPodDocument& archive, const SPodOptions& o
   return PodStatus(!path.empty() && ReplaceInPod(session.Questions(), archive, options.name, path));
 }
 
-int Test(CSession& session, const CPodDocument& archive, const SPodOptions& options) {
-  const std::vector<SPodFinding> findings = TestPod(archive);
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
-  std::string text;
-  for (const SPodFinding& finding : findings) {
-    text += options.pod + ": " + finding.kind + ": " + finding.text + "\n";
-    std::vector<std::string> names;
-    names.reserve(finding.entries.size());
-    for (const size_t entry : finding.entries)
-      names.push_back(ToUtf8(archive.Entries()[entry].Name()));
-    list.push_back({{"pod", ToUtf8(options.pod)},
-                    {"kind", finding.kind},
-                    {"text", ToUtf8(finding.text)},
-                    {"entries", finding.entries},
-                    {"names", names}});
-  }
-  if (session.Print(options.json ? DisplayJson(list.dump(1)) + "\n" : text) != kDone) return kFailed;
-  return PodStatus(findings.empty());
-}
-
 using PodAction = int (*)(CSession& session, const CPodDocument& archive, const SPodOptions& options);
 
 SCommandRow PodCommand(const char* name, const char* help, PodAction action, const std::shared_ptr<SPodOptions>& values,
@@ -96,6 +75,56 @@ SCommandRow Change(SCommandRow command, const std::shared_ptr<SPodOptions>& valu
     return std::string(is_ambiguous ? "--as: names one file, and there are more" : "");
   };
   return command;
+}
+
+struct STestOptions {
+  std::vector<std::string> pods;
+  bool json = false;
+};
+
+struct STestReport {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  std::string text;
+};
+
+void AddFindings(const CPodDocument& archive, const std::string& pod, STestReport& report) {
+  for (const SPodFinding& finding : TestPod(archive)) {
+    report.text += pod + ": " + finding.kind + ": " + finding.text + "\n";
+    std::vector<std::string> names;
+    names.reserve(finding.entries.size());
+    for (const size_t entry : finding.entries)
+      names.push_back(ToUtf8(archive.Entries()[entry].Name()));
+    report.list.push_back({{"pod", ToUtf8(pod)},
+                           {"kind", finding.kind},
+                           {"text", ToUtf8(finding.text)},
+                           {"entries", finding.entries},
+                           {"names", names}});
+  }
+}
+
+/// One that cannot be read does not keep the others from being looked at.
+int Test(CSession& session, const STestOptions& options) {
+  STestReport report;
+  bool is_read = true;
+  for (const std::string& pod : options.pods) {
+    CPodDocument archive;
+    if (LoadPod(session, pod, archive) == kDone) {
+      AddFindings(archive, pod, report);
+    } else {
+      is_read = false;
+    }
+  }
+  if (!is_read && options.pods.size() == 1) return kFailed;
+  if (session.Print(options.json ? DisplayJson(report.list.dump(1)) + "\n" : report.text) != kDone) return kFailed;
+  return PodStatus(is_read && report.list.empty());
+}
+
+SCommandRow TestCommand() {
+  const auto options = std::make_shared<STestOptions>();
+  return {.name = "test",
+          .help = "List what is wrong with archives; status 1 if there is anything",
+          .options = {Required(Arguments("POD", "Archives", options->pods)), Flag("--json", "As JSON", options->json)},
+          .run = [options](CSession& session) { return Test(session, *options); }};
 }
 
 }  // namespace
@@ -137,8 +166,7 @@ std::vector<SCommandRow> PodEditCommands() {
       Change(PodCommand("replace", "Give an entry the bytes of a file", Replace, values,
                         {name, Argument("FILE", "File to take", values->new_name)}),
              values),
-      PodCommand("test", "List what is wrong with an archive; status 1 if there is anything", Test, values,
-                 {Flag("--json", "As JSON", values->json)}),
+      TestCommand(),
   };
 }
 

@@ -133,6 +133,9 @@ TEST_F(CCliPodTest, TestTellsWhatIsWrong) {
     text += row["kind"].get<std::string>() + row["entries"].dump() + "\n";
   EXPECT_EQ(text, "twice[0,1]\nunsafe-name[2]\nunusable-name[3]\nbeyond-end[4]\noverlap[0,5]\n");
   EXPECT_EQ(Run("pod test $/bad.pod").status, 1);
+  const auto several = Run("pod test $/good.pod $/none.pod $/bad.pod --json");
+  EXPECT_EQ(several.status, 1);
+  EXPECT_EQ(nlohmann::json::parse(several.out), findings) << "one that is not there keeps none from being looked at";
 }
 
 }  // namespace

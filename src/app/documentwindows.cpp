@@ -117,10 +117,12 @@ void CDocumentWindows::FourViews() {
   while (sides.size() < std::size(kLooks))
     sides.push_back(&AddView(document, false).View());
   Tile();
-  for (size_t i = 0; i < std::size(kLooks); ++i) {
-    if (!sides[i]->State().orthographic) sides[i]->ToggleOrthographic();
-    (sides[i]->*kLooks[i])();
-    sides[i]->ZoomToFit();
+  auto next = sides.begin();
+  for (const auto look : kLooks) {
+    CTarnView& side = **next++;
+    if (!side.State().orthographic) side.ToggleOrthographic();
+    (side.*look)();
+    side.ZoomToFit();
   }
   area_.setActiveSubWindow(active);
 }

@@ -5,16 +5,16 @@
 
 namespace veldra {
 
-using EKind = SPivotInput::EKind;
+using EPivot = SPivotInput::EKind;
 
 CPivotBox::CPivotBox(const CBinModel& model, int32_t vertex, const SPivotInput& last, QWidget* parent)
     : QGroupBox(tr("About"), parent), model_(model), vertex_(vertex), kinds_(new QComboBox) {
   kinds_->setObjectName("pivot");
   kinds_->setAccessibleName(tr("About"));
-  kinds_->addItem(tr("The middle of what moves"), static_cast<int>(EKind::kMiddle));
-  kinds_->addItem(tr("The origin"), static_cast<int>(EKind::kOrigin));
-  if (vertex_ >= 0) kinds_->addItem(tr("Current vertex (%1)").arg(vertex_), static_cast<int>(EKind::kVertex));
-  kinds_->addItem(tr("A point"), static_cast<int>(EKind::kPoint));
+  kinds_->addItem(tr("The middle of what moves"), static_cast<int>(EPivot::kMiddle));
+  kinds_->addItem(tr("The origin"), static_cast<int>(EPivot::kOrigin));
+  if (vertex_ >= 0) kinds_->addItem(tr("Current vertex (%1)").arg(vertex_), static_cast<int>(EPivot::kVertex));
+  kinds_->addItem(tr("A point"), static_cast<int>(EPivot::kPoint));
   auto* grid = new QGridLayout(this);
   grid->addWidget(kinds_, 0, 0, 1, 6);
   const char* const names[] = {"X", "Y", "Z"};
@@ -30,8 +30,8 @@ CPivotBox::CPivotBox(const CBinModel& model, int32_t vertex, const SPivotInput& 
   }
   for (size_t i = 0; i < fields_.size(); ++i)
     fields_[i]->SetValue(last.point[i]);
-  is_users_ = last.kind == EKind::kPoint || (last.kind == EKind::kVertex && vertex_ >= 0);
-  Choose(is_users_ ? last.kind : EKind::kOrigin);
+  is_users_ = last.kind == EPivot::kPoint || (last.kind == EPivot::kVertex && vertex_ >= 0);
+  Choose(is_users_ ? last.kind : EPivot::kOrigin);
   connect(kinds_, &QComboBox::activated, this, [this] { is_users_ = true; });
   connect(kinds_, &QComboBox::currentIndexChanged, this, [this] {
     ShowPlace();
@@ -39,11 +39,11 @@ CPivotBox::CPivotBox(const CBinModel& model, int32_t vertex, const SPivotInput& 
   });
 }
 
-EKind CPivotBox::Kind() const {
-  return static_cast<EKind>(kinds_->currentData().toInt());
+EPivot CPivotBox::Kind() const {
+  return static_cast<EPivot>(kinds_->currentData().toInt());
 }
 
-void CPivotBox::Choose(EKind kind) {
+void CPivotBox::Choose(EPivot kind) {
   kinds_->setCurrentIndex(kinds_->findData(static_cast<int>(kind)));
 }
 
@@ -62,13 +62,13 @@ QString CPivotBox::Fault() const {
 
 void CPivotBox::SetScope(SScope::EKind scope) {
   scope_ = scope;
-  if (!is_users_) Choose(scope == SScope::EKind::kAll ? EKind::kOrigin : EKind::kMiddle);
+  if (!is_users_) Choose(scope == SScope::EKind::kAll ? EPivot::kOrigin : EPivot::kMiddle);
   ShowPlace();
 }
 
 /// A point to be typed starts where the pivot was.
 void CPivotBox::ShowPlace() {
-  const bool is_typed = Kind() == EKind::kPoint;
+  const bool is_typed = Kind() == EPivot::kPoint;
   if (!is_typed) {
     const std::vector<int32_t> selection = SelectionOf(model_, scope_);
     const Vector3 place =

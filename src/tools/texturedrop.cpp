@@ -7,8 +7,9 @@
 namespace veldra {
 
 void CTextureDrop::Follow(CTarnView* view) {
-  if (view_ != nullptr) view_->removeEventFilter(this);
+  if (watched_ != nullptr) watched_->removeEventFilter(this);
   view_ = view;
+  watched_ = view;
   if (view == nullptr) return;
   view->setAcceptDrops(true);
   view->installEventFilter(this);
@@ -16,7 +17,7 @@ void CTextureDrop::Follow(CTarnView* view) {
 
 bool CTextureDrop::eventFilter(QObject* watched, QEvent* event) {
   const bool is_drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
-  if (watched != view_ || !(is_drag || event->type() == QEvent::Drop)) return QObject::eventFilter(watched, event);
+  if (watched != watched_ || !(is_drag || event->type() == QEvent::Drop)) return QObject::eventFilter(watched, event);
   auto& drop = static_cast<QDropEvent&>(*event);
   if (drop.source() != &list_ || view_->Document().IsReadOnly()) return QObject::eventFilter(watched, event);
   drop.setDropAction(Qt::CopyAction);

@@ -25,7 +25,8 @@ class CTextureDrop : public QObject {
 
   QAbstractItemView& list_;
   std::function<CBinTexture*()> texture_;
-  QPointer<CTarnView> view_;
+  CTarnView* view_ = nullptr;  ///< while watched_ is there
+  QPointer<QObject> watched_;  ///< the same; one that is being destroyed still has events and is no CTarnView any more
 };
 
 }  // namespace veldra

@@ -169,9 +169,10 @@ struct SBox {
   }
 
   std::pair<SBox, SBox> Cut() const {
-    const auto rest = std::ranges::stable_partition(
-        colors, [this](const SWeighted& member) { return Channel(member.color, channel) <= last_low; });
-    const size_t count = colors.size() - rest.size();
+    const auto rest = std::stable_partition(colors.begin(), colors.end(), [this](const SWeighted& member) {
+      return Channel(member.color, channel) <= last_low;
+    });
+    const auto count = static_cast<size_t>(rest - colors.begin());
     return {SBox(colors.first(count)), SBox(colors.subspan(count))};
   }
 

@@ -114,12 +114,15 @@ CArchiveFolder& Folder() {
   return folder;
 }
 
-double ReadDirectoryBytes() {
-  const std::string path = Folder().Listed();
+double ReadDirectoryOf(const std::string& path, size_t entries) {
   return Seconds([&] {
-    const auto bytes = ReadFilePart({path, 0, kPodHeaderSize + kPodRecordSize * kListedEntries});
+    const auto bytes = ReadFilePart({path, 0, kPodHeaderSize + kPodRecordSize * entries});
     asm volatile("" : : "r"(bytes->View().data()) : "memory");
   });
+}
+
+double ReadDirectoryBytes() {
+  return ReadDirectoryOf(Folder().Listed(), kListedEntries);
 }
 
 double ListByReader() {
@@ -140,8 +143,7 @@ double ListByDocument() {
 }
 
 /// As far as a list that shows every name goes.
-double ListByName() {
-  const std::string path = Folder().Listed();
+double ListNames(const std::string& path) {
   return Seconds([&] {
     CPodDocument pod;
     pod.Load(path);
@@ -150,26 +152,18 @@ double ListByName() {
       characters += entry.Folder().size() + entry.FileName().size();
     asm volatile("" : : "r"(characters));
   });
+}
+
+double ListByName() {
+  return ListNames(Folder().Listed());
 }
 
 double ListMany() {
-  const std::string path = Folder().Many();
-  return Seconds([&] {
-    CPodDocument pod;
-    pod.Load(path);
-    size_t characters = 0;
-    for (const SPodEntry& entry : pod.Entries())
-      characters += entry.Folder().size() + entry.FileName().size();
-    asm volatile("" : : "r"(characters));
-  });
+  return ListNames(Folder().Many());
 }
 
 double ReadManyDirectoryBytes() {
-  const std::string path = Folder().Many();
-  return Seconds([&] {
-    const auto bytes = ReadFilePart({path, 0, kPodHeaderSize + kPodRecordSize * kManyEntries});
-    asm volatile("" : : "r"(bytes->View().data()) : "memory");
-  });
+  return ReadDirectoryOf(Folder().Many(), kManyEntries);
 }
 
 /// Flushed to the disk, as an archive that is saved is.

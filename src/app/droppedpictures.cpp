@@ -5,6 +5,7 @@
 
 #include "editing/importpicturedlg.h"
 #include "platform/paths.h"
+#include "platform/picture.h"
 #include "ui/qstrings.h"
 
 namespace veldra {

@@ -52,8 +52,11 @@ std::optional<STextureSource> ChosenTexture(const SCommandTarget& on) {
   const bool is_mapped = on.docks.IsOpen(EToolDock::kMapping) && on.docks.Mapping().Session().Texture() != nullptr;
   if (is_mapped) return SourceOfEntry(*on.docks.Mapping().Session().Texture());
   if (const CBinFace* face = on.Cursor().FaceObject()) return SourceOfFace(*face);
-  const std::vector<int32_t> selected = on.Model().Selected(EGroupKind::kFaces);
-  return selected.empty() ? std::nullopt : SourceOfFace(on.Model().Face(selected.front()));
+  // The first one alone: menus ask for it often.
+  const CBinModel& model = on.Model();
+  for (int32_t i = 0; i < model.FaceCount(); ++i)
+    if (model.Face(i).IsSelected()) return SourceOfFace(model.Face(i));
+  return std::nullopt;
 }
 
 void ImportPicture(const SCommandTarget& on) {

@@ -163,8 +163,8 @@ int PrintTextureInfo(CSession& session, const STextureInfo& options) {
   if (!texture) return kFailed;
   const std::string name = ToUtf8(FileNamePart(options.raw));
   const char* const palette = texture->has_own_colors ? "own" : "default";
-  const int colors = ColorCount(*texture);
-  const int transparent = TransparentCount(*texture);
+  const int colors = ColorCount(texture->texels);
+  const int transparent = TransparentCount(texture->texels);
   if (options.json) {
     const nlohmann::ordered_json json = {{"name", name},
                                          {"width", texture->size},
@@ -207,7 +207,7 @@ int Repalette(CSession& session, const SChangeOptions& options) {
   const auto texture = OpenRaw(session, options.raw);
   const auto colors = texture ? OpenColors(session, options.palette) : std::nullopt;
   if (!colors || CheckTarget(session, options.out) != kDone) return kFailed;
-  if (TransparentCount(*texture) > 0 && !HasNearBlack(*colors))
+  if (TransparentCount(texture->texels) > 0 && !HasNearBlack(*colors))
     session.Questions().Message(
         {.text =
              Format("\"%s\" has no near-black colour: what was transparent is not any more.", options.palette.c_str()),

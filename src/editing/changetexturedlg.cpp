@@ -6,14 +6,6 @@
 
 namespace veldra {
 
-namespace {
-
-QString CountsText(const SRawTexture& texture) {
-  return QObject::tr("%1 colours, %L2 texels transparent").arg(ColorCount(texture)).arg(TransparentCount(texture));
-}
-
-}  // namespace
-
 CChangeTextureDialog::CChangeTextureDialog(const QString& name, const SRawTexture& texture,
                                            const ColorTable& default_colors, QWidget* parent)
     : CFieldDialog("changeTexture", tr("Size and Colours"), parent),
@@ -48,7 +40,7 @@ QLayout* CChangeTextureDialog::MakePictures(const QString& name) {
   };
   auto* original = new CTexturePreview;
   original->SetImage(ImageOf(texture_.texels));
-  add(tr("%1, %2 x %2").arg(name).arg(texture_.size), original, new QLabel(CountsText(texture_)));
+  add(tr("%1, %2 x %2").arg(name).arg(texture_.size), original, new QLabel(TexelCounts(texture_.texels)));
   result_->setObjectName("changedTexture");
   counts_->setObjectName("changedCounts");
   add(tr("What it becomes"), result_, counts_);
@@ -87,8 +79,8 @@ QString CChangeTextureDialog::Fault() {
   if (is_file && !change.colors) return tr("Please choose a colour table (ACT) of 256 colours.");
   changed_ = Changed(texture_, change);
   result_->SetImage(ImageOf(changed_));
-  counts_->setText(CountsText({.size = change.size, .texels = changed_}));
-  const bool loses_holes = change.colors && !HasNearBlack(*change.colors) && TransparentCount(texture_) > 0;
+  counts_->setText(TexelCounts(changed_));
+  const bool loses_holes = change.colors && !HasNearBlack(*change.colors) && TransparentCount(texture_.texels) > 0;
   warning_->setText(loses_holes ? tr("That table has no nearly black colour: nothing will be transparent.")
                                 : QString());
   return {};

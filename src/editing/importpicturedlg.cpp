@@ -201,8 +201,7 @@ QString CImportPictureDialog::Fault() {
 
 void CImportPictureDialog::ShowTexture() {
   result_->SetImage(ImageOf(texture_));
-  const STextureCounts counts = CountTexels(texture_);
-  counts_->setText(tr("%1 colours, %L2 texels transparent").arg(counts.colors).arg(counts.transparent));
+  counts_->setText(TexelCounts(texture_));
 }
 
 }  // namespace veldra

@@ -9,8 +9,9 @@
 #include "model/geometry.h"
 
 /// Building faces and vertices out of what is there (meshedit.h). What is worked on are the selected faces, or the
-/// current one while none is selected. Each does nothing where its rule forbids it, keeps the state before, selects
-/// what it has made where that is to be worked on next, and says in the status bar what it has done.
+/// current one while none is selected. Each does nothing where its rule forbids it, keeps the state before where
+/// it changes what was there, selects what it has made where that is to be worked on next, and says in the status bar
+/// what it has done.
 namespace veldra {
 
 // --- Enabling rules ------------------------------------------------------------------------------------------------

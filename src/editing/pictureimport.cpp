@@ -9,6 +9,7 @@
 #include "platform/picture.h"
 #include "platform/text.h"
 #include "textures/nearblack.h"
+#include "textures/rawtexture.h"
 
 namespace veldra {
 
@@ -59,7 +60,7 @@ SIndexedTexture TextureFrom(const std::string& path, const SImage& picture, cons
   using E = SPictureInput::ETransparent;
   if (!path.empty() && !input.crop && input.transparent == E::kPicture) {
     auto texture = TextureOfPicture(path, {input.size, input.scaling, input.colors}, nullptr);
-    if (texture && (input.colors || CountTexels(*texture).colors <= input.most_colors)) return *texture;
+    if (texture && (input.colors || ColorCount(*texture) <= input.most_colors)) return *texture;
   }
   SImage part = input.crop ? Cropped(picture, *input.crop) : picture;
   if (input.transparent == E::kNothing) MakeOpaque(part);
@@ -67,20 +68,6 @@ SIndexedTexture TextureFrom(const std::string& path, const SImage& picture, cons
   const EDarkPixels dark = input.transparent == E::kDark ? EDarkPixels::kKeep : EDarkPixels::kLift;
   return QuantizeTexture(ScalePicture(part, input.size, input.size, input.scaling), input.colors, dark,
                          input.most_colors);
-}
-
-STextureCounts CountTexels(const SIndexedTexture& texture) {
-  std::array<int, 256> uses = {};
-  for (const uint8_t index : texture.indices)
-    ++uses[index];
-  STextureCounts counts;
-  for (size_t i = 0; i < uses.size(); ++i) {
-    if (uses[i] == 0) continue;
-    ++counts.colors;
-    const uint8_t* const color = &texture.colors[3 * i];
-    if (IsNearBlack(color[0], color[1], color[2])) counts.transparent += uses[i];
-  }
-  return counts;
 }
 
 std::optional<SOpenPicture> OpenPicture(CTarnDoc& document, const std::string& path) {
@@ -91,16 +78,10 @@ std::optional<SOpenPicture> OpenPicture(CTarnDoc& document, const std::string& p
   return std::nullopt;
 }
 
-bool IsPictureName(const std::string& path) {
-  constexpr const char* kExtensions[] = {"PNG", "JPG", "JPEG", "BMP", "TGA"};
-  return std::ranges::any_of(
-      kExtensions, [extension = ExtensionPart(path)](const char* known) { return EqualNoCase(extension, known); });
-}
-
 std::optional<SOpenPicture> AskPicture(CTarnDoc& document) {
   SFilePrompt prompt;
   prompt.title = "Import Picture";
-  prompt.filters = {{"Pictures *.png *.jpg *.bmp *.tga", "*.png *.jpg *.jpeg *.bmp *.tga"}};
+  prompt.filters = {{"Pictures *.png *.jpg *.bmp *.tga", kPicturePatterns}};
   prompt.directory = document.Settings().art_dir;
   const auto files = document.Services().questions.AskOpenFiles(prompt);
   return files ? OpenPicture(document, files->paths.front()) : std::nullopt;

@@ -41,12 +41,6 @@ struct SPictureInput {
 /// command line makes of the file: a table of colours stays.
 SIndexedTexture TextureFrom(const std::string& path, const SImage& picture, const SPictureInput& input);
 
-struct STextureCounts {
-  int colors = 0;       ///< different indices in use
-  int transparent = 0;  ///< texels of near-black colours
-};
-STextureCounts CountTexels(const SIndexedTexture& texture);
-
 /// Asks for a picture; nothing when the user cancelled or has been told that it cannot be read.
 struct SOpenPicture {
   std::string path;  ///< "" for one that was pasted
@@ -54,8 +48,6 @@ struct SOpenPicture {
 };
 std::optional<SOpenPicture> AskPicture(CTarnDoc& document);
 std::optional<SOpenPicture> OpenPicture(CTarnDoc& document, const std::string& path);
-/// PATH has the name of a picture.
-bool IsPictureName(const std::string& path);
 
 /// Asks where TEXTURE, made of the picture at PATH, goes, writes its RAW and ACT files and puts it among the model's
 /// textures; where it is there already, it is shown with the new texels. False when that came to nothing, which the

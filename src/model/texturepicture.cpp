@@ -4,6 +4,7 @@
 
 #include "platform/text.h"
 #include "textures/nearblack.h"
+#include "textures/rawtexture.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
@@ -51,6 +52,10 @@ QImage ImageOf(const SIndexedTexture& texture) {
 QImage ImageOf(const STextureImage& image) {
   const QImage view(image.rgba.data(), image.size, image.size, qsizetype{4} * image.size, QImage::Format_RGBA8888);
   return view.convertToFormat(QImage::Format_ARGB32);
+}
+
+QString TexelCounts(const SIndexedTexture& texture) {
+  return QObject::tr("%1 colours, %L2 texels transparent").arg(ColorCount(texture)).arg(TransparentCount(texture));
 }
 
 void PaintChecks(QPainter& painter, const QRect& area) {

@@ -18,6 +18,8 @@ QPixmap PictureOf(const SImage& picture, int side, const QWidget& screen_of);
 /// Upright, a pixel a texel; those that the game lets through have no alpha, but keep their colours.
 QImage ImageOf(const SIndexedTexture& texture);
 QImage ImageOf(const STextureImage& image);
+/// "136 colours, 2,493 texels transparent"
+QString TexelCounts(const SIndexedTexture& texture);
 /// What shows through where a texel is transparent.
 void PaintChecks(QPainter& painter, const QRect& area);
 

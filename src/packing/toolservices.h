@@ -32,6 +32,8 @@ struct SToolServices {
   /// Runs the command of the settings that starts the game, with ARCHIVE and the truck file TRUCK ("" for none). False
   /// when the user has been told why not. May be empty.
   std::function<bool(const std::string& archive, const std::string& truck)> start_game = {};
+  /// There is such a command.
+  bool CanStartGame() const { return start_game != nullptr && !settings.game_command.empty(); }
   /// Writes the sample project into the empty folder FOLDER. Its truck's path, or "" when the user has been told why
   /// not. May be empty.
   std::function<std::string(const std::string& folder)> write_sample = {};

@@ -209,4 +209,10 @@ std::optional<SImage> DecodePictureSize(std::span<const uint8_t> bytes, bool is_
   return IsPng(bytes) ? DecodePngSize(bytes, error) : CheckedSize(bytes, is_tga, error);
 }
 
+bool IsPictureName(std::string_view path) {
+  constexpr const char* kExtensions[] = {"PNG", "JPG", "JPEG", "BMP", "TGA"};
+  return std::ranges::any_of(
+      kExtensions, [extension = ExtensionPart(path)](const char* known) { return EqualNoCase(extension, known); });
+}
+
 }  // namespace veldra

@@ -18,6 +18,10 @@ std::optional<SImage> DecodePicture(std::span<const uint8_t> bytes, bool is_tga,
 std::optional<SImage> ReadPictureSize(std::string_view path, SError* error = nullptr);
 std::optional<SImage> DecodePictureSize(std::span<const uint8_t> bytes, bool is_tga, SError* error = nullptr);
 
+/// What files of pictures are called.
+inline constexpr const char* kPicturePatterns = "*.png *.jpg *.jpeg *.bmp *.tga";
+bool IsPictureName(std::string_view path);
+
 inline constexpr uint64_t kLargestPicture = uint64_t{64} << 20;
 
 }  // namespace veldra

@@ -8,6 +8,7 @@
 #include "packing/podbuild.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/picture.h"
 #include "platform/text.h"
 #include "podtools/podprompt.h"
 #include "textures/picturetexture.h"
@@ -17,16 +18,7 @@
 
 namespace veldra {
 
-namespace {
-
-constexpr const char* kTexturePatterns = "*.raw *.png *.jpg *.jpeg *.bmp *.tga";
-
-bool IsPictureName(const std::string& path) {
-  const std::string extension = UpperCase(ExtensionPart(path));
-  return extension == "PNG" || extension == "JPG" || extension == "JPEG" || extension == "BMP" || extension == "TGA";
-}
-
-}  // namespace
+namespace {}  // namespace
 
 CPodEditActions::CPodEditActions(CArchiveDocument& document, const SToolServices& services, CPodListView& list,
                                  QWidget& window)
@@ -121,7 +113,7 @@ void CPodEditActions::Refresh() {
     action->setEnabled(has_archive);
   for (QAction* action : adding_)
     action->setEnabled(has_archive);
-  const bool has_command = services_.start_game != nullptr && !services_.settings.game_command.empty();
+  const bool has_command = services_.CanStartGame();
   save_and_start_->setEnabled(has_archive && has_command);
   save_and_start_->setText(has_command
                                ? tr("Save and Start &Game")
@@ -196,7 +188,8 @@ void CPodEditActions::AskAndReplace() {
   if (selected.size() != 1) return;
   const std::string name(document_.Archive().Entries()[selected.front()].FileName());
   const bool is_texture = TypeOfFile(name) == kTypeRaw;
-  const std::string pattern = is_texture ? kTexturePatterns : "*." + LowerCase(ExtensionPart(name));
+  const std::string pattern =
+      is_texture ? std::string("*.raw ") + kPicturePatterns : "*." + LowerCase(ExtensionPart(name));
   const std::string label = is_texture ? "Textures and pictures" : pattern;
   const auto path = services_.questions.AskOpenFile({.title = "Replace " + DisplayName(name),
                                                      .filters = {{label, pattern}, {"All Files *.*", "*.*"}},

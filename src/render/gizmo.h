@@ -15,9 +15,9 @@ struct SGizmoHandle {
   bool operator==(const SGizmoHandle&) const = default;
 };
 
-/// Arrows, boxes and rings about a pivot, of the same size whatever the zoom, smaller in a small
-/// window: what they look like, which of them is at
-/// a place, and what a movement of the pointer does with one. All pixels are the window's, from its upper left corner.
+/// Arrows, boxes and rings about a pivot, of the same size whatever the zoom, smaller in a small window: what they look
+/// like, which of them is at a place, and what a movement of the pointer does with one. All pixels are the window's,
+/// from its upper left corner.
 class CGizmo {
  public:
   /// As CAMERA sees it. MOVES_ONLY: for a point, which has no size to be changed.

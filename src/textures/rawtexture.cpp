@@ -34,16 +34,16 @@ std::optional<SRawTexture> RawTextureOf(const STextureFiles& files, const ColorT
   return texture;
 }
 
-int ColorCount(const SRawTexture& texture) {
+int ColorCount(const SIndexedTexture& texture) {
   std::array<bool, 256> is_used = {};
-  for (const uint8_t index : texture.texels.indices)
+  for (const uint8_t index : texture.indices)
     is_used[index] = true;
   return static_cast<int>(std::ranges::count(is_used, true));
 }
 
-int TransparentCount(const SRawTexture& texture) {
-  return static_cast<int>(std::ranges::count_if(
-      texture.texels.indices, [&](uint8_t index) { return IsTransparent(texture.texels.colors, index); }));
+int TransparentCount(const SIndexedTexture& texture) {
+  return static_cast<int>(
+      std::ranges::count_if(texture.indices, [&](uint8_t index) { return IsTransparent(texture.colors, index); }));
 }
 
 SIndexedImage IndexedPictureOf(const SRawTexture& texture) {

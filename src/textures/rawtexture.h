@@ -26,9 +26,9 @@ std::optional<SRawTexture> ReadRawTexture(const std::string& path, const ColorTa
 std::optional<SRawTexture> RawTextureOf(const STextureFiles& files, const ColorTable& defaults, SError* error);
 
 /// Different indices in use.
-int ColorCount(const SRawTexture& texture);
+int ColorCount(const SIndexedTexture& texture);
 /// Texels that the game lets through.
-int TransparentCount(const SRawTexture& texture);
+int TransparentCount(const SIndexedTexture& texture);
 
 /// The texels in colour, those that the game lets through of alpha 0.
 SImage PictureOf(const SRawTexture& texture);

@@ -158,8 +158,18 @@ void CTextureBrowserWidget::Refresh(const SNews& news) {
     places_ = std::move(places);
     LookAgain();
   }
-  if (news.view || news.model.textures || news.model.topology || news.model.faces) List();
-  ShowChosen();
+  // Faces change with every movement of a drag, who uses which texture seldom.
+  if (news.view || news.model.textures || UseCounts() != use_counts_)
+    List();
+  else
+    EnableButtons();
+}
+
+std::vector<int32_t> CTextureBrowserWidget::UseCounts() const {
+  std::vector<int32_t> counts;
+  for (int32_t i = 0; Cursor() != nullptr && i < Cursor()->Model().TextureCount(); ++i)
+    counts.push_back(Cursor()->Model().Texture(i).UseCount());
+  return counts;
 }
 
 void CTextureBrowserWidget::LookAgain() {
@@ -242,6 +252,7 @@ bool CTextureBrowserWidget::IsShown(const SBrowserTexture& texture) const {
 
 void CTextureBrowserWidget::List() {
   if (Cursor() != nullptr && Cursor()->Model().IsBusy()) return;
+  use_counts_ = UseCounts();
   const std::string chosen = Chosen() == nullptr ? "" : Chosen()->name;
   std::vector<SBrowserTexture> textures;
   AddModelTextures(textures);
@@ -268,11 +279,16 @@ void CTextureBrowserWidget::Choose(const std::string& name) {
   ShowChosen();
 }
 
-void CTextureBrowserWidget::ShowChosen() {
+void CTextureBrowserWidget::EnableButtons() {
   const SBrowserTexture* const chosen = Chosen();
   const bool is_editable = View() != nullptr && CanEditModel(View()->Document());
   assign_->setEnabled(chosen != nullptr && is_editable && CanEditFaces(*Cursor()));
   map_->setEnabled(chosen != nullptr && chosen->faces > 0);
+}
+
+void CTextureBrowserWidget::ShowChosen() {
+  const SBrowserTexture* const chosen = Chosen();
+  EnableButtons();
   emit ChosenChanged();
   preview_->setEnabled(chosen != nullptr);
   if (chosen == nullptr) {
@@ -284,7 +300,7 @@ void CTextureBrowserWidget::ShowChosen() {
   const ColorTable& defaults = View()->Document().Services().textures.DefaultColors();
   if (const auto raw = RawTextureOf(chosen->Read(), defaults, nullptr)) {
     preview_->SetImage(ImageOf(raw->texels));
-    text += '\n' + tr("%1 colours, %L2 texels transparent").arg(ColorCount(*raw)).arg(TransparentCount(*raw));
+    text += '\n' + TexelCounts(raw->texels);
   } else {
     preview_->SetImage({});
   }

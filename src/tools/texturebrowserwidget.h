@@ -49,8 +49,11 @@ class CTextureBrowserWidget : public CToolWidget {
   void Look();
   void List();
   bool IsShown(const SBrowserTexture& texture) const;
+  /// Of the model's textures, in its order.
+  std::vector<int32_t> UseCounts() const;
   void AddModelTextures(std::vector<SBrowserTexture>& textures) const;
   void AddOthers(std::vector<SBrowserTexture>& textures) const;
+  void EnableButtons();
   void ShowChosen();
   void ShowMenu(const QPoint& at);
   void Assign();
@@ -62,6 +65,7 @@ class CTextureBrowserWidget : public CToolWidget {
   CTextureCatalog coming_;  ///< while it is being looked
   QElapsedTimer since_listed_;
   std::vector<std::string> places_;  ///< that it looks through
+  std::vector<int32_t> use_counts_;  ///< as listed
   QTimer looking_;
   QLineEdit* search_;
   QComboBox* shown_;

@@ -207,7 +207,7 @@ void CTruckEditorDlg::OnChanged() {
 void CTruckEditorDlg::ShowPackActions() {
   pack_again_->setEnabled(packed_.has_value());
   pack_again_->setStatusTip(packed_ ? tr("Into %1").arg(NameToQString(packed_->archive)) : QString());
-  const bool is_set = services_.start_game != nullptr && !services_.settings.game_command.empty();
+  const bool is_set = services_.CanStartGame();
   pack_and_start_->setEnabled(is_set);
   pack_and_start_->setText(is_set ? tr("Pack and Start &Game")
                                   : tr("Pack and Start &Game (its command is set in File > Preferences, Archives)"));
@@ -320,20 +320,22 @@ STruckPackPlan CTruckEditorDlg::PackPlan() const {
   return plan;
 }
 
-bool CTruckEditorDlg::PackTruck() {
-  if (!IsReadyToPack()) return false;
+void CTruckEditorDlg::PackTruck() {
+  if (const auto files = AskAndPack()) OfferArchive(*files);
+}
+
+std::optional<size_t> CTruckEditorDlg::AskAndPack() {
+  if (!IsReadyToPack()) return std::nullopt;
   STruckPackPlan plan = PackPlan();
   const bool leaves_out = packed_ ? packed_->leaves_out_stock : services_.settings.creator_pod_zip != 0;
   CTruckPackDialog dialog(plan, leaves_out, services_.questions, this);
-  if (dialog.exec() != QDialog::Accepted) return false;
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   services_.settings.creator_pod_zip = dialog.LeavesOutStock() ? 1 : 0;
   return WritePod(plan, dialog.LeavesOutStock());
 }
 
 void CTruckEditorDlg::PackAndStart() {
-  starts_game_ = true;
-  const bool is_written = packed_ ? PackAgain() : PackTruck();
-  starts_game_ = false;
+  const bool is_written = packed_ ? PackAgain() : AskAndPack().has_value();
   if (is_written && services_.start_game(packed_->archive, document_.Path()))
     statusBar()->showMessage(tr("Packed %1 and started the game").arg(NameToQString(packed_->archive)), kMessageMs);
 }
@@ -359,7 +361,7 @@ bool CTruckEditorDlg::PackAgain() {
   return true;
 }
 
-bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock) {
+std::optional<size_t> CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock) {
   const std::string folder = packed_ ? DirectoryPart(packed_->archive) : FindAnyCase(services_.settings.pod_dir);
   const SFilePrompt prompt = {
       .title = tr("Write Archive").toStdString(),
@@ -369,10 +371,9 @@ bool CTruckEditorDlg::WritePod(const STruckPackPlan& plan, bool leave_out_stock)
       .default_extension = "pod"};
   const auto pod = services_.questions.AskSaveFile(prompt);
   const std::vector<SPodSource> sources = plan.Sources(leave_out_stock);
-  if (!pod || !CreatePod(services_.questions, pod->path, sources)) return false;
+  if (!pod || !CreatePod(services_.questions, pod->path, sources)) return std::nullopt;
   RememberPacking({pod->path, leave_out_stock, plan.AddedFiles()});
-  if (!starts_game_) OfferArchive(sources.size());
-  return true;
+  return sources.size();
 }
 
 void CTruckEditorDlg::OfferArchive(size_t files) {

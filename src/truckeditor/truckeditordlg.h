@@ -46,8 +46,8 @@ class CTruckEditorDlg : public QMainWindow {
   bool SaveAs();
   void Reload();
   void EarlierStates();
-  /// Both are false when nothing was written.
-  bool PackTruck();
+  void PackTruck();
+  /// False when nothing was written.
   bool PackAgain();
   /// Again, or the first time, and then the game with what was written.
   void PackAndStart();
@@ -77,7 +77,9 @@ class CTruckEditorDlg : public QMainWindow {
   bool IsReadyToPack();
   STruckPackPlan PackPlan() const;
   void RememberPacking(SPackMemory packed);
-  bool WritePod(const STruckPackPlan& plan, bool leave_out_stock);
+  /// How many files the archive has got; nothing when none was written.
+  std::optional<size_t> AskAndPack();
+  std::optional<size_t> WritePod(const STruckPackPlan& plan, bool leave_out_stock);
   void OfferArchive(size_t files);
   void ShowPackActions();
   bool KeepNew(const CNewTruckWizard& wizard);
@@ -101,7 +103,6 @@ class CTruckEditorDlg : public QMainWindow {
   QAction* reload_ = nullptr;
   QAction* pack_again_ = nullptr;
   QAction* pack_and_start_ = nullptr;
-  bool starts_game_ = false;           ///< once the archive is written
   std::optional<SPackMemory> packed_;  ///< the last time
 };
 

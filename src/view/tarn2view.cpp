@@ -57,12 +57,12 @@ void CTarnView::DrawOver(const CViewCamera& camera) {
 
 const std::vector<int32_t>& CTarnView::SelectedPart() const {
   const CBinModel& model = document_->Model();
-  if (selected_part_.is_known && selected_part_.revision == model.SelectionRevision()) return selected_part_.vertices;
+  if (selected_part_ && selected_part_->revision == model.SelectionRevision()) return selected_part_->vertices;
   const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
   const std::vector<int32_t> corners = VerticesInScope(model, SScope::OfFaces(model.Selected(EGroupKind::kFaces)));
-  selected_part_ = {.revision = model.SelectionRevision(), .is_known = true, .vertices = {}};
-  std::ranges::set_union(vertices, corners, std::back_inserter(selected_part_.vertices));
-  return selected_part_.vertices;
+  selected_part_ = SSelectedPart{.revision = model.SelectionRevision(), .vertices = {}};
+  std::ranges::set_union(vertices, corners, std::back_inserter(selected_part_->vertices));
+  return selected_part_->vertices;
 }
 
 std::optional<CGizmo> CTarnView::Gizmo() const {

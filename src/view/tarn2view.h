@@ -121,10 +121,9 @@ class CTarnView : public C3DView, private CDocumentObserver {
   /// The vertices that belong to the selection, found anew when that is another one.
   struct SSelectedPart {
     uint64_t revision = 0;
-    bool is_known = false;
     std::vector<int32_t> vertices;
   };
-  mutable SSelectedPart selected_part_;
+  mutable std::optional<SSelectedPart> selected_part_;
   int32_t followed_face_ = -1;
   bool is_choosing_ = false;  ///< what is clicked on is in sight
   bool is_begun_ = false;     ///< the model has something to be seen in its place

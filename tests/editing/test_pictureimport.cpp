@@ -2,6 +2,7 @@
 
 #include "editing/editfixture.h"
 #include "editing/pictureimport.h"
+#include "textures/rawtexture.h"
 
 namespace veldra::testing {
 
@@ -46,9 +47,8 @@ TEST_F(CPictureImportTest, TakesAPartAndSaysWhatShowsThrough) {
   for (const auto& row : rows) {
     const SIndexedTexture made = TextureFrom(path, image, row.input);
     EXPECT_EQ(made.indices.size(), static_cast<size_t>(row.input.size) * static_cast<size_t>(row.input.size));
-    const STextureCounts counts = CountTexels(made);
-    EXPECT_EQ(counts.colors, row.colors) << &row - rows;
-    EXPECT_EQ(counts.transparent, row.transparent) << &row - rows;
+    EXPECT_EQ(ColorCount(made), row.colors) << &row - rows;
+    EXPECT_EQ(TransparentCount(made), row.transparent) << &row - rows;
   }
 }
 

@@ -1,102 +1,24 @@
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTabWidget>
-#include <QTest>
 #include <QTreeWidget>
 #include <QUrl>
 
 #include "archive/poddocument.h"
-#include "document/earlierstates.h"
 #include "document/filenews.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "platform/sound.h"
 #include "platform/text.h"
-#include "samples/truckfile.h"
-#include "samples/workspace.h"
-#include "settings/coptools.h"
-#include "support/dialogdriver.h"
-#include "support/scriptedquestions.h"
-#include "support/testfiles.h"
-#include "truckeditor/truckeditordlg.h"
+#include "truckeditor/truckeditorfixture.h"
 #include "truckeditor/trucknamespage.h"
 #include "truckeditor/truckview.h"
 
 namespace veldra::testing {
 namespace {
-
-/// The editor on a screen, with the truck of the sample workspace, which is made once.
-class CTruckEditorTest : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    folder_ = std::make_unique<CTempFolder>();
-    CScriptedQuestions questions;
-    SError error;
-    ASSERT_TRUE(samples::WriteWorkspace(folder_->Path(), questions, &error)) << error.what;
-  }
-  static void TearDownTestSuite() { folder_.reset(); }
-
-  CTruckEditorTest() {
-    SettingsMap map;
-    CopTools::ReadCfgFile(folder_->File(kSettingsFileName), map);
-    settings.Take(map);
-    editor = std::make_unique<CTruckEditorDlg>(
-        SToolServices{.questions = questions,
-                      .settings = settings,
-                      .stock = stock,
-                      .default_colors = colors,
-                      .game_folder = "",
-                      .show_archive = [this](const std::string& pod) { shown_archive = pod; },
-                      .start_game =
-                          [this](const std::string& archive, const std::string& truck) {
-                            started = {archive, truck};
-                            return true;
-                          }},
-        &states);
-  }
-
-  std::string TruckPath() const { return JoinPath(settings.trk_dir, samples::kTruckFileName); }
-  const CTruck& Truck() const { return editor->Document().Truck(); }
-
-  void Show(int page) {
-    Child<QTabWidget>(*editor, "pages")->setCurrentIndex(page);
-    editor->show();
-    editor->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
-  }
-  /// TEXT in UTF-8, in place of what stands in the line.
-  void Type(const char* line, const char* text) {
-    auto* const edit = Child<QLineEdit>(*editor, line);
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClick(edit, Qt::Key_Delete);
-    for (const QChar letter : QString::fromUtf8(text))
-      QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, letter, Qt::NoModifier);
-  }
-  void Click(const char* button) { QTest::mouseClick(Child<QPushButton>(*editor, button), Qt::LeftButton); }
-  QString Note(const char* name) { return Child<QLabel>(*editor, name)->toolTip(); }
-
-  static inline std::unique_ptr<CTempFolder> folder_;
-  CSettings settings;
-  CScriptedQuestions questions;
-  CStockFiles stock;
-  const ColorTable colors = GreyRamp();
-  CTempFolder states_folder;
-  CEarlierStates states{states_folder.Path()};
-  std::string shown_archive;
-  std::pair<std::string, std::string> started;  ///< the game's archive and truck
-  std::unique_ptr<CTruckEditorDlg> editor;
-};
 
 TEST_F(CTruckEditorTest, NamesSayWhereTheirFilesAre) {
   ASSERT_TRUE(editor->OpenFile(TruckPath()));
@@ -435,103 +357,6 @@ TEST_F(CTruckEditorTest, PackingShowsWhatIsMissingAndWritesTheRest) {
   EXPECT_EQ(packed->more_files, std::vector<std::string>{folder.File("X.TXT")});
   folder.Write("T.TRK.pack", "");
   EXPECT_FALSE(ReadPackMemory(folder.File("T.TRK")));
-}
-
-TEST_F(CTruckEditorTest, ChecksAreLiveAndLeadToTheField) {
-  ASSERT_TRUE(editor->OpenFile(TruckPath()));
-  Show(6);
-  auto* const found = Child<QTreeWidget>(*editor, "truckFindings");
-  const auto missing = [&] { return found->findItems("Missing file", Qt::MatchExactly); };
-  EXPECT_EQ(missing().size(), 0);
-  auto* const pages = Child<QTabWidget>(*editor, "pages");
-  const auto use = [](std::string CTruck::*name) { return [name](CTruck& truck) { truck.*name = "NOWHERE.RAW"; }; };
-  const struct {
-    std::function<void(CTruck&)> spoil;
-    const char* named;
-    int page;
-    const char* field;
-  } kCases[] = {{[](CTruck& truck) { truck.tire_base_name = "NOKING"; }, "NOKING08L.BIN", 0, "tireModels"},
-                {use(&CTruck::shock_texture), "NOWHERE.RAW", 0, "shockTexture"},
-                {[](CTruck& truck) { truck.lights[1].cone_texture = "NOWHERE.RAW"; }, "NOWHERE.ACT", 3, "coneTexture"},
-                {[](CTruck& truck) { truck.wave_files[2] = "NONE.WAV"; }, "NONE.WAV", 4, "waveFile3"}};
-  for (const auto& each : kCases) {
-    editor->Document().Change("", each.spoil);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !missing().isEmpty(); })) << each.named;
-    const auto rows = found->findItems(each.named, Qt::MatchExactly, 1);
-    ASSERT_FALSE(rows.isEmpty()) << each.named;
-    emit found->itemActivated(rows.first(), 0);
-    EXPECT_EQ(pages->currentIndex(), each.page);
-    EXPECT_TRUE(Child<QLineEdit>(*editor, each.field)->hasFocus());
-    editor->Document().Undo();
-    pages->setCurrentIndex(6);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return missing().isEmpty(); }));
-  }
-  EXPECT_EQ(Child<QListWidget>(*editor, "lights")->currentRow(), 1);
-}
-
-TEST_F(CTruckEditorTest, ANewTruckIsMadeStepByStepAndHasItsFiles) {
-  const CTempFolder target;
-  CTruckEditorDlg other(SToolServices{.questions = questions,
-                                      .settings = settings,
-                                      .stock = stock,
-                                      .default_colors = colors,
-                                      .game_folder = "",
-                                      .write_sample = [&](const std::string&) { return TruckPath(); }});
-  settings.pod_dir = settings.bin_dir = settings.art_dir = "";  // nothing is found but from the template
-  CDialogDriver dialogs;
-  const auto choose = [](QWidget& dialog, const char* start) {
-    auto* const list = Child<QListWidget>(dialog, "templates");
-    list->setCurrentItem(list->findItems(start, Qt::MatchExactly).value(0));
-    ClickButton(dialog, "Next >");
-  };
-  dialogs.On("newTruck", [&](QWidget& dialog) {
-    choose(dialog, "The sample truck");
-    auto* const file = Child<QLineEdit>(dialog, "newTruckFile");
-    TypeInto(dialog, "newTruckName", "Big-Foot 4x4");
-    EXPECT_EQ(file->text(), "BIGFOOT4");
-    TypeInto(dialog, "newTruckFolder", QString::fromStdString(target.File("none")));
-    EXPECT_EQ(Child<QLabel>(dialog, "newTruckFault")->text(), "There is no such folder.");
-    TypeInto(dialog, "newTruckFolder", QString::fromStdString(target.Path()));
-    TypeInto(dialog, "newTruckFile", "BIG");
-    EXPECT_EQ(Child<QLabel>(dialog, "newTruckFault")->text(), "");
-    for (int i = 0; i < 2; ++i)
-      ClickButton(dialog, "Next >");
-    TypeInto(dialog, "frontrighttire0", "4.5");
-    ClickButton(dialog, "Next >");
-    Child<QCheckBox>(dialog, "newHeadlights")->click();
-    Child<QCheckBox>(dialog, "newBrakelights")->click();
-    Child<QCheckBox>(dialog, "newBrakelights")->click();
-    ClickButton(dialog, "Next >");
-    EXPECT_EQ(Child<QLabel>(dialog, "newTruckMissing")->text(), "");
-    ClickButton(dialog, "Finish");
-  });
-  other.NewByWizard();
-  CTruck saved;
-  ASSERT_TRUE(saved.Load(target.File("BIG.TRK")));
-  EXPECT_EQ(saved.name, "Big-Foot 4x4");
-  EXPECT_EQ(saved.tires[kFrontLeftTire][0], -4.5);
-  EXPECT_EQ(saved.light_count, 5) << "headlights are gone, brake lights back";
-  EXPECT_FALSE(other.Document().IsModified());
-  EXPECT_TRUE(IsSameFile(other.Document().Path(), target.File("BIG.TRK")));
-  const STruckPackPlan plan =
-      PlanTruckPack(target.File("BIG.TRK"), PlacesForTruck(target.File("BIG.TRK"), settings, ""), stock);
-  EXPECT_TRUE(plan.Lacking(false).empty()) << "all that it needs lies beside it";
-
-  dialogs.On("newTruck", [&](QWidget& dialog) {
-    choose(dialog, "A plain truck without models");
-    TypeInto(dialog, "newTruckFile", "BIG");
-    TypeInto(dialog, "newTruckFolder", QString::fromStdString(target.Path()));
-    EXPECT_EQ(Child<QLabel>(dialog, "newTruckFault")->text(), "There is a truck of this name already.");
-    TypeInto(dialog, "newTruckFile", "PLAIN");
-    for (int i = 0; i < 4; ++i)
-      ClickButton(dialog, "Next >");
-    Child<QCheckBox>(dialog, "newTruckSave")->setChecked(false);
-    ClickButton(dialog, "Finish");
-  });
-  other.NewByWizard();
-  EXPECT_TRUE(other.Document().IsModified());
-  EXPECT_EQ(other.Document().Path(), "");
-  EXPECT_EQ(other.Document().Truck().light_count, 6);
 }
 
 }  // namespace

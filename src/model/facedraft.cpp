@@ -1,0 +1,77 @@
+#include "model/facedraft.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model/normals.h"
+#include "platform/numbers.h"
+
+namespace veldra::facedraft {
+
+namespace {
+
+std::vector<CBinVertex*> VerticesOf(const CBinModel& model, const SDraft& draft) {
+  std::vector<CBinVertex*> vertices;
+  vertices.reserve(draft.corners.size());
+  for (const int32_t corner : draft.corners)
+    vertices.push_back(&model.Vertex(corner));
+  return vertices;
+}
+
+void SetCoords(CBinFace& face, const SDraft& draft) {
+  for (size_t k = 0; k < draft.coords.size(); ++k)
+    face.SetTexCoord(static_cast<int>(k), draft.coords[k]);
+}
+
+}  // namespace
+
+bool IsAmong(std::span<const int32_t> sorted, int32_t index) {
+  return std::ranges::binary_search(sorted, index);
+}
+
+Vector3 PositionOf(const CBinModel& model, int32_t vertex) {
+  return ToVector(model.Vertex(vertex).Position());
+}
+
+SPoint Nearest(const Vector3& point) {
+  return {Truncate(std::round(point[0])), Truncate(std::round(point[1])), Truncate(std::round(point[2]))};
+}
+
+int CornerOf(const CBinFace& face, int32_t vertex) {
+  for (int k = 0; k < face.CornerCount(); ++k)
+    if (face.Corner(k)->Index() == vertex) return k;
+  return -1;
+}
+
+SDraft DraftOf(const CBinFace& face) {
+  SDraft draft;
+  for (int k = 0; k < face.CornerCount(); ++k) {
+    draft.corners.push_back(face.Corner(k)->Index());
+    draft.coords.push_back(face.TexCoord(k));
+  }
+  return draft;
+}
+
+std::unique_ptr<CBinFace> Made(CBinModel& model, const SDraft& draft, const CBinFace& like) {
+  auto face = std::make_unique<CBinFace>(model);
+  face->SetCorners(VerticesOf(model, draft));
+  face->SetTexture(like.Texture());
+  face->SetType(like.Type());
+  SetCoords(*face, draft);
+  return face;
+}
+
+void Become(CBinModel& model, int32_t face, const SDraft& draft) {
+  model.SetFaceCorners(face, VerticesOf(model, draft));
+  SetCoords(model.Face(face), draft);
+}
+
+void Append(CBinModel& model, CBinModel::Faces faces) {
+  for (std::unique_ptr<CBinFace>& face : faces) {
+    const SPoint normal = CalcFaceNormal(*face);
+    face->SetStored(normal, CalcMagic(*face, normal));
+    model.AddFace(std::move(face));
+  }
+}
+
+}  // namespace veldra::facedraft

@@ -4,7 +4,6 @@
 #include <new>
 #include <utility>
 
-#include "platform/inputfile.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -18,9 +17,16 @@ std::nullopt_t Nothing(SError* error, std::string what) {
 
 }  // namespace
 
+bool OpenPart(const SFilePart& part, CInputFile& file, SError* error) {
+  if (!file.Open(part.path, error)) return false;
+  if (!part.version || *part.version == file.Version()) return true;
+  file.Close();
+  return Fail(error, "another program has changed it meanwhile");
+}
+
 std::optional<CFileBytes> ReadFilePart(const SFilePart& part, SError* error, size_t limit) try {
   CInputFile file;
-  if (!file.Open(part.path, error)) return std::nullopt;
+  if (!OpenPart(part, file, error)) return std::nullopt;
   if (part.offset > file.Length()) return Nothing(error, "the file ends before its time");
   const uint64_t there = file.Length() - part.offset;
   const uint64_t wanted = part.length.value_or(there);

@@ -32,7 +32,7 @@ class CSide {
     if (part_.path.empty()) return false;
     if (part_.path == open_path_) return true;
     open_path_ = part_.path;
-    return file_.Open(part_.path);
+    return OpenPart(part_, file_);
   }
   bool Read(uint64_t at, size_t length) { return file_.ReadAt(part_.offset + at, std::span(buffer_).first(length)); }
   const std::vector<uint8_t>& Buffer() const { return buffer_; }

@@ -115,6 +115,7 @@ bool CPodDocument::Load(const std::string& path, SError* error) {
   if (!file.Open(path, error) || !ReadPodHead(file, head, error)) return false;
   if (!Parse(std::move(head), file.Length(), diagnosis)) return Fail(error, diagnosis.Text());
   path_ = path;
+  version_ = file.Version();
   modified_ = file.ModificationTime();
   return true;
 }
@@ -141,7 +142,7 @@ bool CPodDocument::Parse(CFileBytes head, uint64_t archive_length, SDiagnosis& d
 SFilePart CPodDocument::PartOf(const SPodEntry& entry) const {
   if (entry.fault != EPodFault::kNone) return {};
   if (entry.file > 0) return files_[entry.file - 1];
-  return {path_, entry.offset, entry.length};
+  return {path_, entry.offset, entry.length, version_};
 }
 
 bool CPodDocument::IsChanged(const SPodEntry& entry) const {

@@ -72,6 +72,8 @@ class CPodDocument {
   bool Parse(CFileBytes head, uint64_t archive_length, SDiagnosis& diagnosis);
 
   const std::string& Path() const { return path_; }
+  /// Opens the archive's file, unless it is another one by now than was loaded.
+  bool Open(CInputFile& file, SError* error = nullptr) const { return OpenPart({path_, 0, {}, version_}, file, error); }
   uint64_t ArchiveLength() const { return archive_length_; }
   /// The header's text, as stored up to its zero.
   std::string Comment() const;
@@ -119,6 +121,7 @@ class CPodDocument {
   std::string path_;
   CFileBytes head_;
   uint64_t archive_length_ = 0;
+  std::optional<SFileVersion> version_;
   int64_t modified_ = 0;
   std::vector<SPodEntry> entries_;
   std::deque<std::array<char, kPodNameSize>> new_names_;  ///< that the directory on the disk does not have

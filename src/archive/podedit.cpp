@@ -72,6 +72,10 @@ class CPodRewriter {
  private:
   bool FailToWrite() { return questions_.Fail(Format("\"%s\" could not be written.", path_.c_str()), error_.what); }
 
+  bool FailToRead(const std::string& path) {
+    return questions_.Fail(Format("\"%s\" could not be read.", path.c_str()), error_.what);
+  }
+
   std::vector<uint8_t> Directory() const {
     CByteWriter writer;
     writer.WriteU32(static_cast<uint32_t>(parts_.size()));
@@ -107,7 +111,7 @@ class CPodRewriter {
       length += parts_[i].length;
     if (parts_[begin].memory != nullptr)
       return file_.Write({parts_[begin].memory, static_cast<size_t>(length)}, &error_) || FailToWrite();
-    if (input_path_ != part.path && !input_.Open(part.path, &error_)) return FailToWrite();
+    if (input_path_ != part.path && !OpenPart(part, input_, &error_)) return FailToRead(part.path);
     input_path_ = part.path;
     bool stopped = false;
     const auto step = [&](uint64_t count) {
@@ -117,7 +121,8 @@ class CPodRewriter {
     };
     if (!file_.CopyFrom(input_, part.offset, length, step, &error_)) return stopped ? false : FailToWrite();
     if (part.length || input_.LengthNow() == length) return true;
-    return questions_.Fail(Format("\"%s\" could not be read.", part.path.c_str()), kChangedSourceText);
+    error_.what = kChangedSourceText;
+    return FailToRead(part.path);
   }
 
   CQuestions& questions_;

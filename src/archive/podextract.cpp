@@ -96,12 +96,8 @@ SExtractResult CExtraction::Run() {
 
 bool CExtraction::OpenArchive() {
   SError error;
-  if (!input_.Open(archive_.Path(), &error)) {
-    Warn(kFailedToOpenPod, error.what);
-    return false;
-  }
-  if (input_.Length() == archive_.ArchiveLength()) return true;
-  Warn(kFailedToOpenPod, "It has changed since its directory was read.");
+  if (archive_.Open(input_, &error)) return true;
+  Warn(kFailedToOpenPod, error.what);
   return false;
 }
 
@@ -230,7 +226,7 @@ EWritten CExtraction::Copy(COutputFile& file, const SExtractStep& step, CProgres
   };
   const SFilePart part = archive_.PartOf(entry);
   CInputFile other;
-  if (entry.file > 0 && !other.Open(part.path, &error)) return Skip(step, error.what);
+  if (entry.file > 0 && !OpenPart(part, other, &error)) return Skip(step, error.what);
   const CInputFile& input = entry.file > 0 ? other : input_;
   const uint64_t length = part.length.value_or(input.Length());
   if (file.CopyFrom(input, part.offset, length, tell, &error) && file.Commit(&error)) return EWritten::kYes;

@@ -131,7 +131,7 @@ bool CPodWriter::Open(size_t index) {
   const SPodSource& source = sources_[index];
   const SFilePart& part = source.bytes;
   const bool is_open = input_.IsOpen() && part.length && input_path_ == part.path;
-  if (!is_open && !input_.Open(part.path, &error_)) return false;
+  if (!is_open && !OpenPart(part, input_, &error_)) return false;
   input_path_ = part.path;
   const uint64_t length = plan_.entries[index].length;
   if (!part.length && IsItself(source)) {

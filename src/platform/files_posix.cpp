@@ -33,7 +33,13 @@ int Descriptor(Handle handle) {
 }
 
 SStatus ToStatus(const struct stat& info) {
-  if (S_ISREG(info.st_mode)) return {EKind::kFile, static_cast<uint64_t>(info.st_size), info.st_mtime};
+  constexpr int64_t kNanoseconds = 1'000'000'000;
+  if (S_ISREG(info.st_mode)) {
+    return {.kind = EKind::kFile,
+            .length = static_cast<uint64_t>(info.st_size),
+            .modified = info.st_mtime,
+            .ticks = info.st_mtim.tv_sec * kNanoseconds + info.st_mtim.tv_nsec};
+  }
   return {S_ISDIR(info.st_mode) ? EKind::kDirectory : EKind::kOther};
 }
 

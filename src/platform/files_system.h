@@ -23,6 +23,7 @@ struct SStatus {
   EKind kind = EKind::kNothing;
   uint64_t length = 0;   ///< in bytes, for kFile
   int64_t modified = 0;  ///< in seconds since 1970, for kFile
+  int64_t ticks = 0;     ///< the same moment as finely as the disk keeps it, in a unit of the system's
 };
 
 struct SIdentity {

@@ -52,11 +52,14 @@ int OpenExisting(const std::string& path, DWORD access, DWORD share, DWORD flags
 }
 
 /// Windows counts tenths of a microsecond since 1601.
-int64_t ToUnixTime(const FILETIME& time) {
+SStatus FileStatus(uint64_t length, const FILETIME& modified) {
   constexpr int64_t kTicksPerSecond = 10'000'000;
   constexpr int64_t kSecondsFrom1601To1970 = 11'644'473'600;
-  const auto ticks = static_cast<int64_t>(uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
-  return ticks / kTicksPerSecond - kSecondsFrom1601To1970;
+  const auto ticks = static_cast<int64_t>(uint64_t{modified.dwHighDateTime} << 32 | modified.dwLowDateTime);
+  return {.kind = EKind::kFile,
+          .length = length,
+          .modified = ticks / kTicksPerSecond - kSecondsFrom1601To1970,
+          .ticks = ticks};
 }
 
 bool IsDeviceName(const std::string& path) {
@@ -123,7 +126,7 @@ SStatus Status(const std::string& path) {
   WIN32_FILE_ATTRIBUTE_DATA data;
   if (GetFileAttributesExW(CallPath(path).c_str(), GetFileExInfoStandard, &data) == 0) return {};
   if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {EKind::kDirectory};
-  return {EKind::kFile, uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow, ToUnixTime(data.ftLastWriteTime)};
+  return FileStatus(uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow, data.ftLastWriteTime);
 }
 
 std::optional<SIdentity> Identity(const std::string& path) {
@@ -183,7 +186,7 @@ int StatusOf(Handle handle, SStatus& status) {
   if (GetFileSizeEx(SystemHandle(handle), &length) == 0 ||
       GetFileTime(SystemHandle(handle), nullptr, nullptr, &modified) == 0)
     return static_cast<int>(GetLastError());
-  status = {EKind::kFile, static_cast<uint64_t>(length.QuadPart), ToUnixTime(modified)};
+  status = FileStatus(static_cast<uint64_t>(length.QuadPart), modified);
   return 0;
 }
 

@@ -13,11 +13,11 @@ CInputFile::~CInputFile() {
 }
 
 CInputFile::CInputFile(CInputFile&& other) noexcept
-    : handle_(std::exchange(other.handle_, kClosed)), length_(other.length_), modified_(other.modified_) {}
+    : handle_(std::exchange(other.handle_, kClosed)), version_(other.version_), modified_(other.modified_) {}
 
 CInputFile& CInputFile::operator=(CInputFile&& other) noexcept {
   std::swap(handle_, other.handle_);
-  length_ = other.length_;
+  version_ = other.version_;
   modified_ = other.modified_;
   return *this;
 }
@@ -27,7 +27,7 @@ bool CInputFile::Open(std::string_view path, SError* error) {
   disk::SStatus status;
   const int number = disk::OpenToRead(disk::SystemPath(path), handle_, status);
   if (number == 0 && status.kind == disk::EKind::kFile) {
-    length_ = status.length;
+    version_ = {status.length, status.ticks};
     modified_ = status.modified;
     return true;
   }

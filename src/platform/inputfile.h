@@ -9,6 +9,13 @@
 
 namespace veldra {
 
+/// What another version of a file differs in.
+struct SFileVersion {
+  uint64_t length = 0;  ///< in bytes
+  int64_t ticks = 0;    ///< when it was last written, in a unit of the system's
+  bool operator==(const SFileVersion&) const = default;
+};
+
 /// A regular file open for reading, any part of it, for what is too long to be read whole.
 class CInputFile {
  public:
@@ -22,8 +29,9 @@ class CInputFile {
   bool IsOpen() const { return handle_ != kClosed; }
 
   // As they were when it was opened.
-  uint64_t Length() const { return length_; }             ///< in bytes
+  uint64_t Length() const { return version_.length; }     ///< in bytes
   int64_t ModificationTime() const { return modified_; }  ///< in seconds since 1970
+  const SFileVersion& Version() const { return version_; }
 
   /// The length that it has now; nothing when that cannot be told.
   std::optional<uint64_t> LengthNow() const;
@@ -38,7 +46,7 @@ class CInputFile {
   static constexpr intptr_t kClosed = -1;
 
   intptr_t handle_ = kClosed;
-  uint64_t length_ = 0;
+  SFileVersion version_;
   int64_t modified_ = 0;
 };
 

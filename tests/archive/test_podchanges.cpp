@@ -133,5 +133,17 @@ TEST_F(CPodChangesTest, AFailedSaveLeavesTheOldArchive) {
   EXPECT_EQ(ReadTestFile(folder.File("copy.pod")).size(), MakePod(entries).size() + 17);
 }
 
+TEST_F(CPodChangesTest, AnArchiveThatAnotherProgramHasReplacedIsNotMixedWithTheOldOne) {
+  ASSERT_TRUE(changes.Remove({0}));
+  const std::string theirs = MakePod({{"DATA\\THEIRS.TXT", std::string(ReadTestFile(path).size(), 't')}});
+  folder.Write("p.pod", theirs);
+  SError error;
+  EXPECT_FALSE(SavePod(questions, archive, path));
+  EXPECT_FALSE(archive.ReadEntry(0, &error));
+  EXPECT_NE(questions.TakeMessageTexts().at(0).find("could not be read"), std::string::npos);
+  EXPECT_NE(error.what.find("changed it meanwhile"), std::string::npos) << error.what;
+  EXPECT_EQ(ReadTestFile(path), theirs);
+}
+
 }  // namespace
 }  // namespace veldra::testing

@@ -67,6 +67,10 @@ void SetLight() {
 
 }  // namespace
 
+bool HasTexture(const SBatchList& batch) {
+  return batch.texture != nullptr && batch.look != EFaceLook::kUntextured;
+}
+
 struct CModelRenderer::SImpl {
   CGeometryLists lists;
   CModelTextures textures;
@@ -84,7 +88,7 @@ struct CModelRenderer::SImpl {
   void DrawModel(const CBinModel& model, const SViewState& state, const SFrame& frame);
   void DrawFaces(const CBinModel& model, const SViewState& state, double seconds);
   void DrawBatch(const SBatchList& batch, const SViewState& state, double seconds);
-  bool BindTexture(const SBatchList& batch, const SViewState& state, double seconds);
+  void BindTexture(const SBatchList& batch, const SViewState& state, double seconds);
   void DrawShine(const std::vector<SBatchList>& batches);
   void BindShine();
   void DrawEdges(const CBinModel& model, const SInk& ink);
@@ -110,22 +114,23 @@ void CModelRenderer::SImpl::DrawFaces(const CBinModel& model, const SViewState& 
 }
 
 void CModelRenderer::SImpl::DrawBatch(const SBatchList& batch, const SViewState& state, double seconds) {
-  const bool is_textured = state.mode == ERenderMode::kTextured && BindTexture(batch, state, seconds);
+  const bool is_textured = state.mode == ERenderMode::kTextured && HasTexture(batch);
   const bool has_holes = is_textured && state.transparency && batch.look == EFaceLook::kTransparent;
   SetMaterial(is_textured ? kTexturedColor : kPlainColor);
-  if (is_textured) glEnable(GL_TEXTURE_2D);
+  if (state.mode == ERenderMode::kTextured) BindTexture(batch, state, seconds);
   if (has_holes) glEnable(GL_ALPHA_TEST);
   Call(batch.list);
   glDisable(GL_ALPHA_TEST);
   glDisable(GL_TEXTURE_2D);
 }
 
-bool CModelRenderer::SImpl::BindTexture(const SBatchList& batch, const SViewState& state, double seconds) {
-  if (batch.texture == nullptr || batch.look == EFaceLook::kUntextured) return false;
+/// White where it has none. A driver that draws without graphics hardware compiles a program for each way of drawing,
+/// which takes it longer than the whole first picture: so all faces are drawn in one.
+void CModelRenderer::SImpl::BindTexture(const SBatchList& batch, const SViewState& state, double seconds) {
+  glEnable(GL_TEXTURE_2D);
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
   glAlphaFunc(GL_GREATER, 0.5F);
-  textures.Bind(FrameAt(*batch.texture, seconds), state.high_quality);
-  return true;
+  textures.Bind(HasTexture(batch) ? FrameAt(*batch.texture, seconds) : PlainWhite(), state.high_quality);
 }
 
 /// The shiny faces once more: what they mirror is added to their colour.
@@ -133,7 +138,8 @@ void CModelRenderer::SImpl::DrawShine(const std::vector<SBatchList>& batches) {
   glPushAttrib(GL_ENABLE_BIT);
   for (const GLenum capability : kShineCapabilities)
     glEnable(capability);
-  glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
+  glDisable(GL_LIGHTING);
+  glColor3f(1.0F, 1.0F, 1.0F);
   glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
   glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
   glBlendFunc(GL_ONE, GL_ONE);

@@ -50,6 +50,16 @@ const STextureImage& FrameAt(const CBinTexture& entry, double seconds) {
   return *frames[static_cast<size_t>(std::fmod(passed, static_cast<double>(frames.size())))].image;
 }
 
+const STextureImage& PlainWhite() {
+  static const STextureImage white = [] {
+    STextureImage image;
+    image.size = 2;
+    image.rgba.assign(size_t{2} * 2 * 4, 255);
+    return image;
+  }();
+  return white;
+}
+
 void CModelTextures::Bind(const STextureImage& asked, bool filtered) {
   const STextureImage& image = HasTexels(asked) ? asked : Checkerboard();
   STexture& texture = textures_[image.id.Number()];
@@ -75,7 +85,7 @@ void CModelTextures::Upload(const STextureImage& image, bool with_mipmaps) {
 }
 
 void CModelTextures::Prune(const CBinModel& model) {
-  std::unordered_set<uint64_t> used = {Checkerboard().id.Number()};
+  std::unordered_set<uint64_t> used = {Checkerboard().id.Number(), PlainWhite().id.Number()};
   for (int32_t k = 0; k < model.TextureCount(); ++k) {
     for (const CBinTexture::SFrame& frame : model.Texture(k).Frames())
       used.insert(frame.image->id.Number());

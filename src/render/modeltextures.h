@@ -12,6 +12,9 @@ namespace veldra {
 /// 0 for a plain entry and for a rate that is not a finite number above 0.
 const STextureImage& FrameAt(const CBinTexture& entry, double seconds);
 
+/// What a face without a texture is drawn with where all faces have one.
+const STextureImage& PlainWhite();
+
 /// Texture images in one OpenGL context, each handed over once. The context must be current when the object goes, or
 /// Forget called.
 class CModelTextures {

@@ -79,6 +79,8 @@ bool CPictureEdits::TakeIn(const SEdit& edit) {
   SError error;
   const auto old = ReadRawTexture(edit.raw, store_.DefaultColors(), &error);
   if (!old) return fail(edit.raw, "\"%s\" could not be opened.", error);
+  if (!old->colors_fault.empty())
+    return fail(ColorTablePath(edit.raw), "\"%s\" could not be opened.", {old->colors_fault});
   const auto sides = ReadPictureSize(edit.picture, &error);
   if (!sides) return fail(edit.picture, "\"%s\" could not be opened.", error);
   // One that has become a texture's size means to have it.

@@ -38,8 +38,11 @@ STextureSource SourceOf(const SCatalogTexture& texture) {
 std::optional<SRawTexture> OpenTexture(CTarnDoc& document, const STextureSource& source) {
   SError error;
   auto texture = RawTextureOf(source.read(), document.Services().textures.DefaultColors(), &error);
-  if (!texture) document.ShowError(Format("\"%s\" could not be opened.", source.name.c_str()), error.what);
-  return texture;
+  // What is done with it may write a table over its own.
+  if (texture && texture->colors_fault.empty()) return texture;
+  if (texture) error.what = "Its colour table cannot be read: " + texture->colors_fault;
+  document.ShowError(Format("\"%s\" could not be opened.", source.name.c_str()), error.what);
+  return std::nullopt;
 }
 
 bool ExportTexture(CTarnDoc& document, const STextureSource& source) {

@@ -117,8 +117,12 @@ std::optional<SIndexedImage> PictureOf(const STextureImage& image, const ColorTa
     return blank;
   }
   const auto texture = RawTextureOf(FilesOf(image), defaults, error);
-  if (texture) return IndexedPictureOf(*texture);
-  if (error != nullptr) error->what = "\"" + image.path + "\" " + error->what;
+  // The model was loaded with its own colours: it is not written with others.
+  const bool has_lost_colors = texture && image.has_own_colors && !texture->has_own_colors;
+  if (texture && !has_lost_colors) return IndexedPictureOf(*texture);
+  if (error != nullptr)
+    error->what =
+        "\"" + image.path + "\" " + (texture ? "has lost its colour table " + texture->colors_fault : error->what);
   return std::nullopt;
 }
 

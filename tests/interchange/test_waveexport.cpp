@@ -177,6 +177,10 @@ TEST_F(WaveExport, TheWholeLotOrNothing) {
   EXPECT_FALSE(Export());
   EXPECT_NE(error.what.find("T64.png"), std::string::npos);
   EXPECT_EQ(ReadTestFile(Out()) + ReadTestFile(folder.File("out/m.mtl")), "oldold");
+
+  ASSERT_TRUE(RemoveFile(folder.File("art/T64.ACT")));
+  EXPECT_FALSE(Export()) << "with other colours than the model's";
+  EXPECT_NE(error.what.find("has lost its colour table"), std::string::npos) << error.what;
 }
 
 /// By a shell; the commands are this file's own.

@@ -49,6 +49,9 @@ void CDocumentWindows::Connect(CChildFrame& child) {
   connect(&child.View(), &CTarnView::StateChanged, this, &CDocumentWindows::Changed);
   connect(&child.View(), &CTarnView::CursorChanged, this, &CDocumentWindows::Changed);
   connect(&child.View(), &CTarnView::MenuWanted, this, &CDocumentWindows::MenuWanted);
+  child.View().SetGizmoPivot(gizmo_pivot_);
+  connect(&child.View(), &CTarnView::PivotPicked, this,
+          [this](const SPoint& at) { SetGizmoPivot({.kind = SPivotInput::EKind::kPoint, .point = ToVector(at)}); });
   connect(&child, &QObject::destroyed, this, [this] {
     NumberViews();
     emit DocumentsChanged();
@@ -99,6 +102,13 @@ SImage CDocumentWindows::Picture(const CTarnDoc& document) const {
   for (CChildFrame* child : Children())
     if (&child->Document() == &document && child->View().HasDrawn()) return child->View().SmallPicture();
   return {};
+}
+
+void CDocumentWindows::SetGizmoPivot(const SPivotInput& pivot) {
+  gizmo_pivot_ = pivot;
+  for (const CChildFrame* child : Children())
+    child->View().SetGizmoPivot(pivot);
+  emit Changed();
 }
 
 void CDocumentWindows::NewWindow() {

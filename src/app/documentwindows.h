@@ -36,6 +36,10 @@ class CDocumentWindows : public QObject {
   /// What a view shows of DOCUMENT, small; without pixels where none shows anything yet.
   SImage Picture(const CTarnDoc& document) const;
 
+  /// Where the gizmos of all views stand, those that are still to come included.
+  void SetGizmoPivot(const SPivotInput& pivot);
+  const SPivotInput& GizmoPivot() const { return gizmo_pivot_; }
+
   // Commands of the Window menu.
   void NewWindow();
   /// The active document from above, in front, from the right, and as it was, in windows side by side.
@@ -64,6 +68,7 @@ class CDocumentWindows : public QObject {
   CTarn2App& app_;
   CDocumentArea& area_;
   QObject* view_filter_;
+  SPivotInput gizmo_pivot_ = {.kind = SPivotInput::EKind::kMiddle};
   QList<QAction*> listed_;
 };
 

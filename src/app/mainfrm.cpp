@@ -58,6 +58,7 @@ CMainFrame::CMainFrame(CTarn2App& app)
       area_(new CDocumentArea),
       counts_(new QLabel),
       selected_(new QLabel),
+      hidden_(new QPushButton),
       docks_(new CToolDocks(*this, app.Settings())),
       textures_(app.Textures()),
       edits_(app.Textures(), app.Questions(), JoinPath(UserDataDirectory(), "pictures")),
@@ -68,12 +69,7 @@ CMainFrame::CMainFrame(CTarn2App& app)
   setCentralWidget(area_);
   MakeReadyForOpenGL();
   MakeCommands();
-  counts_->setObjectName("modelCounts");
-  selected_->setObjectName("selectedCounts");
-  for (QLabel* label : {selected_, counts_}) {
-    label->setContentsMargins(8, 0, 8, 0);
-    statusBar()->addPermanentWidget(label);
-  }
+  MakeStatusBar();
   ReadWindowState();
   CHelpWindow::InstallKey(*this);
   area_->setFocus();  // and not the first field of a tool window
@@ -151,6 +147,22 @@ void CMainFrame::ShowChangedFiles() {
     names += NameToQString(name);
   names.removeDuplicates();
   if (!names.isEmpty()) Say(tr("Changed on the disk, and shown anew: %1").arg(names.join(", ")));
+}
+
+void CMainFrame::MakeStatusBar() {
+  const SCommandRow& show_all = CommandRow(ECommand::kSelectShowAll);
+  hidden_->setObjectName("hiddenFaces");
+  hidden_->setFocusPolicy(Qt::NoFocus);
+  hidden_->setToolTip(tr("They are saved like all others. A click, or %1, shows them again.").arg(show_all.view_key));
+  hidden_->hide();
+  connect(hidden_, &QPushButton::clicked, this, [this, &show_all] { Run(show_all); });
+  statusBar()->addPermanentWidget(hidden_);
+  counts_->setObjectName("modelCounts");
+  selected_->setObjectName("selectedCounts");
+  for (QLabel* label : {selected_, counts_}) {
+    label->setContentsMargins(8, 0, 8, 0);
+    statusBar()->addPermanentWidget(label);
+  }
 }
 
 QList<CFileDocument*> CMainFrame::Documents() const {
@@ -254,7 +266,16 @@ void CMainFrame::NoteDocuments() {
   NoteOpenForCrash(titles);
 }
 
+/// As long as it is so: nobody is to take them for lost.
+void CMainFrame::RefreshHidden() {
+  const int32_t count = ActiveView() == nullptr ? 0 : ActiveView()->Cursor().HiddenCount();
+  hidden_->setVisible(count > 0);
+  const std::string faces = Counted(count, "face is", "faces are");
+  hidden_->setText(tr("%1 hidden: Show All").arg(ToQString(faces)));
+}
+
 void CMainFrame::RefreshStatus() {
+  RefreshHidden();
   const CTarnDoc* document = ActiveDocument();
   if (document == nullptr) {
     counts_->clear();

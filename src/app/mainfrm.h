@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QMainWindow>
+#include <QPushButton>
 #include <memory>
 #include <string>
 
@@ -76,7 +77,9 @@ class CMainFrame : public QMainWindow {
   void GiveKeysToView();
   void Refresh();
   void NoteDocuments();
+  void MakeStatusBar();
   void RefreshStatus();
+  void RefreshHidden();
   SCommandTarget CommandTarget();
   void ReadWindowState();
   void WriteRecentFiles();
@@ -86,6 +89,7 @@ class CMainFrame : public QMainWindow {
   CWelcomePage* welcome_ = nullptr;
   QLabel* counts_;
   QLabel* selected_;
+  QPushButton* hidden_;  ///< says that faces are hidden, and shows them again
   CToolDocks* docks_;
   CFileWatch* watch_ = nullptr;
   CTextureWatch textures_;

@@ -63,6 +63,11 @@ int32_t CEditCursor::SelectedCount(EGroupKind kind) const {
   return known.count;
 }
 
+int32_t CEditCursor::HiddenCount() const {
+  if (hidden_count_ < 0) hidden_count_ = model_.HiddenCount();
+  return hidden_count_;
+}
+
 CBinFace* CEditCursor::FaceObject() const {
   return face_.index < 0 ? nullptr : &model_.Face(face_.index);
 }
@@ -167,6 +172,7 @@ CEditCursor::SPlace CEditCursor::Followed(EGroupKind kind, const SPlace& place) 
 }
 
 void CEditCursor::OnDocumentChanged(const CTarnDoc&, const SModelChange& change) {
+  if (change.topology || change.visibility) hidden_count_ = -1;
   if (!change.topology) return;
   const SPlace face = Followed(EGroupKind::kFaces, face_);
   const SPlace vertex = Followed(EGroupKind::kVertices, vertex_);

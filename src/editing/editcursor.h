@@ -42,6 +42,8 @@ class CEditCursor : private CDocumentObserver {
   std::vector<int32_t> Tagged() const;
   /// CBinModel::SelectedCount, counted anew only after a change: menus ask for it all the time.
   int32_t SelectedCount(EGroupKind kind) const;
+  /// CBinModel::HiddenCount, likewise.
+  int32_t HiddenCount() const;
   CBinFace* FaceObject() const;      ///< null for none
   CBinVertex* VertexObject() const;  ///< null for none
 
@@ -91,6 +93,7 @@ class CEditCursor : private CDocumentObserver {
     int32_t count = -1;  ///< never counted
   };
   mutable std::array<SCount, 2> selected_counts_;  ///< of faces and vertices
+  mutable int32_t hidden_count_ = -1;              ///< not counted since the last change
   std::function<void()> on_changed_;
 };
 

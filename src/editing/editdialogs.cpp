@@ -66,8 +66,8 @@ std::optional<SFacingInput> CEditDialogs::AskFacing(const CBinModel& model, cons
   return Run(CFacingDialog(model, facing_, to_viewer, parent), facing_);
 }
 
-std::optional<SPlaneInput> CEditDialogs::AskPlane(const CEditCursor& cursor, QWidget* parent) {
-  return Run(CPlaneDialog(cursor, plane_, parent), plane_);
+std::optional<SPlaneInput> CEditDialogs::AskPlane(const CEditCursor& cursor, const char* title, QWidget* parent) {
+  return Run(CPlaneDialog(cursor, title, plane_, parent), plane_);
 }
 
 void CEditDialogs::JumpTo(CEditCursor& cursor, QWidget* parent) {

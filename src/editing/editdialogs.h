@@ -28,8 +28,8 @@ class CEditDialogs {
   std::optional<SReplaceTextureInput> AskReplaceTexture(const CBinModel& model, QWidget* parent);
   /// TO_VIEWER: from the model's middle, of length 1.
   std::optional<SFacingInput> AskFacing(const CBinModel& model, const SUnitNormal& to_viewer, QWidget* parent);
-  /// Vertices are selected.
-  std::optional<SPlaneInput> AskPlane(const CEditCursor& cursor, QWidget* parent);
+  /// There are vertices to flatten.
+  std::optional<SPlaneInput> AskPlane(const CEditCursor& cursor, const char* title, QWidget* parent);
   /// What was inserted last, for who asks for a shape.
   std::optional<SInsertShapeInput>& Shape() { return shape_; }
   int32_t& ExtrudeDistance() { return extrude_distance_; }

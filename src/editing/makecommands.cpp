@@ -39,6 +39,11 @@ bool CanMakeFaceHere(const CEditCursor& cursor) {
   return !cursor.Document().IsReadOnly() && (count == 3 || count == 4);
 }
 
+bool CanBridge(const CEditCursor& cursor) {
+  return !cursor.Document().IsReadOnly() &&
+         (cursor.SelectedCount(EGroupKind::kVertices) >= 4 || cursor.SelectedCount(EGroupKind::kFaces) == 2);
+}
+
 bool Extrude(CEditCursor& cursor, int32_t distance) {
   if (!CanEditFaces(cursor) || distance == 0) return false;
   CTarnDoc& document = cursor.Document();
@@ -94,7 +99,11 @@ bool MakeFaceOfSelected(CEditCursor& cursor, const SUnitNormal& to_viewer) {
   if (!CanMakeFaceHere(cursor)) return false;
   CTarnDoc& document = cursor.Document();
   CBinModel& model = document.Model();
-  const std::vector<int32_t> corners = OrderedToward(model, model.Selected(EGroupKind::kVertices), to_viewer);
+  const std::vector<int32_t> picked = model.PickedVertices();
+  std::vector<int32_t> corners;
+  if (!picked.empty()) corners = TurnedToward(model, picked, to_viewer);
+  // One that was clicked crosswise, and a rubber band, go by how the vertices lie.
+  if (corners.empty()) corners = OrderedToward(model, model.Selected(EGroupKind::kVertices), to_viewer);
   if (corners.empty()) {
     return document.ShowError(
         "As seen from here, these vertices make no face that bulges at every corner. Turn the view, or select others.");
@@ -108,6 +117,23 @@ bool MakeFaceOfSelected(CEditCursor& cursor, const SUnitNormal& to_viewer) {
   if (input.texture < 0) input.type = kFaceUntextured;
   if (!AddFace(document, input)) return false;
   cursor.SetFace(model.FaceCount() - 1);
+  return true;
+}
+
+bool Bridge(CEditCursor& cursor, const SUnitNormal& to_viewer) {
+  if (!CanBridge(cursor)) return false;
+  CTarnDoc& document = cursor.Document();
+  CBinModel& model = document.Model();
+  const int32_t before = model.FaceCount();
+  const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
+  const std::vector<int32_t> faces = model.Selected(EGroupKind::kFaces);
+  const std::string fault = vertices.size() >= 4 ? BridgeVertices(model, vertices, to_viewer)
+                                                 : BridgeFaces(model, faces[0], faces[1], to_viewer);
+  if (!fault.empty()) return document.ShowError(fault);
+  const int32_t made = model.FaceCount() - before;
+  SelectLast(model, EGroupKind::kFaces, made);
+  cursor.SetFace(model.FaceCount() - 1);
+  SayOf(cursor, "Bridged with", made, "face", "faces");
   return true;
 }
 

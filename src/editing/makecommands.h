@@ -17,6 +17,7 @@ namespace veldra {
 // --- Enabling rules ------------------------------------------------------------------------------------------------
 bool CanSplitEdge(const CEditCursor& cursor);     ///< the current vertex is a corner of the current face
 bool CanMakeFaceHere(const CEditCursor& cursor);  ///< 3 or 4 vertices are selected
+bool CanBridge(const CEditCursor& cursor);        ///< 4 vertices or more are selected, or two faces
 
 /// DISTANCE in model units; negative is inward. The caps stay selected.
 bool Extrude(CEditCursor& cursor, int32_t distance);
@@ -27,9 +28,12 @@ void Duplicate(CEditCursor& cursor, std::optional<EAxis> mirror);
 void SplitCurrentEdge(CEditCursor& cursor);
 void SplitFaces(CEditCursor& cursor);
 void JoinFaces(CEditCursor& cursor);
-/// Of the selected vertices, looking to the viewer in the direction TO_VIEWER; with the surface of the current face, or
-/// else of a face that is there.
+/// Of the selected vertices, in the order in which they were selected one by one where that makes a face, looking to
+/// the viewer in the direction TO_VIEWER; with the surface of the current face, or else of a face that is there.
 bool MakeFaceOfSelected(CEditCursor& cursor, const SUnitNormal& to_viewer);
+/// Between the edges that the selected vertices make, or else those of two selected faces that are next to each other;
+/// looking as the neighbours do, or to the viewer. What is made is what is selected then.
+bool Bridge(CEditCursor& cursor, const SUnitNormal& to_viewer);
 /// The selected vertices.
 void SnapSelected(CEditCursor& cursor, int32_t spacing);
 

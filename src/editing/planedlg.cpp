@@ -2,15 +2,30 @@
 
 #include <QGroupBox>
 #include <QRadioButton>
+#include <algorithm>
 
 namespace veldra {
 
 using EPlane = SPlaneInput::EPlane;
 
-CPlaneDialog::CPlaneDialog(const CEditCursor& cursor, const SPlaneInput& last, QWidget* parent)
-    : CFieldDialog("setToPlane", tr("Set To Plane"), parent),
+namespace {
+
+/// How far the vertex goes that goes farthest.
+double FarthestWay(const CEditCursor& cursor, const std::vector<SPoint>& positions) {
+  const std::vector<int32_t> vertices = VerticesToFlatten(cursor);
+  double farthest = 0.0;
+  for (size_t k = 0; k < vertices.size(); ++k)
+    farthest =
+        std::max(farthest, Length(ToVector(positions[k]) - ToVector(cursor.Model().Vertex(vertices[k]).Position())));
+  return farthest;
+}
+
+}  // namespace
+
+CPlaneDialog::CPlaneDialog(const CEditCursor& cursor, const char* title, const SPlaneInput& last, QWidget* parent)
+    : CFieldDialog("setToPlane", tr(title), parent),
       cursor_(cursor),
-      axis_(new CAxisField(tr("Coordinate of the selected vertices"), last.axis)),
+      axis_(new CAxisField(tr("Coordinate of the vertices"), last.axis)),
       planes_(new QButtonGroup(this)),
       result_(new QLabel) {
   Content()->addWidget(axis_);
@@ -19,10 +34,14 @@ CPlaneDialog::CPlaneDialog(const CEditCursor& cursor, const SPlaneInput& last, Q
   Content()->addWidget(result_);
   connect(axis_, &CAxisField::Changed, this, &CFieldDialog::Refresh);
   connect(planes_, &QButtonGroup::idToggled, this, [this](int, bool is_on) {
-    value_->setEnabled(planes_->checkedId() == static_cast<int>(EPlane::kValue));
-    if (is_on) Refresh();
+    if (is_on) FollowPlane();
   });
-  value_->setEnabled(planes_->checkedId() == static_cast<int>(EPlane::kValue));
+  FollowPlane();
+}
+
+void CPlaneDialog::FollowPlane() {
+  value_->setEnabled(Input().plane == EPlane::kValue);
+  axis_->setEnabled(IsAcrossAxis(Input().plane));
   Refresh();
 }
 
@@ -39,10 +58,13 @@ QWidget* CPlaneDialog::MakePlanes(const SPlaneInput& last) {
   add(EPlane::kCurrent, "current", tr("That of the &current vertex"));
   add(EPlane::kValue, "value", tr("&This value, in model units:"));
   value_ = AddNumber(form, QString(), "number", SNumberRule::Integer(), last.value, CNumberField::EFaultPlace::kBelow);
-  const bool has_current = HasCurrentVertex(cursor_);
-  planes_->button(static_cast<int>(EPlane::kCurrent))->setEnabled(has_current);
-  const bool can_stay = has_current || last.plane != EPlane::kCurrent;
-  planes_->button(static_cast<int>(can_stay ? last.plane : EPlane::kMean))->setChecked(true);
+  form->addRow(new QLabel(tr("or they go the shortest way to")));
+  add(EPlane::kFitting, "fitting", tr("The plane that &fits them best"));
+  add(EPlane::kFace, "face", tr("The plane of the current f&ace"));
+  planes_->button(static_cast<int>(EPlane::kCurrent))->setEnabled(HasCurrentVertex(cursor_));
+  planes_->button(static_cast<int>(EPlane::kFace))->setEnabled(cursor_.Face() >= 0);
+  const QAbstractButton* again = planes_->button(static_cast<int>(last.plane));
+  planes_->button(static_cast<int>(again->isEnabled() ? last.plane : EPlane::kMean))->setChecked(true);
   return box;
 }
 
@@ -54,9 +76,18 @@ SPlaneInput CPlaneDialog::Input() const {
 
 QString CPlaneDialog::Fault() {
   const SPlaneInput input = Input();
-  const int32_t count = cursor_.SelectedCount(EGroupKind::kVertices);
-  const QString text = count == 1 ? tr("%L1 vertex: %2 becomes %L3") : tr("%L1 vertices: %2 becomes %L3");
-  result_->setText(text.arg(count).arg("XYZ"[static_cast<int>(input.axis)]).arg(PlaneCoordinate(cursor_, input)));
+  std::vector<SPoint> positions;
+  if (const std::string fault = FlatPositions(cursor_, input, positions); !fault.empty()) {
+    result_->clear();
+    return QString::fromStdString(fault);
+  }
+  const auto count = static_cast<int>(positions.size());
+  const QString vertices = (count == 1 ? tr("%L1 vertex") : tr("%L1 vertices")).arg(count);
+  const QString axis = QChar("XYZ"[static_cast<int>(input.axis)]);
+  result_->setText(
+      IsAcrossAxis(input.plane)
+          ? tr("%1: %2 becomes %L3").arg(vertices, axis).arg(PlaneCoordinate(cursor_, input))
+          : tr("%1, which move by up to %L2").arg(vertices).arg(FarthestWay(cursor_, positions), 0, 'f', 1));
   return {};
 }
 

@@ -8,18 +8,19 @@
 
 namespace veldra {
 
-/// Asks which plane the selected vertices are to lie in.
+/// Asks which plane the selected vertices, or those of the selected faces, are to lie in.
 class CPlaneDialog : public CFieldDialog {
   Q_OBJECT
 
  public:
-  /// Vertices are selected.
-  CPlaneDialog(const CEditCursor& cursor, const SPlaneInput& last, QWidget* parent);
+  /// There are vertices to flatten.
+  CPlaneDialog(const CEditCursor& cursor, const char* title, const SPlaneInput& last, QWidget* parent);
   /// Once accepted.
   SPlaneInput Input() const;
 
  private:
   QWidget* MakePlanes(const SPlaneInput& last);
+  void FollowPlane();
   QString Fault() override;
   QString FieldFault() override {
     result_->clear();

@@ -284,7 +284,7 @@ void HideFaces(CEditCursor& cursor, const std::vector<int32_t>& faces) {
 }  // namespace
 
 bool HasHidden(const CEditCursor& cursor) {
-  return cursor.Model().HiddenCount() > 0;
+  return cursor.HiddenCount() > 0;
 }
 
 void HideSelected(CEditCursor& cursor) {
@@ -300,7 +300,7 @@ void HideOthers(CEditCursor& cursor) {
 }
 
 void ShowHidden(CEditCursor& cursor) {
-  const int32_t count = cursor.Model().HiddenCount();
+  const int32_t count = cursor.HiddenCount();
   cursor.Document().Model().ShowAll();
   cursor.Document().Say("Shown again: " + Counted(count, "face", "faces"));
 }

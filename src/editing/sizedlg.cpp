@@ -2,6 +2,8 @@
 
 #include <QHBoxLayout>
 
+#include "ui/screenplace.h"
+
 namespace veldra {
 
 namespace {
@@ -42,6 +44,7 @@ void CSizeDialog::LayOut(QWidget* fields) {
   line->addLayout(left, 1);
   line->addWidget(preview_);
   Content()->addLayout(line);
+  if (sizeHint().width() > RoomFor(*this).width()) preview_->MakeNarrow();
 }
 
 QString CSizeDialog::Fault() {

@@ -1,6 +1,7 @@
 #include "editing/vertexcommands.h"
 
 #include "editing/texturelock.h"
+#include "model/flatten.h"
 #include "platform/text.h"
 
 namespace veldra {
@@ -96,37 +97,66 @@ void SetVertexCoordinates(CEditCursor& cursor, const SPoint& position) {
   cursor.Document().Say(Format("Moved vertex %d", cursor.Vertex()));
 }
 
+std::vector<int32_t> VerticesToFlatten(const CEditCursor& cursor) {
+  const CBinModel& model = cursor.Model();
+  if (HasSelectedVertices(cursor)) return model.Selected(EGroupKind::kVertices);
+  return VerticesInScope(model, SScope::OfFaces(model.Selected(EGroupKind::kFaces)));
+}
+
+bool CanFlatten(const CEditCursor& cursor) {
+  return !cursor.Document().IsReadOnly() &&
+         (HasSelectedVertices(cursor) || cursor.SelectedCount(EGroupKind::kFaces) > 0);
+}
+
 int32_t PlaneCoordinate(const CEditCursor& cursor, const SPlaneInput& input) {
   const auto coordinate = [&](int32_t vertex) {
-    SPoint position = cursor.Model().Vertex(vertex).Position();
-    return Coordinate(position, input.axis);
+    return Coordinate(cursor.Model().Vertex(vertex).Position(), input.axis);
   };
   if (input.plane == SPlaneInput::EPlane::kValue) return input.value;
   if (input.plane == SPlaneInput::EPlane::kCurrent) return coordinate(cursor.Vertex());
-  const std::vector<int32_t> vertices = cursor.Model().Selected(EGroupKind::kVertices);
+  const std::vector<int32_t> vertices = VerticesToFlatten(cursor);
   int64_t sum = 0;
   for (const int32_t vertex : vertices)
     sum += coordinate(vertex);
   return static_cast<int32_t>(sum / static_cast<int64_t>(vertices.size()));
 }
 
-void SetToPlane(CEditCursor& cursor, const SPlaneInput& input) {
-  if (!CanEditSelectedVertices(cursor)) return;
-  if (input.plane == SPlaneInput::EPlane::kCurrent && !HasCurrentVertex(cursor)) return;
-  CBinModel& model = cursor.Document().Model();
-  const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
+GeometryFault FlatPositions(const CEditCursor& cursor, const SPlaneInput& input, std::vector<SPoint>& positions) {
+  using EPlane = SPlaneInput::EPlane;
+  const std::vector<int32_t> vertices = VerticesToFlatten(cursor);
+  const CBinModel& model = cursor.Model();
+  positions.clear();
+  if (input.plane == EPlane::kFitting)
+    return PositionsInPlane(model, vertices, FittingPlane(model, vertices), positions);
+  if (input.plane == EPlane::kFace) {
+    const CBinFace* face = cursor.FaceObject();
+    const std::optional<SPlane> plane = face == nullptr ? std::nullopt : PlaneOf(*face);
+    return plane ? PositionsInPlane(model, vertices, *plane, positions) : "The current face has no plane.";
+  }
+  if (input.plane == EPlane::kCurrent && !HasCurrentVertex(cursor)) return "There is no current vertex.";
   const int32_t coordinate = PlaneCoordinate(cursor, input);
-  std::vector<SPoint> positions;
-  bool is_change = false;
   for (const int32_t vertex : vertices) {
     positions.push_back(model.Vertex(vertex).Position());
     Coordinate(positions.back(), input.axis) = coordinate;
-    is_change = is_change || positions.back() != model.Vertex(vertex).Position();
   }
-  if (!is_change) return;
-  cursor.Document().KeepState("Set to Plane");
-  model.SetVertexPositions(vertices, positions);
-  cursor.Document().Say("Moved " + Vertices(vertices.size()));
+  return "";
+}
+
+bool SetToPlane(CEditCursor& cursor, const SPlaneInput& input) {
+  if (!CanFlatten(cursor)) return false;
+  CTarnDoc& document = cursor.Document();
+  CBinModel& model = document.Model();
+  const std::vector<int32_t> vertices = VerticesToFlatten(cursor);
+  std::vector<SPoint> positions;
+  if (const std::string fault = FlatPositions(cursor, input, positions); !fault.empty())
+    return document.ShowError(fault);
+  size_t moved = 0;
+  for (size_t k = 0; k < vertices.size(); ++k)
+    moved += positions[k] != model.Vertex(vertices[k]).Position() ? 1 : 0;
+  if (moved > 0) document.KeepState("Set to Plane");
+  if (moved > 0) model.SetVertexPositions(vertices, positions);
+  document.Say(moved > 0 ? "Moved " + Vertices(moved) : "The vertices lie in that plane already");
+  return true;
 }
 
 void MoveCurrentVertex(CEditCursor& cursor, EAxis axis, bool forward) {

@@ -179,6 +179,8 @@ class CBinModel {
   // Part of no file. New vertices and faces are not selected; the others keep their mark wherever they move.
   std::vector<int32_t> Selected(EGroupKind kind) const;  ///< ascending indices of the selected faces or vertices
   int32_t SelectedCount(EGroupKind kind) const;
+  /// The selected vertices in the order in which they were selected one at a time; empty where several were at once.
+  std::vector<int32_t> PickedVertices() const;
   void Select(EGroupKind kind, std::span<const int32_t> indices, bool selected);
   void SelectAll(EGroupKind kind, bool selected);
   void InvertSelection(EGroupKind kind);
@@ -230,6 +232,7 @@ class CBinModel {
   friend class CStepRecorder;
 
   void MoveContentsTo(CBinModel& empty);
+  void Mark(CBinVertex& vertex, bool selected, uint32_t pick = 0);
   void NoteGroups();
   void NoteCame(std::span<CBinVertex* const> vertices);
   void Attach(CBinFace& face);
@@ -267,6 +270,7 @@ class CBinModel {
   CMoveNotes moves_;
   bool are_moves_all_ = true;  ///< of what the next revision brings
   uint64_t selection_revision_ = 0;
+  uint32_t last_pick_ = 0;
   mutable bool busy_ = false;
   SModelChange pending_;  ///< changes made while busy
 };

@@ -59,6 +59,7 @@ void CBinModel::MoveContentsTo(CBinModel& empty) {
   empty.vertex_groups_ = std::exchange(vertex_groups_, {});
   empty.bounds_ = bounds_;
   empty.scale_word_ = scale_word_;
+  empty.last_pick_ = std::max(empty.last_pick_, last_pick_);
   for (const auto& vertex : empty.vertices_)
     vertex->owner_ = &empty;
   for (const auto& face : empty.faces_)

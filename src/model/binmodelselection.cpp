@@ -30,12 +30,33 @@ int32_t CBinModel::SelectedCount(EGroupKind kind) const {
   return kind == EGroupKind::kFaces ? CountSelected(faces_) : CountSelected(vertices_);
 }
 
+std::vector<int32_t> CBinModel::PickedVertices() const {
+  std::vector<const CBinVertex*> picked;
+  for (const auto& vertex : vertices_) {
+    if (vertex->selected_ && vertex->pick_ == 0) return {};
+    if (vertex->selected_) picked.push_back(vertex.get());
+  }
+  std::ranges::sort(picked, {}, [](const CBinVertex* vertex) { return vertex->pick_; });
+  std::vector<int32_t> indices;
+  for (const CBinVertex* vertex : picked)
+    indices.push_back(vertex->Index());
+  return indices;
+}
+
+/// One that is selected already keeps its place in the order.
+void CBinModel::Mark(CBinVertex& vertex, bool selected, uint32_t pick) {
+  const bool was_selected = vertex.selected_;
+  vertex.selected_ = selected && !vertex.IsHidden();
+  if (!vertex.selected_ || !was_selected) vertex.pick_ = vertex.selected_ ? pick : 0;
+}
+
 void CBinModel::Select(EGroupKind kind, std::span<const int32_t> indices, bool selected) {
+  const uint32_t pick = indices.size() == 1 ? ++last_pick_ : 0;
   for (const int32_t index : indices) {
     if (kind == EGroupKind::kFaces) {
       Face(index).selected_ = selected && !Face(index).IsHidden();
     } else {
-      Vertex(index).selected_ = selected && !Vertex(index).IsHidden();
+      Mark(Vertex(index), selected, pick);
     }
   }
   ReportSelection();
@@ -47,7 +68,7 @@ void CBinModel::SelectAll(EGroupKind kind, bool selected) {
       face->selected_ = selected && !face->IsHidden();
   } else {
     for (const auto& vertex : vertices_)
-      vertex->selected_ = selected && !vertex->IsHidden();
+      Mark(*vertex, selected);
   }
   ReportSelection();
 }
@@ -58,7 +79,7 @@ void CBinModel::InvertSelection(EGroupKind kind) {
       face->selected_ = !face->selected_ && !face->IsHidden();
   } else {
     for (const auto& vertex : vertices_)
-      vertex->selected_ = !vertex->selected_ && !vertex->IsHidden();
+      Mark(*vertex, !vertex->selected_);
   }
   ReportSelection();
 }
@@ -69,7 +90,7 @@ void CBinModel::Hide(std::span<const int32_t> faces) {
     Face(index).selected_ = false;
   }
   for (const auto& vertex : vertices_)
-    vertex->selected_ = vertex->selected_ && !vertex->IsHidden();
+    Mark(*vertex, vertex->selected_);
   Report({.selection = true, .visibility = true});
 }
 

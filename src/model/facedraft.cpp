@@ -66,6 +66,30 @@ void Become(CBinModel& model, int32_t face, const SDraft& draft) {
   SetCoords(model.Face(face), draft);
 }
 
+std::array<STexCoord, 2> CarriedOn(const CBinFace& face, int corner, double length) {
+  const int next = (corner + 1) % face.CornerCount();
+  const STexCoord a = face.TexCoord(corner);
+  const STexCoord b = face.TexCoord(next);
+  const STexCoord inside = face.TexCoord((corner + 2) % face.CornerCount());
+  const double edge = Length(ToVector(face.Corner(next)->Position()) - ToVector(face.Corner(corner)->Position()));
+  const double share = edge > 0.0 ? length / edge : 0.0;
+  // Across the edge, away from the face.
+  STexCoord away = {(b.v - a.v) * share, (a.u - b.u) * share};
+  if ((inside.u - a.u) * away.u + (inside.v - a.v) * away.v > 0.0) away = {-away.u, -away.v};
+  const auto moved = [&](const STexCoord& from, double sign) {
+    return STexCoord{from.u + sign * away.u, from.v + sign * away.v};
+  };
+  const auto fits = [](const STexCoord& coord) {
+    constexpr double kAir = 1e-9;
+    return coord.u >= -kAir && coord.u <= 1 + kAir && coord.v >= -kAir && coord.v <= 1 + kAir;
+  };
+  const double sign = fits(moved(a, 1)) && fits(moved(b, 1)) ? 1.0 : -1.0;
+  const auto clamped = [](const STexCoord& coord) {
+    return STexCoord{std::clamp(coord.u, 0.0, 1.0), std::clamp(coord.v, 0.0, 1.0)};
+  };
+  return {clamped(moved(a, sign)), clamped(moved(b, sign))};
+}
+
 void Append(CBinModel& model, CBinModel::Faces faces) {
   for (std::unique_ptr<CBinFace>& face : faces) {
     const SPoint normal = CalcFaceNormal(*face);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -26,6 +27,10 @@ Vector3 PositionOf(const CBinModel& model, int32_t vertex);
 SPoint Nearest(const Vector3& point);
 /// Which corner of FACE is VERTEX; -1 for none.
 int CornerOf(const CBinFace& face, int32_t vertex);
+
+/// The texture of FACE, carried on from its edge at CORNER by as much as LENGTH is of that edge: outward, or back over
+/// the face where the texture ends. What comes to lie beside CORNER and beside the next one.
+std::array<STexCoord, 2> CarriedOn(const CBinFace& face, int corner, double length);
 
 SDraft DraftOf(const CBinFace& face);
 /// A face outside the model, with the type and the texture of LIKE.

@@ -99,6 +99,7 @@ class CBinVertex {
   CBinModel* owner_;
   SPoint position_;
   bool selected_ = false;  ///< here rather than in a list of indices, so that it goes where the vertex goes
+  uint32_t pick_ = 0;      ///< grows with each that is selected by itself; 0 for one that was not
   int32_t index_ = -1;     ///< outside the array: -1 minus the place it had among the vertices that stayed
   CFaceSet faces_;
 };

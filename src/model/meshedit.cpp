@@ -15,6 +15,7 @@ namespace {
 
 using facedraft::Append;
 using facedraft::Become;
+using facedraft::CarriedOn;
 using facedraft::CornerOf;
 using facedraft::DirectedEdge;
 using facedraft::DraftOf;
@@ -65,32 +66,6 @@ std::map<int32_t, Vector3> Offsets(const CBinModel& model, std::span<const int32
     offsets[vertex] = distance / std::max(least, kSharpest) * mean;
   }
   return offsets;
-}
-
-/// The texture of FACE, carried on from its edge at CORNER by as much as LENGTH is of that edge: outward, or back over
-/// the face where the texture ends.
-std::array<STexCoord, 2> CarriedOn(const CBinFace& face, int corner, double length) {
-  const int next = (corner + 1) % face.CornerCount();
-  const STexCoord a = face.TexCoord(corner);
-  const STexCoord b = face.TexCoord(next);
-  const STexCoord inside = face.TexCoord((corner + 2) % face.CornerCount());
-  const double edge = Length(ToVector(face.Corner(next)->Position()) - ToVector(face.Corner(corner)->Position()));
-  const double share = edge > 0.0 ? length / edge : 0.0;
-  // Across the edge, away from the face.
-  STexCoord away = {(b.v - a.v) * share, (a.u - b.u) * share};
-  if ((inside.u - a.u) * away.u + (inside.v - a.v) * away.v > 0.0) away = {-away.u, -away.v};
-  const auto moved = [&](const STexCoord& from, double sign) {
-    return STexCoord{from.u + sign * away.u, from.v + sign * away.v};
-  };
-  const auto fits = [](const STexCoord& coord) {
-    constexpr double kAir = 1e-9;
-    return coord.u >= -kAir && coord.u <= 1 + kAir && coord.v >= -kAir && coord.v <= 1 + kAir;
-  };
-  const double sign = fits(moved(a, 1)) && fits(moved(b, 1)) ? 1.0 : -1.0;
-  const auto clamped = [](const STexCoord& coord) {
-    return STexCoord{std::clamp(coord.u, 0.0, 1.0), std::clamp(coord.v, 0.0, 1.0)};
-  };
-  return {clamped(moved(a, sign)), clamped(moved(b, sign))};
 }
 
 /// For the corners of FACES that IS_COPIED says: copies of them, by what they are of.
@@ -195,6 +170,30 @@ void DuplicateFaces(CBinModel& model, std::span<const int32_t> faces, std::optio
 
 // --- Vertices --------------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// CORNERS go round counter-clockwise for who looks against TOWARD, with a bulge at each.
+bool IsConvexToward(const CBinModel& model, const std::vector<int32_t>& corners, const Vector3& toward) {
+  const size_t count = corners.size();
+  for (size_t k = 0; k < count; ++k) {
+    const Vector3 a = PositionOf(model, corners[k]);
+    const Vector3 b = PositionOf(model, corners[(k + 1) % count]);
+    const Vector3 c = PositionOf(model, corners[(k + 2) % count]);
+    if (Dot(Cross(b - a, c - b), toward) <= 0.0) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::vector<int32_t> TurnedToward(const CBinModel& model, std::vector<int32_t> corners, const SUnitNormal& to_viewer) {
+  const Vector3 toward = {to_viewer.x, to_viewer.y, to_viewer.z};
+  if (IsConvexToward(model, corners, toward)) return corners;
+  std::reverse(corners.begin() + 1, corners.end());
+  if (IsConvexToward(model, corners, toward)) return corners;
+  return {};
+}
+
 std::vector<int32_t> OrderedToward(const CBinModel& model, std::span<const int32_t> vertices,
                                    const SUnitNormal& to_viewer) {
   const Vector3 toward = {to_viewer.x, to_viewer.y, to_viewer.z};
@@ -211,14 +210,7 @@ std::vector<int32_t> OrderedToward(const CBinModel& model, std::span<const int32
   };
   std::vector<int32_t> ordered(vertices.begin(), vertices.end());
   std::ranges::sort(ordered, {}, angle);
-  const size_t count = ordered.size();
-  for (size_t k = 0; k < count; ++k) {
-    const Vector3 a = PositionOf(model, ordered[k]);
-    const Vector3 b = PositionOf(model, ordered[(k + 1) % count]);
-    const Vector3 c = PositionOf(model, ordered[(k + 2) % count]);
-    if (Dot(Cross(b - a, c - b), toward) <= 0.0) return {};
-  }
-  return ordered;
+  return IsConvexToward(model, ordered, toward) ? ordered : std::vector<int32_t>{};
 }
 
 int32_t SnapToGrid(CBinModel& model, std::span<const int32_t> vertices, int32_t spacing) {

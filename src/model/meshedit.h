@@ -35,6 +35,17 @@ int32_t SplitQuads(CBinModel& model, std::span<const int32_t> faces);
 /// on over the edge. Returns how many quads were made.
 int32_t JoinTriangles(CBinModel& model, std::span<const int32_t> faces);
 
+/// Quads between two rows of vertices, VERTICES, which follow each other along the edges of faces: two edges, two
+/// longer rows of as many, or two rings. They look where their neighbours look, or else toward the viewer, who is in
+/// the direction TO_VIEWER, and are the last faces of the model. A fault where VERTICES are no two such rows.
+GeometryFault BridgeVertices(CBinModel& model, std::span<const int32_t> vertices, const SUnitNormal& to_viewer);
+/// Likewise between the edges of FACE and OTHER that are next to each other.
+GeometryFault BridgeFaces(CBinModel& model, int32_t face, int32_t other, const SUnitNormal& to_viewer);
+
+/// CORNERS of a face, or the other way round from the first, whichever looks toward the viewer, who is in the direction
+/// TO_VIEWER; empty when they are, as seen from there, no convex polygon in this order.
+std::vector<int32_t> TurnedToward(const CBinModel& model, std::vector<int32_t> corners, const SUnitNormal& to_viewer);
+
 /// VERTICES, 3 or 4 of them, in the order that makes a face look toward the viewer, who is in the direction TO_VIEWER;
 /// empty when they lie on a line, or make no convex quad.
 std::vector<int32_t> OrderedToward(const CBinModel& model, std::span<const int32_t> vertices,

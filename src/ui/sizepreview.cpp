@@ -10,6 +10,7 @@ constexpr const char* kAxes[] = {"X", "Y", "Z"};
 /// As wide as what is usual, so that the dialog keeps its width.
 constexpr const char* kWidestSize = "10000000";
 constexpr const char* kWidestPlace = "-1000000 to 1000000";
+constexpr int kLastRow = 7;
 
 QLabel* MakeCell(const QString& name, const char* widest) {
   auto* cell = new QLabel;
@@ -48,9 +49,27 @@ CSizePreview::CSizePreview(QWidget* parent) : QGroupBox(tr("Size of the model"),
     grid->addWidget(row.result, axis + 1, 2);
     grid->addWidget(row.place, axis + 1, 3);
   }
-  grid->setRowStretch(4, 1);
+  grid->setRowStretch(kLastRow, 1);
   grid->setColumnStretch(3, 1);
   SetResult(std::nullopt);
+}
+
+void CSizePreview::MakeNarrow() {
+  constexpr int kNarrowSpacing = 8;
+  auto* grid = static_cast<QGridLayout*>(layout());
+  grid->setHorizontalSpacing(kNarrowSpacing);
+  delete grid->itemAtPosition(0, 3)->widget();
+  grid->setColumnStretch(3, 0);
+  // From below, as each takes the place of one that has gone.
+  for (int axis = 2; axis >= 0; --axis) {
+    const SRow& row = rows_[static_cast<size_t>(axis)];
+    const int line = 2 * axis + 1;
+    grid->addWidget(grid->itemAtPosition(axis + 1, 0)->widget(), line, 0);
+    grid->addWidget(row.present, line, 1);
+    grid->addWidget(row.result, line, 2);
+    grid->addWidget(row.place, line + 1, 0, 1, 3);
+    row.place->setMinimumWidth(0);
+  }
 }
 
 void CSizePreview::SetPresent(const Extents& extents) {

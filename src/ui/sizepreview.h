@@ -22,6 +22,8 @@ class CSizePreview : public QGroupBox {
   using Extents = std::array<SExtent, 3>;  ///< X, Y, Z
 
   explicit CSizePreview(QWidget* parent = nullptr);
+  /// The places come to stand below the sizes; for good.
+  void MakeNarrow();
   void SetPresent(const Extents& extents);
   /// Nothing: no result to show.
   void SetResult(const std::optional<Extents>& extents);

@@ -98,16 +98,35 @@ bool CPartHold::Snaps() {
   return QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier);
 }
 
-std::string CPartHold::MoveBy(CVertexDrag& drag, std::optional<EAxis> axis) const {
+CPartHold::~CPartHold() {
+  view_.MarkSnap(std::nullopt);
+}
+
+/// Only with Shift. What can be taken is looked for while everything is where it was, so that nothing that moves
+/// hides it.
+std::optional<int32_t> CPartHold::VertexUnderPointer(CVertexDrag& drag) {
+  if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier)) return std::nullopt;
+  if (!snap_) {
+    drag.PutBack();
+    snap_.emplace(view_, moving_);
+  }
+  return snap_->VertexAt(to_);
+}
+
+std::string CPartHold::MoveBy(CVertexDrag& drag, std::optional<EAxis> axis) {
   const QPointF moved = (to_ - from_) * view_.devicePixelRatioF();
-  const CVertexDrag::SPull pull = {.right = moved.x(),
-                                   .down = moved.y(),
-                                   .axis = axis,
-                                   .grid = Snaps() ? GridFor(view_.State(), view_.Camera()).spacing : 0.0};
+  CVertexDrag::SPull pull = {.right = moved.x(),
+                             .down = moved.y(),
+                             .axis = axis,
+                             .grid = Snaps() ? GridFor(view_.State(), view_.Camera()).spacing : 0.0};
+  const std::optional<int32_t> target = VertexUnderPointer(drag);
+  if (target) pull.onto = view_.Document().Model().Vertex(*target).Position();
+  view_.MarkSnap(target);
   drag.MoveTo(pull);
   const SPoint offset = drag.OffsetAt(pull);
   return "Moved " + Counted(static_cast<int64_t>(drag.Count()), "vertex", "vertices") +
-         Format(" by %d, %d, %d", offset.x, offset.y, offset.z);
+         Format(" by %d, %d, %d", offset.x, offset.y, offset.z) +
+         (target ? Format(axis ? ", level with vertex %d" : ", onto vertex %d", *target) : "");
 }
 
 void CVertexHold::TakeKey(int key, bool is_down) {

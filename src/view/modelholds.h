@@ -10,6 +10,7 @@
 #include "editing/texturetransfer.h"
 #include "render/gizmo.h"
 #include "view/vertexdrag.h"
+#include "view/vertexsnap.h"
 #include "view/viewmouse.h"
 
 namespace veldra {
@@ -47,12 +48,14 @@ class CTextureHold : public CViewHold {
   CTextureTransfer transfer_;
 };
 
-/// Vertices of a model, held by the mouse: the whole drag is one step, and Escape puts them back.
+/// Vertices of a model, held by the mouse: the whole drag is one step, and Escape puts them back. With Shift what was
+/// grabbed goes exactly onto the vertex at the pointer.
 class CPartHold : public CViewHold {
  public:
   /// STEP: what the step is called.
   CPartHold(CTarnView& view, const QPointF& from, const SPoint& grabbed, std::vector<int32_t> moving, const char* step)
       : view_(view), from_(from), to_(from), grabbed_(grabbed), moving_(std::move(moving)), step_name_(step) {}
+  ~CPartHold() override;
 
   void MoveTo(const QPointF& to) override;
   void Drop(Qt::KeyboardModifiers modifiers) override;
@@ -68,10 +71,11 @@ class CPartHold : public CViewHold {
   const QPointF& To() const { return to_; }
   /// Ctrl is held.
   static bool Snaps();
-  std::string MoveBy(CVertexDrag& drag, std::optional<EAxis> axis) const;
+  std::string MoveBy(CVertexDrag& drag, std::optional<EAxis> axis);
 
  private:
   void Move();
+  std::optional<int32_t> VertexUnderPointer(CVertexDrag& drag);
 
   CTarnView& view_;
   QPointF from_;
@@ -81,6 +85,7 @@ class CPartHold : public CViewHold {
   const char* step_name_;
   std::unique_ptr<CStep> step_;
   std::unique_ptr<CVertexDrag> drag_;  ///< from the first movement on
+  std::optional<CVertexSnap> snap_;    ///< once it has been wanted
   bool was_modified_ = false;
 };
 

@@ -66,6 +66,7 @@ constexpr std::pair<const char*, const char*> kCommonGestures[] = {
     {"X, Y or Z while they are dragged", "Moves them along that axis only"},
     {"Ctrl while they are dragged",
      "Onto the grid; a ring turns by 15 degrees, a box resizes by tenths, with Shift evenly"},
+    {"Shift while they are dragged", "Exactly onto the vertex at the pointer; along an axis, level with it"},
     {"Alt+Drag from a face", "Gives its texture to the faces under the pointer, round their edges"},
     {"Shift or Ctrl meanwhile", "To all faces in their plane; or straight through, and not round edges"},
     {"Esc while dragging", "Gives up the rectangle, or puts vertices and textures back"},

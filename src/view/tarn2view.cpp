@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <utility>
 
 #include "model/geometry.h"
+#include "platform/text.h"
 #include "render/glstate.h"
 #include "render/viewmarkers.h"
 #include "view/modelholds.h"
@@ -34,6 +36,10 @@ SMarks CTarnView::Marks() const {
   return {.selection = true, .face = cursor_.Face(), .vertex = cursor_.Vertex(), .tagged = cursor_.Tagged()};
 }
 
+void CTarnView::MarkSnap(std::optional<int32_t> vertex) {
+  if (std::exchange(snapped_onto_, vertex) != vertex) Redraw();
+}
+
 void CTarnView::ShowBand(const std::optional<QRectF>& band) {
   band_ = band;
   Redraw();
@@ -42,12 +48,18 @@ void CTarnView::ShowBand(const std::optional<QRectF>& band) {
 /// The rubber band is part of the picture: a widget over one that OpenGL draws would leave its traces there.
 void CTarnView::DrawOver(const CViewCamera& camera) {
   const std::optional<CGizmo> gizmo = Gizmo();
-  if (!band_ && !gizmo) return;
+  if (!band_ && !gizmo && !snapped_onto_) return;
   const double ratio = devicePixelRatioF();
   const CSavedGlState saved;
   StartClean();
   EnterWindow(camera.Width(), camera.Height());
   if (gizmo) gizmo->Draw(held_gizmo_ ? std::optional(held_gizmo_->handle) : std::nullopt);
+  if (snapped_onto_ && *snapped_onto_ < document_->Model().VertexCount()) {
+    constexpr double kHalfMark = 8.0;
+    const SScreenPoint at = camera.Project(document_->Model().Vertex(*snapped_onto_).Position());
+    const double half = kHalfMark * ratio;
+    DrawBand({.x = at.x - half, .y = at.y - half}, {.x = at.x + half, .y = at.y + half}, ratio);
+  }
   if (!band_) return;
   DrawBand({.x = band_->left() * ratio, .y = band_->top() * ratio},
            {.x = band_->right() * ratio, .y = band_->bottom() * ratio}, ratio);
@@ -68,11 +80,42 @@ const std::vector<int32_t>& CTarnView::SelectedPart() const {
 std::optional<CGizmo> CTarnView::Gizmo() const {
   if (!State().gizmo || State().only_3d || document_->IsReadOnly() || document_->Model().IsBusy()) return std::nullopt;
   if (held_gizmo_) return CGizmo(Camera(), held_gizmo_->pivot, devicePixelRatioF());
-  const CBinModel& model = document_->Model();
-  const auto bounds = model.BoundsOfVertices(SelectedPart());
+  const auto bounds = document_->Model().BoundsOfVertices(SelectedPart());
   if (!bounds) return std::nullopt;
-  return CGizmo(Camera(), 0.5 * (ToVector(bounds->min) + ToVector(bounds->max)), devicePixelRatioF(),
-                bounds->min == bounds->max);
+  const Vector3 pivot = GizmoPivotPoint();
+  return CGizmo(Camera(), pivot, devicePixelRatioF(), bounds->min == bounds->max && pivot == ToVector(bounds->min));
+}
+
+void CTarnView::SetGizmoPivot(const SPivotInput& pivot) {
+  gizmo_pivot_ = pivot;
+  Redraw();
+}
+
+Vector3 CTarnView::GizmoPivotPoint() const {
+  SPivotInput pivot = gizmo_pivot_;
+  pivot.vertex = cursor_.Vertex();
+  if (pivot.kind == SPivotInput::EKind::kVertex && pivot.vertex < 0) pivot.kind = SPivotInput::EKind::kMiddle;
+  return PivotPoint(document_->Model(), SelectedPart(), pivot);
+}
+
+void CTarnView::TogglePickPivot() {
+  is_picking_pivot_ = !is_picking_pivot_;
+  is_picking_pivot_ ? setCursor(Qt::CrossCursor) : unsetCursor();
+  document_->Say(is_picking_pivot_ ? "Click the point that the gizmo is to stand at; Esc gives up" : "");
+  emit StateChanged();
+}
+
+void CTarnView::PickPivot(const QPointF& position) {
+  const std::optional<SPoint> point = PointAt(position);
+  if (!point) return document_->Say("There is nothing at the pointer: click a vertex or a face");
+  TogglePickPivot();
+  document_->Say(Format("The gizmo stands at %d, %d, %d", point->x, point->y, point->z));
+  emit PivotPicked(*point);
+}
+
+void CTarnView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && is_picking_pivot_) return TogglePickPivot();
+  C3DView::keyPressEvent(event);
 }
 
 void CTarnView::HoldGizmo(const std::optional<SGizmoHandle>& handle) {
@@ -84,7 +127,7 @@ void CTarnView::HoldGizmo(const std::optional<SGizmoHandle>& handle) {
 
 std::unique_ptr<CViewHold> CTarnView::GrabGizmo(const QMouseEvent& press) {
   const std::optional<CGizmo> gizmo = Gizmo();
-  if (!gizmo || !IsPlainPress(press)) return nullptr;
+  if (!gizmo || is_picking_pivot_ || !IsPlainPress(press)) return nullptr;
   const QPointF at = press.position() * devicePixelRatioF();
   const auto handle = gizmo->HandleAt(at.x(), at.y());
   if (!handle) return nullptr;
@@ -137,18 +180,20 @@ std::optional<CTarnView::SGrabbed> CTarnView::GrabbedPart(const QMouseEvent& pre
   const std::vector<int32_t> selected = model.Selected(pick->kind);
   if (!std::ranges::binary_search(selected, pick->index)) return std::nullopt;
   if (pick->kind == EGroupKind::kVertices) return SGrabbed{model.Vertex(pick->index).Position(), selected};
-  return SGrabbed{NearestCorner(model.Face(pick->index), press.position()),
+  return SGrabbed{NearestCorner(model.Face(pick->index), press.position()).Position(),
                   VerticesInScope(model, SScope::OfFaces(selected))};
 }
 
-SPoint CTarnView::NearestCorner(const CBinFace& face, const QPointF& to) const {
-  const CViewCamera camera = Camera();
-  const QPointF at = to * devicePixelRatioF();
-  const auto distance = [&](const CBinVertex* corner) {
-    const SScreenPoint place = camera.Project(corner->Position());
-    return std::hypot(place.x - at.x(), place.y - at.y());
-  };
-  return (*std::ranges::min_element(face.Corners(), {}, distance))->Position();
+/// In the window.
+double CTarnView::PixelsTo(const SPoint& point, const QPointF& from) const {
+  const SScreenPoint place = Camera().Project(point);
+  const QPointF at = from * devicePixelRatioF();
+  return std::hypot(place.x - at.x(), place.y - at.y());
+}
+
+const CBinVertex& CTarnView::NearestCorner(const CBinFace& face, const QPointF& to) const {
+  const auto distance = [&](const CBinVertex* corner) { return PixelsTo(corner->Position(), to); };
+  return **std::ranges::min_element(face.Corners(), {}, distance);
 }
 
 /// The face under a press with Alt, which lends its texture. Who turns with Alt has no other use for it.
@@ -173,6 +218,7 @@ std::unique_ptr<CViewHold> CTarnView::Grab(const QMouseEvent& press, EMouseDrag 
 void CTarnView::Click(const QMouseEvent& event) {
   if (event.button() == Qt::RightButton) OfferMenu(event.position());
   if (event.button() != Qt::LeftButton) return;
+  if (is_picking_pivot_) return PickPivot(event.position());
   const std::optional<SPick> pick = PickAt(event.position());
   if (pick) Choose(*pick, event.modifiers().testFlag(Qt::ControlModifier));
 }

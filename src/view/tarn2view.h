@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "document/tarn2doc.h"
+#include "editing/commandinputs.h"
 #include "editing/editcursor.h"
 #include "render/gizmo.h"
 #include "render/modelpicker.h"
@@ -50,8 +51,19 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void ShowBand(const std::optional<QRectF>& band);
   const std::optional<QRectF>& Band() const { return band_; }
 
-  /// Arrows, boxes and rings about the middle of what is selected; nothing where they are not shown.
+  /// VERTEX stands out as what a drag has been brought onto; nothing for none.
+  void MarkSnap(std::optional<int32_t> vertex);
+
+  /// Arrows, boxes and rings about the gizmo's pivot while something is selected; nothing where they are not shown.
   std::optional<CGizmo> Gizmo() const;
+  /// Where it stands: the current vertex is this view's, and without one the middle.
+  void SetGizmoPivot(const SPivotInput& pivot);
+  Vector3 GizmoPivotPoint() const;
+  /// The next click says where; the same again, or Escape, gives that up.
+  void TogglePickPivot();
+  bool IsPickingPivot() const { return is_picking_pivot_; }
+  /// What is seen at POSITION: a vertex, or the place on a face, on whole units.
+  std::optional<SPoint> PointAt(const QPointF& position);
   /// While HANDLE is held its gizmo stays where it is.
   void HoldGizmo(const std::optional<SGizmoHandle>& handle);
 
@@ -80,6 +92,8 @@ class CTarnView : public C3DView, private CDocumentObserver {
   /// A click with the right button on the model: what can be done with the current face or vertex is to be offered at
   /// AT on the screen.
   void MenuWanted(EGroupKind kind, const QPoint& at);
+  /// TogglePickPivot's click.
+  void PivotPicked(const SPoint& at);
 
  protected:
   const CBinModel& Model() const override { return document_->Model(); }
@@ -89,6 +103,7 @@ class CTarnView : public C3DView, private CDocumentObserver {
   std::unique_ptr<CViewHold> Grab(const QMouseEvent& press, EMouseDrag drag) override;
   void Click(const QMouseEvent& event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   /// Tab and Shift+Tab are commands here.
   bool focusNextPrevChild(bool) override { return false; }
 
@@ -103,7 +118,9 @@ class CTarnView : public C3DView, private CDocumentObserver {
     std::vector<int32_t> moving;
   };
   std::optional<SGrabbed> GrabbedPart(const QMouseEvent& press);
-  SPoint NearestCorner(const CBinFace& face, const QPointF& to) const;
+  const CBinVertex& NearestCorner(const CBinFace& face, const QPointF& to) const;
+  double PixelsTo(const SPoint& point, const QPointF& from) const;
+  void PickPivot(const QPointF& position);
   std::unique_ptr<CViewHold> GrabGizmo(const QMouseEvent& press);
   const std::vector<int32_t>& SelectedPart() const;
   std::optional<int32_t> GrabbedTexture(const QMouseEvent& press);
@@ -124,6 +141,9 @@ class CTarnView : public C3DView, private CDocumentObserver {
     std::vector<int32_t> vertices;
   };
   mutable std::optional<SSelectedPart> selected_part_;
+  SPivotInput gizmo_pivot_ = {.kind = SPivotInput::EKind::kMiddle};
+  bool is_picking_pivot_ = false;
+  std::optional<int32_t> snapped_onto_;
   int32_t followed_face_ = -1;
   bool is_choosing_ = false;  ///< what is clicked on is in sight
   bool is_begun_ = false;     ///< the model has something to be seen in its place

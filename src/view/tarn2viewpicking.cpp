@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/facedraft.h"
+#include "model/flatten.h"
 #include "platform/numbers.h"
 #include "view/tarn2view.h"
 
@@ -54,6 +56,28 @@ std::optional<SPick> CTarnView::PickAt(const QPointF& position) {
                          static_cast<int>(position.y() * ratio));
   });
   return found;
+}
+
+std::optional<SPoint> CTarnView::PointAt(const QPointF& position) {
+  constexpr double kCornerReach = 7.0;
+  const CBinModel& model = document_->Model();
+  const std::optional<SPick> pick = PickAt(position);
+  if (!pick) return std::nullopt;
+  if (pick->kind == EGroupKind::kVertices) return model.Vertex(pick->index).Position();
+  const CBinFace& face = model.Face(pick->index);
+  const SPoint& corner = NearestCorner(face, position).Position();
+  const std::optional<SPlane> plane = PlaneOf(face);
+  const double ratio = devicePixelRatioF();
+  if (!plane || PixelsTo(corner, position) <= kCornerReach * ratio) return corner;
+  // As deep as the corner, and from there toward the viewer or away until the face is met.
+  const CViewCamera camera = Camera();
+  const SScreenPoint seen = camera.Project(corner);
+  const Vector3 beside = ToVector(corner) + camera.Movement(ToVector(corner), position.x() * ratio - seen.x,
+                                                            position.y() * ratio - seen.y);
+  const Vector3 toward = camera.TowardViewer(facedraft::Nearest(beside));
+  const double slope = Dot(toward, plane->normal);
+  if (std::abs(slope) < 1e-6 * Length(toward)) return corner;
+  return facedraft::Nearest(beside + Dot(plane->point - beside, plane->normal) / slope * toward);
 }
 
 std::vector<int32_t> CTarnView::PickIn(const QRectF& rectangle, EGroupKind kind) {

@@ -56,12 +56,23 @@ Vector3 CVertexDrag::AlongAxis(double right, double down, EAxis axis) const {
   return direction;
 }
 
-SPoint CVertexDrag::OffsetAt(const SPull& pull) const {
+/// Of what was grabbed, by PULL.
+Vector3 CVertexDrag::Movement(const SPull& pull) const {
   const Vector3 start = ToVector(grabbed_at_);
   Vector3 offset =
       pull.axis ? AlongAxis(pull.right, pull.down, *pull.axis) : camera_.Movement(start, pull.right, pull.down);
-  for (size_t i = 0; i < 3 && pull.grid > 0.0; ++i)
-    offset[i] = SnappedOffset(start[i], offset[i], pull.grid);
+  for (size_t i = 0; i < 3; ++i) {
+    if (pull.onto) {
+      offset[i] = !pull.axis || i == static_cast<size_t>(*pull.axis) ? ToVector(*pull.onto)[i] - start[i] : 0.0;
+    } else if (pull.grid > 0.0) {
+      offset[i] = SnappedOffset(start[i], offset[i], pull.grid);
+    }
+  }
+  return offset;
+}
+
+SPoint CVertexDrag::OffsetAt(const SPull& pull) const {
+  const Vector3 offset = Movement(pull);
   return {Bent(offset[0], start_bounds_.min.x, start_bounds_.max.x),
           Bent(offset[1], start_bounds_.min.y, start_bounds_.max.y),
           Bent(offset[2], start_bounds_.min.z, start_bounds_.max.z)};

@@ -24,6 +24,8 @@ class CVertexDrag {
     double down = 0.0;
     std::optional<EAxis> axis = {};  ///< along it only, else in the view's plane
     double grid = 0.0;               ///< the grabbed vertex stays on its lines, in model units; 0 for none
+    std::optional<SPoint> onto =
+        {};  ///< what was grabbed comes to lie there, wherever the pointer is; with an axis level
   };
   /// Along an axis that points at the viewer nothing moves.
   void MoveTo(const SPull& pull) { Place(OffsetAt(pull)); }
@@ -41,6 +43,7 @@ class CVertexDrag {
  private:
   void Place(const SPoint& offset);
   void PlaceAt(const std::vector<SPoint>& positions);
+  Vector3 Movement(const SPull& pull) const;
   Vector3 AlongAxis(double right, double down, EAxis axis) const;
 
   CBinModel& model_;

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
+#include "model/flatten.h"
 #include "modelbuilder.h"
 
 namespace veldra::testing {
@@ -112,6 +114,91 @@ TEST_F(MeshEdit, SplitsAndJoins) {
   EXPECT_EQ(SplitEdge(model_, 1, 0), -1);
 }
 
+constexpr SUnitNormal kFront = {0, 0, 1};
+
+TEST_F(MeshEdit, BridgesRowsAndFillsHoles) {
+  model_.RemoveFaces(0, 1);
+  ExpectWhole(kVolume - 20 * 20 * 10 / 3.0, 8, 5, 4);
+  EXPECT_EQ(BridgeVertices(model_, std::vector{4, 5, 6, 7}, kFront), "");
+  ExpectWhole(kVolume, 8, 6);
+  // Another cube beside it; the walls between them make room for a tube.
+  DuplicateFaces(model_, std::vector{0, 1, 2, 3, 4, 5}, {});
+  TranslateVertices(model_, std::vector{8, 9, 10, 11, 12, 13, 14, 15}, 50, 0, 0, true);
+  std::vector<int32_t> walls;
+  std::vector<int32_t> corners;
+  for (int32_t i = 0; i < model_.FaceCount(); ++i) {
+    const int32_t x = i < 6 ? 10 : 40;
+    if (std::ranges::all_of(model_.Face(i).Corners(), [&](const auto* at) { return at->Position().x == x; }))
+      walls.push_back(i);
+  }
+  for (const int32_t wall : walls)
+    std::ranges::copy(built_.Corners(wall), std::back_inserter(corners));
+  std::ranges::sort(corners);
+  model_.RemoveFaces(walls);
+  EXPECT_EQ(BridgeVertices(model_, corners, {0, 0, -1}), "");
+  ExpectWhole(2 * kVolume + 30 * 20 * 20, 16, 14);
+
+  for (const auto& row : std::vector<std::vector<int32_t>>{{0, 1, 2}, {0, 2, 5, 7}, {0, 1, 4, 5}, {0, 1, 2, 3, 8, 9}})
+    EXPECT_NE(BridgeVertices(model_, row, kFront), "") << row.back();
+  EXPECT_EQ(model_.FaceCount(), 14);
+}
+
+TEST_F(MeshEdit, ABridgeGoesOnWithTheTextureOnBothSides) {
+  const struct {
+    double left, right;  // the texture at the edges of the gap
+    double wanted;       // at the far one
+    SUnitNormal viewer = kFront;
+  } cases[] = {{0.25, 0.5, 0.5}, {0.25, 0.25, 0.5}, {0.75, 0.75, 1.0}, {0.25, 0.5, 0.5, {0, 0, -1}}};
+  for (const auto& row : cases) {
+    CModelBuilder strip;
+    for (const int32_t x : {0, 10, 20, 30})
+      strip.Vertices({{x, 0, 0}, {x, 10, 0}});
+    CBinTexture& texture = strip.Plain("T.RAW");
+    for (const int32_t first : {0, 4}) {
+      CBinFace& face = strip.Face({first, first + 2, first + 3, first + 1}, &texture);
+      const double from = first == 0 ? row.left - 0.25 : row.right;
+      for (int k = 0; k < 4; ++k)
+        face.SetTexCoord(k, {from + (k == 1 || k == 2 ? 0.25 : 0.0), k < 2 ? 0.25 : 0.0});
+    }
+    EXPECT_EQ(BridgeFaces(strip.model, 0, 1, row.viewer), "");
+    ASSERT_EQ(strip.model.FaceCount(), 3);
+    EXPECT_EQ(strip.Corners(2), (std::vector{4, 5, 3, 2})) << "as its neighbours look";
+    for (int k = 0; k < 4; ++k)
+      EXPECT_NEAR(strip.model.Face(2).TexCoord(k).u, k < 2 ? row.wanted : row.left, 1e-9) << row.left << ' ' << k;
+    EXPECT_NE(BridgeFaces(strip.model, 0, 2, row.viewer), "") << "an edge in common";
+  }
+}
+
+TEST_F(MeshEdit, FlattensToTheBestPlaneAndToThatOfAFace) {
+  const struct {
+    std::vector<SPoint> before;
+    Vector3 normal;
+    std::vector<SPoint> after;
+  } cases[] = {
+      {{{0, 0, 1}, {10, 0, -1}, {10, 10, 1}, {0, 10, -1}}, {0, 0, 1}, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}}},
+      {{{0, 0, 0}, {20, 20, 0}, {20, 20, 50}, {0, 0, 50}},
+       {1, -1, 0},
+       {{0, 0, 0}, {20, 20, 0}, {20, 20, 50}, {0, 0, 50}}},
+      {{{0, 2, 0}, {20, 18, 0}, {20, 22, 50}, {0, -2, 50}},
+       {1, -1, 0},
+       {{1, 1, 0}, {19, 19, 0}, {21, 21, 50}, {-1, -1, 50}}},
+  };
+  const std::vector four = {0, 1, 2, 3};
+  std::vector<SPoint> found;
+  for (const auto& row : cases) {
+    model_.SetVertexPositions(four, row.before);
+    const SPlane plane = FittingPlane(model_, four);
+    EXPECT_NEAR(std::abs(Dot(plane.normal, Normalized(row.normal))), 1, 0.02) << &row - cases;
+    EXPECT_EQ(PositionsInPlane(model_, four, plane, found), "");
+    for (size_t k = 0; k < found.size(); ++k)
+      EXPECT_LE(Length(ToVector(found[k]) - ToVector(row.after[k])), &row - cases < 2 ? 0.0 : 2.0) << k;
+  }
+  EXPECT_EQ(PositionsInPlane(model_, four, PlaneOf(model_.Face(0)).value(), found), "");
+  for (const SPoint& at : found)
+    EXPECT_EQ(at.y, 10);
+  EXPECT_NE(PositionsInPlane(model_, four, {.point = {3e9, 0, 0}, .normal = {1, 0, 0}}, found), "");
+}
+
 TEST_F(MeshEdit, OrdersTowardTheViewerAndSnaps) {
   const struct {
     std::vector<int32_t> vertices;
@@ -128,6 +215,11 @@ TEST_F(MeshEdit, OrdersTowardTheViewerAndSnaps) {
     if (!found.empty()) std::ranges::rotate(found, std::ranges::find(found, row.vertices.front()));
     EXPECT_EQ(found, row.ordered);
   }
+  const struct {
+    std::vector<int32_t> clicked, corners;
+  } clicks[] = {{{1, 5, 4, 0}, {1, 5, 4, 0}}, {{5, 1, 0, 4}, {5, 4, 0, 1}}, {{0, 5, 1, 4}, {}}, {{4, 1, 0}, {4, 0, 1}}};
+  for (const auto& row : clicks)
+    EXPECT_EQ(TurnedToward(model_, row.clicked, kFront), row.corners);
   EXPECT_EQ(SnapToGrid(model_, std::vector{0, 1, 2}, 8), 3);
   EXPECT_EQ(model_.Vertex(0).Position(), (SPoint{-8, -8, 8}));
   EXPECT_EQ(SnapToGrid(model_, std::vector{0, 1, 2}, 8), 0);

@@ -32,6 +32,7 @@ TEST_F(VertexDrag, MovesTheSelectionInTheViewsPlaneOrAlongAnAxis) {
     double right, down;
     SPoint offset;
     double grid = 0.0;
+    std::optional<SPoint> onto = {};
   } cases[] = {
       {{0, 0, 0}, {}, 50.5, -20.5, {50, 20, 0}},
       {{0, 0, 0}, EAxis::kX, 50.5, -20.5, {50, 0, 0}},
@@ -43,12 +44,14 @@ TEST_F(VertexDrag, MovesTheSelectionInTheViewsPlaneOrAlongAnAxis) {
       {{0, 180, 0}, EAxis::kX, 30.5, 0, {-30, 0, 0}},
       {{0, 0, 0}, {}, 57, 22, {80, -20, 0}, 60},
       {{0, 0, 0}, EAxis::kX, 57, 22, {80, 0, 0}, 60},
+      {{0, 0, 0}, {}, 50.5, -20.5, {-98, 105, 7}, 60, SPoint{2, 5, 7}},
+      {{0, 0, 0}, EAxis::kZ, 50.5, -20.5, {0, 0, 7}, 0, SPoint{2, 5, 7}},
       {{0, 0, 0}, {}, 1e15, -1e15, {kHigh - 100, kHigh - 100, 0}},
   };
   for (const auto& row : cases) {
     state_.rotation = row.rotation;
     CVertexDrag drag = Grab();
-    drag.MoveTo({row.right, row.down, row.axis, row.grid});
+    drag.MoveTo({row.right, row.down, row.axis, row.grid, row.onto});
     EXPECT_EQ(drag.HasMoved(), !(row.offset == SPoint{}));
     EXPECT_EQ(At(1), (SPoint{100 + row.offset.x, -100 + row.offset.y, row.offset.z})) << row.right;
     EXPECT_EQ(At(2), (SPoint{100 + row.offset.x, 100 + row.offset.y, row.offset.z})) << row.right;

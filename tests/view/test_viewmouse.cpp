@@ -256,6 +256,75 @@ TEST_F(ViewMouse, TheGizmoMovesTurnsAndResizesWhatIsSelected) {
   EXPECT_EQ(shown.State().rotation.y, 0.0);
 }
 
+TEST_F(ViewMouse, ShiftBringsADragOntoTheVertexAtThePointer) {
+  CTarnView& shown = Show();
+  SelectVertices({5});
+  const auto drag_to = [&](const QPoint& to) {
+    QTest::mousePress(&shown, Qt::LeftButton, Qt::NoModifier, AtVertex(5));
+    MoveTo(AtVertex(5) + QPoint(-20, -20), Qt::LeftButton);
+    QTest::keyPress(&shown, Qt::Key_Shift, Qt::ShiftModifier);
+    MoveTo(to, Qt::LeftButton, Qt::ShiftModifier);
+  };
+  const auto drop = [&] {
+    QTest::keyRelease(&shown, Qt::Key_Shift);
+    QTest::mouseRelease(&shown, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+  };
+  const SPoint start = Position(5);
+  const SPoint free = {start.x - 90, start.y + 90, start.z};
+  drag_to(AtVertex(2) + QPoint(5, 4));
+  EXPECT_EQ(Position(5), Position(2)) << "its depth as well";
+  QTest::keyPress(&shown, Qt::Key_Z, Qt::ShiftModifier);
+  EXPECT_EQ(Position(5), (SPoint{start.x, start.y, Position(2).z}));
+  QTest::keyRelease(&shown, Qt::Key_Z, Qt::ShiftModifier);
+  MoveTo(At(free), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_NEAR(Position(5).x, free.x, 2) << "no vertex there";
+  drop();
+  document->StepBack();
+  EXPECT_EQ(Position(5), start);
+  // Vertex 7 is behind the front wall and cannot be seen.
+  drag_to(AtVertex(7));
+  EXPECT_NE(Position(5), Position(7));
+  drop();
+  EXPECT_EQ(shown.State().rotation.y, 0.0);
+}
+
+TEST_F(ViewMouse, TheGizmoStandsAtThePivotAndTurnsAboutIt) {
+  CTarnView& shown = Show();
+  shown.ToggleGizmo();
+  document->Model().Select(kFaces, std::vector{0}, true);
+  using EKind = SPivotInput::EKind;
+  const struct {
+    SPivotInput pivot;
+    int32_t vertex;
+    Vector3 at;
+  } cases[] = {{{.kind = EKind::kMiddle}, 5, {0, 0, 10}},
+               {{.kind = EKind::kOrigin}, 5, {0, 0, 0}},
+               {{.kind = EKind::kVertex}, 5, ToVector(Position(5))},
+               {{.kind = EKind::kVertex}, -1, {0, 0, 10}},
+               {{.kind = EKind::kPoint, .point = {7, 8, 9}}, 5, {7, 8, 9}}};
+  for (const auto& row : cases) {
+    shown.SetGizmoPivot(row.pivot);
+    shown.Cursor().SetVertex(row.vertex);
+    EXPECT_EQ(shown.Gizmo()->Pivot(), row.at) << static_cast<int>(row.pivot.kind);
+  }
+  QSignalSpy picked(&shown, &CTarnView::PivotPicked);
+  shown.TogglePickPivot();
+  Click(At({-199, 150, 0}));
+  EXPECT_TRUE(shown.IsPickingPivot()) << "nothing there";
+  Click(At({30, 20, 10}));
+  Click(At({0, 0, 10}));
+  ASSERT_EQ(picked.count(), 1);
+  const auto at = picked.front().front().value<SPoint>();
+  EXPECT_NEAR(at.x, 30, 1);
+  EXPECT_NEAR(at.y, 20, 1);
+  EXPECT_EQ(at.z, 10);
+  shown.SetGizmoPivot({.kind = EKind::kPoint, .point = ToVector(Position(0))});
+  const QPoint corner = AtVertex(0);
+  Drag(corner + QPoint(57, -57), corner + QPoint(-57, -57), Qt::LeftButton);
+  EXPECT_EQ(Position(0), (SPoint{-60, -60, 10}));
+  EXPECT_NEAR(Position(1).y, 60, 2);
+}
+
 TEST_F(ViewMouse, AHeldAxisKeyBindsAMoveAndEscapePutsEverythingBack) {
   CTarnView& shown = Show();
   SelectVertices({5});

@@ -28,12 +28,17 @@ QString MenuText(const SCommandRow& row, const std::string& object = {}) {
 }  // namespace
 
 CCommandActions::CCommandActions(QMainWindow& window, Runner run) : window_(window), run_(std::move(run)) {
-  auto* choices = new QActionGroup(&window);
-  choices->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+  QActionGroup* choices = nullptr;  // of rows that follow each other
   for (const SCommandRow& row : CommandRows()) {
     if (row.id == ECommand::kFileRecent || row.id == ECommand::kWindowList) continue;
     QAction* action = MakeAction(row);
-    if (row.is_choice) choices->addAction(action);
+    if (!row.is_choice) {
+      choices = nullptr;
+      continue;
+    }
+    if (choices == nullptr) choices = new QActionGroup(&window);
+    choices->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    choices->addAction(action);
   }
   for (const SMenuRow& row : MenuRows())
     if (row.submenu == ECommand::kNone) MakeMenu(*window.menuBar()->addMenu(QString::fromUtf8(row.title)), row);

@@ -83,6 +83,12 @@ enum class ECommand : int32_t {
   kModelTranslate,
   kModelRotate,
   kModelMirror,
+  kMenuGizmoPivot,  ///< submenu
+  kGizmoMiddle,
+  kGizmoOrigin,
+  kGizmoVertex,
+  kGizmoPick,
+  kGizmoPoint,
   kModelAddFace,
   kModelAddVertex,
   kModelDeleteUnused,
@@ -179,7 +185,9 @@ enum class ECommand : int32_t {
   kMakeJoin,
   kMakeFace,
   kMakeVertices,
+  kMakeBridge,
   kMakeSnap,
+  kMakeFlatten,
   // --- Texture
   kMenuOffset,  ///< submenu
   kTextureMapping,

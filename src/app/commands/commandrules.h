@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "app/commands/commandtarget.h"
+#include "editing/vertexcommands.h"
 
 /// The enabling rules and handlers that rows of several menus share.
 namespace veldra {
@@ -49,6 +50,12 @@ void WithModel(const SCommandTarget& on) {
 template <auto kFunction, auto... kArguments>
 void WithView(const SCommandTarget& on) {
   std::invoke(kFunction, *on.view, kArguments...);
+}
+
+/// Into a plane, which a dialog of that title asks for.
+template <const char* kTitle>
+void AskPlane(const SCommandTarget& on) {
+  if (const auto input = on.dialogs.AskPlane(on.Cursor(), kTitle, &on.window)) SetToPlane(on.Cursor(), *input);
 }
 
 template <auto kFunction>

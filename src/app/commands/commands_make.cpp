@@ -13,6 +13,7 @@ namespace veldra {
 
 namespace {
 
+constexpr char kFlatten[] = "Flatten";
 constexpr const char* kNeedsSomeFace = "Select a face first, or make one the current one";
 
 void AskExtrude(const SCommandTarget& on) {
@@ -38,6 +39,10 @@ void AskVertices(const SCommandTarget& on) {
   if (dialog.exec() == QDialog::Accepted) AddVertices(on.Cursor(), dialog.Points());
 }
 
+void BridgeHere(const SCommandTarget& on) {
+  Bridge(on.Cursor(), on.view->ToViewer());
+}
+
 void MakeFaceHere(const SCommandTarget& on) {
   MakeFaceOfSelected(on.Cursor(), on.view->ToViewer());
 }
@@ -55,11 +60,19 @@ const SCommandRow kMakeRows[] = {
     {.id = ECommand::kMakeFace,
      .name = "makeFace",
      .text = "&Face From Selected Vertices",
-     .status = "Makes a face of the 3 or 4 selected vertices, looking to the viewer\nMake Face",
+     .status = "Makes a face of the 3 or 4 selected vertices, as they were clicked, looking to the viewer\nMake Face",
      .view_key = "O",
      .needs = "Select 3 or 4 vertices first",
      .when = IfCursor<CanMakeFaceHere>,
      .run = MakeFaceHere},
+    {.id = ECommand::kMakeBridge,
+     .name = "bridge",
+     .text = "&Bridge",
+     .status = "Puts faces between two selected edges, or between two selected faces\nBridge",
+     .view_key = "Shift+E",
+     .needs = "Select both ends of two edges first, or two faces",
+     .when = IfCursor<CanBridge>,
+     .run = BridgeHere},
     {.id = ECommand::kMakeVertices,
      .name = "makeVertices",
      .text = "&Vertices From a List...",
@@ -131,6 +144,14 @@ const SCommandRow kMakeRows[] = {
      .needs = kNeedsSomeFace,
      .when = IfCursor<CanEditFaces>,
      .run = WithCursor<&JoinFaces>},
+    {.id = ECommand::kMakeFlatten,
+     .name = "flatten",
+     .text = "F&latten...",
+     .status = "Moves the selected vertices, or those of the selected faces, into one plane\nFlatten",
+     .view_key = "Shift+L",
+     .needs = "Select vertices or faces first",
+     .when = IfCursor<CanFlatten>,
+     .run = AskPlane<kFlatten>},
     {.id = ECommand::kMakeSnap,
      .name = "snapToGrid",
      .text = "S&nap To Grid...",

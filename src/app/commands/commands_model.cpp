@@ -5,6 +5,7 @@
 #include "app/insertshapedlg.h"
 #include "editing/infodlg.h"
 #include "editing/modelcommands.h"
+#include "editing/pivotdlg.h"
 #include "editing/shapecommands.h"
 
 namespace veldra {
@@ -85,6 +86,24 @@ void JumpTo(const SCommandTarget& on) {
   on.dialogs.JumpTo(on.Cursor(), &on.window);
 }
 
+using EPivot = SPivotInput::EKind;
+
+template <EPivot kKind>
+bool IsPivot(const SCommandTarget& on) {
+  return on.view != nullptr && on.windows.GizmoPivot().kind == kKind;
+}
+
+template <EPivot kKind>
+void UsePivot(const SCommandTarget& on) {
+  on.windows.SetGizmoPivot({.kind = kKind});
+}
+
+/// Starts where the gizmo is.
+void AskPivot(const SCommandTarget& on) {
+  CPivotDialog dialog(on.Model(), on.Cursor().Vertex(), on.view->GizmoPivotPoint(), &on.window);
+  if (dialog.exec() == QDialog::Accepted) on.windows.SetGizmoPivot(dialog.Pivot());
+}
+
 const SCommandRow kModelRows[] = {
     {.id = ECommand::kModelInfo,
      .name = "info",
@@ -148,6 +167,45 @@ const SCommandRow kModelRows[] = {
      .status = "Mirror the model along the X, Y, and Z axes",
      .when = IfDocument<&CanMoveVertices>,
      .run = AskMirror},
+    {.id = ECommand::kGizmoMiddle,
+     .name = "gizmoMiddle",
+     .text = "&Middle of Selection",
+     .status = "The gizmo stands in the middle of what is selected\nGizmo In The Middle",
+     .when = HasDocument,
+     .checked = IsPivot<EPivot::kMiddle>,
+     .is_choice = true,
+     .run = UsePivot<EPivot::kMiddle>},
+    {.id = ECommand::kGizmoOrigin,
+     .name = "gizmoOrigin",
+     .text = "&Origin",
+     .status = "The gizmo stands at 0, 0, 0, whatever is selected\nGizmo At The Origin",
+     .when = HasDocument,
+     .checked = IsPivot<EPivot::kOrigin>,
+     .is_choice = true,
+     .run = UsePivot<EPivot::kOrigin>},
+    {.id = ECommand::kGizmoVertex,
+     .name = "gizmoVertex",
+     .text = "Current &Vertex",
+     .status = "The gizmo stands at the current vertex, whatever is selected\nGizmo At The Current Vertex",
+     .when = HasDocument,
+     .checked = IsPivot<EPivot::kVertex>,
+     .is_choice = true,
+     .run = UsePivot<EPivot::kVertex>},
+    {.id = ECommand::kGizmoPick,
+     .name = "gizmoPick",
+     .text = "&Pick a Point",
+     .status = "The next click says where the gizmo stands: on a vertex, or anywhere on a face\nPick Gizmo Point",
+     .view_key = "Shift+O",
+     .when = HasDocument,
+     .checked = [](const SCommandTarget& on) { return on.view != nullptr && on.view->IsPickingPivot(); },
+     .run = WithView<&CTarnView::TogglePickPivot>},
+    {.id = ECommand::kGizmoPoint,
+     .name = "gizmoPoint",
+     .text = "&Type a Point...",
+     .status = "Asks for the point at which the gizmo stands\nGizmo Point",
+     .when = HasDocument,
+     .checked = IsPivot<EPivot::kPoint>,
+     .run = AskPivot},
     {.id = ECommand::kModelAddFace,
      .name = "addFace",
      .text = "Add &Face...",

@@ -9,13 +9,11 @@ namespace veldra {
 
 namespace {
 
+constexpr char kSetToPlane[] = "Set To Plane";
+
 void AskCoordinates(const SCommandTarget& on) {
   CVertexCoordinatesDialog dialog(*on.Cursor().VertexObject(), &on.window);
   if (dialog.exec() == QDialog::Accepted) SetVertexCoordinates(on.Cursor(), dialog.Position());
-}
-
-void AskPlane(const SCommandTarget& on) {
-  if (const auto input = on.dialogs.AskPlane(on.Cursor(), &on.window)) SetToPlane(on.Cursor(), *input);
 }
 
 void ShowVertexGroups(const SCommandTarget& on) {
@@ -208,8 +206,8 @@ const SCommandRow kVertexRows[] = {
      .name = "setToPlane",
      .text = "Set To &Plane...",
      .status = "Moves the selected vertices into one plane",
-     .when = IfCursor<CanEditSelectedVertices>,
-     .run = AskPlane},
+     .when = IfCursor<CanFlatten>,
+     .run = AskPlane<kSetToPlane>},
     {.id = ECommand::kVertexGroups,
      .name = "vertexGroups",
      .text = "Vertex &Groups...",

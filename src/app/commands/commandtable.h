@@ -26,7 +26,7 @@ struct SCommandRow {
   const char* needs = "";
   bool (*when)(const SCommandTarget&) = nullptr;     ///< enabled; null: always
   bool (*checked)(const SCommandTarget&) = nullptr;  ///< null: not checkable
-  bool is_choice = false;                            ///< one of several, shown as a radio button
+  bool is_choice = false;                            ///< one of those in the rows beside it, shown as a radio button
   /// Stands behind the text: what the command works on now. Null: nothing does.
   std::string (*object)(const SCommandTarget&) = nullptr;
   /// Carries it out. Only called while the rule above allows it. Null: a list that is filled when it opens, or a

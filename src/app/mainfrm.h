@@ -74,6 +74,7 @@ class CMainFrame : public QMainWindow {
   void Run(const SCommandRow& row);
   void RunKey(const SCommandRow& row);
   void GiveKeysToView();
+  void TakeKeys();
   void Refresh();
   void NoteDocuments();
   void RefreshStatus();
@@ -84,6 +85,7 @@ class CMainFrame : public QMainWindow {
   CTarn2App& app_;
   CDocumentArea* area_;
   CWelcomePage* welcome_ = nullptr;
+  CCommandKeys keys_;
   QLabel* counts_;
   QLabel* selected_;
   CToolDocks* docks_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/commands/commandkeys.h"
 #include "app/fileopeners.h"
 #include "app/recoveryoffer.h"
 #include "app/setupdlg.h"
@@ -17,8 +18,8 @@
 namespace veldra {
 
 CFileCommands::CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, CToolDocks& docks,
-                             QWidget& window)
-    : app_(app), windows_(windows), tools_(tools), docks_(docks), window_(window) {}
+                             QWidget& window, std::function<void()> show_keys)
+    : app_(app), windows_(windows), tools_(tools), docks_(docks), window_(window), show_keys_(std::move(show_keys)) {}
 
 /// The enabling rules see to it that there is one.
 CTarnDoc& CFileCommands::Active() const {
@@ -96,12 +97,14 @@ void CFileCommands::ShowDefaultColors() {
   tools_.ShowDefaultColors();
 }
 
-void CFileCommands::Preferences() {
-  CPreferencesDialog dialog(app_.Settings(), &window_);
+void CFileCommands::PreferencesOn(ESettingPage page) {
+  CPreferencesDialog dialog(app_.Settings(), AllKeyCommands(), &window_);
+  dialog.ShowPage(page);
   QObject::connect(&dialog, &CPreferencesDialog::SettingsChanged, &window_,
                    [this](const std::vector<std::string>& keys) {
                      app_.SettingsChanged(keys);
                      if (std::ranges::find(keys, "DEFPAL") != keys.end()) ShowDefaultColors();
+                     if (std::ranges::find(keys, "KEYS") != keys.end()) show_keys_();
                    });
   dialog.exec();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenu>
+#include <functional>
 #include <string>
 
 #include "app/documentwindows.h"
@@ -13,8 +14,9 @@ namespace veldra {
 /// The commands of the File menu: documents opened, saved, read anew and closed.
 class CFileCommands {
  public:
-  /// Dialogs stand over WINDOW. All outlive it.
-  CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, CToolDocks& docks, QWidget& window);
+  /// Dialogs stand over WINDOW. SHOW_KEYS is called when the settings hold other keys. All outlive it.
+  CFileCommands(CTarn2App& app, CDocumentWindows& windows, CToolCommands& tools, CToolDocks& docks, QWidget& window,
+                std::function<void()> show_keys);
 
   void New();
   void AskAndOpen();
@@ -25,7 +27,9 @@ class CFileCommands {
   void EditInArchive();
   void EarlierStates();
   void Recover();
-  void Preferences();
+  void Preferences() { PreferencesOn(ESettingPage::kFolders); }
+  /// Opened at PAGE.
+  void PreferencesOn(ESettingPage page);
   void SetUpAgain();
   /// Makes the sample project first where it is not there yet.
   void OpenSample();
@@ -49,6 +53,7 @@ class CFileCommands {
   CToolCommands& tools_;
   CToolDocks& docks_;
   QWidget& window_;
+  std::function<void()> show_keys_;
 };
 
 }  // namespace veldra

@@ -26,6 +26,7 @@
 #include "platform/shell.h"
 #include "platform/text.h"
 #include "platform/userfolders.h"
+#include "settings/windowkeys.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
 #include "view/glcanvas.h"
@@ -56,6 +57,7 @@ QSettings WindowSettings() {
 CMainFrame::CMainFrame(CTarn2App& app)
     : app_(app),
       area_(new CDocumentArea),
+      keys_(app.Settings().keys),
       counts_(new QLabel),
       selected_(new QLabel),
       hidden_(new QPushButton),
@@ -64,6 +66,7 @@ CMainFrame::CMainFrame(CTarn2App& app)
       edits_(app.Textures(), app.Questions(), JoinPath(UserDataDirectory(), "pictures")),
       dialogs_(app.Settings()) {
   setObjectName("mainFrame");
+  TraceKeyFaults(app.Settings().keys);
   setWindowTitle(tr("Veldra"));
   setAcceptDrops(true);
   setCentralWidget(area_);
@@ -92,11 +95,12 @@ void CMainFrame::MakeReadyForOpenGL() {
 }
 
 void CMainFrame::MakeCommands() {
-  auto* view_keys = new CViewKeys([this](const SCommandRow& row) { RunKey(row); }, this);
+  auto* view_keys = new CViewKeys(
+      keys_, [this](const SCommandRow& row) { RunKey(row); }, this);
   windows_ = std::make_unique<CDocumentWindows>(app_, *area_, view_keys);
   tools_ = std::make_unique<CToolCommands>(app_, *windows_, *this);
-  files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *docks_, *this);
-  actions_ = std::make_unique<CCommandActions>(*this, [this](const SCommandRow& row) { Run(row); });
+  files_ = std::make_unique<CFileCommands>(app_, *windows_, *tools_, *docks_, *this, [this] { TakeKeys(); });
+  actions_ = std::make_unique<CCommandActions>(*this, keys_, [this](const SCommandRow& row) { Run(row); });
   WatchFiles();
   app_.SetPictureMaker([this](const CTarnDoc& document) { return windows_->Picture(document); });
   connect(windows_.get(), &CDocumentWindows::Changed, this, &CMainFrame::RefreshCommands);
@@ -227,6 +231,13 @@ void CMainFrame::RunKey(const SCommandRow& row) {
 /// After a command that was chosen in a tool window the keys are the view's again.
 void CMainFrame::GiveKeysToView() {
   if (CTarnView* view = ActiveView(); view != nullptr && docks_->HasFocus()) view->setFocus();
+}
+
+/// The settings hold other ones.
+void CMainFrame::TakeKeys() {
+  keys_ = CCommandKeys(app_.Settings().keys);
+  actions_->RefreshKeys(CommandTarget());
+  CWindowKeys::RefreshAll();
 }
 
 // --- State ---------------------------------------------------------------------------------------------------------

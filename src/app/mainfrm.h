@@ -75,6 +75,7 @@ class CMainFrame : public QMainWindow {
   void Run(const SCommandRow& row);
   void RunKey(const SCommandRow& row);
   void GiveKeysToView();
+  void TakeKeys();
   void Refresh();
   void NoteDocuments();
   void MakeStatusBar();
@@ -87,6 +88,7 @@ class CMainFrame : public QMainWindow {
   CTarn2App& app_;
   CDocumentArea* area_;
   CWelcomePage* welcome_ = nullptr;
+  CCommandKeys keys_;
   QLabel* counts_;
   QLabel* selected_;
   QPushButton* hidden_;  ///< says that faces are hidden, and shows them again

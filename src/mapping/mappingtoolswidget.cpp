@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "mapping/mappingkeys.h"
 #include "mapping/mappingwidget.h"
 #include "model/texturepicture.h"
 #include "ui/qstrings.h"
@@ -150,10 +151,13 @@ QWidget* CMappingToolsWidget::MakeScaleBox() {
       Line({across, down,
             MakeButton(tr("Scale"), "scaleMapping", tr("Across and down about the pivot"),
                        [across, down](CMappingSession& s) { s.Scale(across->value() / 100, down->value() / 100); })}));
-  column->addLayout(Line({MakeButton(tr("Flip Across"), "flipAcross", tr("Left becomes right (H)"),
-                                     [](CMappingSession& s) { s.Flip(ETexelAxis::kAcross); }),
-                          MakeButton(tr("Flip Down"), "flipDown", tr("Top becomes bottom (V)"),
-                                     [](CMappingSession& s) { s.Flip(ETexelAxis::kDown); })}));
+  QPushButton* flip_across = MakeButton(tr("Flip Across"), "flipAcross", tr("Left becomes right"),
+                                        [](CMappingSession& s) { s.Flip(ETexelAxis::kAcross); });
+  QPushButton* flip_down = MakeButton(tr("Flip Down"), "flipDown", tr("Top becomes bottom"),
+                                      [](CMappingSession& s) { s.Flip(ETexelAxis::kDown); });
+  ShowMappingKeyInTip(*flip_across, EMappingKey::kFlipAcross, session_.Settings());
+  ShowMappingKeyInTip(*flip_down, EMappingKey::kFlipDown, session_.Settings());
+  column->addLayout(Line({flip_across, flip_down}));
   return Box(tr("Scale and flip"), column);
 }
 

@@ -38,7 +38,8 @@ void Draw(QPainter& painter, const std::vector<QLineF>& lines, const QColor& col
 
 }  // namespace
 
-CMappingView::CMappingView(CMappingSession& session, QWidget* parent) : QWidget(parent), session_(session) {
+CMappingView::CMappingView(CMappingSession& session, QWidget* parent)
+    : QWidget(parent), session_(session), keys_(session.Settings()) {
   setObjectName("mapping");
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <optional>
 
+#include "mapping/mappingkeys.h"
 #include "mapping/mappingsession.h"
 
 namespace veldra {
@@ -100,8 +101,10 @@ class CMappingView : public QWidget {
   void PointAt(const QPointF& place);
   bool IsOwnKey(const QKeyEvent& event) const;
   bool TakeKey(const QKeyEvent& event);
+  void Do(EMappingKey command);
 
   CMappingSession& session_;
+  CMappingKeys keys_;
   QImage image_;
   uint64_t image_id_ = 0;
   QPixmap base_;  ///< what stays the same during a drag

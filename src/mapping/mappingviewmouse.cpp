@@ -290,12 +290,7 @@ void CMappingView::wheelEvent(QWheelEvent* event) {
 }
 
 bool CMappingView::IsOwnKey(const QKeyEvent& event) const {
-  const bool is_plain = (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0;
-  constexpr int kPlain[] = {Qt::Key_Escape, Qt::Key_1,    Qt::Key_2,    Qt::Key_3,     Qt::Key_R,    Qt::Key_H,
-                            Qt::Key_V,      Qt::Key_Home, Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Equal};
-  constexpr int kWithCtrl[] = {Qt::Key_A, Qt::Key_D, Qt::Key_I};
-  if (StepOf(event) || (is_plain && std::ranges::find(kPlain, event.key()) != std::end(kPlain))) return true;
-  return event.modifiers() == Qt::ControlModifier && std::ranges::find(kWithCtrl, event.key()) != std::end(kWithCtrl);
+  return event.key() == Qt::Key_Escape || StepOf(event) || keys_.Find(event);
 }
 
 /// Keys mean here what they mean in this window.
@@ -323,34 +318,33 @@ bool CMappingView::TakeKey(const QKeyEvent& event) {
     session_.Move(*step);
     return true;
   }
-  switch (event.key()) {
-    case Qt::Key_1:
-    case Qt::Key_2:
-    case Qt::Key_3:
-      session_.SetMode(static_cast<EMappingMode>(event.key() - Qt::Key_1));
-      return true;
-    case Qt::Key_A:
-    case Qt::Key_D:
-      session_.SelectAll(event.key() == Qt::Key_A);
-      return true;
-    case Qt::Key_I:
-      session_.InvertSelection();
-      return true;
-    case Qt::Key_R:
-      session_.Turn(event.modifiers().testFlag(Qt::ShiftModifier) ? -90.0 : 90.0);
-      return true;
-    case Qt::Key_H:
-      session_.Flip(ETexelAxis::kAcross);
-      return true;
-    case Qt::Key_V:
-      session_.Flip(ETexelAxis::kDown);
-      return true;
-    case Qt::Key_Home:
-      Fit();
-      return true;
-    default:
-      ZoomBy(event.key() == Qt::Key_Minus ? 1 / kZoomPerNotch : kZoomPerNotch, QRectF(rect()).center());
-      return true;
+  Do(*keys_.Find(event));
+  return true;
+}
+
+void CMappingView::Do(EMappingKey command) {
+  switch (command) {
+    case EMappingKey::kCorners:
+    case EMappingKey::kFaces:
+    case EMappingKey::kIslands:
+      return session_.SetMode(static_cast<EMappingMode>(command));
+    case EMappingKey::kSelectAll:
+    case EMappingKey::kDeselectAll:
+      return session_.SelectAll(command == EMappingKey::kSelectAll);
+    case EMappingKey::kInvert:
+      return session_.InvertSelection();
+    case EMappingKey::kTurn:
+    case EMappingKey::kTurnBack:
+      return session_.Turn(command == EMappingKey::kTurn ? 90.0 : -90.0);
+    case EMappingKey::kFlipAcross:
+      return session_.Flip(ETexelAxis::kAcross);
+    case EMappingKey::kFlipDown:
+      return session_.Flip(ETexelAxis::kDown);
+    case EMappingKey::kFit:
+      return Fit();
+    case EMappingKey::kZoomIn:
+    case EMappingKey::kZoomOut:
+      return ZoomBy(command == EMappingKey::kZoomIn ? kZoomPerNotch : 1 / kZoomPerNotch, QRectF(rect()).center());
   }
 }
 

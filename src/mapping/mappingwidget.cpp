@@ -54,9 +54,9 @@ QWidget* CMappingWidget::MakeBar() {
     const char* name;
     QString text;
     QString tip;
-  } modes[] = {{"corners", tr("&Corners"), tr("Select and move corners (1)")},
-               {"faces", tr("&Faces"), tr("Select and move faces (2)")},
-               {"islands", tr("&Islands"), tr("Select and move faces with all that hang together with them (3)")}};
+  } modes[] = {{"corners", tr("&Corners"), tr("Select and move corners")},
+               {"faces", tr("&Faces"), tr("Select and move faces")},
+               {"islands", tr("&Islands"), tr("Select and move faces with all that hang together with them")}};
   for (int mode = 0; mode < 3; ++mode) {
     QAction* action = modes_->addAction(modes[mode].text);
     action->setObjectName(modes[mode].name);
@@ -65,6 +65,7 @@ QWidget* CMappingWidget::MakeBar() {
     connect(action, &QAction::triggered, this, [this, mode] { session_.SetMode(static_cast<EMappingMode>(mode)); });
     auto* button = new QToolButton;
     button->setDefaultAction(action);
+    ShowMappingKeyInTip(*button, static_cast<EMappingKey>(mode), session_.Settings());
     line->addWidget(button);
   }
   textures_->setObjectName("mappingTexture");
@@ -83,8 +84,9 @@ QWidget* CMappingWidget::MakeBar() {
     line->addWidget(button);
     return button;
   };
-  connect(add_button(tr("Fi&t"), "mappingFit", tr("Show the whole texture (Home)")), &QToolButton::clicked, map_,
-          &CMappingView::Fit);
+  QToolButton* fit = add_button(tr("Fi&t"), "mappingFit", tr("Show the whole texture"));
+  connect(fit, &QToolButton::clicked, map_, &CMappingView::Fit);
+  ShowMappingKeyInTip(*fit, EMappingKey::kFit, session_.Settings());
   QToolButton* options = add_button(tr("&Options"), "mappingOptions", tr("What is shown and what dragging snaps to"));
   options->setPopupMode(QToolButton::InstantPopup);
   options->setMenu(MakeOptions());
@@ -168,15 +170,19 @@ void AddMappingItems(QMenu& menu, CMappingSession& session) {
   const auto add = [&session](QMenu& in, const QString& text, auto&& run) {
     in.addAction(text, [&session, run] { run(session); });
   };
+  const auto add_key = [&](EMappingKey command, const QString& text, auto&& run) {
+    add(menu, WithMappingKey(text, command, session.Settings()), run);
+  };
   using S = CMappingSession;
-  add(menu, QObject::tr("Select &All\tCtrl+A"), [](S& s) { s.SelectAll(true); });
-  add(menu, QObject::tr("&Deselect All\tCtrl+D"), [](S& s) { s.SelectAll(false); });
-  add(menu, QObject::tr("&Invert Selection\tCtrl+I"), [](S& s) { s.InvertSelection(); });
+  using Key = EMappingKey;
+  add_key(Key::kSelectAll, QObject::tr("Select &All"), [](S& s) { s.SelectAll(true); });
+  add_key(Key::kDeselectAll, QObject::tr("&Deselect All"), [](S& s) { s.SelectAll(false); });
+  add_key(Key::kInvert, QObject::tr("&Invert Selection"), [](S& s) { s.InvertSelection(); });
   menu.addSeparator();
-  add(menu, QObject::tr("&Rotate Clockwise\tR"), [](S& s) { s.Turn(90); });
-  add(menu, QObject::tr("Rotate &Counterclockwise\tShift+R"), [](S& s) { s.Turn(-90); });
-  add(menu, QObject::tr("Flip &Horizontally\tH"), [](S& s) { s.Flip(ETexelAxis::kAcross); });
-  add(menu, QObject::tr("Flip &Vertically\tV"), [](S& s) { s.Flip(ETexelAxis::kDown); });
+  add_key(Key::kTurn, QObject::tr("&Rotate Clockwise"), [](S& s) { s.Turn(90); });
+  add_key(Key::kTurnBack, QObject::tr("Rotate &Counterclockwise"), [](S& s) { s.Turn(-90); });
+  add_key(Key::kFlipAcross, QObject::tr("Flip &Horizontally"), [](S& s) { s.Flip(ETexelAxis::kAcross); });
+  add_key(Key::kFlipDown, QObject::tr("Flip &Vertically"), [](S& s) { s.Flip(ETexelAxis::kDown); });
   QMenu* fit = menu.addMenu(QObject::tr("&Fit To"));
   for (const STexturePart& part : TextureParts(session.Faces().Width()))
     add(*fit, ToQString(part.name), [area = part.area](S& s) { s.Fit(area); });

@@ -18,11 +18,9 @@
 
 namespace veldra {
 
-namespace {}  // namespace
-
 CPodEditActions::CPodEditActions(CArchiveDocument& document, const SToolServices& services, CPodListView& list,
-                                 QWidget& window)
-    : QObject(&window), document_(document), services_(services), list_(list), window_(window) {
+                                 CWindowKeys& keys, QWidget& window)
+    : QObject(&window), document_(document), services_(services), list_(list), keys_(keys), window_(window) {
   MakeFileActions();
   MakeEntryActions();
   MakeOrderActions();
@@ -32,47 +30,39 @@ CPodEditActions::CPodEditActions(CArchiveDocument& document, const SToolServices
   connect(list_.header(), &QHeaderView::sortIndicatorChanged, this, &CPodEditActions::Refresh);
 }
 
-QAction* CPodEditActions::Make(const QString& text, const char* name, const QKeySequence& key,
-                               std::function<void()> action) {
-  auto* const made = new QAction(CommandIcon(name), text, &window_);
+QAction* CPodEditActions::Make(const char* name, std::function<void()> action) {
+  auto* const made = new QAction(CommandIcon(name), {}, &window_);
   made->setObjectName(QString(name) + "Entry");
-  made->setShortcut(key);
+  keys_.Bind(*made, name);
   connect(made, &QAction::triggered, this, [action = std::move(action)] { action(); });
   window_.addAction(made);
   return made;
 }
 
 void CPodEditActions::MakeFileActions() {
-  save_ = Make(tr("&Save"), "save", QKeySequence::Save, [this] { Save(); });
-  save_as_ = Make(tr("Save &As..."), "saveAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); });
-  reload_ = Make(tr("&Reload"), "refresh", Qt::Key_F5, [this] { Reload(); });
-  save_and_start_ = Make({}, "saveAndStart", Qt::Key_F9, [this] { SaveAndStart(); });
-  back_ = Make(tr("Step &Back"), "undo", QKeySequence::Undo, [this] { document_.StepBack(); });
-  forward_ = Make(tr("Step &Forward"), "redo", QKeySequence::Redo, [this] { document_.StepForward(); });
-  // Where the system's own key is the same one, twice would be none.
-  QList<QKeySequence> forward_keys = QKeySequence::keyBindings(QKeySequence::Redo);
-  if (const QKeySequence other(Qt::CTRL | Qt::Key_Y); !forward_keys.contains(other)) forward_keys.append(other);
-  forward_->setShortcuts(forward_keys);
+  save_ = Make("save", [this] { Save(); });
+  save_as_ = Make("saveAs", [this] { SaveAs(); });
+  reload_ = Make("refresh", [this] { Reload(); });
+  save_and_start_ = Make("saveAndStart", [this] { SaveAndStart(); });
+  back_ = Make("undo", [this] { document_.StepBack(); });
+  forward_ = Make("redo", [this] { document_.StepForward(); });
 }
 
 void CPodEditActions::MakeEntryActions() {
-  adding_ = {Make(tr("A&dd Files..."), "add", Qt::Key_Insert, [this] { AskAndAdd(); }),
-             Make(tr("Add F&older..."), "addFolder", Qt::CTRL | Qt::Key_Insert, [this] { AskAndAddFolder(); })};
-  replace_ = Make(tr("Re&place..."), "replace", Qt::CTRL | Qt::Key_R, [this] { AskAndReplace(); });
-  rename_ = Make(tr("Rena&me"), "rename", Qt::Key_F2, [this] { list_.EditName(); });
-  remove_ = Make(tr("Remo&ve"), "remove", QKeySequence::Delete, [this] { Remove(); });
+  adding_ = {Make("add", [this] { AskAndAdd(); }), Make("addFolder", [this] { AskAndAddFolder(); })};
+  replace_ = Make("replace", [this] { AskAndReplace(); });
+  rename_ = Make("rename", [this] { list_.EditName(); });
+  remove_ = Make("remove", [this] { Remove(); });
 }
 
 void CPodEditActions::MakeOrderActions() {
-  moving_ = {Make(tr("Move &Up"), "up", Qt::ALT | Qt::Key_Up, [this] { MoveBy(-1); }),
-             Make(tr("Move Do&wn"), "down", Qt::ALT | Qt::Key_Down, [this] { MoveBy(1); }),
-             Make(tr("Move to the &Beginning"), "first", Qt::ALT | Qt::Key_Home, [this] { MoveTo(0); }),
-             Make(tr("Move to the &End"), "last", Qt::ALT | Qt::Key_End, [this] { MoveTo(SIZE_MAX); })};
-  arrange_ = Make(tr("Give the Archive the &List's Order"), "arrange", {}, [this] {
+  moving_ = {Make("up", [this] { MoveBy(-1); }), Make("down", [this] { MoveBy(1); }),
+             Make("first", [this] { MoveTo(0); }), Make("last", [this] { MoveTo(SIZE_MAX); })};
+  arrange_ = Make("arrange", [this] {
     const auto order = list_.Filter().Order();
     if (document_.Change([&](CPodChanges& changes) { return changes.Arrange(order); })) list_.ShowOwnOrder();
   });
-  own_order_ = Make(tr("Show the A&rchive's Order"), "ownOrder", {}, [this] { list_.ShowOwnOrder(); });
+  own_order_ = Make("ownOrder", [this] { list_.ShowOwnOrder(); });
 }
 
 void CPodEditActions::FillArchiveMenu(QMenu& menu) const {

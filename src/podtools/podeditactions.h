@@ -9,6 +9,7 @@
 #include "packing/toolservices.h"
 #include "podtools/archivedocument.h"
 #include "podtools/podlistview.h"
+#include "settings/windowkeys.h"
 
 namespace veldra {
 
@@ -18,8 +19,9 @@ class CPodEditActions : public QObject {
   Q_OBJECT
 
  public:
-  /// The shortcuts are WINDOW's. All outlive it.
-  CPodEditActions(CArchiveDocument& document, const SToolServices& services, CPodListView& list, QWidget& window);
+  /// Texts and shortcuts are WINDOW's KEYS. All outlive it.
+  CPodEditActions(CArchiveDocument& document, const SToolServices& services, CPodListView& list, CWindowKeys& keys,
+                  QWidget& window);
 
   void FillArchiveMenu(QMenu& menu) const;
   void FillEditMenu(QMenu& menu) const;
@@ -46,7 +48,7 @@ class CPodEditActions : public QObject {
   void Done(const QString& what);
 
  private:
-  QAction* Make(const QString& text, const char* name, const QKeySequence& key, std::function<void()> action);
+  QAction* Make(const char* name, std::function<void()> action);
   void MakeFileActions();
   void MakeEntryActions();
   void MakeOrderActions();
@@ -63,6 +65,7 @@ class CPodEditActions : public QObject {
   CArchiveDocument& document_;
   SToolServices services_;
   CPodListView& list_;
+  CWindowKeys& keys_;
   QWidget& window_;
   QAction* save_ = nullptr;
   QAction* save_as_ = nullptr;

@@ -64,7 +64,8 @@ CPodExtractorDialog::CPodExtractorDialog(const SToolServices& services, QWidget*
   middle->setStretchFactor(0, kListShare);
   middle->setStretchFactor(1, kPreviewShare);
   middle->setChildrenCollapsible(false);
-  actions_ = new CPodEditActions(document_, services_, *list_, *this);
+  keys_ = new CWindowKeys(PodExtractorKeys(), PodExtractorKeyCommands(), services_.settings, this);
+  actions_ = new CPodEditActions(document_, services_, *list_, *keys_, *this);
 
   auto* content = new QWidget;
   auto* above = new QVBoxLayout(content);
@@ -112,28 +113,36 @@ QLayout* CPodExtractorDialog::MakeTop() {
 
 void CPodExtractorDialog::MakeMenus() {
   auto* bar = new QMenuBar;
-  auto* const open_entry = new QAction(tr("&Open"), this);
-  open_entry->setObjectName("openEntry");
-  open_entry->setShortcut(Qt::CTRL | Qt::Key_Return);
+  const auto make = [this](const char* key, const char* name) {
+    auto* const made = new QAction(this);
+    made->setObjectName(name);
+    keys_->Bind(*made, key);
+    return made;
+  };
+  QAction* const open_entry = make("open", "openEntry");
   connect(open_entry, &QAction::triggered, this, &CPodExtractorDialog::OpenEntry);
   // Whatever the desktop opens files by, and the Enter key.
   connect(list_, &QTreeView::activated, this, &CPodExtractorDialog::OpenEntry);
   QMenu* const archive = bar->addMenu(tr("&Archive"));
-  QAction* const open = archive->addAction(tr("&Load..."), QKeySequence::Open, this, [this] { AskAndLoad(); });
-  open->setObjectName("openArchive");
+  QAction* const load = make("load", "openArchive");
+  connect(load, &QAction::triggered, this, &CPodExtractorDialog::AskAndLoad);
+  archive->addAction(load);
   actions_->FillArchiveMenu(*archive);
   archive->addSeparator();
-  QAction* const problems = archive->addAction(tr("Show &Problems"));
-  problems->setObjectName("showProblems");
-  problems->setShortcut(Qt::CTRL | Qt::Key_T);
+  QAction* const problems = make("problems", "showProblems");
   problems->setCheckable(true);
   connect(problems, &QAction::toggled, problems_, &QWidget::setVisible);
-  archive->addAction(tr("&Compare With..."), Qt::CTRL | Qt::Key_D, this, [this] { AskAndCompare(); })
-      ->setObjectName("compareArchive");
+  QAction* const compare = make("compare", "compareArchive");
+  connect(compare, &QAction::triggered, this, &CPodExtractorDialog::AskAndCompare);
+  QAction* const extract = make("extract", "extractEntries");
+  connect(extract, &QAction::triggered, this, &CPodExtractorDialog::Extract);
+  QAction* const close_window = make("close", "closeExtractor");
+  connect(close_window, &QAction::triggered, this, &QWidget::close);
+  archive->addActions({problems, compare});
   archive->addSeparator();
-  archive->addAction(tr("E&xtract"), Qt::CTRL | Qt::Key_E, this, [this] { Extract(); });
+  archive->addAction(extract);
   archive->addSeparator();
-  archive->addAction(tr("&Close"), QKeySequence::Close, this, [this] { close(); });
+  archive->addAction(close_window);
   QMenu* const edit = bar->addMenu(tr("&Edit"));
   edit->addAction(open_entry);
   edit->addSeparator();

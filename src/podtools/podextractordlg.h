@@ -13,6 +13,7 @@
 #include "platform/sound.h"
 #include "podtools/archivedocument.h"
 #include "podtools/podeditactions.h"
+#include "podtools/podextractorkeys.h"
 #include "podtools/podlistview.h"
 #include "podtools/podpreview.h"
 #include "podtools/podproblemswidget.h"
@@ -72,6 +73,7 @@ class CPodExtractorDialog : public QDialog {
   SToolServices services_;
   CArchiveDocument document_;
   CPodListView* list_;
+  CWindowKeys* keys_;
   CPodEditActions* actions_;
   CPodProblemsWidget* problems_;
   QLabel* archive_text_;

@@ -39,7 +39,7 @@ bool Mentions(const SSettingRow& row, const QString& text) {
 
 }  // namespace
 
-CPreferencesDialog::CPreferencesDialog(CSettings& settings, QWidget* parent)
+CPreferencesDialog::CPreferencesDialog(CSettings& settings, std::vector<SKeyCommand> commands, QWidget* parent)
     : CFieldDialog("preferences", tr("Preferences"), parent),
       settings_(settings),
       search_(new QLineEdit),
@@ -48,6 +48,7 @@ CPreferencesDialog::CPreferencesDialog(CSettings& settings, QWidget* parent)
       no_match_(new QLabel) {
   MakeHead();
   MakePages();
+  AddKeysPage(std::move(commands));
   MakeButtons();
   TakeSettings();
   KeepCustomColors();
@@ -85,10 +86,14 @@ void CPreferencesDialog::MakePages() {
   pages_->addWidget(no_match_);
 }
 
-int CPreferencesDialog::AddPage(ESettingPage page, const QString& title) {
-  const int index = list_->count();
+void CPreferencesDialog::AddListItem(ESettingPage page, const QString& title) {
   auto* item = new QListWidgetItem(title, list_);
   item->setData(kPageRole, static_cast<int>(page));
+}
+
+void CPreferencesDialog::AddPage(ESettingPage page, const QString& title) {
+  const int index = list_->count();
+  AddListItem(page, title);
   auto* content = new QWidget;
   auto* layout = new QVBoxLayout(content);
   layout->setSpacing(kRowSpacing);
@@ -107,7 +112,18 @@ int CPreferencesDialog::AddPage(ESettingPage page, const QString& title) {
   scroll->setMinimumWidth(content->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width() +
                           2 * scroll->frameWidth());
   pages_->addWidget(scroll);
-  return index;
+}
+
+/// One setting, whose control is the whole page.
+void CPreferencesDialog::AddKeysPage(std::vector<SKeyCommand> commands) {
+  keys_ = new CKeysPage(std::move(commands));
+  connect(keys_, &CKeysPage::Changed, this, [this] { Refresh(); });
+  SSettingControl control{.row = FindSettingRow("KEYS"), .box = keys_};
+  control.text = [this] { return keys_->Text(); };
+  control.set_text = [this](const std::string& text) { keys_->SetText(text); };
+  controls_.push_back({control, list_->count(), {}});
+  AddListItem(ESettingPage::kKeys, tr("Keys"));
+  pages_->insertWidget(list_->count() - 1, keys_);
 }
 
 void CPreferencesDialog::MakeButtons() {
@@ -150,8 +166,13 @@ void CPreferencesDialog::ShowPage(ESettingPage page) {
 void CPreferencesDialog::Search(const QString& text) {
   std::vector<bool> has_match(static_cast<size_t>(list_->count()));
   for (const SControl& control : controls_) {
-    const bool is_match = Mentions(*control.row, text.trimmed());
-    control.box->setVisible(is_match);
+    const bool is_mentioned = Mentions(*control.row, text.trimmed());
+    const bool is_match = is_mentioned || (control.box == keys_ && keys_->Mentions(text.trimmed()));
+    if (control.box == keys_) {
+      keys_->Search(is_mentioned ? QString() : text.trimmed());
+    } else {
+      control.box->setVisible(is_match);
+    }
     if (is_match) has_match[static_cast<size_t>(control.page)] = true;
   }
   for (int i = 0; i < list_->count(); ++i)

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "settings/keyspage.h"
 #include "settings/settingcontrol.h"
 #include "ui/fielddialog.h"
 
@@ -19,8 +20,8 @@ class CPreferencesDialog : public CFieldDialog {
   Q_OBJECT
 
  public:
-  /// SETTINGS must outlive it.
-  CPreferencesDialog(CSettings& settings, QWidget* parent);
+  /// SETTINGS must outlive it. COMMANDS are those whose keys can be changed, on a page of their own.
+  CPreferencesDialog(CSettings& settings, std::vector<SKeyCommand> commands, QWidget* parent);
   void ShowPage(ESettingPage page);
 
  signals:
@@ -37,7 +38,9 @@ class CPreferencesDialog : public CFieldDialog {
   };
   void MakeHead();
   void MakePages();
-  int AddPage(ESettingPage page, const QString& title);
+  void AddPage(ESettingPage page, const QString& title);
+  void AddListItem(ESettingPage page, const QString& title);
+  void AddKeysPage(std::vector<SKeyCommand> commands);
   void MakeButtons();
   void TakeSettings();
   void KeepCustomColors();
@@ -53,6 +56,7 @@ class CPreferencesDialog : public CFieldDialog {
   QStackedWidget* pages_;
   QLabel* no_match_;
   QPushButton* apply_ = nullptr;
+  CKeysPage* keys_ = nullptr;
   std::vector<SControl> controls_;
 };
 

@@ -133,6 +133,7 @@ struct CSettings {
   std::string game_command;     ///< see ReadGameCommand
   std::string picture_program;  ///< "": the system's own
   int32_t step_memory = 0;      ///< MB that the steps of a document may take
+  std::string keys;             ///< what the user has changed of them, see CUserKeys
 
   CSettings();  ///< the defaults
   /// Every key that MAP has, the rest stays. A value that is broken or out of its range becomes the default, with a
@@ -148,7 +149,7 @@ using SettingMember = std::variant<int32_t& (*)(CSettings&), double& (*)(CSettin
 
 /// Which page of the preferences a setting stands on; kNone for what windows remember by themselves and for what has no
 /// effect yet.
-enum class ESettingPage { kNone, kFolders, kSaving, kView, kArchives, kWindows };
+enum class ESettingPage { kNone, kFolders, kSaving, kView, kArchives, kWindows, kKeys };
 
 /// One of the values that an integer can have, in the user's words.
 struct SSettingChoice {

@@ -318,6 +318,7 @@ void AddEditing(Rows& rows) {
               "PICTUREPROGRAM", Page::kFolders,
               "Program that textures are edited in, with its arguments, if any; {picture} becomes the picture, which "
               "else comes last. Empty: the system's own for pictures."),
+          Text<&CSettings::keys>("KEYS", "", Page::kNone, "Keys of the commands whose keys are not the usual ones."),
       });
 }
 

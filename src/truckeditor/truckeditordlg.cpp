@@ -16,6 +16,7 @@
 #include "truckeditor/newtruckwizard.h"
 #include "truckeditor/truck3dpage.h"
 #include "truckeditor/truckcheckpage.h"
+#include "truckeditor/truckeditorkeys.h"
 #include "truckeditor/trucklightspage.h"
 #include "truckeditor/trucknamespage.h"
 #include "truckeditor/truckpackdlg.h"
@@ -62,6 +63,7 @@ CTruckEditorDlg::CTruckEditorDlg(const SToolServices& services, CEarlierStates* 
   statusBar()->addWidget(path_, 1);
   connect(&document_, &CTruckDocument::FileChanged, this, &CTruckEditorDlg::OnFileChanged);
   connect(&document_, &CTruckDocument::Changed, this, &CTruckEditorDlg::OnChanged);
+  keys_ = new CWindowKeys(TruckEditorKeys(), TruckEditorKeyCommands(), services_.settings, this);
   // The pages show where files are as soon as they are made.
   OnFileChanged();
   MakeActions();
@@ -76,44 +78,39 @@ CTruckEditorDlg::~CTruckEditorDlg() {
   delete takeCentralWidget();
 }
 
-QAction* CTruckEditorDlg::MakeAction(const QString& text, const char* name, const QKeySequence& key,
-                                     std::function<void()> action) {
-  auto* const made = new QAction(CommandIcon(name), text, this);
+QAction* CTruckEditorDlg::MakeAction(const char* name, std::function<void()> action) {
+  auto* const made = new QAction(CommandIcon(name), {}, this);
   made->setObjectName(QString(name) + "Truck");
-  made->setShortcut(key);
+  keys_->Bind(*made, name);
   connect(made, &QAction::triggered, this, [action = std::move(action)] { action(); });
   return made;
 }
 
 void CTruckEditorDlg::MakeActions() {
   QMenu* const file = menuBar()->addMenu(tr("&File"));
-  const QList<QAction*> opening = {MakeAction(tr("&New"), "new", QKeySequence::New, [this] { New(); }),
-                                   MakeAction(tr("&Open..."), "open", QKeySequence::Open, [this] { Open(); })};
-  const QList<QAction*> saving = {
-      MakeAction(tr("&Save"), "save", QKeySequence::Save, [this] { Save(); }),
-      MakeAction(tr("Save &As..."), "saveAs", Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { SaveAs(); })};
-  QAction* const pack = MakeAction(tr("&Pack Truck..."), "pack", Qt::CTRL | Qt::Key_P, [this] { PackTruck(); });
-  reload_ = MakeAction(tr("&Reload"), "reload", {}, [this] { Reload(); });
-  QAction* const earlier = MakeAction(tr("&Earlier States..."), "earlierStates", {}, [this] { EarlierStates(); });
+  const QList<QAction*> opening = {MakeAction("new", [this] { New(); }), MakeAction("open", [this] { Open(); })};
+  const QList<QAction*> saving = {MakeAction("save", [this] { Save(); }), MakeAction("saveAs", [this] { SaveAs(); })};
+  QAction* const pack = MakeAction("pack", [this] { PackTruck(); });
+  reload_ = MakeAction("reload", [this] { Reload(); });
+  QAction* const earlier = MakeAction("earlierStates", [this] { EarlierStates(); });
   earlier->setEnabled(states_ != nullptr);
   file->addActions(opening + saving);
-  file->insertAction(opening.last(), MakeAction(tr("New by &Wizard..."), "newByWizard",
-                                                Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] { NewByWizard(); }));
+  file->insertAction(opening.last(), MakeAction("newByWizard", [this] { NewByWizard(); }));
   file->addActions({reload_, earlier});
   file->addSeparator();
-  pack_again_ = MakeAction(tr("Pack A&gain"), "packAgain", Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { PackAgain(); });
-  pack_and_start_ = MakeAction({}, "packAndStart", Qt::Key_F9, [this] { PackAndStart(); });
+  pack_again_ = MakeAction("packAgain", [this] { PackAgain(); });
+  pack_and_start_ = MakeAction("packAndStart", [this] { PackAndStart(); });
   file->addActions({pack, pack_again_, pack_and_start_});
   file->addSeparator();
-  file->addAction(MakeAction(tr("&Close"), "close", QKeySequence::Close, [this] { close(); }));
+  file->addAction(MakeAction("close", [this] { close(); }));
 
   QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
-  undo_ = MakeAction(tr("&Undo"), "undo", QKeySequence::Undo, [this] { document_.Undo(); });
-  redo_ = MakeAction(tr("&Redo"), "redo", QKeySequence::Redo, [this] { document_.Redo(); });
+  undo_ = MakeAction("undo", [this] { document_.Undo(); });
+  redo_ = MakeAction("redo", [this] { document_.Redo(); });
   edit->addActions({undo_, redo_});
 
   view_menu_ = menuBar()->addMenu(tr("&View"));
-  QAction* const refresh = MakeAction(tr("Look for &Files Again"), "refresh", Qt::Key_F5, [this] { RefreshFiles(); });
+  QAction* const refresh = MakeAction("refresh", [this] { RefreshFiles(); });
   view_menu_->addAction(refresh);
   view_menu_->addSeparator();
   MakeToolBar({opening + saving, {undo_, redo_}, {pack, refresh}});
@@ -130,25 +127,26 @@ void CTruckEditorDlg::MakeToolBar(const QList<QList<QAction*>>& groups) {
   }
 }
 
-/// Also leads to it from the menu and by its number.
-void CTruckEditorDlg::AddPage(QWidget* page, const QString& title) {
-  const int index = pages_->addTab(page, title);
-  QAction* const show = view_menu_->addAction(title, this, [this, index] { pages_->setCurrentIndex(index); });
-  show->setShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + index));
+/// Also leads to it from the menu and by its key.
+void CTruckEditorDlg::AddPage(QWidget* page, const char* name) {
+  const int index = pages_->count();
+  QAction* const show = MakeAction(name, [this, index] { pages_->setCurrentIndex(index); });
+  pages_->addTab(page, show->text());
+  view_menu_->addAction(show);
 }
 
 void CTruckEditorDlg::MakePages() {
   pages_->setObjectName("pages");
-  AddPage(new CScrolled(new CTruckNamesPage(context_)), tr("Names and Models"));
-  AddPage(new CScrolled(new CTruckPositionsPage(context_)), tr("Positions"));
-  AddPage(new CScrolled(new CTruckScrapePage(context_)), tr("Scrape Points"));
+  AddPage(new CScrolled(new CTruckNamesPage(context_)), "names");
+  AddPage(new CScrolled(new CTruckPositionsPage(context_)), "positions");
+  AddPage(new CScrolled(new CTruckScrapePage(context_)), "scrapePoints");
   lights_ = new CTruckLightsPage(context_);
-  AddPage(new CScrolled(lights_), tr("Lights"));
-  AddPage(new CScrolled(new CTruckSoundsPage(context_)), tr("Sounds"));
+  AddPage(new CScrolled(lights_), "lights");
+  AddPage(new CScrolled(new CTruckSoundsPage(context_)), "sounds");
   view_ = new CTruck3dPage(context_);
-  AddPage(view_, tr("3D"));
+  AddPage(view_, "view3d");
   check_ = new CTruckCheckPage(context_);
-  AddPage(check_, tr("Check"));
+  AddPage(check_, "check");
   connect(check_, &CTruckCheckPage::FieldWanted, this, &CTruckEditorDlg::GoTo);
   document_.SetPictureMaker([this] { return view_->View().SmallPicture(); });
   // The light that is worked on is the same on both pages.

@@ -13,6 +13,7 @@
 #include "packing/packmemory.h"
 #include "packing/packtruck.h"
 #include "packing/toolservices.h"
+#include "settings/windowkeys.h"
 #include "truckeditor/gamenamefield.h"
 #include "truckeditor/truckdocument.h"
 
@@ -67,10 +68,10 @@ class CTruckEditorDlg : public QMainWindow {
 
  private:
   void MakeActions();
-  /// NAME is that of its icon too, if it has one.
-  QAction* MakeAction(const QString& text, const char* name, const QKeySequence& key, std::function<void()> action);
+  /// NAME is its row's in the table of keys, and that of its icon, if it has one.
+  QAction* MakeAction(const char* name, std::function<void()> action);
   void MakeToolBar(const QList<QList<QAction*>>& groups);
-  void AddPage(QWidget* page, const QString& title);
+  void AddPage(QWidget* page, const char* name);
   void MakePages();
   void GoTo(const STruckNameField& field);
   bool SaveIntoArchive();
@@ -92,6 +93,7 @@ class CTruckEditorDlg : public QMainWindow {
   std::unique_ptr<CTruckFiles> files_;
   std::unique_ptr<CTruckTextures> textures_;
   STruckPageContext context_;
+  CWindowKeys* keys_ = nullptr;
   QTabWidget* pages_;
   QLabel* path_;
   QMenu* view_menu_ = nullptr;

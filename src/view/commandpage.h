@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "settings/settings.h"
+#include "view/keyboardtable.h"
 
 namespace veldra {
 
@@ -12,7 +13,7 @@ class CCommandPage : public QWidget {
 
  public:
   /// The columns' widths are kept in SETTINGS, which must outlive the page.
-  explicit CCommandPage(CSettings& settings, QWidget* parent = nullptr);
+  CCommandPage(CSettings& settings, const SKeyTexts& keys, QWidget* parent = nullptr);
 };
 
 }  // namespace veldra

@@ -1,6 +1,7 @@
 #include "view/keyboarddlg.h"
 
 #include <QDialogButtonBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -37,19 +38,22 @@ QTreeWidget* MakeGestures(const CSettings& settings) {
 
 }  // namespace
 
-CKeyboardDialog::CKeyboardDialog(CSettings& settings, CQuestions& questions, const std::vector<SKeyRow>& other_keys,
-                                 QWidget* parent)
+CKeyboardDialog::CKeyboardDialog(CSettings& settings, CQuestions& questions, const SKeyTexts& keys, QWidget* parent)
     : QDialog(parent) {
   setObjectName("keyboard");
   setWindowTitle(tr("Keyboard"));
   auto* pages = new QTabWidget;
   pages->setObjectName("pages");
-  pages->addTab(new CCommandPage(settings), tr("&Commands"));
-  pages->addTab(new CKeyboardPage(questions), tr("&Sheet"));
-  pages->addTab(MakeOtherKeys(other_keys), tr("&Other Keys"));
+  pages->addTab(new CCommandPage(settings, keys), tr("&Commands"));
+  pages->addTab(new CKeyboardPage(questions, keys), tr("&Sheet"));
+  pages->addTab(MakeOtherKeys(keys.others), tr("&Other Keys"));
   pages->addTab(MakeGestures(settings), tr("&Mouse"));
   auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
   connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QPushButton* const change = close->addButton(tr("Change &Keys..."), QDialogButtonBox::ActionRole);
+  change->setObjectName("changeKeys");
+  change->setAutoDefault(false);
+  connect(change, &QPushButton::clicked, this, [this] { done(kChangeKeys); });
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(pages, 1);
   layout->addWidget(close);

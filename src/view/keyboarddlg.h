@@ -14,9 +14,11 @@ class CKeyboardDialog : public QDialog {
   Q_OBJECT
 
  public:
-  /// SETTINGS keep its place and the list's columns. OTHER_KEYS: those that the program has beside the list's, on a
-  /// page of their own.
-  CKeyboardDialog(CSettings& settings, CQuestions& questions, const std::vector<SKeyRow>& other_keys, QWidget* parent);
+  /// What exec gives when the user wants to change keys.
+  static constexpr int kChangeKeys = 2;
+
+  /// SETTINGS keep its place and the list's columns. KEYS that are not the list's have a page of their own.
+  CKeyboardDialog(CSettings& settings, CQuestions& questions, const SKeyTexts& keys, QWidget* parent);
 };
 
 }  // namespace veldra

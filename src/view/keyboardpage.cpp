@@ -10,9 +10,10 @@
 #include <QPushButton>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "platform/files.h"
-#include "view/keyboardtable.h"
+#include "ui/qstrings.h"
 
 namespace veldra {
 
@@ -23,14 +24,14 @@ constexpr double kMarginMillimetres = 15.0;
 constexpr int kMostPoints = 9;
 constexpr int kLeastPoints = 6;
 
-QString Row(int row) {
+QString Row(int row, const SKeyTexts& keys) {
   const auto at = static_cast<size_t>(row);
   return QString("<tr><td width=\"42%\"><b>%1</b></td><td width=\"58%\">%2</td></tr>")
-      .arg(QString(kKeyboardKeys[at]).toHtmlEscaped(), QString(kKeyboardCommands[at]).toHtmlEscaped());
+      .arg(ToQString(keys.listed[at]).toHtmlEscaped(), QString(kKeyboardCommands[at]).toHtmlEscaped());
 }
 
 /// Three columns, about equally long, which fill a page in landscape.
-QString SheetHtml() {
+QString SheetHtml(const SKeyTexts& keys) {
   constexpr int kSecondColumn = 15;
   constexpr int kThirdColumn = 32;
   QString columns;
@@ -40,7 +41,7 @@ QString SheetHtml() {
       if (row == kSecondColumn || row == kThirdColumn) columns += "</td><td width=\"33%\">";
       columns += QString("<h3>%1</h3><table width=\"100%\" cellpadding=\"2\">").arg(category);
     }
-    columns += Row(row);
+    columns += Row(row, keys);
   }
   return QString(
              "<h2>%1 - Keyboard</h2><table width=\"100%\" cellspacing=\"8\"><tr><td width=\"34%\">%2</table></td>"
@@ -48,14 +49,14 @@ QString SheetHtml() {
       .arg(kCaption, columns);
 }
 
-void PrintSheet(QPagedPaintDevice& device) {
+void PrintSheet(QPagedPaintDevice& device, const SKeyTexts& keys) {
   device.setPageOrientation(QPageLayout::Landscape);
   device.setPageMargins({kMarginMillimetres, kMarginMillimetres, kMarginMillimetres, kMarginMillimetres},
                         QPageLayout::Millimeter);
   QTextDocument document;
   document.setDocumentMargin(0);
   document.documentLayout()->setPaintDevice(&device);
-  document.setHtml(SheetHtml());
+  document.setHtml(SheetHtml(keys));
   document.setPageSize(QSizeF(device.width(), device.height()));
   for (int points = kMostPoints; points >= kLeastPoints; --points) {
     QFont font = document.defaultFont();
@@ -68,10 +69,10 @@ void PrintSheet(QPagedPaintDevice& device) {
 
 }  // namespace
 
-CKeyboardPage::CKeyboardPage(CQuestions& questions, QWidget* parent)
-    : QWidget(parent), questions_(questions), sheet_(new QTextBrowser) {
+CKeyboardPage::CKeyboardPage(CQuestions& questions, SKeyTexts keys, QWidget* parent)
+    : QWidget(parent), questions_(questions), keys_(std::move(keys)), sheet_(new QTextBrowser) {
   sheet_->setObjectName("sheet");
-  sheet_->setHtml(SheetHtml());
+  sheet_->setHtml(SheetHtml(keys_));
   auto* print = new QPushButton(tr("&Print..."));
   auto* save = new QPushButton(tr("Save as PD&F..."));
   print->setObjectName("print");
@@ -93,7 +94,7 @@ void CKeyboardPage::Print() {
   QPrinter printer(QPrinter::HighResolution);
   QPrintDialog dialog(&printer, this);
   dialog.setObjectName("printKeyboard");
-  if (dialog.exec() == QDialog::Accepted) PrintSheet(printer);
+  if (dialog.exec() == QDialog::Accepted) PrintSheet(printer, keys_);
 }
 
 void CKeyboardPage::SavePdf() {
@@ -109,7 +110,7 @@ void CKeyboardPage::SavePdf() {
   {
     QPdfWriter writer(&pdf);  // its end completes the file
     writer.setTitle(windowTitle());
-    PrintSheet(writer);
+    PrintSheet(writer, keys_);
   }
   SError error;
   const QByteArray& bytes = pdf.data();

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "platform/questions.h"
+#include "view/keyboardtable.h"
 
 namespace veldra {
 
@@ -13,13 +14,14 @@ class CKeyboardPage : public QWidget {
 
  public:
   /// QUESTIONS asks where the PDF goes, and must outlive the page.
-  explicit CKeyboardPage(CQuestions& questions, QWidget* parent = nullptr);
+  CKeyboardPage(CQuestions& questions, SKeyTexts keys, QWidget* parent = nullptr);
 
  private:
   void Print();
   void SavePdf();
 
   CQuestions& questions_;
+  SKeyTexts keys_;
   QTextBrowser* sheet_;
 };
 

@@ -167,14 +167,15 @@ const std::array<const char*, kKeyboardRows> kKeyboardDescriptions = {
     "Decreases the model zoom factor",
 };
 
-bool IsListed(std::string_view key) {
+int ListedRow(std::string_view key) {
   const size_t plus = key.rfind('+');
   const size_t bare = plus == std::string_view::npos || plus + 1 == key.size() ? 0 : plus + 1;
   const auto* several = std::find_if(std::begin(kSeveral), std::end(kSeveral),
                                      [&](const auto& pair) { return pair.first == key.substr(bare); });
   std::string wanted(key);
   if (several != std::end(kSeveral)) wanted.replace(bare, std::string::npos, several->second);
-  return std::find(kKeyboardKeys.begin(), kKeyboardKeys.end(), wanted) != kKeyboardKeys.end();
+  const auto* const row = std::find(kKeyboardKeys.begin(), kKeyboardKeys.end(), wanted);
+  return row != kKeyboardKeys.end() ? static_cast<int>(row - kKeyboardKeys.begin()) : -1;
 }
 
 const char* CategoryFrom(int row) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The keyboard commands as the keyboard dialog lists them. The keys themselves stand in the command table, which must
 /// agree with these.
@@ -22,8 +23,14 @@ struct SKeyRow {
   std::string description;
 };
 
-/// Whether a row of the list stands for KEY, spelled as in the command table ("Shift+X", "PgUp").
-bool IsListed(std::string_view key);
+/// What the keyboard dialog shows: the user may have changed the keys.
+struct SKeyTexts {
+  std::array<std::string, kKeyboardRows> listed;  ///< the Keys of the list's rows
+  std::vector<SKeyRow> others;
+};
+
+/// The row of the list that stands for KEY, spelled as in the command table ("Shift+X", "PgUp"); -1 when there is none.
+int ListedRow(std::string_view key);
 
 /// The category that begins at ROW, or null where the one before goes on.
 const char* CategoryFrom(int row);

@@ -1,4 +1,6 @@
 #include <QDialog>
+#include <QLabel>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -7,6 +9,7 @@
 
 #include "app/editorfixture.h"
 #include "platform/text.h"
+#include "settings/keyfield.h"
 #include "support/dialogdriver.h"
 #include "view/keyboardtable.h"
 
@@ -207,6 +210,73 @@ TEST_F(Keyboard, TheDialogListsAllRowsAndPrintsTheSheet) {
   const std::string pdf = ReadTestFile(path);
   EXPECT_TRUE(pdf.starts_with("%PDF"));
   EXPECT_NE(pdf.find("/Count 1\n"), std::string::npos) << "one page";
+}
+
+TEST_F(Keyboard, AKeyThatIsChangedWorksAtOnceIsShownAndComesBack) {
+  Open();
+  Do(ECommand::kToolsTruckEditor);
+  struct SChange {
+    const char* group;
+    const char* name;
+    Qt::Key key;
+    const char* says;    ///< begins what is wrong with it
+    const char* button;  ///< "" where it cannot be had
+  };
+  const SChange changes[] = {{"View", "Play", Qt::Key_F7, "", "useKey"},
+                             {"View", "Zoom In", Qt::Key_V, "V is the key of \"Select Current\" (Vertex)", "useKey"},
+                             {"View", "Zoom In", Qt::Key_Tab, "Tab is the key of \"Current Vertex > Next\"", "addKey"},
+                             {"View", "Zoom Out", Qt::Key_F10, "F10 leads", ""},
+                             {"Truck Editor", "Save", Qt::Key_F7, "", "useKey"},
+                             {"File", "Reload", Qt::Key_unknown, "", "clearKeys"}};
+  const auto change = [&changes](QWidget& dialog) {
+    auto* list = Child<QTreeWidget>(dialog, "keyList");
+    auto* field = Child<CKeyField>(dialog, "newKey");
+    for (const SChange& each : changes) {
+      for (QTreeWidgetItem* item : list->findItems(each.name, Qt::MatchExactly | Qt::MatchRecursive))
+        if (item->parent() != nullptr && item->parent()->text(0) == each.group) list->setCurrentItem(item);
+      QTest::keyClick(field, Qt::Key_Space);
+      if (each.key != Qt::Key_unknown) QTest::keyClick(field, each.key);
+      const QString said = Child<QLabel>(dialog, "keyFault")->text();
+      EXPECT_TRUE(*each.says != '\0' ? said.startsWith(each.says) : said.isEmpty()) << said.toStdString();
+      for (const char* button : {"useKey", "addKey"})
+        EXPECT_TRUE(*each.button != '\0' || !Child<QPushButton>(dialog, button)->isEnabled());
+      if (*each.button != '\0') Child<QPushButton>(dialog, each.button)->click();
+    }
+  };
+  driver.On("preferences", [&](QWidget& dialog) { change(dialog), ClickButton(dialog, "Cancel"); });
+  Do(ECommand::kFilePreferences);
+  EXPECT_EQ(app->Settings().keys, "");
+  driver.On("preferences", [&](QWidget& dialog) { change(dialog), ClickButton(dialog, "OK"); });
+  Do(ECommand::kFilePreferences);
+  QString save_truck;
+  for (const QWidget* window : QApplication::topLevelWidgets())
+    if (const auto* save = window->findChild<QAction*>("saveTruck")) save_truck = save->shortcut().toString();
+  EXPECT_EQ(save_truck, "F7");
+  EXPECT_TRUE(frame->Action(ECommand::kFileReload)->shortcut().isEmpty());
+
+  settings.keys = app->Settings().keys;
+  EXPECT_EQ(settings.keys, "reload= play=F7 zoomIn=V zoomIn=Tab selectVertex= cycleVertices= truckEditor.save=F7");
+  for (const bool is_restarted : {false, true}) {
+    if (is_restarted) Open();
+    Prepare();
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    const double before = view->State().zoom;
+    for (const char* key : {"V", "Tab", "+", "P"})
+      Press(key);
+    EXPECT_EQ(qRound((view->State().zoom - before) / view->State().zoom_step), 2);
+    EXPECT_FALSE(view->IsPlaying());
+    QTest::keyClick(view, Qt::Key_F7);
+    EXPECT_TRUE(view->IsPlaying());
+  }
+  driver.On("keyboard", [](QWidget& dialog) {
+    const auto* list = Child<QTreeWidget>(dialog, "commands");
+    EXPECT_EQ(list->topLevelItem(15)->text(2) + list->topLevelItem(38)->text(2), "F7");
+    EXPECT_EQ(list->topLevelItem(43)->text(2), "V, Tab");
+    EXPECT_TRUE(Child<QTextBrowser>(dialog, "sheet")->toPlainText().contains("V, Tab"));
+    static_cast<QDialog&>(dialog).reject();
+  });
+  Do(ECommand::kHelpKeyboard);
 }
 
 }  // namespace veldra::testing

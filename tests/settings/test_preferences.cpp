@@ -19,7 +19,7 @@ namespace {
 class Preferences : public ::testing::Test {
  protected:
   void Open() {
-    dialog_ = std::make_unique<CPreferencesDialog>(settings_, nullptr);
+    dialog_ = std::make_unique<CPreferencesDialog>(settings_, std::vector<SKeyCommand>(), nullptr);
     QObject::connect(dialog_.get(), &CPreferencesDialog::SettingsChanged, [this](const std::vector<std::string>& keys) {
       changed_.insert(changed_.end(), keys.begin(), keys.end());
     });

@@ -13,8 +13,7 @@ namespace {
 
 constexpr int kIconSide = 22;
 
-/// A key of the 3D view is no shortcut of the action: text behind a tab stands where a menu shows keys.
-QString MenuText(const SCommandRow& row, const std::string& object = {}) {
+QString TextOf(const SCommandRow& row, const std::string& object) {
   QString text = QString::fromUtf8(row.text);
   if (!object.empty()) {
     // Dots stay at the end.
@@ -22,12 +21,13 @@ QString MenuText(const SCommandRow& row, const std::string& object = {}) {
     if (asks) text.chop(3);
     text += ": " + NameToQString(object).replace('&', "&&") + (asks ? "..." : "");
   }
-  return *row.view_key == '\0' ? text : text + '\t' + QString::fromUtf8(row.view_key);
+  return text;
 }
 
 }  // namespace
 
-CCommandActions::CCommandActions(QMainWindow& window, Runner run) : window_(window), run_(std::move(run)) {
+CCommandActions::CCommandActions(QMainWindow& window, const CCommandKeys& keys, Runner run)
+    : window_(window), keys_(keys), run_(std::move(run)) {
   QActionGroup* choices = nullptr;  // of rows that follow each other
   for (const SCommandRow& row : CommandRows()) {
     if (row.id == ECommand::kFileRecent || row.id == ECommand::kWindowList) continue;
@@ -46,11 +46,12 @@ CCommandActions::CCommandActions(QMainWindow& window, Runner run) : window_(wind
 }
 
 QAction* CCommandActions::MakeAction(const SCommandRow& row) {
-  auto* action = new QAction(MenuText(row), &window_);
+  auto* action = new QAction(&window_);
   action->setObjectName(QString::fromUtf8(row.name));
   action->setStatusTip(StatusText(row));
   action->setToolTip(ToolTip(row));
-  action->setShortcut(QKeySequence(QString::fromUtf8(row.key)));
+  action->setShortcuts(ShortcutsOf(keys_.ShortcutsOf(row)));
+  ShowKeys(row, *action);
   action->setCheckable(row.checked != nullptr);
   // A menu shows an icon in the place of the check mark, and a pressed icon is poor at saying "on".
   action->setIconVisibleInMenu(row.checked == nullptr);
@@ -118,8 +119,26 @@ void CCommandActions::Refresh(const SCommandTarget& target) {
     const SCommandRow& row = CommandRow(id);
     action->setEnabled(IsEnabled(row, target));
     if (row.checked != nullptr) action->setChecked(row.checked(target));
-    if (row.object != nullptr) action->setText(MenuText(row, row.object(target)));
+    if (row.object != nullptr) ShowKeys(row, *action, row.object(target));
   }
+}
+
+/// The menu shows an action's first shortcut by itself. A key of the 3D views is no shortcut: text behind a tab stands
+/// where a menu shows keys.
+void CCommandActions::ShowKeys(const SCommandRow& row, QAction& action, const std::string& object) const {
+  const auto& keys = keys_.KeysOf(row);
+  const bool is_shown = keys.empty() || (keys.size() == 1 && !keys_.ShortcutsOf(row).empty());
+  action.setText(TextOf(row, object) + (is_shown ? QString() : '\t' + ToQString(ShownKeys(keys))));
+}
+
+void CCommandActions::RefreshKeys(const SCommandTarget& target) {
+  for (const auto& [id, action] : actions_) {
+    const SCommandRow& row = CommandRow(id);
+    if (id == ECommand::kFileRecent) continue;
+    action->setShortcuts(ShortcutsOf(keys_.ShortcutsOf(row)));
+    ShowKeys(row, *action);
+  }
+  Refresh(target);
 }
 
 }  // namespace veldra

@@ -6,7 +6,7 @@
 #include <functional>
 #include <map>
 
-#include "app/commands/commandtable.h"
+#include "app/commands/commandkeys.h"
 
 namespace veldra {
 
@@ -15,8 +15,8 @@ class CCommandActions {
  public:
   using Runner = std::function<void(const SCommandRow&)>;
 
-  /// RUN carries a command out.
-  CCommandActions(QMainWindow& window, Runner run);
+  /// RUN carries a command out. KEYS outlive it.
+  CCommandActions(QMainWindow& window, const CCommandKeys& keys, Runner run);
   CCommandActions(const CCommandActions&) = delete;
   CCommandActions& operator=(const CCommandActions&) = delete;
 
@@ -27,14 +27,18 @@ class CCommandActions {
   void PopUp(const SMenuRow& row, const QPoint& at);
   /// Enabling and check marks.
   void Refresh(const SCommandTarget& target);
+  /// KEYS are others.
+  void RefreshKeys(const SCommandTarget& target);
 
  private:
   QAction* MakeAction(const SCommandRow& row);
+  void ShowKeys(const SCommandRow& row, QAction& action, const std::string& object = {}) const;
   void MakeMenu(QMenu& menu, const SMenuRow& menu_row);
   void MakeListMenu(QMenu& menu, const SCommandRow& row);
   void MakeToolBar();
 
   QMainWindow& window_;
+  const CCommandKeys& keys_;
   Runner run_;
   std::map<ECommand, QAction*> actions_;
   std::map<ECommand, QMenu*> list_menus_;

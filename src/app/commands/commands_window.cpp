@@ -1,6 +1,6 @@
+#include "app/commands/commandkeys.h"
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
-#include "app/commands/otherkeys.h"
 #include "app/help/aboutdlg.h"
 #include "app/help/helpwindow.h"
 #include "view/keyboarddlg.h"
@@ -10,7 +10,9 @@ namespace veldra {
 namespace {
 
 void ShowKeyboard(const SCommandTarget& on) {
-  CKeyboardDialog(on.app.Settings(), on.app.Questions(), OtherKeys(), &on.window).exec();
+  const SKeyTexts keys = CCommandKeys(on.app.Settings().keys).Texts();
+  const int wish = CKeyboardDialog(on.app.Settings(), on.app.Questions(), keys, &on.window).exec();
+  if (wish == CKeyboardDialog::kChangeKeys) on.files.PreferencesOn(ESettingPage::kKeys);
 }
 
 void ShowAbout(const SCommandTarget& on) {

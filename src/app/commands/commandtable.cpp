@@ -4,6 +4,7 @@
 
 #include "app/commands/commandrows.h"
 #include "platform/assert.h"
+#include "settings/userkeys.h"
 
 namespace veldra {
 
@@ -39,7 +40,7 @@ bool IsEnabled(const SCommandRow& row, const SCommandTarget& target) {
 }
 
 std::string CommandName(const SCommandRow& row) {
-  return QString::fromUtf8(row.text).remove('&').remove("...").toStdString();
+  return WithoutMenuSigns(row.text);
 }
 
 QString StatusText(const SCommandRow& row) {

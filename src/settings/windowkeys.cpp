@@ -1,0 +1,39 @@
+#include "settings/windowkeys.h"
+
+#include <QApplication>
+#include <QWidget>
+#include <algorithm>
+#include <utility>
+
+#include "platform/assert.h"
+#include "settings/keyevents.h"
+
+namespace veldra {
+
+CWindowKeys::CWindowKeys(std::span<const SWindowKey> rows, std::vector<SKeyCommand> commands, const CSettings& settings,
+                         QObject* window)
+    : QObject(window), rows_(rows), commands_(std::move(commands)), settings_(settings) {}
+
+void CWindowKeys::Bind(QAction& action, const char* name) {
+  const auto row = std::find_if(rows_.begin(), rows_.end(),
+                                [&](const SWindowKey& each) { return std::string_view(each.name) == name; });
+  VELDRA_ASSERT(row != rows_.end());
+  action.setText(tr(row->text));
+  const std::string& id = commands_[static_cast<size_t>(row - rows_.begin())].id;
+  actions_[id] = &action;
+  action.setShortcuts(ShortcutsOf(CUserKeys(commands_, settings_.keys).KeysOf(id)));
+}
+
+void CWindowKeys::Refresh() {
+  const CUserKeys keys(commands_, settings_.keys);
+  for (const auto& [id, action] : actions_)
+    action->setShortcuts(ShortcutsOf(keys.KeysOf(id)));
+}
+
+void CWindowKeys::RefreshAll() {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    for (CWindowKeys* keys : window->findChildren<CWindowKeys*>())
+      keys->Refresh();
+}
+
+}  // namespace veldra

@@ -30,12 +30,6 @@ namespace {
 constexpr size_t kStudioCount = size_t{kStudioMeshes} * kStudioMeshSize;
 constexpr size_t kWaveFaces = size_t{2} * (kWaveSide - 1) * (kWaveSide - 1);
 
-void Require(bool done, const char* what) {
-  if (done) return;
-  std::fprintf(stderr, "%s failed\n", what);
-  std::exit(1);
-}
-
 /// Files that are gone when the program ends.
 class CMeshFolder {
  public:

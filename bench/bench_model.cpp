@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -24,13 +23,6 @@ namespace veldra::bench {
 namespace {
 
 constexpr int kSpacing = 20;
-
-/// Ends the run: figures of something that failed mean nothing.
-void Require(bool done, const char* what) {
-  if (done) return;
-  std::fprintf(stderr, "%s failed\n", what);
-  std::exit(1);
-}
 
 /// A folder that is gone when the program ends.
 class CFolder {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 
 namespace veldra::bench {
@@ -70,6 +71,12 @@ void Register(const std::string& name, Work work) {
 }
 
 }  // namespace
+
+void Require(bool done, const char* what) {
+  if (done) return;
+  std::fprintf(stderr, "%s failed\n", what);
+  std::exit(1);
+}
 
 void Compare(const std::string& name, Work work, std::vector<SFloor> floors) {
   Register(name, std::move(work));

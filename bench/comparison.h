@@ -18,6 +18,9 @@ double Seconds(const Action& do_it) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+/// Ends the run where not DONE: figures of something that failed mean nothing.
+void Require(bool done, const char* what);
+
 /// What a measured time is compared with.
 struct SFloor {
   std::string label;
@@ -41,6 +44,7 @@ void AddInterchangeComparisons();
 void AddListComparisons();
 void AddMappingComparisons();
 void AddModelComparisons();
+void AddStepComparisons();
 void AddTextureComparisons();
 void AddRendererComparisons();
 

@@ -3,6 +3,7 @@
 int main(int argc, char** argv) {
   veldra::bench::AddTextureComparisons();
   veldra::bench::AddModelComparisons();
+  veldra::bench::AddStepComparisons();
   veldra::bench::AddMappingComparisons();
   veldra::bench::AddInterchangeComparisons();
   veldra::bench::AddRendererComparisons();

@@ -312,6 +312,7 @@ void CMainFrame::ReadWindowState() {
   RestoreWindowPlace(*this, app_.Settings());
   const QSettings kept = WindowSettings();
   docks_->Restore(kept.value(kToolBarsKey).toByteArray());
+  MaximizeAsBefore(*this, app_.Settings());
   docks_->Mapping().Session().SetAllGuides(kept.value(kGuidesKey).toString().toStdString());
   std::vector<std::string> paths;
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())

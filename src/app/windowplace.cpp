@@ -41,6 +41,9 @@ void RestoreWindowPlace(QMainWindow& window, const CSettings& settings) {
   const bool is_usable = settings.save_main_state != 0 && place.width() >= kSmallestSize.width() &&
                          place.height() >= kSmallestSize.height();
   is_usable ? PutAt(window, place) : PutInTheMiddle(window);
+}
+
+void MaximizeAsBefore(QMainWindow& window, const CSettings& settings) {
   if (settings.save_main_state != 0 && settings.main_window_max != 0)
     window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }

@@ -23,6 +23,16 @@ TEST_F(CEditorTest, WindowPlaceIsRemembered) {
   settings = app->Settings();
   Start();
   EXPECT_EQ(frame->geometry(), QRect(60, 50, 900, 640));
+  // A maximized window with the docks of a larger one, from another screen.
+  frame->resize(1600, 1400);
+  Settle();
+  frame->WriteWindowState();
+  settings.main_window_max = 1;
+  Start();
+  EXPECT_TRUE(frame->isMaximized());
+  frame->showNormal();
+  Settle();
+  EXPECT_TRUE(frame->close());
 
   // A place that no screen shows, or only half of it.
   for (const QRect& place : {QRect(20000, 300, 900, 640), QRect(-30, -20, 900, 640), QRect(700, 600, 900, 640)}) {

@@ -27,6 +27,7 @@
 #include "platform/text.h"
 #include "platform/userfolders.h"
 #include "settings/windowkeys.h"
+#include "tools/problemswidget.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
 #include "view/glcanvas.h"
@@ -39,6 +40,7 @@ constexpr int kMessageMs = 6000;
 constexpr const char* kRecentFilesKey = "recentFiles";
 constexpr const char* kToolBarsKey = "mainWindow/toolBars";
 constexpr const char* kGuidesKey = "mapping/guides";
+constexpr const char* kProblemColumnsKey = "problems/columns";
 
 QStringList FilesToOpen(const QMimeData& data) {
   QStringList files;
@@ -314,6 +316,7 @@ void CMainFrame::ReadWindowState() {
   docks_->Restore(kept.value(kToolBarsKey).toByteArray());
   MaximizeAsBefore(*this, app_.Settings());
   docks_->Mapping().Session().SetAllGuides(kept.value(kGuidesKey).toString().toStdString());
+  docks_->Problems().Grid().RestoreColumns(kept.value(kProblemColumnsKey).toByteArray());
   std::vector<std::string> paths;
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
@@ -351,6 +354,7 @@ void CMainFrame::WriteWindowState() {
   QSettings kept = WindowSettings();
   kept.setValue(kToolBarsKey, docks_->Keep());
   kept.setValue(kGuidesKey, ToQString(docks_->Mapping().Session().AllGuides()));
+  kept.setValue(kProblemColumnsKey, docks_->Problems().Grid().KeepColumns());
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

@@ -9,6 +9,7 @@
 #include "tools/currentfacewidget.h"
 #include "tools/modelinfowidget.h"
 #include "tools/modeltreewidget.h"
+#include "tools/problemswidget.h"
 #include "tools/texturebrowserwidget.h"
 #include "tools/texturelistwidget.h"
 #include "tools/vertexstatuswidget.h"
@@ -35,7 +36,8 @@ CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
       window_(window),
       settings_(settings),
       mapping_(new CMappingWidget(settings)),
-      browser_(new CTextureBrowserWidget) {
+      browser_(new CTextureBrowserWidget),
+      problems_(new CProblemsWidget) {
   window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowNestedDocks | QMainWindow::AllowTabbedDocks);
   window.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   Add(EToolDock::kModelTree, "modelTreeDock", tr("Model"), new CModelTreeWidget, Qt::LeftDockWidgetArea);
@@ -47,6 +49,8 @@ CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
   Add(EToolDock::kMappingTools, "mappingToolsDock", tr("Mapping Tools"), new CMappingToolsWidget(*mapping_),
       Qt::RightDockWidgetArea);
   Add(EToolDock::kTextureBrowser, "textureBrowserDock", tr("Texture Browser"), browser_, Qt::RightDockWidgetArea);
+  Add(EToolDock::kProblems, "problemsDock", tr("Problems"), problems_, Qt::BottomDockWidgetArea);
+  connect(problems_, &CProblemsWidget::CountChanged, this, &CToolDocks::NameProblems);
   connect(browser_, &CTextureBrowserWidget::MappingWanted, this, [this](const CBinTexture* texture) {
     ShowMapping();
     mapping_->ShowTexture(*texture);
@@ -82,8 +86,15 @@ void CToolDocks::PutTogether() {
     Dock(dock).hide();  // first, or it would get a window of the system at once
     Dock(dock).setFloating(true);
   }
+  Dock(EToolDock::kProblems).hide();  // who wants to know opens it
   Dock(EToolDock::kModelTree).raise();
   Dock(EToolDock::kCurrentFace).raise();
+}
+
+/// Its title, or its tab, tells how many there are.
+void CToolDocks::NameProblems() {
+  const size_t count = problems_->Count();
+  Dock(EToolDock::kProblems).setWindowTitle(count == 0 ? tr("Problems") : tr("Problems (%L1)").arg(count));
 }
 
 bool CToolDocks::HasFocus() const {

@@ -21,11 +21,13 @@ enum class EToolDock {
   kModelInfo,
   kMapping,
   kMappingTools,
-  kTextureBrowser
+  kTextureBrowser,
+  kProblems
 };
-inline constexpr size_t kToolDockCount = 8;
+inline constexpr size_t kToolDockCount = 9;
 
 class CMappingWidget;
+class CProblemsWidget;
 class CTextureBrowserWidget;
 
 /// The tool windows of the main window. They show the active view; where each of them stands is part of the main
@@ -61,6 +63,7 @@ class CToolDocks : public QObject {
 
   CMappingWidget& Mapping() const { return *mapping_; }
   CTextureBrowserWidget& Browser() const { return *browser_; }
+  CProblemsWidget& Problems() const { return *problems_; }
   /// Opens the texture browser and gives it the keys.
   void ShowBrowser();
   /// Opens the mapping editor and gives it the keys; its tools come with it when it is opened.
@@ -75,6 +78,7 @@ class CToolDocks : public QObject {
   void ToggleMapping() { Toggle(EToolDock::kMapping); }
   void ToggleMappingTools() { Toggle(EToolDock::kMappingTools); }
   void ToggleTextureBrowser() { Toggle(EToolDock::kTextureBrowser); }
+  void ToggleProblems() { Toggle(EToolDock::kProblems); }
 
  signals:
   /// One has been opened or closed.
@@ -86,6 +90,7 @@ class CToolDocks : public QObject {
  private:
   void Add(EToolDock dock, const char* name, const QString& title, CToolWidget* tool, Qt::DockWidgetArea area);
   void PutTogether();
+  void NameProblems();
   void Toggle(EToolDock dock);
   void SendAway();
   void BringBack();
@@ -102,6 +107,7 @@ class CToolDocks : public QObject {
   std::array<CToolWidget*, kToolDockCount> tools_ = {};
   CMappingWidget* mapping_;
   CTextureBrowserWidget* browser_;
+  CProblemsWidget* problems_;
   std::set<EToolDock> placed_;  ///< those that have a place by now
   bool are_away_ = false;
   QByteArray state_before_;             ///< they went away

@@ -7,6 +7,7 @@
 
 #include "model/geometry.h"
 #include "model/mergecount.h"
+#include "model/modeltools.h"
 #include "model/seeds.h"
 #include "platform/assert.h"
 
@@ -355,6 +356,19 @@ int32_t MergeVertices(CBinModel& model, int32_t threshold, CProgress* progress) 
     merge.ApplyTo(model);
   }
   return merged;
+}
+
+void MergeClusters(CBinModel& model, std::span<const std::vector<int32_t>> clusters) {
+  const CBinModel::CBusy busy(model);
+  std::vector<int32_t> seeds(static_cast<size_t>(model.VertexCount()));
+  std::iota(seeds.begin(), seeds.end(), 0);
+  for (const std::vector<int32_t>& cluster : clusters)
+    for (const int32_t member : cluster)
+      seeds[static_cast<size_t>(member)] = cluster.front();
+  if (MergedCount(seeds) == 0) return;
+  CMerge merge(GeometryOf(model).polygons, std::move(seeds));
+  merge.Collapse(nullptr);
+  merge.ApplyTo(model);
 }
 
 CMergeCounter::CMergeCounter(const CBinModel& model)

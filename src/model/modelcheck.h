@@ -25,6 +25,7 @@ enum class EFinding {
   kOffTexture,
   kTooLarge
 };
+inline constexpr size_t kFindingCount = 11;
 
 /// "missing-texture"
 const char* FindingName(EFinding kind);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "model/binmodel.h"
 #include "model/geometry.h"
@@ -21,5 +22,9 @@ void MapBox(CBinModel& model, std::span<const int32_t> faces);
 
 /// Deletes FACES (ascending, each once) and the vertices that only they used.
 void DeleteFacesWithVertices(CBinModel& model, std::span<const int32_t> faces);
+
+/// The vertices of each of CLUSTERS (ascending, none in two of them) become its first one, wherever they lie. Faces
+/// that lose corners by that become triangles or go, and so do those that become the same as another.
+void MergeClusters(CBinModel& model, std::span<const std::vector<int32_t>> clusters);
 
 }  // namespace veldra

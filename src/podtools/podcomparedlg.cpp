@@ -1,6 +1,5 @@
 #include "podtools/podcomparedlg.h"
 
-#include <QHeaderView>
 #include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -15,11 +14,10 @@ namespace veldra {
 
 namespace {
 
-enum ECompareColumn { kEntry, kHereSize, kThereSize, kState, kCompareColumns };
+enum ECompareColumn { kEntry, kHereSize, kThereSize, kState };
 
 constexpr QSize kUsualCompareSize(720, 480);
 constexpr int kEntryWidth = 240;
-constexpr int kPairRole = Qt::UserRole;
 
 QString MatchText(EPodMatch match) {
   switch (match) {
@@ -37,11 +35,30 @@ QString MatchText(EPodMatch match) {
   return QObject::tr("cannot be read");
 }
 
-QString SizeText(const CPodDocument& archive, std::optional<size_t> entry) {
-  return entry ? QLocale().toString(archive.Entries()[*entry].length) : QStringLiteral("-");
+bool IsWorthTaking(const SPodPair& pair) {
+  return pair.match == EPodMatch::kDiffers || pair.match == EPodMatch::kOnlyThere;
 }
 
 }  // namespace
+
+int64_t CPodPairRows::SizeOf(const SPodPair& pair, int column) const {
+  const auto& entry = column == kHereSize ? pair.here : pair.there;
+  return entry ? int64_t{(column == kHereSize ? here_ : there_).Entries()[*entry].length} : -1;
+}
+
+QString CPodPairRows::Text(int row, int column) const {
+  const SPodPair& pair = Pair(row);
+  if (column == kState) return MatchText(pair.match);
+  if (column == kEntry)
+    return NameToQString((pair.here ? here_ : there_).Entries()[pair.here ? *pair.here : *pair.there].Name());
+  const int64_t size = SizeOf(pair, column);
+  return size < 0 ? QStringLiteral("-") : QLocale().toString(qlonglong{size});
+}
+
+bool CPodPairRows::IsBefore(int row, int other, int column) const {
+  if (column == kState || column == kEntry) return CGridRows::IsBefore(row, other, column);
+  return SizeOf(Pair(row), column) < SizeOf(Pair(other), column);
+}
 
 CPodCompareDlg::CPodCompareDlg(const SToolServices& services, const CPodDocument& here, Taker take, QWidget* parent)
     : QDialog(parent, kToolWindow),
@@ -50,7 +67,8 @@ CPodCompareDlg::CPodCompareDlg(const SToolServices& services, const CPodDocument
       take_(std::move(take)),
       summary_(new QLabel),
       shown_(new QComboBox),
-      rows_(new QTreeWidget),
+      grid_(
+          new CDataGrid("compared", {{tr("File")}, {tr("Size here"), true}, {tr("Size there"), true}, {tr("State")}})),
       take_button_(new QPushButton(tr("&Take Over From There"))) {
   setObjectName("podCompare");
   summary_->setObjectName("compareSummary");
@@ -58,13 +76,7 @@ CPodCompareDlg::CPodCompareDlg(const SToolServices& services, const CPodDocument
   summary_->setWordWrap(true);
   shown_->setObjectName("comparedShown");
   shown_->addItems({tr("What is not the same"), tr("Everything")});
-  rows_->setObjectName("compared");
-  rows_->setHeaderLabels({tr("File"), tr("Size here"), tr("Size there"), tr("State")});
-  rows_->setRootIsDecorated(false);
-  rows_->setUniformRowHeights(true);
-  rows_->setAllColumnsShowFocus(true);
-  rows_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  rows_->setColumnWidth(kEntry, kEntryWidth);
+  grid_->setColumnWidth(kEntry, kEntryWidth);
   take_button_->setObjectName("takeOver");
   take_button_->setToolTip(tr("Puts the selected files of the other archive into this one. Saving comes later."));
   auto* const close = new QPushButton(tr("Close"));
@@ -77,10 +89,10 @@ CPodCompareDlg::CPodCompareDlg(const SToolServices& services, const CPodDocument
   bottom->addWidget(close);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(top);
-  layout->addWidget(rows_, 1);
+  layout->addWidget(grid_, 1);
   layout->addLayout(bottom);
   connect(shown_, &QComboBox::currentIndexChanged, this, &CPodCompareDlg::ShowPairs);
-  connect(rows_, &QTreeWidget::itemSelectionChanged, this, &CPodCompareDlg::Refresh);
+  connect(grid_, &CDataGrid::SelectedRowsChanged, this, &CPodCompareDlg::Refresh);
   connect(take_button_, &QPushButton::clicked, this, &CPodCompareDlg::Take);
   connect(close, &QPushButton::clicked, this, &QDialog::reject);
   resize(kUsualCompareSize);
@@ -109,38 +121,22 @@ bool CPodCompareDlg::Compare() {
 }
 
 void CPodCompareDlg::ShowPairs() {
-  rows_->clear();
-  const bool shows_all = shown_->currentIndex() > 0;
-  for (size_t i = 0; i < pairs_.size(); ++i)
-    if (shows_all || pairs_[i].match != EPodMatch::kSame) AddRow(i);
-  Refresh();
-}
-
-void CPodCompareDlg::AddRow(size_t index) {
-  const SPodPair& pair = pairs_[index];
-  const CPodDocument& holder = pair.here ? here_ : there_;
-  auto* const row = new QTreeWidgetItem(rows_);
-  row->setText(kEntry, NameToQString(holder.Entries()[pair.here ? *pair.here : *pair.there].Name()));
-  row->setText(kHereSize, SizeText(here_, pair.here));
-  row->setText(kThereSize, SizeText(there_, pair.there));
-  row->setText(kState, MatchText(pair.match));
-  for (const int column : {kHereSize, kThereSize})
-    row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-  row->setData(kEntry, kPairRole, static_cast<qulonglong>(index));
+  std::vector<SPodPair> shown = pairs_;
+  if (shown_->currentIndex() == 0)
+    std::erase_if(shown, [](const auto& pair) { return pair.match == EPodMatch::kSame; });
+  rows_.Show(std::move(shown));
+  grid_->Show(rows_);
 }
 
 void CPodCompareDlg::Refresh() {
-  const auto selected = rows_->selectedItems();
-  take_button_->setEnabled(std::ranges::any_of(selected, [&](const QTreeWidgetItem* row) {
-    const SPodPair& pair = pairs_[row->data(kEntry, kPairRole).toULongLong()];
-    return pair.match == EPodMatch::kDiffers || pair.match == EPodMatch::kOnlyThere;
-  }));
+  take_button_->setEnabled(
+      std::ranges::any_of(grid_->SelectedRows(), [this](int row) { return IsWorthTaking(rows_.Pair(row)); }));
 }
 
 void CPodCompareDlg::Take() {
   std::vector<SPodSource> sources;
-  for (const QTreeWidgetItem* row : rows_->selectedItems()) {
-    const SPodPair& pair = pairs_[row->data(kEntry, kPairRole).toULongLong()];
+  for (const int row : grid_->SelectedRows()) {
+    const SPodPair& pair = rows_.Pair(row);
     if (!pair.there || pair.match == EPodMatch::kSame) continue;
     const SPodEntry& entry = there_.Entries()[*pair.there];
     sources.push_back({std::string(entry.Name()), there_.PartOf(entry)});

@@ -249,7 +249,7 @@ bool CPodExtractorDialog::LoadArchive(const std::string& path) {
 void CPodExtractorDialog::OnEntriesChanged() {
   list_->Show(&document_.Archive());
   list_->Select(document_.Changes().Touched());
-  problems_->Show(document_.Archive());
+  problems_->ShowProblemsOf(document_.Archive());
   OnSelectionChanged();
 }
 

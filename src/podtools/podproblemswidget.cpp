@@ -11,7 +11,6 @@ namespace veldra {
 
 namespace {
 
-enum EProblemColumn { kKind, kText, kProblemColumns };
 constexpr int kKindWidth = 130;
 /// More nobody reads, and a damaged archive can have a million.
 constexpr size_t kMostShown = 1000;
@@ -28,41 +27,40 @@ QString KindText(std::string_view kind) {
 
 }  // namespace
 
-CPodProblemsWidget::CPodProblemsWidget(QWidget* parent) : QTreeWidget(parent) {
-  setObjectName("problems");
-  setColumnCount(kProblemColumns);
-  setHeaderLabels({tr("Problem"), tr("What it is about")});
-  setRootIsDecorated(false);
-  setUniformRowHeights(true);
-  setAllColumnsShowFocus(true);
-  setColumnWidth(kKind, kKindWidth);
-  connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
-    const int row = selectedItems().isEmpty() ? -1 : indexOfTopLevelItem(selectedItems().first());
-    if (row >= 0 && static_cast<size_t>(row) < findings_.size())
-      emit EntriesWanted(findings_[static_cast<size_t>(row)].entries);
+CPodProblemsWidget::CPodProblemsWidget(QWidget* parent)
+    : CDataGrid("problems", {{tr("Problem")}, {tr("What it is about")}}, parent) {
+  CDataGrid::Show(rows_);
+  setColumnWidth(0, kKindWidth);
+  connect(this, &CDataGrid::SelectedRowsChanged, this, [this] {
+    std::vector<size_t> entries;
+    for (const int row : SelectedRows())
+      if (const auto at = static_cast<size_t>(row); at < findings_.size())
+        entries.insert(entries.end(), findings_[at].entries.begin(), findings_[at].entries.end());
+    if (!entries.empty()) emit EntriesWanted(entries);
   });
 }
 
-void CPodProblemsWidget::Show(const CPodDocument& archive) {
+void CPodProblemsWidget::ShowProblemsOf(const CPodDocument& archive) {
   archive_ = &archive;
   is_due_ = true;
   if (isVisible()) Test();
 }
 
 void CPodProblemsWidget::showEvent(QShowEvent* event) {
-  QTreeWidget::showEvent(event);
+  CDataGrid::showEvent(event);
   if (is_due_) Test();
 }
 
 void CPodProblemsWidget::Test() {
   is_due_ = false;
-  clear();
+  rows_.rows.clear();
   findings_ = archive_->Path().empty() ? std::vector<SPodFinding>() : TestPod(*archive_);
   for (const SPodFinding& finding : std::span(findings_).first(std::min(findings_.size(), kMostShown)))
-    addTopLevelItem(new QTreeWidgetItem({KindText(finding.kind), ToQString(finding.text)}));
+    rows_.rows.push_back({{KindText(finding.kind), ToQString(finding.text)}});
   if (findings_.size() > kMostShown)
-    addTopLevelItem(new QTreeWidgetItem({QString(), tr("and %1 more").arg(findings_.size() - kMostShown)}));
-  if (findings_.empty()) addTopLevelItem(new QTreeWidgetItem({QString(), tr("Nothing is wrong with the archive.")}));
+    rows_.rows.push_back({{QString(), tr("and %1 more").arg(findings_.size() - kMostShown)}});
+  if (findings_.empty()) rows_.rows.push_back({{QString(), tr("Nothing is wrong with the archive.")}});
+  CDataGrid::Show(rows_);
 }
 
 }  // namespace veldra

@@ -1,21 +1,21 @@
 #pragma once
 
-#include <QTreeWidget>
 #include <vector>
 
 #include "archive/podedit.h"
+#include "ui/datagrid.h"
 
 namespace veldra {
 
 /// What is wrong with the archive that is open, a line each. Looks while it is shown only.
-class CPodProblemsWidget : public QTreeWidget {
+class CPodProblemsWidget : public CDataGrid {
   Q_OBJECT
 
  public:
   explicit CPodProblemsWidget(QWidget* parent = nullptr);
 
   /// ARCHIVE, which outlives it, or its entries are others.
-  void Show(const CPodDocument& archive);
+  void ShowProblemsOf(const CPodDocument& archive);
 
  signals:
   /// The user wants to see what a line is about.
@@ -29,6 +29,7 @@ class CPodProblemsWidget : public QTreeWidget {
 
   const CPodDocument* archive_ = nullptr;
   std::vector<SPodFinding> findings_;
+  CTextRows rows_;
   bool is_due_ = false;
 };
 

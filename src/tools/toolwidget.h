@@ -50,6 +50,8 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   };
   /// Only while it can be seen. View() may be null.
   virtual void Refresh(const SNews& news) = 0;
+  /// Also while another one covers it: its tab says something.
+  virtual bool RefreshesCovered() const { return false; }
   /// Lets Refresh come, with nothing but what else has happened by then.
   void RefreshSoon();
 
@@ -64,7 +66,7 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   void OnDocumentStateChanged(const CTarnDoc& document) override;
   void OnDocumentGone(const CTarnDoc& document) override;
   void Follow(CTarnView* view);
-  bool CanBeSeen() const { return is_in_front_ && isVisible(); }
+  bool CanBeSeen() const { return (is_in_front_ || RefreshesCovered()) && isVisible(); }
   void Post();
   void RefreshNow();
 

@@ -1,9 +1,12 @@
 #include "ui/numberfield.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/text.h"
 #include "ui/qstrings.h"
@@ -14,6 +17,57 @@ namespace {
 
 constexpr int kEditDigits = 14;    ///< "-2147483648" and some air
 constexpr int kWidestFault = 240;  ///< pixels; longer texts wrap
+constexpr int kPageSteps = 10;
+
+/// A line whose number the arrow keys, the page keys and, while it has the keys, the wheel take up and down.
+class CNumberLine : public QLineEdit {
+ public:
+  explicit CNumberLine(std::function<void(int steps)> step) : step_(std::move(step)) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    switch (event->key()) {
+      case Qt::Key_Up:
+        return step_(1);
+      case Qt::Key_Down:
+        return step_(-1);
+      case Qt::Key_PageUp:
+        return step_(kPageSteps);
+      case Qt::Key_PageDown:
+        return step_(-kPageSteps);
+      default:
+        QLineEdit::keyPressEvent(event);
+    }
+  }
+
+  /// Not when it is only scrolled past.
+  void wheelEvent(QWheelEvent* event) override {
+    constexpr int kNotch = 120;
+    if (!hasFocus()) return event->ignore();
+    turned_ += event->angleDelta().y();
+    if (const int steps = turned_ / kNotch; steps != 0) step_(steps);
+    turned_ %= kNotch;
+    event->accept();
+  }
+
+ private:
+  std::function<void(int)> step_;
+  int turned_ = 0;
+};
+
+/// How many digits stand behind the point of TEXT.
+int DecimalsOf(const std::string& text) {
+  constexpr int kMost = 4;
+  const size_t point = text.find('.');
+  return point == std::string::npos ? 0 : std::min(kMost, static_cast<int>(text.size() - point - 1));
+}
+
+/// TEXT, a number under RULE, so many steps on: of one, or of what its last digit means, within the range.
+double SteppedNumber(const std::string& text, double number, int steps, const SNumberRule& rule) {
+  const bool is_fraction = !rule.integer && rule.largest - rule.smallest <= 1;
+  const double unit = std::pow(10.0, std::max(DecimalsOf(text), is_fraction ? 2 : 0));
+  return std::clamp(std::round(number * unit + steps) / unit, rule.smallest, rule.largest);
+}
 
 }  // namespace
 
@@ -38,7 +92,7 @@ std::string PlainNumber(const QString& typed, const SNumberRule& rule) {
 CNumberField::CNumberField(const SNumberRule& rule, EFaultPlace place, QWidget* parent)
     : QWidget(parent),
       rule_(rule),
-      edit_(new QLineEdit),
+      edit_(new CNumberLine([this](int steps) { Step(steps); })),
       line_(new QHBoxLayout),
       fault_(new CFaultLabel),
       place_(place) {
@@ -91,6 +145,14 @@ void CNumberField::SetSuffix(const QString& suffix) {
 
 void CNumberField::SetValue(double value) {
   edit_->setText(ToQString(NumberText(value + 0.0)));  // -0 is nothing that one types
+}
+
+/// Stays where a further rule, as of another field, does not take the number.
+void CNumberField::Step(int steps) {
+  const std::optional<double> number = FieldNumber(Text(), rule_);
+  if (!number || edit_->isReadOnly()) return;
+  const double next = SteppedNumber(Text(), *number, steps, rule_);
+  if (!further_fault_ || further_fault_(next).empty()) SetValue(next);
 }
 
 std::optional<double> CNumberField::Value() const {

@@ -15,7 +15,8 @@ namespace veldra {
 /// A line to type a number in. While what stands there is no number under the rule, the field says why; the room for
 /// that is kept, so that nothing moves. Both "." and the decimal point of the user's locale are one, and a whole number
 /// may be typed with separated thousands, as counts are shown. A disabled field has no fault. The line inside has the
-/// field's object name and takes its focus.
+/// field's object name and takes its focus. Up, Down, the page keys and the wheel change the number, by one or by what
+/// its last digit means.
 class CNumberField : public QWidget {
   Q_OBJECT
 
@@ -48,6 +49,7 @@ class CNumberField : public QWidget {
   /// As the rule reads it, whatever the user's locale writes.
   std::string Text() const;
   std::string TextFault() const;
+  void Step(int steps);
   void Check();
   void ReserveFaultRoom();
 

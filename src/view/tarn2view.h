@@ -73,6 +73,8 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void ToggleGizmo() { Toggle(&SViewState::gizmo); }
   /// What is selected, or else the current face, as large as it goes.
   void ZoomToSelection();
+  /// The same, but only where not all of it is in the window; a current face that looks away is turned to the viewer.
+  void BringSelectionIntoSight();
   void ShowVerticesOnly() { SetMode(ERenderMode::kVertices); }
   void ShowWireframe() { SetMode(ERenderMode::kWireframe); }
   void ShowSolid() { SetMode(ERenderMode::kSolid); }
@@ -123,6 +125,7 @@ class CTarnView : public C3DView, private CDocumentObserver {
   void PickPivot(const QPointF& position);
   std::unique_ptr<CViewHold> GrabGizmo(const QMouseEvent& press);
   const std::vector<int32_t>& SelectedPart() const;
+  std::optional<SBounds> BoundsOfSelection() const;
   std::optional<int32_t> GrabbedTexture(const QMouseEvent& press);
   void KeepInSight();
 

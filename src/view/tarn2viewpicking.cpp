@@ -27,7 +27,7 @@ SPoint CTarnView::MiddleOfView() const {
   return {Truncate(std::round(middle[0])), Truncate(std::round(middle[1])), Truncate(std::round(middle[2]))};
 }
 
-void CTarnView::ZoomToSelection() {
+std::optional<SBounds> CTarnView::BoundsOfSelection() const {
   const CBinModel& model = document_->Model();
   std::vector<int32_t> faces = model.Selected(EGroupKind::kFaces);
   const std::vector<int32_t> vertices = model.Selected(EGroupKind::kVertices);
@@ -41,8 +41,21 @@ void CTarnView::ZoomToSelection() {
   } else if (more) {
     bounds = more;
   }
+  return bounds;
+}
+
+void CTarnView::ZoomToSelection() {
+  const auto bounds = BoundsOfSelection();
   if (!bounds) return;
   MutableState().ZoomToFit(*bounds);
+  Redraw();
+}
+
+void CTarnView::BringSelectionIntoSight() {
+  if (const CBinFace* face = cursor_.FaceObject(); face != nullptr && face->IsSelected())
+    BringIntoSight(MutableState(), document_->Model(), *face, width(), height());
+  const auto bounds = BoundsOfSelection();
+  if (bounds && !IsInSight(Camera(), *bounds)) MutableState().ZoomToFit(*bounds);
   Redraw();
 }
 

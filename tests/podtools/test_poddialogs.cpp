@@ -262,14 +262,14 @@ TEST_F(CPodDialogTest, ComparesTestsAndShowsEntriesInTheirOwnWindows) {
                                          {.name = "SOUND\\NEW.WAV", .data = "new"}}));
   CDialogDriver driver;
   driver.On("podCompare", [](QWidget& compare) {
-    auto* rows = Child<QTreeWidget>(compare, "compared");
+    auto* rows = Child<QTreeView>(compare, "compared");
     QStringList states;
-    for (int i = 0; i < rows->topLevelItemCount(); ++i)
-      states.append(rows->topLevelItem(i)->text(3));
+    for (int i = 0; i < rows->model()->rowCount(); ++i)
+      states.append(rows->model()->index(i, 3).data().toString());
     EXPECT_EQ(states.join(','), "differs,only here,only here,only here,only there");
     rows->selectAll();
     Press(compare, "takeOver");
-    EXPECT_EQ(rows->topLevelItemCount(), 3);
+    EXPECT_EQ(rows->model()->rowCount(), 3);
     compare.close();
   });
   questions.OnOpenFile("Compare With", other).OnReplace("DATA\\README.TXT", EReplaceAnswer::kYes);
@@ -279,16 +279,16 @@ TEST_F(CPodDialogTest, ComparesTestsAndShowsEntriesInTheirOwnWindows) {
 
   Show(dialog);
   QTest::keyClick(&dialog, Qt::Key_T, Qt::ControlModifier);
-  auto* problems = Child<QTreeWidget>(dialog, "problems");
-  ASSERT_EQ(problems->topLevelItemCount(), 1);
-  EXPECT_EQ(problems->topLevelItem(0)->text(1), "Nothing is wrong with the archive.");
+  auto* problems = Child<QTreeView>(dialog, "problems");
+  ASSERT_EQ(problems->model()->rowCount(), 1);
+  EXPECT_EQ(problems->model()->index(0, 1).data().toString(), "Nothing is wrong with the archive.");
   const std::string bad = folder.Write("BAD.POD", MakePod({{.name = "ART\\A.RAW", .data = "1234"},
                                                            {.name = "..\\B.RAW", .data = "x"},
                                                            {.name = "art\\a.raw", .data = "x"}}));
   questions.OnYesNoCancel("Save changes", EAnswer::kNo);
   ASSERT_TRUE(dialog.LoadArchive(bad));
-  ASSERT_EQ(problems->topLevelItemCount(), 2);
-  problems->setCurrentItem(problems->topLevelItem(1));
+  ASSERT_EQ(problems->model()->rowCount(), 2);
+  problems->setCurrentIndex(problems->model()->index(1, 0));
   EXPECT_EQ(list->selectionModel()->selectedRows().size(), 2) << "both of the name";
 
   ASSERT_TRUE(dialog.LoadArchive(WriteArchive()));

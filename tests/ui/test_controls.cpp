@@ -9,6 +9,7 @@
 #include "support/dialogdriver.h"
 #include "support/testfiles.h"
 #include "support/windowmanager.h"
+#include "ui/datagrid.h"
 #include "ui/dialogplace.h"
 #include "ui/pathfield.h"
 #include "ui/sizepreview.h"
@@ -118,6 +119,68 @@ TEST(DialogPlace, ColumnsKeepTheirWidths) {
   list.setColumnHidden(0, true);
   EXPECT_EQ(widths[0], 150);
   EXPECT_EQ(widths[1], 77);
+}
+
+TEST(DataGrid, SortsCopiesAndAsksOnlyForWhatIsSeen) {
+  struct CManyRows : CGridRows {
+    int Count() const override { return 1000000; }
+    QString Text(int row, int column) const override {
+      asked = std::max(asked, row);
+      return column == 0 ? QString("row %1").arg(row) : QString::number(row % 7);
+    }
+    mutable int asked = 0;
+  };
+  const CManyRows many;
+  CDataGrid grid("grid", {{"Name"}, {"Number", true}});
+  grid.resize(300, 200);
+  grid.Show(many);
+  grid.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
+  EXPECT_LT(many.asked, 1000);
+
+  CTextRows rows;
+  rows.rows = {{{"part 10", "2"}, "tip"}, {{"Part 9", "30"}}, {{"part 11", "1"}}};
+  grid.Show(rows);
+  grid.SetCurrentRow(1);
+  const auto order = [&] {
+    std::string text;
+    for (int row = 0; row < 3; ++row)
+      text += grid.model()->index(row, 0).data().toString().toStdString() + " ";
+    return text;
+  };
+  const auto click = [&](int column) {
+    QTest::mouseClick(grid.header()->viewport(), Qt::LeftButton, {},
+                      {grid.header()->sectionViewportPosition(column) + 20, 5});
+  };
+  click(0);
+  EXPECT_EQ(order(), "Part 9 part 10 part 11 ");
+  EXPECT_EQ(grid.CurrentRow(), 1);
+  click(1);
+  click(1);
+  EXPECT_EQ(order(), "Part 9 part 10 part 11 ");
+  click(1);
+  EXPECT_EQ(order(), "part 10 Part 9 part 11 ");
+  EXPECT_EQ(grid.model()->index(0, 1).data(Qt::ToolTipRole).toString(), "tip");
+
+  QSignalSpy activated(&grid, &CDataGrid::RowActivated);
+  QTest::keyClick(&grid, Qt::Key_Return);
+  QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(grid.SelectedRows(), (std::vector<int>{1, 2}));
+  EXPECT_EQ(grid.CopiedText(), "Name\tNumber\nPart 9\t30\npart 11\t1\n");
+  ASSERT_EQ(activated.size(), 1);
+  EXPECT_EQ(activated[0][0].toInt(), 1);
+
+  grid.setColumnWidth(0, 77);
+  grid.FitColumnsOnce();
+  grid.setColumnWidth(0, 177);
+  CDataGrid later("grid", {{"Name"}, {"Number", true}});
+  later.RestoreColumns(grid.KeepColumns());
+  later.Show(rows);
+  later.FitColumnsOnce();
+  EXPECT_EQ(later.columnWidth(0), 177);
+  rows.rows.resize(1);
+  grid.Renew();
+  EXPECT_EQ(grid.CurrentRow(), 0);
 }
 
 TEST(PathField, SaysWhenNothingIsThere) {

@@ -90,6 +90,37 @@ TEST(NumberField, TrimsWhatIsPastedAndReadsWhatTheLocaleWrites) {
   QLocale::setDefault(before);
 }
 
+TEST(NumberField, KeysAndWheelStepTheNumberWithinItsRange) {
+  CRangeDialog dialog;
+  const struct {
+    const char* field;
+    const char* typed;
+    std::vector<Qt::Key> keys;
+    const char* after;
+  } rows[] = {{"first", "7", {Qt::Key_Up, Qt::Key_PageUp}, "18"},
+              {"first", "5", {Qt::Key_PageDown}, "0"},
+              {"first", "98", {Qt::Key_Up, Qt::Key_Up}, "99"},
+              {"first", "x", {Qt::Key_Up}, "x"},
+              {"second", "2.5", {Qt::Key_Up}, "2.6"},
+              {"second", "-0.01", {Qt::Key_Up, Qt::Key_Up}, "1"}};
+  for (const auto& row : rows) {
+    TypeInto(dialog, row.field, row.typed);
+    auto* edit = Child<QLineEdit>(dialog, row.field);
+    for (const Qt::Key key : row.keys)
+      QTest::keyClick(edit, key);
+    EXPECT_EQ(edit->text().toStdString(), row.after) << row.typed;
+  }
+  TypeInto(dialog, "first", "7");
+  dialog.first->Edit()->setFocus();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.first->Edit()->hasFocus(); }));
+  for (QLineEdit* edit : {dialog.first->Edit(), dialog.second->Edit()}) {
+    QWheelEvent turn({5, 5}, edit->mapToGlobal(QPointF(5, 5)), {}, {0, -240}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(edit, &turn);
+  }
+  EXPECT_EQ(dialog.first->Value(), 5);
+  EXPECT_EQ(dialog.second->Edit()->text(), "1");
+}
+
 TEST(ScreenFit, DialogsLargerThanTheScreenScroll) {
   const CScreenFit fit(*qApp);
   CRangeDialog dialog;

@@ -236,6 +236,7 @@ enum class ECommand : int32_t {
   kDockMapping,
   kDockMappingTools,
   kDockTextureBrowser,
+  kDockProblems,
   kHelpGuide,
   kHelpCommandLine,
   kHelpNews,

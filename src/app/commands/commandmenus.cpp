@@ -58,8 +58,9 @@ constexpr ECommand kViewMenu[] = {ECommand::kViewVertices,
                                   ECommand::kMenuDocks,
                                   ECommand::kViewBackground};
 constexpr ECommand kDocksMenu[] = {
-    ECommand::kDockModelTree, ECommand::kDockTextureList, ECommand::kDockCurrentFace,  ECommand::kDockVertexStatus,
-    ECommand::kDockModelInfo, ECommand::kDockMapping,     ECommand::kDockMappingTools, ECommand::kDockTextureBrowser};
+    ECommand::kDockModelTree,    ECommand::kDockTextureList,    ECommand::kDockCurrentFace,
+    ECommand::kDockVertexStatus, ECommand::kDockModelInfo,      ECommand::kDockMapping,
+    ECommand::kDockMappingTools, ECommand::kDockTextureBrowser, ECommand::kDockProblems};
 constexpr ECommand kSidesMenu[] = {ECommand::kViewFront, ECommand::kViewBack, ECommand::kViewLeft,
                                    ECommand::kViewRight, ECommand::kViewTop,  ECommand::kViewBottom};
 constexpr ECommand kSelectMenu[] = {ECommand::kSelectLinked,

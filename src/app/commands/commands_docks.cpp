@@ -72,6 +72,13 @@ const SCommandRow kDocksRows[] = {
      .when = CanToggle,
      .checked = IsOpen<EToolDock::kTextureBrowser>,
      .run = WithDocks<&CToolDocks::ToggleTextureBrowser>},
+    {.id = ECommand::kDockProblems,
+     .name = "problems",
+     .text = "P&roblems",
+     .status = "Show or hide what is wrong with the model, or may become so in the game, with mends\nProblems",
+     .when = CanToggle,
+     .checked = IsOpen<EToolDock::kProblems>,
+     .run = WithDocks<&CToolDocks::ToggleProblems>},
 };
 
 }  // namespace

@@ -59,6 +59,7 @@ constexpr STopic kTopics[] = {
     {"colorTableDialog", kTextures, "colour-tables"},
     {"assignTexture", kTextures, "giving-faces-another-texture"},
     {"defineAnimation", kEditing, "textures"},
+    {"problemsTool", kModelling, "finding-what-is-wrong"},
     {"insertShape", kModelling, "a-ramp-in-a-minute"},
     {"newTruck", kTrucks, "a-new-truck-step-by-step"},
     {"truckEditor", kTrucks, "2-write-the-truck-file"},

@@ -21,6 +21,10 @@ class CMemoryGlContext {
   /// WIDTH × HEIGHT pixels with colour and depth; current on this thread afterwards. Nothing when the system offers
   /// none; ERROR says why.
   static std::unique_ptr<CMemoryGlContext> Create(int width, int height, SError* error);
+#ifdef _WIN32
+  /// The bitmap, whatever driver there is.
+  static std::unique_ptr<CMemoryGlContext> CreateInBitmap(int width, int height);
+#endif
   virtual ~CMemoryGlContext() = default;
 
   /// On the thread that made it. False when the driver refuses.

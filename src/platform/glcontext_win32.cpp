@@ -144,6 +144,10 @@ std::unique_ptr<CMemoryGlContext> CMemoryGlContext::Create(int width, int height
   auto hidden_window = std::make_unique<CHiddenWindowContext>();
   if (hidden_window->Open() && hidden_window->MakeFramebuffer(width, height, error)) return hidden_window;
   hidden_window.reset();
+  return CreateInBitmap(width, height);
+}
+
+std::unique_ptr<CMemoryGlContext> CMemoryGlContext::CreateInBitmap(int width, int height) {
   auto bitmap = std::make_unique<CBitmapContext>();
   if (bitmap->Resize(width, height)) return bitmap;
   return nullptr;

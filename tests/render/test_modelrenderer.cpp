@@ -116,5 +116,26 @@ TEST_F(ModelRenderer, LargeModelsAreDrawnWhole) {
   }
 }
 
+#ifdef _WIN32
+TEST_F(ModelRenderer, TheSystemsOwnOpenGlDrawsTheSameIntoABitmap) {
+  SScene scene;
+  scene.AddWall(scene.Texture({kRed, kGreen, kBlue, kYellow}));
+  const SViewState state = WallState();
+  const SImage usual = Drawn(scene, state);
+  renderer_.reset();
+  context_ = CMemoryGlContext::CreateInBitmap(kPictureSide / 2, kPictureSide);
+  if (context_ == nullptr) GTEST_SKIP() << "this system draws into no bitmap";
+  renderer_ = std::make_unique<CModelRenderer>();
+  Drawn(scene, state);
+  ASSERT_TRUE(context_->Resize(kPictureSide, kPictureSide)) << "as when a window is made larger";
+  const SImage image = Drawn(scene, state);
+  for (const double across : {0.1, 0.25, 0.75, 0.9}) {
+    for (const double down : {0.1, 0.25, 0.75, 0.9})
+      EXPECT_EQ(Pure(At(image, across, down)), Pure(At(usual, across, down))) << across << ", " << down;
+  }
+  EXPECT_NE(Pure(At(usual, 0.25, 0.25)), Pure(At(usual, 0.75, 0.75)));
+}
+#endif
+
 }  // namespace
 }  // namespace veldra::testing

@@ -286,7 +286,7 @@ void CKeysPage::ShowPending(size_t command) {
   if (other && keys_.Commands()[*other].is_fixed)
     return Warn(tr("%1 is the key of %2 and stays so.").arg(shown, ToQString(keys_.Commands()[*other].name)));
   use_->setEnabled(true);
-  add_->setEnabled(!own.empty());
+  add_->setEnabled(!own.empty() && own.size() < kMostKeys);
   if (other) {
     Warn(tr("%1 is the key of %2, which would lose it.").arg(shown, Quoted(keys_.Commands()[*other])));
     use_->setText(tr("&Take Over"));

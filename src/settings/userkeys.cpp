@@ -10,6 +10,8 @@ namespace veldra {
 
 namespace {
 
+constexpr size_t kLongestSetting = size_t{64} << 10;  ///< far more than all keys of a keyboard
+
 bool HasKey(const std::vector<std::string>& keys, std::string_view key) {
   return std::ranges::any_of(keys, [&](const std::string& each) { return ArePressedAlike(each, key); });
 }
@@ -54,6 +56,7 @@ std::vector<SKeyCommand> MenuKeysOf(const std::string& window, std::span<const s
 CUserKeys::CUserKeys(std::vector<SKeyCommand> commands, std::string_view setting)
     : commands_(std::move(commands)), keys_(commands_.size()) {
   std::vector<bool> is_set(commands_.size());
+  if (setting.size() > kLongestSetting) Refuse(std::exchange(setting, {}), "it is too long");
   while (!(setting = Trim(setting)).empty()) {
     const size_t end = std::min(setting.find(' '), setting.size());
     ReadEntry(setting.substr(0, end), is_set);
@@ -64,7 +67,8 @@ CUserKeys::CUserKeys(std::vector<SKeyCommand> commands, std::string_view setting
 
 void CUserKeys::Refuse(std::string_view entry, const std::string& why) {
   kept_.emplace_back(entry);
-  faults_.push_back(Format("\"%s\": %s", DisplayName(entry).c_str(), why.c_str()));
+  constexpr size_t kMostShown = 60;
+  faults_.push_back(Format("\"%s\": %s", DisplayName(entry.substr(0, kMostShown)).c_str(), why.c_str()));
 }
 
 void CUserKeys::ReadEntry(std::string_view entry, std::vector<bool>& is_set) {
@@ -81,6 +85,7 @@ void CUserKeys::ReadEntry(std::string_view entry, std::vector<bool>& is_set) {
   if (!key) return Refuse(entry, "there is no such key");
   if (const std::string fault = KeyFault(*key); !fault.empty()) return Refuse(entry, fault);
   if (HasKey(keys_[*command], *key)) return;
+  if (keys_[*command].size() == kMostKeys) return Refuse(entry, "the command has many keys already");
   if (const auto other = OtherWith(*command, *key))
     return Refuse(entry, Format("it is the key of %s already", commands_[*other].name.c_str()));
   keys_[*command].push_back(*key);

@@ -34,6 +34,9 @@ std::vector<SKeyCommand> KeyCommandsOf(const std::string& prefix, const std::str
 /// What MENUS of WINDOW, with their "&", take of its keys.
 std::vector<SKeyCommand> MenuKeysOf(const std::string& window, std::span<const std::string> menus);
 
+/// How many keys a command can have.
+inline constexpr size_t kMostKeys = 8;
+
 /// Which keys each command has: the defaults, or what the user has given it. Within a window no two commands have keys
 /// that are pressed alike.
 class CUserKeys {

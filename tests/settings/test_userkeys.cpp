@@ -78,6 +78,19 @@ TEST(UserKeys, TheSettingIsReadAndWrittenBack) {
   }
 }
 
+TEST(UserKeys, ASettingWithoutEndIsKeptAndNotRead) {
+  std::string few;
+  for (const char* key : {"1", "2", "3", "4", "6", "7", "8", "9", "Ctrl+1"})
+    few += std::string(few.empty() ? "" : " ") + "save=" + key;
+  EXPECT_EQ(CUserKeys(Commands(), few).Keys(0).size(), kMostKeys);
+  EXPECT_EQ(CUserKeys(Commands(), few).Text(), few);
+  std::string all = few;
+  while (all.size() < 100000)
+    all += ' ' + few;
+  EXPECT_EQ(CUserKeys(Commands(), all).KeysOf("save"), Commands()[0].defaults);
+  EXPECT_EQ(CUserKeys(Commands(), all).Text(), all);
+}
+
 TEST(UserKeys, AKeyThatIsGivenIsTakenFromTheOthersOfTheWindow) {
   CUserKeys keys(Commands(), "reload=Bogus later=F9");
   EXPECT_EQ(keys.OtherWith(1, "Ctrl+S"), 0U);

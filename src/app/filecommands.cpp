@@ -8,6 +8,7 @@
 #include "app/setupdlg.h"
 #include "document/earlierstatesdlg.h"
 #include "document/filenews.h"
+#include "editing/problemcommands.h"
 #include "platform/assert.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -71,6 +72,36 @@ bool CFileCommands::OpenModel(const std::string& path, bool read_only) {
   const std::string& note = document->TextureNote();
   app_.Say("Opened " + document->Title() + (note.empty() ? "" : ": " + note));
   return true;
+}
+
+void CFileCommands::ShowFinding(const SPodSource& file, const SFinding& finding) {
+  if (!file.bytes.length) {
+    if (!OpenModel(file.bytes.path, false)) return;
+  } else if (!OpenPart(file.bytes)) {
+    return;
+  }
+  CTarnView* view = windows_.ActiveView();
+  if (view == nullptr) return;
+  view->window()->activateWindow();
+  if (SelectProblem(view->Cursor(), finding)) view->BringSelectionIntoSight();
+}
+
+/// The model that is PART of an archive. False when that has other entries by now.
+bool CFileCommands::OpenPart(const SFilePart& part) {
+  CPodDocument archive;
+  SError error;
+  if (!archive.Load(part.path, &error)) return app_.Questions().Fail(kFailedToLoadPod, error.what);
+  const auto& entries = archive.Entries();
+  const auto found = std::ranges::find_if(entries, [&](const SPodEntry& entry) {
+    const SFilePart other = archive.PartOf(entry);
+    return other.offset == part.offset && other.length == part.length;
+  });
+  if (found == entries.end()) return false;
+  const std::string name(found->Name());
+  tools_.OpenEntry(archive, static_cast<size_t>(found - entries.begin()));
+  const CTarnDoc* document = windows_.ActiveDocument();
+  return document != nullptr && document->ArchivePlace() != nullptr &&
+         document->ArchivePlace()->IsSame({part.path, name});
 }
 
 void CFileCommands::ListRecentIn(QMenu& menu) {

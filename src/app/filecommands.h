@@ -38,6 +38,8 @@ class CFileCommands {
   bool OpenFile(const std::string& path, bool read_only);
   /// Opens the model PATH in a window of its own, or activates the window that shows it.
   bool OpenModel(const std::string& path, bool read_only);
+  /// Opens the model in FILE, which may be in an archive, and shows what FINDING is about.
+  void ShowFinding(const SPodSource& file, const SFinding& finding);
   /// The recent files as the items of MENU.
   void ListRecentIn(QMenu& menu);
   /// To all that shows textures: some have other texels.
@@ -45,6 +47,7 @@ class CFileCommands {
 
  private:
   CTarnDoc& Active() const;
+  bool OpenPart(const SFilePart& part);
   void ReportSaved(bool saved);
   void ShowDefaultColors();
 

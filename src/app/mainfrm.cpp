@@ -140,6 +140,8 @@ void CMainFrame::WatchFiles() {
                           this);
   connect(windows_.get(), &CDocumentWindows::DocumentsChanged, watch_, &CFileWatch::Follow);
   connect(tools_.get(), &CToolCommands::FilesChanged, watch_, &CFileWatch::Follow);
+  connect(tools_.get(), &CToolCommands::FindingWanted, this,
+          [this](const SPodSource& file, const SFinding& finding) { files_->ShowFinding(file, finding); });
   app_.Textures().SetOnChanged([this] { files_->ShowTexturesAnew(); });
 }
 

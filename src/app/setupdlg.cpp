@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QStyle>
 
+#include "app/help/helpwindow.h"
 #include "platform/text.h"
 #include "ui/notelabel.h"
 #include "ui/qstrings.h"
@@ -53,6 +54,8 @@ CSetUpDialog::CSetUpDialog(EOccasion occasion, const SSetUp& offer, QWidget* par
     Content()->addWidget(
         WrappedLabel(tr("All of this can be changed later: Tools > Set Up Again, File > Preferences.")));
   }
+  Content()->addWidget(MakeHelpLink("whereLink", tr("What the game's files are needed for"), HelpFor("setUp")), 0,
+                       Qt::AlignLeft);
   Buttons()->button(QDialogButtonBox::Ok)->setText(is_first ? tr("Start") : tr("Set Up"));
   if (is_first) Buttons()->button(QDialogButtonBox::Cancel)->setText(tr("Later"));
   (offer.has_game ? with_game_ : without_game_)->setChecked(true);

@@ -209,6 +209,7 @@ CTruckEditorDlg& CToolCommands::NewTruckEditor() {
   truck_editors_.append(editor);
   app_.Recovery().Watch(editor->Document());
   connect(&editor->Document(), &CTruckDocument::FileChanged, this, &CToolCommands::FilesChanged);
+  connect(editor, &CTruckEditorDlg::FindingWanted, this, &CToolCommands::FindingWanted);
   return *editor;
 }
 

@@ -10,6 +10,7 @@
 #include "app/tarn2.h"
 #include "archive/stockfiles.h"
 #include "interchange/importcommands.h"
+#include "model/modelcheck.h"
 #include "packing/toolservices.h"
 
 namespace veldra {
@@ -67,6 +68,8 @@ class CToolCommands : public QObject {
   bool CloseWindows();
 
  signals:
+  /// The user wants to see where in the model in FILE it is.
+  void FindingWanted(const SPodSource& file, const SFinding& finding);
   /// Which documents are open, or where their files are.
   void FilesChanged();
 

@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "app/help/helpwindow.h"
 #include "mapping/mappingtoolswidget.h"
 #include "mapping/mappingwidget.h"
 #include "tools/currentfacewidget.h"
@@ -51,6 +52,8 @@ CToolDocks::CToolDocks(QMainWindow& window, CSettings& settings)
   Add(EToolDock::kTextureBrowser, "textureBrowserDock", tr("Texture Browser"), browser_, Qt::RightDockWidgetArea);
   Add(EToolDock::kProblems, "problemsDock", tr("Problems"), problems_, Qt::BottomDockWidgetArea);
   connect(problems_, &CProblemsWidget::CountChanged, this, &CToolDocks::NameProblems);
+  connect(problems_, &CProblemsWidget::HelpWanted, this,
+          [this] { CHelpWindow::Open(HelpFor("problemsTool"), window_); });
   connect(browser_, &CTextureBrowserWidget::MappingWanted, this, [this](const CBinTexture* texture) {
     ShowMapping();
     mapping_->ShowTexture(*texture);

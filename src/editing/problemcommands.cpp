@@ -87,6 +87,12 @@ std::string PlaceText(const SFinding& finding) {
 
 bool SelectProblem(CEditCursor& cursor, const SFinding& finding) {
   CBinModel& model = cursor.Document().Model();
+  const auto is_beyond = [](int32_t count) { return [count](int32_t index) { return index >= count; }; };
+  if (std::ranges::any_of(finding.faces, is_beyond(model.FaceCount())) ||
+      std::ranges::any_of(finding.vertices, is_beyond(model.VertexCount()))) {
+    cursor.Document().Say("The model that is open has no longer what this is about.");
+    return false;
+  }
   const auto is_hidden = [&](int32_t face) { return model.Face(face).IsHidden(); };
   const auto is_vertex_hidden = [&](int32_t vertex) { return model.Vertex(vertex).IsHidden(); };
   if (std::ranges::all_of(finding.faces, is_hidden) && std::ranges::all_of(finding.vertices, is_vertex_hidden) &&

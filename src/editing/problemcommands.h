@@ -26,7 +26,7 @@ const SProblemKind& KindOfProblem(EFinding kind);
 std::string PlaceText(const SFinding& finding);
 
 /// Selects what FINDING is about, and nothing else, and makes the first of it current. False, with a word why, when all
-/// of it is hidden.
+/// of it is hidden, or the model, which may be another one by now, does not have it.
 bool SelectProblem(CEditCursor& cursor, const SFinding& finding);
 
 /// Mends FINDINGS, which are of the model as it is, as one step. Returns how many could be mended; 0 where the document

@@ -11,6 +11,7 @@
 #include "editing/problemcommands.h"
 #include "model/modelmends.h"
 #include "platform/text.h"
+#include "ui/linklabel.h"
 #include "ui/qstrings.h"
 
 namespace veldra {
@@ -97,6 +98,9 @@ CProblemsWidget::CProblemsWidget()
   auto* top = new QHBoxLayout;
   top->addWidget(kinds_);
   top->addWidget(summary_, 1);
+  auto* help = new CLinkLabel("problemsLink", tr("About problems"));
+  connect(help, &CLinkLabel::Followed, this, &CProblemsWidget::HelpWanted);
+  top->addWidget(help);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addLayout(top);

@@ -54,6 +54,8 @@ class CProblemsWidget : public CToolWidget {
 
  signals:
   void CountChanged();
+  /// The page on the kinds of problems.
+  void HelpWanted();
 
  protected:
   void timerEvent(QTimerEvent* event) override;

@@ -16,6 +16,7 @@ namespace {
 enum ECheckColumn { kWhat, kAbout, kSaid };
 constexpr int kCheckDelayMs = 250;
 constexpr int kNamedRole = Qt::UserRole;
+constexpr int kPlaceRole = Qt::UserRole + 1;  ///< its position among those in models
 /// More nobody reads, and a broken model can have thousands.
 constexpr ptrdiff_t kMostOfAKind = 200;
 
@@ -96,6 +97,7 @@ void CTruckCheckPage::Check() {
   timer_.stop();
   is_due_ = false;
   list_->clear();
+  in_models_.clear();
   if (context_.files == nullptr) return;
   if (!check_) check_.emplace(*context_.files);
   const STruckReport report = check_->Run(context_.document.Truck(), FileNamePart(context_.document.Path()));
@@ -111,8 +113,10 @@ void CTruckCheckPage::Check() {
   }
   const size_t count = report.findings.size() + report.unread.size();
   if (count == 0) return summary_->setText(tr("Nothing is wrong with the truck, its models and what they need."));
-  summary_->setText(tr("%1. Double-click one, or press Enter, to go to the name that it is about.")
-                        .arg(ToQString(Counted(static_cast<int64_t>(count), "finding", "findings"))));
+  summary_->setText(
+      tr("%1. Double-click one, or press Enter, to go to the name that it is about, or to its place in the "
+         "model.")
+          .arg(ToQString(Counted(static_cast<int64_t>(count), "finding", "findings"))));
 }
 
 /// Those of one kind in one model are a row to be opened: a model has hundreds of bent quads and one missing texture.
@@ -127,8 +131,11 @@ void CTruckCheckPage::AddFindingsOnModels(const std::vector<STruckFinding>& find
     QTreeWidgetItem* group = nullptr;
     if (!first->model.empty() && count > 1)
       group = AddRow(nullptr, kind, first->model, tr("%1 of them").arg(count).toStdString(), first->named);
-    for (auto found = first; !first->model.empty() && found != first + std::min(count, kMostOfAKind); ++found)
-      AddRow(group, kind, found->model, found->finding.text, found->named);
+    for (auto found = first; !first->model.empty() && found != first + std::min(count, kMostOfAKind); ++found) {
+      AddRow(group, kind, found->model, found->finding.text, found->named)
+          ->setData(kWhat, kPlaceRole, static_cast<int>(in_models_.size()));
+      in_models_.push_back(*found);
+    }
     first = last;
   }
 }
@@ -143,6 +150,11 @@ QTreeWidgetItem* CTruckCheckPage::AddRow(QTreeWidgetItem* group, const QString& 
 }
 
 void CTruckCheckPage::Jump(const QTreeWidgetItem* item) {
+  const QVariant place = item->data(kWhat, kPlaceRole);
+  if (place.isValid() && context_.files != nullptr) {
+    const STruckFinding& found = in_models_[static_cast<size_t>(place.toInt())];
+    return FindingWanted(context_.files->Find(found.model, kTypeBin).source, found.finding);
+  }
   const std::string named = item->data(kWhat, kNamedRole).toByteArray().toStdString();
   if (const auto field = FieldOfFile(context_.document.Truck(), named)) emit FieldWanted(*field);
 }

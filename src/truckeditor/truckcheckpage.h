@@ -34,6 +34,8 @@ class CTruckCheckPage : public QWidget {
  signals:
   /// The user wants to see the field that a finding is about.
   void FieldWanted(const STruckNameField& field);
+  /// The user wants to see where in the model in FILE it is.
+  void FindingWanted(const SPodSource& file, const SFinding& finding);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -50,6 +52,7 @@ class CTruckCheckPage : public QWidget {
 
   const STruckPageContext& context_;
   std::optional<CTruckCheck> check_;
+  std::vector<STruckFinding> in_models_;  ///< what rows lead to the place of
   QLabel* summary_;
   QTreeWidget* list_;
   QBasicTimer timer_;

@@ -148,6 +148,7 @@ void CTruckEditorDlg::MakePages() {
   check_ = new CTruckCheckPage(context_);
   AddPage(check_, "check");
   connect(check_, &CTruckCheckPage::FieldWanted, this, &CTruckEditorDlg::GoTo);
+  connect(check_, &CTruckCheckPage::FindingWanted, this, &CTruckEditorDlg::FindingWanted);
   document_.SetPictureMaker([this] { return view_->View().SmallPicture(); });
   // The light that is worked on is the same on both pages.
   connect(&view_->View(), &CTruckView::SelectedChanged, this, [this] {

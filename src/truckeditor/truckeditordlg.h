@@ -10,6 +10,7 @@
 #include <string>
 
 #include "archive/stockfiles.h"
+#include "model/modelcheck.h"
 #include "packing/packmemory.h"
 #include "packing/packtruck.h"
 #include "packing/toolservices.h"
@@ -59,6 +60,10 @@ class CTruckEditorDlg : public QMainWindow {
 
   const CTruckDocument& Document() const { return document_; }
   CTruckDocument& Document() { return document_; }
+
+ signals:
+  /// The user wants to see where in the model in FILE it is.
+  void FindingWanted(const SPodSource& file, const SFinding& finding);
 
  protected:
   void changeEvent(QEvent* event) override;

@@ -9,6 +9,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "app/help/helpwindow.h"
+
 namespace veldra {
 
 namespace {
@@ -37,7 +39,12 @@ QWidget* ProgramPage() {
   text->setWordWrap(true);
   layout->addWidget(icon, 0, Qt::AlignTop);
   layout->addSpacing(12);
-  layout->addWidget(text, 1, Qt::AlignTop);
+  auto* column = new QVBoxLayout;
+  column->addWidget(text);
+  column->addWidget(MakeHelpLink("guideLink", QObject::tr("User's guide"), HelpUrl(kGuidePage, {})), 0, Qt::AlignLeft);
+  column->addWidget(MakeHelpLink("newsLink", QObject::tr("What is new"), HelpUrl(kNewsPage, {})), 0, Qt::AlignLeft);
+  column->addStretch();
+  layout->addLayout(column, 1);
   return page;
 }
 

@@ -193,4 +193,10 @@ void CHelpWindow::Open(const QUrl& url, QWidget& owner) {
   window->activateWindow();
 }
 
+CLinkLabel* MakeHelpLink(const char* name, const QString& text, const QUrl& url) {
+  auto* link = new CLinkLabel(name, text);
+  QObject::connect(link, &CLinkLabel::Followed, link, [link, url] { CHelpWindow::Open(url, *link->window()); });
+  return link;
+}
+
 }  // namespace veldra

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "app/help/helppages.h"
+#include "ui/linklabel.h"
 
 namespace veldra {
 
@@ -48,5 +49,8 @@ class CHelpWindow : public QWidget {
   QTreeWidget* list_;
   CHelpBrowser* page_;
 };
+
+/// Words that open URL, of HelpUrl or HelpFor.
+CLinkLabel* MakeHelpLink(const char* name, const QString& text, const QUrl& url);
 
 }  // namespace veldra

@@ -23,8 +23,7 @@ using facedraft::SDraft;
 
 constexpr const char* kNoRows =
     "These vertices make no two edges of faces. Select both ends of two edges, two rows or two rings of as many "
-    "vertices, "
-    "or two faces.";
+    "vertices, or two faces.";
 
 /// Vertices one behind the other along edges; in a ring the first follows the last.
 struct SRow {

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 #include <QWindow>
 #include <QtTest>
 
@@ -11,6 +14,7 @@
 #include "support/windowmanager.h"
 #include "ui/datagrid.h"
 #include "ui/dialogplace.h"
+#include "ui/linklabel.h"
 #include "ui/pathfield.h"
 #include "ui/sizepreview.h"
 
@@ -181,6 +185,24 @@ TEST(DataGrid, SortsCopiesAndAsksOnlyForWhatIsSeen) {
   rows.rows.resize(1);
   grid.Renew();
   EXPECT_EQ(grid.CurrentRow(), 0);
+}
+
+TEST(LinkLabel, IsFollowedByMouseAndByKey) {
+  QDialog dialog;
+  auto* layout = new QVBoxLayout(&dialog);
+  auto* link = new CLinkLabel("link", "What is <new>");
+  layout->addWidget(new QLineEdit);
+  layout->addWidget(link);
+  QSignalSpy followed(link, &CLinkLabel::Followed);
+  dialog.show();
+  dialog.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  QTest::keyClick(&dialog, Qt::Key_Tab);
+  EXPECT_TRUE(link->hasFocus());
+  QTest::keyClick(link, Qt::Key_Return);
+  EXPECT_EQ(followed.size(), 1);
+  QTest::mouseClick(link, Qt::LeftButton, {}, {8, link->height() / 2});
+  EXPECT_EQ(followed.size(), 2);
 }
 
 TEST(PathField, SaysWhenNothingIsThere) {

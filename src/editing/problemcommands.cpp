@@ -79,7 +79,7 @@ const SProblemKind& KindOfProblem(EFinding kind) {
 }
 
 std::string PlaceText(const SFinding& finding) {
-  const std::string faces = NumbersText("Face", "Faces", finding.faces);
+  std::string faces = NumbersText("Face", "Faces", finding.faces);
   if (finding.vertices.empty()) return faces;
   return faces.empty() ? NumbersText("Vertex", "Vertices", finding.vertices)
                        : faces + ", " + NumbersText("vertex", "vertices", finding.vertices);

@@ -17,6 +17,8 @@ class CLinkLabel : public QLabel {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void ShowText();

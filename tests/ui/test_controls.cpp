@@ -195,6 +195,7 @@ TEST(LinkLabel, IsFollowedByMouseAndByKey) {
   layout->addWidget(link);
   QSignalSpy followed(link, &CLinkLabel::Followed);
   dialog.show();
+  dialog.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
   QTest::keyClick(&dialog, Qt::Key_Tab);
   EXPECT_TRUE(link->hasFocus());

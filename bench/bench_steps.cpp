@@ -102,12 +102,6 @@ void AddStepComparisons() {
   const std::pair<const char*, Change> changes[] = {
       {"move all", [](CBinModel& model) { Translate(model, {}, 1, 2, 3); }},
       {"delete a face", [](CBinModel& model) { model.RemoveFaces(7, 1); }},
-      {"extrude 100 faces",
-       [](CBinModel& model) {
-         std::vector<int32_t> faces(100);
-         std::iota(faces.begin(), faces.end(), 0);
-         Require(ExtrudeFaces(model, faces, 5).empty(), "extruding");
-       }},
   };
   const std::pair<const char*, COpenModel& (*)()> models[] = {{"truck", Truck}, {"1M/500k", Million}};
   for (const auto& [model, open] : models)

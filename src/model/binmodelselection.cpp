@@ -38,6 +38,7 @@ std::vector<int32_t> CBinModel::PickedVertices() const {
   }
   std::ranges::sort(picked, {}, [](const CBinVertex* vertex) { return vertex->pick_; });
   std::vector<int32_t> indices;
+  indices.reserve(picked.size());
   for (const CBinVertex* vertex : picked)
     indices.push_back(vertex->Index());
   return indices;

@@ -32,6 +32,7 @@ class CCheckedRecords : public CCheckedModel {
 
   std::vector<SCheckedTexture> Textures() const override {
     std::vector<SCheckedTexture> textures;
+    textures.reserve(model_.textures.size());
     for (const SModelRecords::STexture& texture : model_.textures)
       textures.push_back({texture.name, texture_width_(texture.file_name)});
     return textures;

@@ -123,6 +123,7 @@ TEST_F(ModelRenderer, TheSystemsOwnOpenGlDrawsTheSameIntoABitmap) {
   const SViewState state = WallState();
   const SImage usual = Drawn(scene, state);
   renderer_.reset();
+  context_.reset();
   context_ = CMemoryGlContext::CreateInBitmap(kPictureSide / 2, kPictureSide);
   if (context_ == nullptr) GTEST_SKIP() << "this system draws into no bitmap";
   renderer_ = std::make_unique<CModelRenderer>();

@@ -193,6 +193,10 @@ TEST_F(CModellingTest, TheGizmosPivotIsThatOfAllViewsOfTheSession) {
   EXPECT_EQ(view.Gizmo()->Pivot(), (Vector3{30, 600, 400}));
   Do(ECommand::kWindowNew);
   EXPECT_EQ(View().Gizmo()->Pivot(), (Vector3{30, 600, 400}));
+  Do(ECommand::kGizmoToOrigin);
+  EXPECT_EQ(Model().Vertex(7).Position(), (SPoint{970, 0, 0}));
+  EXPECT_EQ(View().Gizmo()->Pivot(), Vector3{}) << "the same place of the model";
+  EXPECT_FALSE(frame->Action(ECommand::kGizmoToOrigin)->isEnabled());
 }
 
 }  // namespace veldra::testing

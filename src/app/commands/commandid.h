@@ -89,6 +89,7 @@ enum class ECommand : int32_t {
   kGizmoVertex,
   kGizmoPick,
   kGizmoPoint,
+  kGizmoToOrigin,
   kModelAddFace,
   kModelAddVertex,
   kModelDeleteUnused,

@@ -103,9 +103,14 @@ constexpr ECommand kModelMenu[] = {ECommand::kModelInfo,
                                    kSeparator,
                                    ECommand::kMenuInsert,
                                    ECommand::kModelReplaceTexture};
-constexpr ECommand kGizmoPivotMenu[] = {ECommand::kGizmoMiddle, ECommand::kGizmoOrigin,
-                                        ECommand::kGizmoVertex, kSeparator,
-                                        ECommand::kGizmoPick,   ECommand::kGizmoPoint};
+constexpr ECommand kGizmoPivotMenu[] = {ECommand::kGizmoMiddle,
+                                        ECommand::kGizmoOrigin,
+                                        ECommand::kGizmoVertex,
+                                        kSeparator,
+                                        ECommand::kGizmoPick,
+                                        ECommand::kGizmoPoint,
+                                        kSeparator,
+                                        ECommand::kGizmoToOrigin};
 constexpr ECommand kMakeMenu[] = {ECommand::kMakeFace,
                                   ECommand::kMakeBridge,
                                   ECommand::kMakeVertices,

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "app/commands/commandrows.h"
 #include "app/commands/commandrules.h"
@@ -104,6 +105,24 @@ void AskPivot(const SCommandTarget& on) {
   if (dialog.exec() == QDialog::Accepted) on.windows.SetGizmoPivot(dialog.Pivot());
 }
 
+/// There is a point, and it is not the origin already.
+bool CanMoveOrigin(const SCommandTarget& on) {
+  if (on.view == nullptr || !CanMoveVertices(*on.document)) return false;
+  const CEditCursor& cursor = on.Cursor();
+  const EPivot kind = on.windows.GizmoPivot().kind;
+  if (kind == EPivot::kOrigin || kind == EPivot::kPoint) return kind == EPivot::kPoint;
+  return (kind == EPivot::kVertex && cursor.Vertex() >= 0) || cursor.SelectedCount(EGroupKind::kFaces) > 0 ||
+         cursor.SelectedCount(EGroupKind::kVertices) > 0;
+}
+
+/// A point that was picked or typed goes with the model.
+void MoveOrigin(const SCommandTarget& on) {
+  const Vector3 pivot = on.view->GizmoPivotPoint();
+  const auto back = [&](size_t axis) { return static_cast<int32_t>(-std::lround(pivot[axis])); };
+  if (!Translate(*on.document, {.x = back(0), .y = back(1), .z = back(2)})) return;
+  if (on.windows.GizmoPivot().kind == EPivot::kPoint) UsePivot<EPivot::kOrigin>(on);
+}
+
 const SCommandRow kModelRows[] = {
     {.id = ECommand::kModelInfo,
      .name = "info",
@@ -206,6 +225,13 @@ const SCommandRow kModelRows[] = {
      .when = HasDocument,
      .checked = IsPivot<EPivot::kPoint>,
      .run = AskPivot},
+    {.id = ECommand::kGizmoToOrigin,
+     .name = "gizmoToOrigin",
+     .text = "Make It the Model's O&rigin",
+     .status = "Moves the whole model so that the point at which the gizmo stands is at 0, 0, 0\nGizmo To Origin",
+     .needs = "Select something, or choose a point for the gizmo first",
+     .when = CanMoveOrigin,
+     .run = MoveOrigin},
     {.id = ECommand::kModelAddFace,
      .name = "addFace",
      .text = "Add &Face...",

@@ -115,7 +115,7 @@ void Align(const CBinModel& model, const SRow& a, SRow& b) {
   if (b.is_ring) {
     const auto gap = [&](int32_t vertex) { return Gap(model, a.vertices.front(), vertex); };
     for (SRow* row : {&b, &reversed})
-      std::ranges::rotate(row->vertices, std::ranges::min_element(row->vertices, {}, gap));
+      std::rotate(row->vertices.begin(), std::ranges::min_element(row->vertices, {}, gap), row->vertices.end());
   }
   if (SumOfGaps(model, a, reversed) < SumOfGaps(model, a, b)) b = reversed;
 }

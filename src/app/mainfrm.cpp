@@ -161,7 +161,6 @@ void CMainFrame::MakeStatusBar() {
   const SCommandRow& show_all = CommandRow(ECommand::kSelectShowAll);
   hidden_->setObjectName("hiddenFaces");
   hidden_->setFocusPolicy(Qt::NoFocus);
-  hidden_->setToolTip(tr("They are saved like all others. A click, or %1, shows them again.").arg(show_all.view_key));
   hidden_->hide();
   connect(hidden_, &QPushButton::clicked, this, [this, &show_all] { Run(show_all); });
   statusBar()->addPermanentWidget(hidden_);
@@ -287,6 +286,10 @@ void CMainFrame::RefreshHidden() {
   hidden_->setVisible(count > 0);
   const std::string faces = Counted(count, "face is", "faces are");
   hidden_->setText(tr("%1 hidden: Show All").arg(ToQString(faces)));
+  const std::string keys = ShownKeys(keys_.KeysOf(CommandRow(ECommand::kSelectShowAll)));
+  hidden_->setToolTip(
+      keys.empty() ? tr("They are saved like all others. A click shows them again.")
+                   : tr("They are saved like all others. A click, or %1, shows them again.").arg(ToQString(keys)));
 }
 
 void CMainFrame::RefreshStatus() {

@@ -139,8 +139,7 @@ QPushButton* CKeysPage::MakeButton(const QString& text, const char* name, void (
 
 void CKeysPage::SetText(const std::string& text) {
   if (text == keys_.Text()) return;
-  const auto commands = keys_.Commands();
-  keys_ = CUserKeys({commands.begin(), commands.end()}, text);
+  keys_.Read(text);
   ShowKeys();
   new_->SetKey("");
   emit Changed();

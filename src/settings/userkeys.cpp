@@ -53,8 +53,14 @@ std::vector<SKeyCommand> MenuKeysOf(const std::string& window, std::span<const s
   return commands;
 }
 
-CUserKeys::CUserKeys(std::vector<SKeyCommand> commands, std::string_view setting)
-    : commands_(std::move(commands)), keys_(commands_.size()) {
+CUserKeys::CUserKeys(std::vector<SKeyCommand> commands, std::string_view setting) : commands_(std::move(commands)) {
+  Read(setting);
+}
+
+void CUserKeys::Read(std::string_view setting) {
+  keys_.assign(commands_.size(), {});
+  kept_.clear();
+  faults_.clear();
   std::vector<bool> is_set(commands_.size());
   if (setting.size() > kLongestSetting) Refuse(std::exchange(setting, {}), "it is too long");
   while (!(setting = Trim(setting)).empty()) {

@@ -45,6 +45,8 @@ class CUserKeys {
   /// defaults, an entry a key, or one without for none. A key that the setting gives is no longer another command's
   /// default. What cannot be understood, or clashes with what stands before it, is a fault, and kept.
   explicit CUserKeys(std::vector<SKeyCommand> commands, std::string_view setting = {});
+  /// The same commands with what another setting says.
+  void Read(std::string_view setting);
 
   std::span<const SKeyCommand> Commands() const { return commands_; }
   const std::vector<std::string>& Keys(size_t command) const { return keys_[command]; }

@@ -12,22 +12,22 @@ namespace veldra {
 
 CWindowKeys::CWindowKeys(std::span<const SWindowKey> rows, std::vector<SKeyCommand> commands, const CSettings& settings,
                          QObject* window)
-    : QObject(window), rows_(rows), commands_(std::move(commands)), settings_(settings) {}
+    : QObject(window), rows_(rows), settings_(settings), keys_(std::move(commands), settings.keys) {}
 
 void CWindowKeys::Bind(QAction& action, const char* name) {
   const auto row = std::find_if(rows_.begin(), rows_.end(),
                                 [&](const SWindowKey& each) { return std::string_view(each.name) == name; });
   VELDRA_ASSERT(row != rows_.end());
   action.setText(tr(row->text));
-  const std::string& id = commands_[static_cast<size_t>(row - rows_.begin())].id;
-  actions_[id] = &action;
-  action.setShortcuts(ShortcutsOf(CUserKeys(commands_, settings_.keys).KeysOf(id)));
+  const auto command = static_cast<size_t>(row - rows_.begin());
+  actions_[command] = &action;
+  action.setShortcuts(ShortcutsOf(keys_.Keys(command)));
 }
 
 void CWindowKeys::Refresh() {
-  const CUserKeys keys(commands_, settings_.keys);
-  for (const auto& [id, action] : actions_)
-    action->setShortcuts(ShortcutsOf(keys.KeysOf(id)));
+  keys_.Read(settings_.keys);
+  for (const auto& [command, action] : actions_)
+    action->setShortcuts(ShortcutsOf(keys_.Keys(command)));
 }
 
 void CWindowKeys::RefreshAll() {

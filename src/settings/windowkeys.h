@@ -4,7 +4,6 @@
 #include <QObject>
 #include <map>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "settings/settings.h"
@@ -29,9 +28,9 @@ class CWindowKeys : public QObject {
   void Refresh();
 
   std::span<const SWindowKey> rows_;
-  std::vector<SKeyCommand> commands_;
   const CSettings& settings_;
-  std::map<std::string, QAction*> actions_;  ///< by the commands' ids
+  CUserKeys keys_;
+  std::map<size_t, QAction*> actions_;  ///< by their rows
 };
 
 }  // namespace veldra

@@ -40,6 +40,13 @@ void SetMaterial(const SColor& color) {
   glMaterialfv(GL_BACK, GL_AMBIENT_AND_DIFFUSE, back.data());
 }
 
+/// White, whatever shines on it.
+void SetGlowingMaterial() {
+  constexpr std::array<float, 4> kWhite = {1.0F, 1.0F, 1.0F, 1.0F};
+  SetMaterial({});
+  glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kWhite.data());
+}
+
 void PlaceLight(GLenum light, const std::array<float, 4>& direction, float strength) {
   const std::array<float, 4> color = {strength, strength, strength, 1.0F};
   glLightfv(light, GL_POSITION, direction.data());
@@ -133,13 +140,13 @@ void CModelRenderer::SImpl::BindTexture(const SBatchList& batch, const SViewStat
   textures.Bind(HasTexture(batch) ? FrameAt(*batch.texture, seconds) : PlainWhite(), state.high_quality);
 }
 
-/// The shiny faces once more: what they mirror is added to their colour.
+/// The shiny faces once more: what they mirror is added to their colour. They are lit, though no light counts, so that
+/// a part of the program that has been compiled for the others does for them, too.
 void CModelRenderer::SImpl::DrawShine(const std::vector<SBatchList>& batches) {
-  glPushAttrib(GL_ENABLE_BIT);
+  glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT);
   for (const GLenum capability : kShineCapabilities)
     glEnable(capability);
-  glDisable(GL_LIGHTING);
-  glColor3f(1.0F, 1.0F, 1.0F);
+  SetGlowingMaterial();
   glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
   glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
   glBlendFunc(GL_ONE, GL_ONE);

@@ -20,14 +20,12 @@
 #include "app/help/welcomepage.h"
 #include "app/windowplace.h"
 #include "editing/texturecommands.h"
-#include "mapping/mappingwidget.h"
 #include "platform/crashreport.h"
 #include "platform/paths.h"
 #include "platform/shell.h"
 #include "platform/text.h"
 #include "platform/userfolders.h"
 #include "settings/windowkeys.h"
-#include "tools/problemswidget.h"
 #include "ui/commandicons.h"
 #include "ui/qstrings.h"
 #include "view/glcanvas.h"
@@ -38,9 +36,6 @@ namespace {
 
 constexpr int kMessageMs = 6000;
 constexpr const char* kRecentFilesKey = "recentFiles";
-constexpr const char* kToolBarsKey = "mainWindow/toolBars";
-constexpr const char* kGuidesKey = "mapping/guides";
-constexpr const char* kProblemColumnsKey = "problems/columns";
 
 QStringList FilesToOpen(const QMimeData& data) {
   QStringList files;
@@ -318,10 +313,8 @@ void CMainFrame::Say(const QString& text) {
 void CMainFrame::ReadWindowState() {
   RestoreWindowPlace(*this, app_.Settings());
   const QSettings kept = WindowSettings();
-  docks_->Restore(kept.value(kToolBarsKey).toByteArray());
+  docks_->Restore(kept);
   MaximizeAsBefore(*this, app_.Settings());
-  docks_->Mapping().Session().SetAllGuides(kept.value(kGuidesKey).toString().toStdString());
-  docks_->Problems().Grid().RestoreColumns(kept.value(kProblemColumnsKey).toByteArray());
   std::vector<std::string> paths;
   for (const QString& path : kept.value(kRecentFilesKey).toStringList())
     paths.push_back(path.toStdString());
@@ -357,9 +350,7 @@ void CMainFrame::WriteWindowState() {
   windows_->RememberState();
   RememberWindowPlace(*this, app_.Settings());
   QSettings kept = WindowSettings();
-  kept.setValue(kToolBarsKey, docks_->Keep());
-  kept.setValue(kGuidesKey, ToQString(docks_->Mapping().Session().AllGuides()));
-  kept.setValue(kProblemColumnsKey, docks_->Problems().Grid().KeepColumns());
+  docks_->Keep(kept);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

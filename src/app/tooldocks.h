@@ -4,6 +4,9 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QObject>
+#include <QPointer>
+#include <QSettings>
+#include <QVariant>
 #include <array>
 #include <set>
 #include <vector>
@@ -31,7 +34,8 @@ class CProblemsWidget;
 class CTextureBrowserWidget;
 
 /// The tool windows of the main window. They show the active view; where each of them stands is part of the main
-/// window's state. While the active view is to be seen alone, all of them are away.
+/// window's state. While the active view is to be seen alone, all of them are away. What stands in one is made when it
+/// is first seen or wanted, so that a start makes only what is in front.
 ///
 /// The settings keep of the vertex status window whether it is open and, while it floats, where. The mapping editor and
 /// its tools float at first; the settings keep where.
@@ -44,10 +48,10 @@ class CToolDocks : public QObject {
 
   /// VIEW is the active one, null for none, or an option of it has changed.
   void Follow(CTarnView* view);
-  /// What QMainWindow::saveState gave, for this program's docks and tool bars; empty for none.
-  void Restore(const QByteArray& state);
-  /// To be kept for Restore; the settings take what is theirs.
-  QByteArray Keep();
+  /// Docks, tool bars and what tools keep, as Keep has left them in KEPT.
+  void Restore(const QSettings& kept);
+  /// For Restore; the settings take what is theirs.
+  void Keep(QSettings& kept);
 
   /// The pictures of the textures have become others.
   void ForgetPictures();
@@ -61,9 +65,10 @@ class CToolDocks : public QObject {
   /// FILTER, an event filter, sees the keys that go to them.
   void InstallKeys(QObject* filter);
 
-  CMappingWidget& Mapping() const { return *mapping_; }
-  CTextureBrowserWidget& Browser() const { return *browser_; }
-  CProblemsWidget& Problems() const { return *problems_; }
+  CToolWidget& Tool(EToolDock dock);
+  CMappingWidget& Mapping();
+  CTextureBrowserWidget& Browser();
+  CProblemsWidget& Problems();
   /// Opens the texture browser and gives it the keys.
   void ShowBrowser();
   /// Opens the mapping editor and gives it the keys; its tools come with it when it is opened.
@@ -88,9 +93,14 @@ class CToolDocks : public QObject {
   void MenuWanted(EGroupKind kind, const QPoint& at);
 
  private:
-  void Add(EToolDock dock, const char* name, const QString& title, CToolWidget* tool, Qt::DockWidgetArea area);
+  void Add(EToolDock dock, const char* name, const QString& title, Qt::DockWidgetArea area);
   void PutTogether();
-  void NameProblems();
+  CToolWidget* Make(EToolDock dock);
+  CToolWidget* MakeMapping();
+  CToolWidget* MakeBrowser();
+  CToolWidget* MakeProblems();
+  void Show(EToolDock dock, bool is_in_front);
+  void InstallKeysIn(EToolDock dock);
   void Toggle(EToolDock dock);
   void SendAway();
   void BringBack();
@@ -104,10 +114,10 @@ class CToolDocks : public QObject {
   QMainWindow& window_;
   CSettings& settings_;
   std::array<QDockWidget*, kToolDockCount> docks_ = {};
-  std::array<CToolWidget*, kToolDockCount> tools_ = {};
-  CMappingWidget* mapping_;
-  CTextureBrowserWidget* browser_;
-  CProblemsWidget* problems_;
+  std::array<CToolWidget*, kToolDockCount> tools_ = {};  ///< null until they are made
+  std::array<QVariant, kToolDockCount> states_;          ///< that those not yet made will have
+  QPointer<CTarnView> view_;
+  QObject* keys_ = nullptr;
   std::set<EToolDock> placed_;  ///< those that have a place by now
   bool are_away_ = false;
   QByteArray state_before_;             ///< they went away

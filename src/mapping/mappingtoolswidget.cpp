@@ -43,15 +43,7 @@ QHBoxLayout* Line(std::initializer_list<QWidget*> widgets) {
 }  // namespace
 
 CMappingToolsWidget::CMappingToolsWidget(CMappingWidget& editor)
-    : CToolWidget("mappingToolsTool"), editor_(editor), session_(editor.Session()) {}
-
-void CMappingToolsWidget::showEvent(QShowEvent* event) {
-  if (pages_ == nullptr) MakePages();
-  CToolWidget::showEvent(event);
-}
-
-void CMappingToolsWidget::MakePages() {
-  pages_ = new QTabWidget;
+    : CToolWidget("mappingToolsTool"), editor_(editor), session_(editor.Session()), pages_(new QTabWidget) {
   pages_->setObjectName("mappingPages");
   AddPage(tr("Transform"), MakeTransformPage());
   AddPage(tr("Mapping"), MakeGeometryPage());

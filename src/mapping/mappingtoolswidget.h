@@ -29,8 +29,6 @@ class CMappingToolsWidget : public CToolWidget {
 
  private:
   using Tool = std::function<void(CMappingSession&)>;
-  void showEvent(QShowEvent* event) override;
-  void MakePages();
   void AddPage(const QString& title, QWidget* page);
   QPushButton* MakeButton(const QString& text, const char* name, const QString& tip, const Tool& tool);
   QDoubleSpinBox* MakeField(const char* name, double low, double high, double value, const QString& suffix);
@@ -58,7 +56,7 @@ class CMappingToolsWidget : public CToolWidget {
 
   CMappingWidget& editor_;
   CMappingSession& session_;
-  QTabWidget* pages_ = nullptr;  ///< once it has been shown: it is much to make for who maps nothing
+  QTabWidget* pages_;
   QList<QWidget*> wants_selection_;
   QDoubleSpinBox* left_ = nullptr;
   QDoubleSpinBox* top_ = nullptr;

@@ -25,6 +25,9 @@ class CMappingWidget : public CToolWidget {
   void TakeFocus();
 
   QSize sizeHint() const override { return {500, 450}; }
+  /// The guides of all textures.
+  QVariant KeepState() const override { return QString::fromStdString(session_.AllGuides()); }
+  void RestoreState(const QVariant& state) override { session_.SetAllGuides(state.toString().toStdString()); }
 
  signals:
   /// What is shown or selected, or a setting of the editor.

@@ -51,6 +51,9 @@ class CProblemsWidget : public CToolWidget {
   /// What is shown is about the model as it is.
   bool IsUpToDate() const;
   CDataGrid& Grid() const { return *grid_; }
+  /// The columns of the list.
+  QVariant KeepState() const override { return grid_->KeepColumns(); }
+  void RestoreState(const QVariant& state) override { grid_->RestoreColumns(state.toByteArray()); }
 
  signals:
   void CountChanged();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QVariant>
 #include <QWidget>
 
 #include "document/tarn2doc.h"
@@ -28,6 +29,9 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   void SetInFront(bool in_front);
   /// The pictures of the textures have become others.
   void ForgetPictures();
+  /// What it keeps from run to run.
+  virtual QVariant KeepState() const { return {}; }
+  virtual void RestoreState(const QVariant& /*state*/) {}
   /// How often it brought itself up to date.
   int RefreshCount() const { return refresh_count_; }
 

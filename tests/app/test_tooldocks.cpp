@@ -8,6 +8,7 @@
 
 #include "app/editorfixture.h"
 #include "editing/modelcommands.h"
+#include "mapping/mappingwidget.h"
 #include "model/geometry.h"
 #include "support/dialogdriver.h"
 #include "tools/modeltreemodel.h"
@@ -20,7 +21,7 @@ using Tree = CModelTreeModel;
 
 class CToolDocksTest : public CEditorTest {
  protected:
-  CToolWidget& Tool(EToolDock dock) { return *static_cast<CToolWidget*>(frame->Docks().Dock(dock).widget()); }
+  CToolWidget& Tool(EToolDock dock) { return frame->Docks().Tool(dock); }
   void Raise(EToolDock dock) {
     frame->Docks().Dock(dock).raise();
     Settle();
@@ -155,6 +156,20 @@ TEST_F(CToolDocksTest, PlacesComeBackInTheNextRun) {
   EXPECT_FALSE(frame->Docks().IsOpen(EToolDock::kTextureList));
   EXPECT_TRUE(frame->Docks().Dock(EToolDock::kVertexStatus).isFloating());
   EXPECT_EQ(frame->Docks().Dock(EToolDock::kVertexStatus).geometry().topLeft(), QPoint(200, corner.y()));
+}
+
+TEST_F(CToolDocksTest, WhatStandsInOneIsMadeWhenItIsFirstSeenAndKeepsItsStateUntilThen) {
+  const std::string guides = "wheel| 12.5| 3 4\n";
+  Start();
+  frame->Docks().Mapping().Session().SetAllGuides(guides);
+  EXPECT_TRUE(frame->close());
+  Start();
+  EXPECT_NE(frame->Docks().Dock(EToolDock::kModelTree).widget(), nullptr) << "in front";
+  EXPECT_EQ(frame->Docks().Dock(EToolDock::kMapping).widget(), nullptr);
+  EXPECT_TRUE(frame->close());
+  Start();
+  frame->Docks().ShowMapping();
+  EXPECT_EQ(frame->Docks().Mapping().Session().AllGuides(), guides);
 }
 
 TEST_F(CToolDocksTest, OnlyWhatIsSeenWorksAndOnlyOnceATurn) {

@@ -1,7 +1,9 @@
-# The icons as PNG files, from the same SVG files, for a Qt without the SVG plugin; and the icon files of Windows.
+# The icons as PNG files, made from the SVG files in which they are drawn; and the icon files of Windows.
 
 set(VELDRA_ICON_SIDES 16 20 24 32 40 48 64 96)
 set(VELDRA_PROGRAM_ICON_SIDES 16 24 32 48 64 128 256)
+# Each goes to the display as it is, twice; nothing there shows a larger one of a window.
+set(VELDRA_WINDOW_ICON_SIDES 16 32 64 128)
 
 # veldra_icon_pictures(SVG SIDES OUT): adds the PNG files, <name>-<side>.png in the build folder, to the list OUT.
 function(veldra_icon_pictures svg sides out)

@@ -1,10 +1,9 @@
 #include "ui/commandicons.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QFile>
 #include <QIconEngine>
-#include <QImageReader>
+#include <QImage>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
@@ -14,10 +13,8 @@ namespace veldra {
 
 namespace {
 
-constexpr const char* kLineColor = "#000000";
-constexpr const char* kAccentColor = "#0000ff";
 constexpr int kSmallestSide = 16;
-constexpr int kLargestSide = 256;
+constexpr int kLargestSide = 128;
 
 /// The two colours of an icon.
 struct SInks {
@@ -25,45 +22,21 @@ struct SInks {
   QColor accent;
 };
 
-QString SvgPath(const QString& name) {
-  return QStringLiteral(":/icons/%1.svg").arg(name);
-}
-
-/// Made from the SVG file where the program is built for a Qt that cannot read those.
+/// Made from the icon's SVG file by the build: to read that takes a plugin, and longer.
 QString PngPath(const QString& name, int side) {
   return QStringLiteral(":/icons/%1-%2.png").arg(name).arg(side);
-}
-
-bool CanReadSvg() {
-  static const bool can_read = QImageReader::supportedImageFormats().contains("svg");
-  return can_read;
-}
-
-QByteArray ReadSvg(const QString& name) {
-  QFile file(SvgPath(name));
-  return CanReadSvg() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QImage RenderSvg(QByteArray svg, const QSize& size) {
-  QBuffer buffer(&svg);
-  buffer.open(QIODevice::ReadOnly);
-  QImageReader reader(&buffer, "svg");
-  reader.setScaledSize(size);
-  return reader.read();
 }
 
 /// From the smallest of the PNG files that is large enough.
 QImage ReadPng(const QString& name, const QSize& size) {
   const int wanted = std::max(size.width(), size.height());
-  QImage image;
-  for (int side = kSmallestSide; side <= kLargestSide && image.width() < wanted; ++side)
-    if (QFile::exists(PngPath(name, side))) image.load(PngPath(name, side));
+  QString path;
+  for (int side = kSmallestSide; side <= kLargestSide; ++side) {
+    if (QFile::exists(PngPath(name, side))) path = PngPath(name, side);
+    if (side >= wanted && !path.isEmpty()) break;
+  }
+  const QImage image(path);
   return image.isNull() ? image : image.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-}
-
-QByteArray Colored(QByteArray svg, const SInks& inks) {
-  svg.replace(kAccentColor, inks.accent.name().toUtf8());
-  return svg.replace(kLineColor, inks.line.name().toUtf8());
 }
 
 /// A pixel's blue says how much of the accent is in it.
@@ -81,11 +54,6 @@ QImage Colored(const QImage& image, const SInks& inks) {
     }
   }
   return colored;
-}
-
-QImage Draw(const QString& name, const QSize& size, const SInks& inks) {
-  const QByteArray svg = ReadSvg(name);
-  return svg.isEmpty() ? Colored(ReadPng(name, size), inks) : RenderSvg(Colored(svg, inks), size);
 }
 
 QColor Mixed(const QColor& a, const QColor& b) {
@@ -126,7 +94,7 @@ class CLineIconEngine : public QIconEngine {
                             .arg(inks.line.name(), inks.accent.name());
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap)) return pixmap;
-    pixmap = QPixmap::fromImage(Draw(name_, size, inks));
+    pixmap = QPixmap::fromImage(Colored(ReadPng(name_, size), inks));
     QPixmapCache::insert(key, pixmap);
     return pixmap;
   }
@@ -134,24 +102,18 @@ class CLineIconEngine : public QIconEngine {
   QString name_;
 };
 
-bool IsThere(const QString& name) {
-  return QFile::exists(PngPath(name, kSmallestSide)) || !ReadSvg(name).isEmpty();
-}
-
 }  // namespace
 
 QIcon CommandIcon(const QString& name) {
-  return IsThere(name) ? QIcon(new CLineIconEngine(name)) : QIcon();
+  const bool is_there = QFile::exists(PngPath(name, kSmallestSide));
+  return is_there ? QIcon(new CLineIconEngine(name)) : QIcon();
 }
 
 QIcon ProgramIcon() {
   QIcon icon;
-  const QString name = QStringLiteral("veldra");
-  const QByteArray svg = ReadSvg(name);
   for (int side = kSmallestSide; side <= kLargestSide; side *= 2) {
-    const QSize size(side, side);
-    const QImage image = svg.isEmpty() ? ReadPng(name, size) : RenderSvg(svg, size);
-    if (!image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
+    const QPixmap picture(PngPath(QStringLiteral("veldra"), side));
+    if (!picture.isNull()) icon.addPixmap(picture);
   }
   return icon;
 }

@@ -55,17 +55,24 @@ TEST(CommandTable, EachCommandStandsInOneMenuWithAKeyOfItsOwn) {
 }
 
 TEST(CommandTable, MenuKeysDifferWithinAMenu) {
-  std::set<QString> titles;
+  std::set<QString> in_bar;
+  std::vector<const SMenuRow*> menus = {&ItemMenu(EGroupKind::kFaces), &ItemMenu(EGroupKind::kVertices)};
   for (const SMenuRow& menu : MenuRows()) {
-    EXPECT_TRUE(menu.submenu != ECommand::kNone || titles.insert(MenuKey(menu.title)).second) << menu.title;
+    EXPECT_TRUE(menu.submenu != ECommand::kNone || in_bar.insert(MenuKey(menu.title)).second) << menu.title;
+    menus.push_back(&menu);
+  }
+  for (const SMenuRow* menu : menus) {
     std::set<QString> used;
-    for (const ECommand id : menu.commands) {
+    for (const ECommand id : menu->commands) {
       if (id == ECommand::kNone || id == ECommand::kWindowList) continue;
       const QString key = MenuKey(Text(id));
       EXPECT_FALSE(key.isEmpty()) << Text(id);
-      EXPECT_TRUE(used.insert(key).second) << menu.title << ": " << Text(id);
+      EXPECT_TRUE(used.insert(key).second) << menu->title << ": " << Text(id);
     }
   }
+  for (const SCommandRow& row : CommandRows())
+    for (const QString& key : in_bar)
+      EXPECT_NE(std::string(row.view_key), "Alt+" + key.toStdString()) << row.name << " and a menu have one key";
 }
 
 TEST(CommandTable, ViewKeysMatchTheirEvents) {

@@ -168,7 +168,7 @@ TEST_F(CModellingTest, HiddenFacesAreSaidToBeSoUntilTheyAreShown) {
   Model().Hide(std::vector{0, 2});
   Settle();
   EXPECT_EQ(hidden->text(), "2 faces are hidden: Show All");
-  EXPECT_TRUE(hidden->toolTip().contains("or Alt+H, shows")) << hidden->toolTip().toStdString();
+  EXPECT_TRUE(hidden->toolTip().contains("or Ctrl+H, shows")) << hidden->toolTip().toStdString();
   QTest::mouseClick(hidden, Qt::LeftButton);
   Settle();
   EXPECT_EQ(Model().HiddenCount(), 0);

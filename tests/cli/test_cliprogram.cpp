@@ -31,6 +31,7 @@ class CCliProgramTest : public CCliTest {
     arguments.push_back(nullptr);
     const pid_t child = fork();
     if (child != 0) return child;
+    std::signal(SIGINT, SIG_DFL);  // a shell's background jobs have it ignored, and so would the program
     const rlimit limit = {memory, memory};
     if (memory != 0) setrlimit(RLIMIT_AS, &limit);
     const int said = open(folder.File("said").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);

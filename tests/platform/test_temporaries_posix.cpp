@@ -26,6 +26,8 @@ class CWriter {
     EXPECT_EQ(pipe(ready), 0);
     process_ = fork();
     if (process_ == 0) {
+      for (const int ignored : {SIGINT, SIGQUIT})  // in a shell's background jobs, such as these tests may be
+        std::signal(ignored, SIG_DFL);
       TidyOnEndSignals();
       CReplacement first(folder.File("first"));
       CReplacement second(folder.File("second"));

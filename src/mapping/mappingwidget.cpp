@@ -239,8 +239,7 @@ void CMappingWidget::ListTextures() {
 void CMappingWidget::ShowCounts() {
   const CMappedFaces& faces = session_.Faces();
   if (faces.Empty()) {
-    counts_->setText(Cursor() == nullptr ? tr("No model is open.")
-                                         : tr("Select faces with a texture in the 3D view to map them here."));
+    counts_->setText(WhyNothing(tr("Select faces with a texture in the 3D view to map them here.")));
     return;
   }
   QString text = tr("%L1 of %2, ")

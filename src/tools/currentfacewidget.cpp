@@ -104,8 +104,7 @@ void CCurrentFaceWidget::Refresh(const SNews&) {
   const CBinFace* face = Cursor() == nullptr ? nullptr : Cursor()->FaceObject();
   content_->setVisible(face != nullptr);
   if (face == nullptr) {
-    title_->setText(Cursor() == nullptr ? tr("No model is open.")
-                                        : tr("There is no current face. A click on one in the 3D view makes it so."));
+    title_->setText(WhyNothing(tr("There is no current face. A click on one in the 3D view makes it so.")));
     return;
   }
   title_->setText(tr("<b>Face %1</b> of %L2").arg(face->Index()).arg(face->Owner().FaceCount()) +

@@ -54,6 +54,12 @@ QLabel* CToolWidget::LayOut(QWidget* content, int stretch) {
   return title;
 }
 
+QString CToolWidget::WhyNothing(const QString& otherwise) const {
+  if (document_ == nullptr) return tr("No model is open.");
+  const bool is_empty = document_->Model().VertexCount() == 0;
+  return is_empty ? tr("The model is empty. Model > Insert puts a shape or another model into it.") : otherwise;
+}
+
 /// One on each side of the views leaves them more than half of the screen.
 QSize CToolWidget::sizeHint() const {
   constexpr int kSmallest = 170;

@@ -63,6 +63,9 @@ class CToolWidget : public QWidget, private CDocumentObserver {
   /// it, whose share of what room is left is STRETCH.
   QLabel* LayOut(QWidget* content, int stretch = 0);
 
+  /// To be said where nothing is shown: OTHERWISE, unless there is no model, or nothing in it yet.
+  QString WhyNothing(const QString& otherwise) const;
+
   void showEvent(QShowEvent* event) override;
 
  private:

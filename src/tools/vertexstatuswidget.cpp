@@ -65,8 +65,7 @@ void CVertexStatusWidget::Refresh(const SNews& news) {
   content_->setVisible(vertex != nullptr);
   if (vertex == nullptr) {
     shown_ = -1;
-    title_->setText(Cursor() == nullptr ? tr("No model is open.")
-                                        : tr("There is no current vertex. A click on one in the 3D view makes it so."));
+    title_->setText(WhyNothing(tr("There is no current vertex. A click on one in the 3D view makes it so.")));
     return;
   }
   title_->setText(tr("<b>Vertex %1</b> of %L2").arg(vertex->Index()).arg(vertex->Owner().VertexCount()) +

@@ -87,6 +87,8 @@ TEST_F(CToolDocksTest, FollowTheActiveWindow) {
     Do(ECommand::kFileClose);
   EXPECT_EQ(Title(EToolDock::kVertexStatus), "No model is open.");
   EXPECT_EQ(RowText(Tree::kFaces), "Faces (0)");
+  Do(ECommand::kFileNew);
+  EXPECT_TRUE(Title(EToolDock::kVertexStatus).contains("Model > Insert")) << "what an empty one begins with";
 }
 
 TEST_F(CToolDocksTest, VertexIsTypedOver) {

@@ -226,6 +226,12 @@ void CMainFrame::RunKey(const SCommandRow& row) {
   Run(row);
 }
 
+/// The shortcut of a command that is enabled does not get here.
+void CMainFrame::keyPressEvent(QKeyEvent* event) {
+  const SCommandRow* row = keys_.FindInWindow(*event);
+  row != nullptr ? RunKey(*row) : QMainWindow::keyPressEvent(event);
+}
+
 /// After a command that was chosen in a tool window the keys are the view's again.
 void CMainFrame::GiveKeysToView() {
   if (CTarnView* view = ActiveView(); view != nullptr && docks_->HasFocus()) view->setFocus();

@@ -1,6 +1,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -214,6 +215,8 @@ TEST_F(Keyboard, TheDialogListsAllRowsAndPrintsTheSheet) {
 
 TEST_F(Keyboard, AKeyThatIsChangedWorksAtOnceIsShownAndComesBack) {
   Open();
+  QTest::keyClick(view, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_TRUE(frame->statusBar()->currentMessage().startsWith("Edit > Step Back")) << "what else the key may do";
   Do(ECommand::kToolsTruckEditor);
   struct SChange {
     const char* group;

@@ -73,7 +73,7 @@ void TraceKeyFaults(std::string_view setting) {
 CCommandKeys::CCommandKeys(std::string_view setting) : keys_(MainKeyCommands(), setting) {
   for (const SCommandRow& row : CommandRows())
     for (const std::string& key : KeysOf(row))
-      if (IsInViews(row, key)) in_views_.emplace_back(CKeyMatch(key), &row);
+      (IsInViews(row, key) ? in_views_ : in_window_).emplace_back(CKeyMatch(key), &row);
 }
 
 const std::vector<std::string>& CCommandKeys::KeysOf(const SCommandRow& row) const {
@@ -87,10 +87,18 @@ std::vector<std::string> CCommandKeys::ShortcutsOf(const SCommandRow& row) const
   return keys;
 }
 
-const SCommandRow* CCommandKeys::FindInView(const QKeyEvent& event) const {
+const SCommandRow* CCommandKeys::Find(const Matches& matches, const QKeyEvent& event) {
   const auto found =
-      std::ranges::find_if(in_views_, [&](const auto& key_and_row) { return key_and_row.first.Matches(event); });
-  return found != in_views_.end() ? found->second : nullptr;
+      std::ranges::find_if(matches, [&](const auto& key_and_row) { return key_and_row.first.Matches(event); });
+  return found != matches.end() ? found->second : nullptr;
+}
+
+const SCommandRow* CCommandKeys::FindInView(const QKeyEvent& event) const {
+  return Find(in_views_, event);
+}
+
+const SCommandRow* CCommandKeys::FindInWindow(const QKeyEvent& event) const {
+  return Find(in_window_, event);
 }
 
 /// A row of the list stands for several commands, whose keys it names in one, unless the user has others.

@@ -31,13 +31,19 @@ class CCommandKeys {
   std::vector<std::string> ShortcutsOf(const SCommandRow& row) const;
   /// The row whose key in the 3D views EVENT presses, enabled or not; null when there is none.
   const SCommandRow* FindInView(const QKeyEvent& event) const;
+  /// Likewise of those in the whole window.
+  const SCommandRow* FindInWindow(const QKeyEvent& event) const;
 
   /// For the keyboard dialog.
   SKeyTexts Texts() const;
 
  private:
+  using Matches = std::vector<std::pair<CKeyMatch, const SCommandRow*>>;
+  static const SCommandRow* Find(const Matches& matches, const QKeyEvent& event);
+
   CUserKeys keys_;
-  std::vector<std::pair<CKeyMatch, const SCommandRow*>> in_views_;
+  Matches in_views_;
+  Matches in_window_;
 };
 
 }  // namespace veldra

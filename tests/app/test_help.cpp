@@ -7,10 +7,12 @@
 #include <QtTest>
 #include <set>
 
+#include "app/commands/commandtable.h"
 #include "app/help/helpwindow.h"
 #include "app/help/welcomepage.h"
 #include "app/recentpictures.h"
 #include "platform/files.h"
+#include "settings/userkeys.h"
 #include "support/dialogdriver.h"
 #include "support/testfiles.h"
 
@@ -26,7 +28,42 @@ std::set<QString> Destinations() {
   return places;
 }
 
+/// Of the main window: "File > Import > Wavefront".
+void AddPaths(const SMenuRow& menu, const QString& above, QStringList& paths) {
+  const QString path = above + QString::fromStdString(WithoutMenuSigns(menu.title)) + " > ";
+  for (const ECommand id : menu.commands) {
+    if (const SMenuRow* submenu = FindSubmenu(id)) {
+      AddPaths(*submenu, path, paths);
+    } else if (id != ECommand::kNone) {
+      paths.append(path + QString::fromStdString(WithoutMenuSigns(CommandRow(id).text)));
+    }
+  }
+}
+
+/// Also a menu for itself, and what stands behind a command, as a page of the preferences.
+bool IsPath(const QString& text, const QStringList& paths) {
+  return std::ranges::any_of(paths, [&](const QString& path) {
+    return text == path || text.startsWith(path + " > ") || path.startsWith(text + " > ");
+  });
+}
+
 }  // namespace
+
+TEST(Help, CommandsStandInTheMenusWhereTheGuideSaysThem) {
+  QStringList paths;
+  for (const SMenuRow& menu : MenuRows())
+    if (menu.submenu == ECommand::kNone) AddPaths(menu, {}, paths);
+  const QRegularExpression named(R"(\*(\w+ > [^*]+)\*)");
+  for (const char* page : {"guide.md", "guide-editing.md", "guide-modelling.md", "guide-textures.md"}) {
+    QFile file(QStringLiteral(":/help/") + page);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << page;
+    for (const QRegularExpressionMatch& found : named.globalMatch(QString::fromUtf8(file.readAll()))) {
+      const QString path = found.captured(1).simplified().remove("...");
+      const bool is_of_another_window = path.startsWith("Options > ");
+      EXPECT_TRUE(is_of_another_window || IsPath(path, paths)) << page << ": " << path.toStdString();
+    }
+  }
+}
 
 TEST(Help, EveryLinkPictureAndTopicIsThere) {
   const std::set<QString> places = Destinations();

@@ -44,6 +44,10 @@ bool CanBridge(const CEditCursor& cursor) {
          (cursor.SelectedCount(EGroupKind::kVertices) >= 4 || cursor.SelectedCount(EGroupKind::kFaces) == 2);
 }
 
+bool CanTunnel(const CEditCursor& cursor) {
+  return !cursor.Document().IsReadOnly() && cursor.SelectedCount(EGroupKind::kFaces) >= 2;
+}
+
 bool Extrude(CEditCursor& cursor, int32_t distance) {
   if (!CanEditFaces(cursor) || distance == 0) return false;
   CTarnDoc& document = cursor.Document();
@@ -134,6 +138,21 @@ bool Bridge(CEditCursor& cursor, const SUnitNormal& to_viewer) {
   SelectLast(model, EGroupKind::kFaces, made);
   cursor.SetFace(model.FaceCount() - 1);
   SayOf(cursor, "Bridged with", made, "face", "faces");
+  return true;
+}
+
+bool Tunnel(CEditCursor& cursor, const SUnitNormal& to_viewer) {
+  if (!CanTunnel(cursor)) return false;
+  CTarnDoc& document = cursor.Document();
+  CBinModel& model = document.Model();
+  const std::vector<int32_t> faces = model.Selected(EGroupKind::kFaces);
+  const auto left = model.FaceCount() - static_cast<int32_t>(faces.size());
+  document.KeepState("Tunnel");
+  if (const std::string fault = TunnelFaces(model, faces, to_viewer); !fault.empty()) return document.ShowError(fault);
+  const int32_t made = model.FaceCount() - left;
+  SelectLast(model, EGroupKind::kFaces, made);
+  cursor.SetFace(model.FaceCount() - 1);
+  SayOf(cursor, "Made a tunnel of", made, "face", "faces");
   return true;
 }
 

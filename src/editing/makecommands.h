@@ -18,6 +18,7 @@ namespace veldra {
 bool CanSplitEdge(const CEditCursor& cursor);     ///< the current vertex is a corner of the current face
 bool CanMakeFaceHere(const CEditCursor& cursor);  ///< 3 or 4 vertices are selected
 bool CanBridge(const CEditCursor& cursor);        ///< 4 vertices or more are selected, or two faces
+bool CanTunnel(const CEditCursor& cursor);        ///< 2 faces or more are selected
 
 /// DISTANCE in model units; negative is inward. The caps stay selected.
 bool Extrude(CEditCursor& cursor, int32_t distance);
@@ -34,6 +35,8 @@ bool MakeFaceOfSelected(CEditCursor& cursor, const SUnitNormal& to_viewer);
 /// Between the edges that the selected vertices make, or else those of two selected faces that are next to each other;
 /// looking as the neighbours do, or to the viewer. What is made is what is selected then.
 bool Bridge(CEditCursor& cursor, const SUnitNormal& to_viewer);
+/// Likewise between the rims of two walls of selected faces, which go.
+bool Tunnel(CEditCursor& cursor, const SUnitNormal& to_viewer);
 /// The selected vertices.
 void SnapSelected(CEditCursor& cursor, int32_t spacing);
 

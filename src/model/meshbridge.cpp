@@ -7,6 +7,7 @@
 
 #include "model/facedraft.h"
 #include "model/meshedit.h"
+#include "model/modeltools.h"
 
 namespace veldra {
 
@@ -24,6 +25,9 @@ using facedraft::SDraft;
 constexpr const char* kNoRows =
     "These vertices make no two edges of faces. Select both ends of two edges, two rows or two rings of as many "
     "vertices, or two faces.";
+constexpr const char* kNoWalls =
+    "These faces make no two walls with as many corners each, apart from each other. Select two faces, or the faces of "
+    "two walls.";
 
 /// Vertices one behind the other along edges; in a ring the first follows the last.
 struct SRow {
@@ -85,6 +89,32 @@ std::vector<SRow> RowsOf(const CBinModel& model, std::span<const int32_t> vertic
   return rows;
 }
 
+/// Along the edges that only one of FACES has; none where a rim branches.
+std::vector<SRow> RimsOf(const CBinModel& model, std::span<const int32_t> faces) {
+  std::set<DirectedEdge> edges;
+  for (const int32_t index : faces) {
+    const CBinFace& face = model.Face(index);
+    for (int k = 0; k < face.CornerCount(); ++k)
+      edges.emplace(face.Corner(k)->Index(), face.Corner((k + 1) % face.CornerCount())->Index());
+  }
+  std::map<int32_t, int32_t> followers;
+  for (const auto& [from, to] : edges)
+    if (!edges.contains({to, from}) && !followers.emplace(from, to).second) return {};
+  std::vector<SRow> rims;
+  while (!followers.empty()) {
+    SRow rim = {.vertices = {}, .is_ring = true};
+    int32_t last = -1;
+    for (auto at = followers.begin(); at != followers.end(); at = followers.find(last)) {
+      rim.vertices.push_back(at->first);
+      last = at->second;
+      followers.erase(at);
+    }
+    if (last != rim.vertices.front()) return {};  // faces beside each other that look to opposite sides
+    rims.push_back(rim);
+  }
+  return rims;
+}
+
 /// What is to be joined: two like rows, or the first and the last edge of four vertices in one.
 std::optional<std::pair<SRow, SRow>> PairOf(const std::vector<SRow>& rows) {
   if (rows.size() == 1 && rows[0].vertices.size() == 4) {
@@ -120,14 +150,15 @@ void Align(const CBinModel& model, const SRow& a, SRow& b) {
   if (SumOfGaps(model, a, reversed) < SumOfGaps(model, a, b)) b = reversed;
 }
 
-/// A face at the edge between A and B, with a texture if there is one, and the corner where the edge begins in it.
+/// A face at the edge between A and B, with a texture if there is one, and the corner where the edge begins in it; one
+/// of GONE, ascending, which are about to go, where there is no other.
 struct SSide {
   const CBinFace* face = nullptr;
   int corner = 0;
-  bool is_open = true;  ///< there is no other
+  bool is_open = true;  ///< there is no other that stays
 };
 
-SSide SideAt(const CBinModel& model, int32_t a, int32_t b) {
+SSide SideAt(const CBinModel& model, int32_t a, int32_t b, std::span<const int32_t> gone) {
   std::vector<SSide> sides;
   for (const CBinFace* face : model.Vertex(a).Faces()) {
     for (int k = 0; k < face->CornerCount(); ++k) {
@@ -136,9 +167,12 @@ SSide SideAt(const CBinModel& model, int32_t a, int32_t b) {
     }
   }
   if (sides.empty()) return {};
-  const auto rank = [](const SSide& side) { return std::pair(side.face->Texture() == nullptr, side.face->Index()); };
+  const auto goes = [&](const SSide& side) { return IsAmong(gone, side.face->Index()); };
+  const auto rank = [&](const SSide& side) {
+    return std::tuple(goes(side), side.face->Texture() == nullptr, side.face->Index());
+  };
   SSide best = *std::ranges::min_element(sides, {}, rank);
-  best.is_open = sides.size() == 1;
+  best.is_open = std::ssize(sides) - std::ranges::count_if(sides, goes) <= 1;
   return best;
 }
 
@@ -154,8 +188,9 @@ double Apart(const STexCoord& a, const STexCoord& b) {
 /// on both sides where the same one lies so that it is not drawn out to a smear, else carried on from one.
 class CSpan {
  public:
-  CSpan(const CBinModel& model, std::array<int32_t, 4> corners) : model_(model), corners_(corners) {
-    sides_ = {SideAt(model, corners[0], corners[1]), SideAt(model, corners[2], corners[3])};
+  CSpan(const CBinModel& model, std::array<int32_t, 4> corners, std::span<const int32_t> gone)
+      : model_(model), corners_(corners) {
+    sides_ = {SideAt(model, corners[0], corners[1], gone), SideAt(model, corners[2], corners[3], gone)};
   }
 
   const CBinFace* Like() const {
@@ -211,11 +246,11 @@ class CSpan {
 };
 
 /// How many of the edges of DRAFT go against the only face at them, less those that go along with it.
-int Agreement(const CBinModel& model, const SDraft& draft) {
+int Agreement(const CBinModel& model, const SDraft& draft, std::span<const int32_t> gone) {
   int sum = 0;
   for (size_t k = 0; k < draft.corners.size(); ++k) {
     const int32_t from = draft.corners[k];
-    const SSide side = SideAt(model, from, draft.corners[(k + 1) % draft.corners.size()]);
+    const SSide side = SideAt(model, from, draft.corners[(k + 1) % draft.corners.size()], gone);
     if (side.face != nullptr && side.is_open) sum += side.face->Corner(side.corner)->Index() == from ? -1 : 1;
   }
   return sum;
@@ -230,11 +265,12 @@ Vector3 AreaOf(const CBinModel& model, const SDraft& draft) {
   return area;
 }
 
-bool LooksRight(const CBinModel& model, const std::vector<SDraft>& drafts, const SUnitNormal& to_viewer) {
+bool LooksRight(const CBinModel& model, const std::vector<SDraft>& drafts, std::span<const int32_t> gone,
+                const SUnitNormal& to_viewer) {
   int agreement = 0;
   Vector3 area = {};
   for (const SDraft& draft : drafts) {
-    agreement += Agreement(model, draft);
+    agreement += Agreement(model, draft, gone);
     area = area + AreaOf(model, draft);
   }
   return agreement != 0 ? agreement > 0 : Dot(area, {to_viewer.x, to_viewer.y, to_viewer.z}) >= 0.0;
@@ -246,17 +282,19 @@ bool HasFace(const CBinModel& model, const SDraft& draft) {
   });
 }
 
-GeometryFault Bridge(CBinModel& model, const SRow& a, SRow b, const SUnitNormal& to_viewer) {
+/// GONE, ascending, are faces that are about to go.
+GeometryFault Bridge(CBinModel& model, const SRow& a, SRow b, const SUnitNormal& to_viewer,
+                     std::span<const int32_t> gone = {}) {
   Align(model, a, b);
   std::vector<SDraft> drafts;
   std::vector<const CBinFace*> like;
   for (size_t k = 0; k < a.EdgeCount(); ++k) {
-    const CSpan span(model, {a.At(k), a.At(k + 1), b.At(k + 1), b.At(k)});
+    const CSpan span(model, {a.At(k), a.At(k + 1), b.At(k + 1), b.At(k)}, gone);
     like.push_back(span.Like());
     drafts.push_back(span.Draft());
     if (HasFace(model, drafts.back())) return "There is a face between these edges already.";
   }
-  const bool is_right = LooksRight(model, drafts, to_viewer);
+  const bool is_right = LooksRight(model, drafts, gone, to_viewer);
   CBinModel::Faces made;
   for (size_t k = 0; k < drafts.size(); ++k) {
     if (!is_right) std::ranges::reverse(drafts[k].corners);
@@ -296,6 +334,14 @@ GeometryFault BridgeFaces(CBinModel& model, int32_t face, int32_t other, const S
     }
   }
   return Bridge(model, rows.first, rows.second, to_viewer);
+}
+
+GeometryFault TunnelFaces(CBinModel& model, std::span<const int32_t> faces, const SUnitNormal& to_viewer) {
+  const std::vector<SRow> rims = RimsOf(model, faces);
+  if (rims.size() != 2 || !PairOf(rims)) return kNoWalls;
+  GeometryFault fault = Bridge(model, rims[0], rims[1], to_viewer, faces);
+  if (fault.empty()) DeleteFacesWithVertices(model, faces);
+  return fault;
 }
 
 }  // namespace veldra

@@ -41,6 +41,9 @@ int32_t JoinTriangles(CBinModel& model, std::span<const int32_t> faces);
 GeometryFault BridgeVertices(CBinModel& model, std::span<const int32_t> vertices, const SUnitNormal& to_viewer);
 /// Likewise between the edges of FACE and OTHER that are next to each other.
 GeometryFault BridgeFaces(CBinModel& model, int32_t face, int32_t other, const SUnitNormal& to_viewer);
+/// FACES, ascending, each once, two walls of them with as many corners, go, and quads between their rims come: a hole
+/// through what is between the walls, or a tube where there is nothing. As for BridgeVertices otherwise.
+GeometryFault TunnelFaces(CBinModel& model, std::span<const int32_t> faces, const SUnitNormal& to_viewer);
 
 /// CORNERS of a face, or the other way round from the first, whichever looks toward the viewer, who is in the direction
 /// TO_VIEWER; empty when they are, as seen from there, no convex polygon in this order.

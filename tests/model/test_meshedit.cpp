@@ -51,7 +51,7 @@ class MeshEdit : public ::testing::Test {
   }
   void ExpectWhole(double volume, int32_t vertices, int32_t faces, size_t open = 0) const {
     EXPECT_EQ(model_.CheckInvariants(), "");
-    EXPECT_DOUBLE_EQ(Volume(), volume);
+    EXPECT_NEAR(Volume(), volume, 1e-6);
     EXPECT_EQ(model_.VertexCount(), vertices);
     EXPECT_EQ(model_.FaceCount(), faces);
     EXPECT_EQ(OpenEdges(), open);
@@ -141,6 +141,31 @@ TEST_F(MeshEdit, BridgesRowsAndFillsHoles) {
   for (const auto& row : std::vector<std::vector<int32_t>>{{0, 1, 2}, {0, 2, 5, 7}, {0, 1, 4, 5}, {0, 1, 2, 3, 8, 9}})
     EXPECT_NE(BridgeVertices(model_, row, kFront), "") << row.back();
   EXPECT_EQ(model_.FaceCount(), 14);
+}
+
+TEST_F(MeshEdit, TunnelsThroughABlockAndBetweenTwo) {
+  const auto walls_at = [&](int32_t a, int32_t b) {
+    std::vector<int32_t> walls;
+    for (int32_t i = 0; i < model_.FaceCount(); ++i)
+      for (const int32_t x : {a, b})
+        if (std::ranges::all_of(model_.Face(i).Corners(), [&](const auto* at) { return at->Position().x == x; }))
+          walls.push_back(i);
+    return walls;
+  };
+  for (const auto& faces : std::vector<std::vector<int32_t>>{{0}, {0, 1}, walls_at(-10, 10)})
+    EXPECT_NE(TunnelFaces(model_, faces, kFront), "") << "one wall, or what is between is there";
+  model_.RemoveFaces(std::vector{0, 1, 2, 4});
+  EXPECT_EQ(TunnelFaces(model_, walls_at(-10, 10), kFront), "");
+  ExpectWhole(kVolume * 2 / 3, 8, 4, 8);  // a tube that can be seen from outside
+  EXPECT_EQ(BridgeVertices(model_, std::vector{1, 2, 5, 6}, kFront), "");
+  EXPECT_EQ(BridgeVertices(model_, std::vector{0, 3, 4, 7}, kFront), "");
+  DuplicateFaces(model_, std::vector{0, 1, 2, 3, 4, 5}, {});
+  TranslateVertices(model_, std::vector{8, 9, 10, 11, 12, 13, 14, 15}, 50, 0, 0, true);
+  SplitQuads(model_, walls_at(10, 40));
+  EXPECT_EQ(TunnelFaces(model_, walls_at(10, 40), {0, 0, -1}), "");
+  ExpectWhole(2 * kVolume + 30 * 20 * 20, 16, 14);
+  EXPECT_EQ(TunnelFaces(model_, walls_at(-10, 60), kFront), "");
+  ExpectWhole(0, 16, 16);  // as wide as the block: it leaves nothing of it
 }
 
 TEST_F(MeshEdit, ABridgeGoesOnWithTheTextureOnBothSides) {

@@ -187,6 +187,7 @@ enum class ECommand : int32_t {
   kMakeFace,
   kMakeVertices,
   kMakeBridge,
+  kMakeTunnel,
   kMakeSnap,
   kMakeFlatten,
   // --- Texture

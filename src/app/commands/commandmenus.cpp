@@ -113,6 +113,7 @@ constexpr ECommand kGizmoPivotMenu[] = {ECommand::kGizmoMiddle,
                                         ECommand::kGizmoToOrigin};
 constexpr ECommand kMakeMenu[] = {ECommand::kMakeFace,
                                   ECommand::kMakeBridge,
+                                  ECommand::kMakeTunnel,
                                   ECommand::kMakeVertices,
                                   kSeparator,
                                   ECommand::kMakeExtrude,

@@ -43,6 +43,10 @@ void BridgeHere(const SCommandTarget& on) {
   Bridge(on.Cursor(), on.view->ToViewer());
 }
 
+void TunnelHere(const SCommandTarget& on) {
+  Tunnel(on.Cursor(), on.view->ToViewer());
+}
+
 void MakeFaceHere(const SCommandTarget& on) {
   MakeFaceOfSelected(on.Cursor(), on.view->ToViewer());
 }
@@ -73,6 +77,13 @@ const SCommandRow kMakeRows[] = {
      .needs = "Select both ends of two edges first, or two faces",
      .when = IfCursor<CanBridge>,
      .run = BridgeHere},
+    {.id = ECommand::kMakeTunnel,
+     .name = "tunnel",
+     .text = "&Tunnel",
+     .status = "Takes two walls of selected faces away and joins their rims\nTunnel",
+     .needs = "Select the faces of two walls first",
+     .when = IfCursor<CanTunnel>,
+     .run = TunnelHere},
     {.id = ECommand::kMakeVertices,
      .name = "makeVertices",
      .text = "&Vertices From a List...",

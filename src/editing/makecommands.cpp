@@ -28,6 +28,14 @@ void SelectLast(CBinModel& model, EGroupKind kind, int32_t count) {
   model.Select(kind, last, true);
 }
 
+/// The last COUNT faces have been made.
+void GoOnWith(CEditCursor& cursor, const char* what, int32_t count) {
+  CBinModel& model = cursor.Document().Model();
+  SelectLast(model, EGroupKind::kFaces, count);
+  cursor.SetFace(model.FaceCount() - 1);
+  SayOf(cursor, what, count, "face", "faces");
+}
+
 }  // namespace
 
 bool CanSplitEdge(const CEditCursor& cursor) {
@@ -134,10 +142,7 @@ bool Bridge(CEditCursor& cursor, const SUnitNormal& to_viewer) {
   const std::string fault = vertices.size() >= 4 ? BridgeVertices(model, vertices, to_viewer)
                                                  : BridgeFaces(model, faces[0], faces[1], to_viewer);
   if (!fault.empty()) return document.ShowError(fault);
-  const int32_t made = model.FaceCount() - before;
-  SelectLast(model, EGroupKind::kFaces, made);
-  cursor.SetFace(model.FaceCount() - 1);
-  SayOf(cursor, "Bridged with", made, "face", "faces");
+  GoOnWith(cursor, "Bridged with", model.FaceCount() - before);
   return true;
 }
 
@@ -149,10 +154,7 @@ bool Tunnel(CEditCursor& cursor, const SUnitNormal& to_viewer) {
   const auto left = model.FaceCount() - static_cast<int32_t>(faces.size());
   document.KeepState("Tunnel");
   if (const std::string fault = TunnelFaces(model, faces, to_viewer); !fault.empty()) return document.ShowError(fault);
-  const int32_t made = model.FaceCount() - left;
-  SelectLast(model, EGroupKind::kFaces, made);
-  cursor.SetFace(model.FaceCount() - 1);
-  SayOf(cursor, "Made a tunnel of", made, "face", "faces");
+  GoOnWith(cursor, "Made a tunnel of", model.FaceCount() - left);
   return true;
 }
 

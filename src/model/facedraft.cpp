@@ -52,6 +52,19 @@ SDraft DraftOf(const CBinFace& face) {
   return draft;
 }
 
+std::map<DirectedEdge, int32_t> RimOf(const CBinModel& model, std::span<const int32_t> faces) {
+  std::map<DirectedEdge, int32_t> edges;
+  for (const int32_t index : faces) {
+    const SDraft draft = DraftOf(model.Face(index));
+    for (size_t k = 0; k < draft.corners.size(); ++k)
+      edges[{draft.corners[k], draft.corners[(k + 1) % draft.corners.size()]}] = index;
+  }
+  std::map<DirectedEdge, int32_t> rim;
+  for (const auto& [edge, face] : edges)
+    if (!edges.contains({edge.second, edge.first})) rim[edge] = face;
+  return rim;
+}
+
 std::unique_ptr<CBinFace> Made(CBinModel& model, const SDraft& draft, const CBinFace& like) {
   auto face = std::make_unique<CBinFace>(model);
   face->SetCorners(VerticesOf(model, draft));

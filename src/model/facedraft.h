@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 #include <utility>
@@ -33,6 +34,8 @@ int CornerOf(const CBinFace& face, int32_t vertex);
 std::array<STexCoord, 2> CarriedOn(const CBinFace& face, int corner, double length);
 
 SDraft DraftOf(const CBinFace& face);
+/// The directed edges of FACES that no other of them runs back over, each with its face.
+std::map<DirectedEdge, int32_t> RimOf(const CBinModel& model, std::span<const int32_t> faces);
 /// A face outside the model, with the type and the texture of LIKE.
 std::unique_ptr<CBinFace> Made(CBinModel& model, const SDraft& draft, const CBinFace& like);
 /// FACE becomes DRAFT, and stays in its groups.

@@ -20,6 +20,7 @@ using facedraft::DirectedEdge;
 using facedraft::IsAmong;
 using facedraft::Made;
 using facedraft::PositionOf;
+using facedraft::RimOf;
 using facedraft::SDraft;
 
 constexpr const char* kNoRows =
@@ -91,15 +92,9 @@ std::vector<SRow> RowsOf(const CBinModel& model, std::span<const int32_t> vertic
 
 /// Along the edges that only one of FACES has; none where a rim branches.
 std::vector<SRow> RimsOf(const CBinModel& model, std::span<const int32_t> faces) {
-  std::set<DirectedEdge> edges;
-  for (const int32_t index : faces) {
-    const CBinFace& face = model.Face(index);
-    for (int k = 0; k < face.CornerCount(); ++k)
-      edges.emplace(face.Corner(k)->Index(), face.Corner((k + 1) % face.CornerCount())->Index());
-  }
   std::map<int32_t, int32_t> followers;
-  for (const auto& [from, to] : edges)
-    if (!edges.contains({to, from}) && !followers.emplace(from, to).second) return {};
+  for (const auto& [edge, face] : RimOf(model, faces))
+    if (!followers.emplace(edge).second) return {};
   std::vector<SRow> rims;
   while (!followers.empty()) {
     SRow rim = {.vertices = {}, .is_ring = true};

@@ -23,26 +23,13 @@ using facedraft::IsAmong;
 using facedraft::Made;
 using facedraft::Nearest;
 using facedraft::PositionOf;
+using facedraft::RimOf;
 using facedraft::SDraft;
 
 Vector3 UnitNormalOf(const CBinFace& face) {
   CalcFaceNormal(face);
   const SUnitNormal& unit = face.UnitNormal();
   return {unit.x, unit.y, unit.z};
-}
-
-/// The directed edges of FACES that no other of them runs back over, each with its face.
-std::map<DirectedEdge, int32_t> RimOf(const CBinModel& model, std::span<const int32_t> faces) {
-  std::map<DirectedEdge, int32_t> edges;
-  for (const int32_t index : faces) {
-    const SDraft draft = DraftOf(model.Face(index));
-    for (size_t k = 0; k < draft.corners.size(); ++k)
-      edges[{draft.corners[k], draft.corners[(k + 1) % draft.corners.size()]}] = index;
-  }
-  std::map<DirectedEdge, int32_t> rim;
-  for (const auto& [edge, face] : edges)
-    if (!edges.contains({edge.second, edge.first})) rim[edge] = face;
-  return rim;
 }
 
 /// As far along the mean of the normals as brings each of FACES DISTANCE ahead, by vertex; sharp edges stay shorter.
